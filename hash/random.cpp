@@ -1,0 +1,84 @@
+// Random bytes and numbers: seed blocks whitened with SHA-256, with feedback of the kind that
+// ANSI X9.17 describes.
+#include <zokecc/hash.h>
+
+#include <cstring>
+
+#include "hash/bytes.h"
+#include "hash/entropy.h"
+#include "mint/value.h"
+#include "mint/wipe.h"
+
+namespace {
+
+constexpr uint32_t kBlockBytes = 32;
+
+struct Block {
+    uint8_t bytes[kBlockBytes];
+};
+
+void seed(Block &block)
+{
+    zokecc::Wiping<uint32_t[kBlockBytes / 4]> words;
+    gen_random_seed(*words);
+    for (uint32_t i = 0; i < kBlockBytes / 4; ++i) zokecc::store_little_endian((*words)[i], block.bytes + 4 * i);
+}
+
+void hash(const Block &in, Block &out)
+{
+    const hash_msg message = {HASH_ALG_SHA256, in.bytes, 0, kBlockBytes};
+    hash_byte(&message, out.bytes);
+}
+
+// out = H(a xor b)
+void hash_of_xor(const Block &a, const Block &b, Block &out)
+{
+    zokecc::Wiping<Block> mixed;
+    for (uint32_t i = 0; i < kBlockBytes; ++i)
+        mixed->bytes[i] = static_cast<uint8_t>(a.bytes[i] ^ b.bytes[i]);
+    hash(*mixed, out);
+}
+
+// One output block from the state and fresh seed material; leaves the intermediate value.
+void next_output(const Block &state, Block &intermediate, Block &output)
+{
+    zokecc::Wiping<Block> fresh;
+    seed(*fresh);
+    hash(*fresh, intermediate);
+    hash_of_xor(state, intermediate, output);
+}
+
+}  // namespace
+
+int32_t gen_random(uint8_t *out, uint32_t len)
+{
+    zokecc::Wiping<Block> state;
+    zokecc::Wiping<Block> intermediate;
+    zokecc::Wiping<Block> output;
+    seed(*state);
+    for (; len >= kBlockBytes; len -= kBlockBytes) {
+        next_output(*state, *intermediate, *output);
+        hash_of_xor(*intermediate, *output, *state);
+        std::memcpy(out, output->bytes, kBlockBytes);
+        out += kBlockBytes;
+    }
+    if (len > 0) {
+        next_output(*state, *intermediate, *output);
+        std::memcpy(out, output->bytes, len);
+    }
+    return 0;
+}
+
+// KEPT: the drawn value is reduced, not drawn again, so small values are a little likelier and
+// zero is possible. Held by GenRandomNumber.KeptDrawnValueIsReducedAndMayBeZero.
+int32_t gen_random_number(mint *out, const mint *bound)
+{
+    const uint32_t words = zokecc::used_words(*bound);
+    zokecc::Wiping<uint8_t[zokecc::kMintBytes]> bytes;
+    gen_random(*bytes, 4 * words);
+    zokecc::Wiping<mint> drawn;
+    for (uint32_t i = 0; i < words; ++i) drawn->words[i] = zokecc::load_little_endian(*bytes + 4 * i);
+    drawn->len = words;
+    mint_mod(drawn.get(), bound, out);
+    return 0;
+}

@@ -1,0 +1,12 @@
+// SM3 (GB/T 32905, GM/T 0004).
+#ifndef ZOKECC_HASH_SM3_H
+#define ZOKECC_HASH_SM3_H
+
+#include <cstdint>
+
+#include "mint/linkage.h"
+
+// One compression of a 64-byte block into the 8-word state.
+ZOKECC_INTERNAL void sm3_compress(uint32_t *state, const uint8_t *block);
+
+#endif

@@ -1,0 +1,143 @@
+// Division with remainder: Knuth, The Art of Computer Programming, volume 2, algorithm D,
+// in base 2^32. Every result is exact.
+#include "mint/divide.h"
+
+#include "mint/plain.h"
+#include "mint/words.h"
+
+namespace {
+
+using zokecc::kMintWords;
+using zokecc::kProductWords;
+
+// out[count + 1] = x[count] * 2^bits, bits below 32.
+void shift_up(const uint32_t *x, uint32_t count, uint32_t bits, uint32_t *out)
+{
+    uint32_t below = 0;
+    for (uint32_t i = 0; i < count; ++i) {
+        const uint64_t wide = uint64_t{x[i]} << bits;
+        out[i] = zokecc::low_half(wide) | below;
+        below = zokecc::high_half(wide);
+    }
+    out[count] = below;
+}
+
+// out[count] = x[count + 1] / 2^bits, bits below 32, for an x whose quotient fits.
+void shift_down(const uint32_t *x, uint32_t count, uint32_t bits, uint32_t *out)
+{
+    for (uint32_t i = 0; i < count; ++i)
+        out[i] = zokecc::low_half((uint64_t{x[i + 1]} << 32 | x[i]) >> bits);
+}
+
+// The quotient digit for the three top words u0:u1:u2 of the span over the divisor's two top
+// words d1:d2, at most one too large; d1's top bit is set and u0 <= d1. For u0 == d1 the digit
+// is taken as 2^32 - 1: the span is at least d1 * 2^32 words high and the divisor is below
+// d1 + 1, so the true digit is above 2^32 - 2^32 / (d1 + 1) >= 2^32 - 2, one less at most.
+uint32_t estimate_digit(uint32_t u0, uint32_t u1, uint32_t u2, uint32_t d1, uint32_t d2)
+{
+    if (u0 == d1) return zokecc::kAllOnes;
+    const uint64_t top = uint64_t{u0} << 32 | u1;
+    uint32_t digit = zokecc::low_half(top / d1);  // u0 < d1, so it is one word
+    uint32_t rest = u1 - digit * d1;
+    while (uint64_t{digit} * d2 > (uint64_t{rest} << 32 | u2)) {
+        --digit;
+        rest += d1;
+        if (rest < d1) break;
+    }
+    return digit;
+}
+
+// Takes digit * v[count] off span[count + 1] and returns the true digit.
+uint32_t subtract_multiple(uint32_t *span, const uint32_t *v, uint32_t count, uint32_t digit)
+{
+    const int32_t n = static_cast<int32_t>(count);
+    uint32_t row[kMintWords + 1];
+    row[count] = zokecc::mul_word(v, digit, n, row);
+    if (zokecc::sub_words(span, row, n + 1, span) != 0) {
+        span[count] += zokecc::add_words(span, v, n, span);
+        --digit;
+    }
+    return digit;
+}
+
+}  // namespace
+
+namespace zokecc {
+
+void divide_words(const uint32_t *u, uint32_t u_count, const uint32_t *v, uint32_t v_count, uint32_t *quotient,
+                  uint32_t *remainder)
+{
+    uint32_t dividend[kProductWords + 1];  // one word more than u, for what the shift pushes up
+    uint32_t divisor[kMintWords + 1];
+    const uint32_t shift = 32 - bit_length(v[v_count - 1]);
+    shift_up(u, u_count, shift, dividend);
+    shift_up(v, v_count, shift, divisor);
+
+    const uint32_t d1 = divisor[v_count - 1];
+    const uint32_t d2 = v_count > 1 ? divisor[v_count - 2] : 0;
+    for (uint32_t position = u_count - v_count + 1; position-- > 0;) {
+        uint32_t *span = dividend + position;
+        const uint32_t u2 = v_count > 1 ? span[v_count - 2] : 0;
+        uint32_t digit = estimate_digit(span[v_count], span[v_count - 1], u2, d1, d2);
+        digit = subtract_multiple(span, divisor, v_count, digit);
+        if (quotient != nullptr) quotient[position] = digit;
+    }
+    // After the last digit the rest is below the divisor, so its word v_count is zero.
+    shift_down(dividend, v_count, shift, remainder);
+}
+
+void reduce_product(const uint32_t *x, uint32_t count, const mint &modulus, mint &out)
+{
+    if (is_zero(modulus)) return;
+    const uint32_t used = used_words(modulus);
+    if (count < used || (count == used && compare_words(x, modulus.words, count) < 0)) {
+        set_words(out, x, count);
+        return;
+    }
+    const uint32_t trimmed = trimmed_words(modulus);
+    if (trimmed == 0) return;
+    uint32_t remainder[kMintWords];
+    divide_words(x, count, modulus.words, trimmed, nullptr, remainder);
+    set_words(out, remainder, trimmed);
+}
+
+}  // namespace zokecc
+
+int32_t mint_div(const mint *dividend, const mint *divisor, mint *quotient, mint *remainder)
+{
+    if (zokecc::is_zero(*divisor) || remainder == nullptr) return 0;
+    if (mint_compare(dividend, divisor) < 0) {
+        mint_copy(remainder, dividend);
+        if (quotient != nullptr) zokecc::set_zero(*quotient);
+        return 1;
+    }
+    // The comparison goes by len first; what decides from here on are the trimmed values.
+    const uint32_t u_count = zokecc::trimmed_words(*dividend);
+    const uint32_t v_count = zokecc::trimmed_words(*divisor);
+    if (v_count == 0) return 0;
+    uint32_t quotient_words[kMintWords] = {};
+    uint32_t remainder_words[kMintWords];
+    if (u_count < v_count) {
+        zokecc::set_words(*remainder, dividend->words, u_count);
+        if (quotient != nullptr) zokecc::set_zero(*quotient);
+        return 1;
+    }
+    zokecc::divide_words(dividend->words, u_count, divisor->words, v_count, quotient_words, remainder_words);
+    zokecc::set_words(*remainder, remainder_words, v_count);
+    if (quotient != nullptr) zokecc::set_words(*quotient, quotient_words, u_count - v_count + 1);
+    return 1;
+}
+
+int32_t mint_mod(const mint *dividend, const mint *modulus, mint *remainder)
+{
+    return mint_div(dividend, modulus, nullptr, remainder);
+}
+
+int32_t mint_mod_reduce(const mint *value, const mint *modulus, mint *out)
+{
+    // Taking in one word after the other leaves the same remainder as one long division.
+    mint remainder{};
+    if (mint_compare(value, modulus) != 0) mint_mod(value, modulus, &remainder);
+    mint_copy(out, &remainder);
+    return 0;
+}

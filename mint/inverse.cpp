@@ -1,0 +1,148 @@
+// The modular inverse: a binary extended Euclid for odd moduli, one with division for even ones.
+//
+// Neither tests that the inverse exists. What they leave is what deployed devices leave: every
+// subtraction goes through mint_sub, and the odd method subtracts in place.
+#include "mint/plain.h"
+#include "mint/value.h"
+#include "mint/words.h"
+
+namespace {
+
+using zokecc::add_values;
+
+mint trimmed(const mint &value)
+{
+    mint out{};
+    zokecc::set_words(out, value.words, zokecc::used_words(value));
+    return out;
+}
+
+// The negated inverse x, turned round: m - x, with an x above m reduced first.
+void write_negated(mint &x, const mint &m, mint &out)
+{
+    if (mint_compare(&x, &m) > 0) mint_mod(&x, &m, &x);
+    mint_sub(&m, &x, &out);
+}
+
+// For a trimmed value other than zero.
+uint32_t trailing_zero_bits(const mint &value)
+{
+    uint32_t i = 0;
+    while (value.words[i] == 0) ++i;
+    return 32 * i + static_cast<uint32_t>(std::countr_zero(value.words[i]));
+}
+
+// Halves value until it is odd, and its cofactor modulo m as often.
+void make_odd(mint &value, mint &cofactor, const mint &m)
+{
+    const uint32_t zeros = trailing_zero_bits(value);
+    mint_right_move(&value, zeros);
+    for (uint32_t i = 0; i < zeros; ++i) {
+        if (zokecc::is_odd(cofactor)) add_values(cofactor, m, cofactor);
+        mint_right_move(&cofactor, 1);
+    }
+}
+
+// KEPT: both subtractions go into their larger operand, so the borrow rules of mint_sub act in
+// full and inverses of small numbers modulo common orders differ from the mathematical ones
+// (1/2 modulo the order of the recommended SM2 curve, for one). Keys and signatures on deployed
+// devices went through this iteration. Held by
+// MintEeaAlgo.KeptSmallInversesModuloCommonOrdersDiffer.
+void invert_modulo_odd(mint &u, const mint &m, mint &out)
+{
+    // a * x1 = u and a * x2 = -v (mod m): the cofactors are only ever added.
+    mint v = m;
+    mint x1{};
+    mint x2{};
+    zokecc::set_small(x1, 1);
+    // Ends also with lost borrows: the difference of two odd values is even, and its half is
+    // smaller than the value it replaces.
+    while (!zokecc::is_zero(u)) {
+        make_odd(u, x1, m);
+        make_odd(v, x2, m);
+        if (mint_compare(&u, &v) < 0) {
+            add_values(x2, x1, x2);
+            mint_sub(&v, &u, &v);
+        } else {
+            add_values(x1, x2, x1);
+            mint_sub(&u, &v, &u);
+        }
+    }
+    write_negated(x2, m, out);
+}
+
+// r0 >= 3 * r1, where 3 * r1 may be one word longer than a record.
+bool holds_three_times(const mint &r0, const mint &r1)
+{
+    constexpr int32_t width = MINT_WORDS + 1;
+    uint32_t dividend[width] = {};
+    uint32_t divisor[width] = {};
+    std::memcpy(dividend, r0.words, 4 * zokecc::used_words(r0));
+    std::memcpy(divisor, r1.words, 4 * zokecc::used_words(r1));
+    zokecc::mul_word(divisor, 3, width, divisor);
+    return zokecc::compare_words(dividend, divisor, width) >= 0;
+}
+
+// Quotient and remainder of r0 by r1. Where the bit lengths are equal or one apart the quotient
+// is 1, 2 or 3 and the remainder comes from mint_sub.
+void divide_by_bit_lengths(const mint &r0, const mint &r1, mint &quotient, mint &remainder)
+{
+    const int32_t longer_by = get_mint_bit_len(&r0) - get_mint_bit_len(&r1);
+    if (longer_by != 0 && longer_by != 1) {
+        mint_div(&r0, &r1, &quotient, &remainder);
+        return;
+    }
+    mint twice_r1 = r1;
+    if (longer_by == 1) mint_left_move(&twice_r1, 1);  // as long as r0, so it fits
+    if (longer_by == 0 || mint_compare(&r0, &twice_r1) < 0) {
+        zokecc::set_small(quotient, 1);
+        mint_sub(&r0, &r1, &remainder);
+    } else if (!holds_three_times(r0, r1)) {
+        zokecc::set_small(quotient, 2);
+        mint_sub(&r0, &twice_r1, &remainder);
+    } else {
+        mint rest{};
+        zokecc::set_small(quotient, 3);
+        mint_sub(&r0, &twice_r1, &rest);
+        mint_sub(&rest, &r1, &remainder);
+    }
+}
+
+void invert_modulo_even(mint &r1, const mint &m, mint &out)
+{
+    mint r0 = m;
+    mint x1{};
+    mint x2{};
+    zokecc::set_small(x1, 1);
+    bool negative = true;
+    while (!zokecc::is_zero(r1)) {
+        mint quotient{};
+        mint remainder{};
+        divide_by_bit_lengths(r0, r1, quotient, remainder);
+        r0 = r1;
+        r1 = remainder;
+        mint_mul(&quotient, &x1, &quotient);
+        add_values(quotient, x2, quotient);
+        x2 = x1;
+        x1 = quotient;
+        negative = !negative;
+    }
+    if (negative)
+        write_negated(x2, m, out);
+    else
+        mint_copy(&out, &x2);
+}
+
+}  // namespace
+
+int32_t mint_EEA_algo(const mint *a, const mint *modulus, mint *out)
+{
+    const mint m = trimmed(*modulus);
+    mint u = trimmed(*a);
+    if (mint_compare(&u, &m) >= 0) mint_mod(&u, &m, &u);
+    if (zokecc::is_odd(m))
+        invert_modulo_odd(u, m, *out);
+    else
+        invert_modulo_even(u, m, *out);
+    return 0;
+}

@@ -1,0 +1,82 @@
+// Modular addition, subtraction, multiplication and doubling.
+//
+// Operands are expected to be reduced; nothing checks it. A zero modulus writes nothing.
+#include "mint/plain.h"
+#include "mint/value.h"
+
+namespace zokecc {
+
+void mod_add(const mint &a, const mint &b, const mint &p, mint &out)
+{
+    mint sum{};
+    add_values(a, b, sum);
+    mint_mod(&sum, &p, &out);
+}
+
+}  // namespace zokecc
+
+int32_t mint_mod_add(mint *a, mint *b, const mint *p, mint *out)
+{
+    mint sum{};
+    mint_add(a, b, &sum);
+    mint_mod(&sum, p, out);
+    return 0;
+}
+
+// KEPT: for a < b with b - a a multiple of p the answer is p, not 0. Only operands that are not
+// reduced get there; deployed devices answer p. Held by
+// MintModSub.KeptDifferenceMultipleOfModulusGivesModulus.
+int32_t mint_mod_sub(const mint *a, const mint *b, const mint *p, mint *out)
+{
+    mint difference{};
+    const int32_t order = mint_compare(a, b);
+    mint_sub(a, b, &difference);
+    if (order == 0) {
+        zokecc::set_zero(*out);
+    } else if (order > 0) {
+        mint_mod(&difference, p, out);
+    } else {
+        mint rest{};
+        mint_mod(&difference, p, &rest);
+        mint_sub(p, &rest, out);
+    }
+    return 0;
+}
+
+int32_t mint_mod_mul(const mint *a, const mint *b, const mint *p, mint *out)
+{
+    if (zokecc::is_zero(*a) || zokecc::is_zero(*b)) {
+        zokecc::set_zero(*out);
+        return 0;
+    }
+    const uint32_t a_used = zokecc::used_words(*a);
+    const uint32_t b_used = zokecc::used_words(*b);
+    uint32_t product[zokecc::kProductWords];
+    mul_2(a->words, static_cast<int32_t>(a_used), b->words, static_cast<int32_t>(b_used), product);
+    zokecc::reduce_product(product, zokecc::trimmed_count(product, a_used + b_used), *p, *out);
+    return 0;
+}
+
+int32_t mint_mod_left_move_1(mint *out, const mint *a, const mint *p)
+{
+    mint_copy(out, a);
+    mint_left_move(out, 1);
+    if (mint_compare(out, p) >= 0) mint_sub(out, p, out);
+    return 1;
+}
+
+int32_t mint_mod_left_move_n(mint *out, const mint *a, const mint *p, int32_t bit_count)
+{
+    mint_copy(out, a);
+    while (bit_count > 0) {
+        const int32_t room = get_mint_bit_len(p) - get_mint_bit_len(out);
+        if (room < 0) return 0;
+        // Up to p's bit length in one go, then bit by bit.
+        int32_t step = room == 0 ? 1 : room;
+        if (step > bit_count) step = bit_count;
+        mint_left_move(out, static_cast<uint32_t>(step));
+        bit_count -= step;
+        if (mint_compare(out, p) >= 0) mint_sub(out, p, out);
+    }
+    return 1;
+}

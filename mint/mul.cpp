@@ -1,0 +1,16 @@
+// The full product.
+#include "mint/value.h"
+
+int32_t mint_mul(const mint *a, const mint *b, mint *out)
+{
+    if (zokecc::is_zero(*a) || zokecc::is_zero(*b)) {
+        zokecc::set_zero(*out);
+        return 1;
+    }
+    const uint32_t a_used = zokecc::used_words(*a);
+    const uint32_t b_used = zokecc::used_words(*b);
+    uint32_t product[zokecc::kProductWords];
+    mul_2(a->words, static_cast<int32_t>(a_used), b->words, static_cast<int32_t>(b_used), product);
+    zokecc::set_words(*out, product, a_used + b_used);
+    return 1;
+}

@@ -1,0 +1,22 @@
+// Plain arithmetic for the layers above, without the in-place trimming of mint_add.
+#ifndef ZOKECC_MINT_PLAIN_H
+#define ZOKECC_MINT_PLAIN_H
+
+#include <zokecc/mint.h>
+
+namespace zokecc {
+
+// out = a + b, trimmed, modulo 2^608. out may be a, b or both; operands that are not the
+// output stay as they are, also when they are not trimmed.
+void add_values(const mint &a, const mint &b, mint &out);
+
+// out = (a + b) mod p, as mint_mod_add computes it but with the operands left alone.
+void mod_add(const mint &a, const mint &b, const mint &p, mint &out);
+
+// out = x[count] mod modulus, for a product of up to 38 words, trimmed. Writes nothing for a
+// zero modulus. A value below the modulus is copied as it stands.
+void reduce_product(const uint32_t *x, uint32_t count, const mint &modulus, mint &out);
+
+}  // namespace zokecc
+
+#endif

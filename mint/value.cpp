@@ -1,0 +1,28 @@
+// Copying, comparing and trimming.
+#include "mint/value.h"
+
+#include "mint/words.h"
+
+int32_t mint_copy(mint *dst, const mint *src)
+{
+    if (dst == src) return 0;
+    std::memcpy(dst->words, src->words, 4 * zokecc::used_words(*src));
+    dst->len = src->len;
+    return 0;
+}
+
+// The longer value is the greater one, whatever its top word: callers trim before they compare.
+int32_t mint_compare(const mint *a, const mint *b)
+{
+    const int32_t a_len = zokecc::signed_len(*a);
+    const int32_t b_len = zokecc::signed_len(*b);
+    if (a_len != b_len) return a_len > b_len ? 1 : -1;
+    return zokecc::compare_words(a->words, b->words, zokecc::used_words(*a));
+}
+
+int32_t mint_adjust_len(mint *value, int32_t word_count)
+{
+    value->len = static_cast<uint32_t>(word_count);
+    if (word_count > 0) value->len = zokecc::trimmed_words(*value);
+    return 0;
+}

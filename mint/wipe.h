@@ -1,0 +1,41 @@
+// Clearing of secrets that the compiler cannot drop.
+#ifndef ZOKECC_MINT_WIPE_H
+#define ZOKECC_MINT_WIPE_H
+
+#include <cstddef>
+#include <cstring>
+#include <type_traits>
+
+namespace zokecc {
+
+// Overwrites size bytes with zero. The barrier tells the compiler that somebody may look at
+// them afterwards, so the stores stay even where the memory is about to go out of scope.
+inline void wipe(void *memory, size_t size)
+{
+    std::memset(memory, 0, size);
+    __asm__ __volatile__("" : : "r"(memory) : "memory");
+}
+
+// Holds a secret (scalar, nonce, shared point, key stream) and clears it at the end of the
+// scope, on every return path. Starts as zero.
+template <class T>
+class Wiping {
+    static_assert(std::is_trivially_copyable_v<T>);
+
+public:
+    Wiping() = default;
+    ~Wiping() { wipe(&value_, sizeof value_); }
+    Wiping(const Wiping &) = delete;
+    Wiping &operator=(const Wiping &) = delete;
+
+    T *get() { return &value_; }
+    T &operator*() { return value_; }
+    T *operator->() { return &value_; }
+
+private:
+    T value_{};
+};
+
+}  // namespace zokecc
+
+#endif
