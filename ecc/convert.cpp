@@ -1,0 +1,35 @@
+// Conversions between affine and Jacobian points, and what needs no arithmetic or next to none.
+#include "ecc/exact_field.h"
+#include "ecc/point_formulas.h"
+
+using zokecc::ExactField;
+
+int32_t ecc_affine_jacobin(ecc_jac_point *out, const ecc_point *in)
+{
+    zokecc::affine_to_jacobian<ExactField>(*in, *out);
+    return 0;
+}
+
+int32_t ecc_jacobin_affine(ecc_point *out, const mint *p, const ecc_jac_point *in)
+{
+    zokecc::jacobian_to_affine(ExactField{*p}, *in, *out);
+    return 0;
+}
+
+int32_t ecc_infinite_point(ecc_jac_point *point)
+{
+    zokecc::set_zero(point->Z);
+    return 1;
+}
+
+int32_t ecc_invert_point(const mint *p, ecc_jac_point *point)
+{
+    if (zokecc::is_zero(point->Z) || zokecc::is_zero(point->Y)) return 1;
+    return mint_sub(p, &point->Y, &point->Y);
+}
+
+int32_t ecc_copy_point(ecc_jac_point *out, const ecc_jac_point *in)
+{
+    zokecc::copy_jacobian<ExactField>(*in, *out);
+    return 1;
+}

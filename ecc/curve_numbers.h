@@ -1,0 +1,35 @@
+// What both installations of a curve derive from its record.
+#ifndef ZOKECC_ECC_CURVE_NUMBERS_H
+#define ZOKECC_ECC_CURVE_NUMBERS_H
+
+#include <cstdint>
+
+#include "ecc/curve.h"
+
+namespace zokecc {
+
+// ceil(t/2) - 1, the width of the key exchange's x-bar, with t = curve_bits less the leading zero
+// bits of the order's highest used word. That differs from the order's bit length where the order
+// has fewer words than the curve.
+uint32_t exchange_width(uint32_t curve_bits, const mint &n);
+
+// Numbers of a curve record, big-endian in the first byte_len bytes of their fields, into a
+// curve; with the order known, w and h = p / n (0 for n = 0).
+template <class Curve, class Record>
+void install_numbers(Curve &curve, const Record &record, uint32_t byte_len, uint32_t curve_bits)
+{
+    octetstring_to_mint(record.p, byte_len, &curve.p);
+    octetstring_to_mint(record.a, byte_len, &curve.a);
+    octetstring_to_mint(record.b, byte_len, &curve.b);
+    octetstring_to_mint(record.Gx, byte_len, &curve.G.x);
+    octetstring_to_mint(record.Gy, byte_len, &curve.G.y);
+    octetstring_to_mint(record.n, byte_len, &curve.n);
+    curve.w = exchange_width(curve_bits, curve.n);
+    mint remainder{};
+    curve.h = mint{};
+    mint_div(&curve.p, &curve.n, &curve.h, &remainder);
+}
+
+}  // namespace zokecc
+
+#endif

@@ -1,0 +1,49 @@
+// The prime field as the integer layer computes it: the definition that every other field
+// must agree with, word for word.
+#ifndef ZOKECC_ECC_EXACT_FIELD_H
+#define ZOKECC_ECC_EXACT_FIELD_H
+
+#include <zokecc/ecc.h>
+
+#include "mint/plain.h"
+#include "mint/value.h"
+
+namespace zokecc {
+
+// Outputs may be operands. With p zero nothing is written but zeros, so every output starts as
+// zero.
+struct ExactField {
+    using Element = mint;
+    using Affine = ecc_point;
+    using Jacobian = ecc_jac_point;
+
+    const mint &p;
+
+    void add(const mint &a, const mint &b, mint &out) const { mod_add(a, b, p, out); }
+    void sub(const mint &a, const mint &b, mint &out) const { mint_mod_sub(&a, &b, &p, &out); }
+    void mul(const mint &a, const mint &b, mint &out) const { mint_mod_mul(&a, &b, &p, &out); }
+    void twice(const mint &a, mint &out) const { mint_mod_left_move_1(&out, &a, &p); }
+    // out = a * 2^bits
+    void shift_left(const mint &a, int32_t bits, mint &out) const { mint_mod_left_move_n(&out, &a, &p, bits); }
+    void invert(const mint &a, mint &out) const { mint_EEA_algo(&a, &p, &out); }
+    // out = a / 2, by way of a + p for an odd a; the sum is not reduced.
+    void halve(const mint &a, mint &out) const
+    {
+        if (is_odd(a))
+            add_values(a, p, out);
+        else
+            copy(a, out);
+        mint_right_move(&out, 1);
+    }
+
+    static void copy(const mint &a, mint &out) { mint_copy(&out, &a); }
+    static bool equal(const mint &a, const mint &b) { return mint_compare(&a, &b) == 0; }
+    static bool is_zero(const mint &a) { return zokecc::is_zero(a); }
+    static bool is_one(const mint &a) { return zokecc::is_one(a); }
+    static void set_zero(mint &a) { zokecc::set_zero(a); }
+    static void set_one(mint &a) { set_small(a, 1); }
+};
+
+}  // namespace zokecc
+
+#endif

@@ -1,0 +1,16 @@
+// One name for both multiplications.
+#include <zokecc/ecc.h>
+
+// KEPT: the answer is always 0, also when the multiplication failed. Held by
+// EccPointMul.KeptFailureIsHidden.
+int32_t ecc_point_mul(const mint *k, const ecc_point *P, const ecc_point *G, const mint *a, const mint *b,
+                      const mint *p, ecc_point *out)
+{
+    const bool is_base_point =
+        P->infinity == G->infinity && mint_compare(&P->x, &G->x) == 0 && mint_compare(&P->y, &G->y) == 0;
+    if (is_base_point)
+        ecc_fix_point_mul(k, G, a, b, p, out);
+    else
+        ecc_unknown_point_mul(k, P, a, b, p, out);
+    return 0;
+}

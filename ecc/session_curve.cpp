@@ -1,0 +1,47 @@
+// The curve of a session.
+#include <cstdlib>
+#include <cstring>
+
+#include "ecc/curve.h"
+#include "ecc/curve_numbers.h"
+
+namespace {
+
+constexpr uint32_t kTypes = 7;
+constexpr uint32_t kByteLengths[kTypes] = {0, 20, 24, 28, 32, 32, 32};
+
+// Puts the caller's record into the session's own copy, which is made where there is none yet. A
+// borrowed record stays with whoever lent it.
+bool take_record(SessionContext &session, const CurvePara *record)
+{
+    const bool borrowed = session.record_is_borrowed != 0;
+    if (borrowed && session.record == record) return true;
+    if (borrowed || session.record == nullptr) {
+        CurvePara *copy = static_cast<CurvePara *>(std::calloc(1, sizeof(CurvePara)));
+        if (copy == nullptr) return false;
+        session.record = copy;
+        session.record_is_borrowed = 0;
+    }
+    std::memmove(session.record, record, sizeof(CurvePara));
+    return true;
+}
+
+}  // namespace
+
+uint32_t ZOK_CurveParaCfg(void *session, uint32_t type, const CurvePara *record)
+{
+    if (session == nullptr) return ZOK_ERR_SESSION;
+    if (record == nullptr || type == 0 || type >= kTypes) return ZOK_ERR_ARGUMENT;
+    SessionContext &s = *static_cast<SessionContext *>(session);
+    if (!take_record(s, record)) return ZOK_ERR_INTERNAL;
+
+    s.byte_len = kByteLengths[type];
+    s.config_bits = 8 * s.byte_len;
+    s.hash_selector = record->hash_selector;
+    zokecc::install_numbers(s, *record, s.byte_len, s.config_bits);
+    ecc_precomputation_point_1(&s.G, &s.a, &s.b, &s.p, s.table.entry);
+    if (ecc_test_point(&s.G, &s.a, &s.b, &s.p) != 0) return ZOK_ERR_INTERNAL;
+    s.curve_type = type;
+    s.curve_bits = s.config_bits;
+    return ZOK_OK;
+}

@@ -1,0 +1,486 @@
+/**
+ * @file ecc.h
+ * Curves y^2 = x^3 + a*x + b over a prime field, their points, and multiplication of points by scalars.
+ *
+ * @par Where a curve lives
+ *      Curve_Init installs one curve for the whole process, and ecc_fix_point_mul and ecc_point_mul use its
+ *      table. ZOK_CurveParaCfg installs a curve in a session. The two do not touch each other. The point
+ *      calls take a, b and p as arguments and know no installed curve.
+ * @par Sizes
+ *      p has at most eight words (256 bits) wherever a table of multiples is built or used. L is the byte
+ *      length that goes with a curve type. Coordinates are reduced, that is below p, and trimmed; this is not
+ *      checked.
+ * @par Order of arguments
+ *      Operands, a, b, p, output. The conversions and ecc_copy_point have the output first, ecc_invert_point
+ *      has p first. b is read by ecc_test_point alone; elsewhere it stands for the sake of the common order,
+ *      and may be null.
+ * @par What is not checked
+ *      No call tests that p is prime, that the curve is not singular or that n is the order of G. Whether a
+ *      point lies on the curve is tested by ecc_test_point and, for G, by the two calls that install a curve.
+ */
+#ifndef ZOKECC_ECC_H
+#define ZOKECC_ECC_H
+
+#include <zokecc/mint.h>
+
+/** A point in affine coordinates. 164 bytes. */
+typedef struct ecc_point {
+    uint32_t infinity;            /**< 1 for the point at infinity, 0 for a finite point; tested for 1 */
+    mint x;                       /**< below p; not read for infinity, where its len is set to 0 */
+    mint y;                       /**< below p; not read for infinity, where its len is set to 0 */
+} ecc_point;
+
+/** A point in Jacobian coordinates: X / Z^2 and Y / Z^3 in affine ones. 240 bytes. */
+typedef struct ecc_jac_point {
+    mint X;                       /**< below p; without meaning for infinity */
+    mint Y;                       /**< below p; without meaning for infinity */
+    mint Z;                       /**< below p; zero, as len 0 or as len 1, for infinity */
+} ecc_jac_point;
+
+/** The curve record of Curve_Init. Numbers are big-endian in the first L bytes of their fields. 396 bytes. */
+typedef struct ecc_curve_bytes {
+    uint8_t  p[65];               /**< the field's prime */
+    uint8_t  a[65];               /**< coefficient a */
+    uint8_t  b[65];               /**< coefficient b */
+    uint8_t  Gx[65];              /**< base point, x */
+    uint8_t  Gy[65];              /**< base point, y */
+    uint8_t  n[65];               /**< order of the base point */
+    uint32_t type;                /**< 0: L = 24 (192 bits); 1: L = 32 (256 bits); 4: L = 28 (224 bits) */
+} ecc_curve_bytes;
+
+/** The curve record of a session. Numbers are big-endian in the first L bytes of their fields. 392 bytes. */
+typedef struct CurvePara {
+    uint8_t  p[64];               /**< the field's prime */
+    uint8_t  a[64];               /**< coefficient a */
+    uint8_t  b[64];               /**< coefficient b */
+    uint8_t  Gx[64];              /**< base point, x */
+    uint8_t  Gy[64];              /**< base point, y */
+    uint8_t  n[64];               /**< order of the base point */
+    uint32_t type;                /**< 1: L = 20 (160 bits); 2: L = 24 (192); 3: L = 28 (224);
+                                       4, 5 and 6: L = 32 (256) */
+    uint32_t hash_selector;       /**< hash of the session's schemes: 0 SM3, 1 SHA-256 */
+} CurvePara;
+
+/** Entries of a table of multiples. An eight-word p has entries 0 to 512 written. */
+#define PRECOMP_TABLE_ENTRIES 520
+
+/**
+ * @defgroup ecc_install Installing a curve
+ * @{
+ */
+
+/**
+ * Installs the curve of the process: converts the parameters, builds the table of multiples of G and checks
+ * that G lies on the curve.
+ *
+ * @param[in] curve  one record; null is refused
+ * @return 0 on success;
+ *         -1, with nothing changed, if curve is null;
+ *         1, with nothing changed, for a type other than 0, 1 and 4;
+ *         -1 if G is not on the curve; the new curve and its table are then in place all the same
+ *
+ * @note Kept: a base point off the curve is reported, but not undone.
+ * @par Caller checks
+ *      The result; that p is an odd prime (0 passes) and that n is the order of G.
+ * @par Threads
+ *      Must not run while another thread uses the curve of the process.
+ * @par Timing
+ *      Depends on the values. The table costs some thousand point additions, once.
+ */
+ZOKECC_API int32_t  Curve_Init(const ecc_curve_bytes *curve);
+
+/**
+ * Does nothing. The curve of the process stays installed.
+ *
+ * @return 0, always
+ *
+ * @par Timing
+ *      Constant.
+ */
+ZOKECC_API int32_t  Curve_Exit(void);
+
+/**
+ * Builds the process-wide table of multiples of a point, that of ecc_fix_point_mul.
+ *
+ * The parameters of the installed curve stay as they are. The table has the form that
+ * ecc_precomputation_point_1 describes.
+ *
+ * @param[in] G  one record: a finite point on the curve
+ * @param[in] a  one record: coefficient a
+ * @param[in] b  not read
+ * @param[in] p  one record: the field's prime
+ * @return 0 on success; 1, with nothing written, if p is zero or has more than eight words
+ *
+ * @par Threads
+ *      Must not run while another thread uses the curve of the process.
+ * @par Timing
+ *      Depends on the values.
+ */
+ZOKECC_API int32_t  ecc_precomputation_point(const ecc_point *G, const mint *a, const mint *b, const mint *p);
+
+/**
+ * Builds a table of multiples of a point, for ecc_fix_point_mul_1.
+ *
+ * Let m be the used words of p. For 0 < i < 2^m, entry i is the sum of 2^(32 j) * G over the bits j that are
+ * set in i, and entry 2^m + i is 2^16 times entry i. Entry 0 is G, entry 2^m is all zero bytes and entry
+ * 2^(m+1) is infinity; these three are not read by the multiplication.
+ *
+ * @param[in]  G      one record: a finite point on the curve
+ * @param[in]  a      one record: coefficient a
+ * @param[in]  b      not read
+ * @param[in]  p      one record: the field's prime
+ * @param[out] table  2^(m+1) + 1 records: 513 for eight words; PRECOMP_TABLE_ENTRIES suffice for every p
+ * @return 0 on success; 1, with nothing written, if p is zero or has more than eight words
+ *
+ * @par Aliasing
+ *      G must not lie inside the table.
+ * @par Timing
+ *      Depends on the values.
+ */
+ZOKECC_API int32_t  ecc_precomputation_point_1(const ecc_point *G, const mint *a, const mint *b,
+                                               const mint *p, ecc_point *table);
+
+/**
+ * Installs a curve in a session, or replaces the one it has.
+ *
+ * The session keeps its own copy of the record, converts the parameters, builds its table of multiples of G
+ * and checks that G lies on the curve. h = p / n and the width w of the key exchange are derived.
+ *
+ * @param     session  session handle
+ * @param     type     curve type, 1 to 6 as listed with CurvePara; the type inside the record is not read
+ * @param[in] record   one record
+ * @return ZOK_OK;
+ *         ZOK_ERR_SESSION if session is null;
+ *         ZOK_ERR_ARGUMENT if record is null or type is not 1 to 6;
+ *         ZOK_ERR_INTERNAL if the copy of the record cannot be allocated, or if G is not on the curve
+ *
+ * @note Kept: when G is not on the curve the session already holds the new parameters, table and record, and
+ *       its calls work with them; only the type and the size that mark a success keep their old values.
+ * @par Caller checks
+ *      The result: after a failure close the session or install another curve. That p is an odd prime (0
+ *      passes), that n is the order of G, that the hash selector is 0 or 1 (any other value is stored and
+ *      makes later calls fail), and that the record's own type agrees with the argument.
+ * @par Timing
+ *      Depends on the values. The table costs some thousand point additions, once.
+ */
+ZOKECC_API uint32_t ZOK_CurveParaCfg(void *session, uint32_t type, const CurvePara *record);
+
+/** @} */
+
+/**
+ * @defgroup ecc_points Points
+ * Infinity in an ecc_point is written as flag 1 with the len of x and y set to 0; their words stay as they
+ * were. None of these calls fails, and their results carry no information unless said otherwise.
+ * @{
+ */
+
+/**
+ * Converts a point from affine to Jacobian coordinates.
+ *
+ * Infinity becomes X = 1, Y = 1, Z = 0 (len 1, 1 and 0); a finite point X = x, Y = y, Z = 1.
+ *
+ * @param[out] out  one record
+ * @param[in]  in   one record
+ * @return 0, always
+ *
+ * @par Timing
+ *      Depends on the flag and on the len of the coordinates.
+ */
+ZOKECC_API int32_t ecc_affine_jacobin(ecc_jac_point *out, const ecc_point *in);
+
+/**
+ * Converts a point from Jacobian to affine coordinates. Costs one inversion.
+ *
+ * @param[out] out  one record; infinity if Z is zero, as len 0 or as len 1
+ * @param[in]  p    one record: the field's prime
+ * @param[in]  in   one record
+ * @return 0, always
+ *
+ * @note Kept: the inverse is that of mint_EEA_algo; for a small or structured Z it may not be the true one.
+ * @par Timing
+ *      Depends on the values.
+ */
+ZOKECC_API int32_t ecc_jacobin_affine(ecc_point *out, const mint *p, const ecc_jac_point *in);
+
+/**
+ * Adds two points in affine coordinates. Costs one inversion.
+ *
+ * In this order: with P at infinity the result is Q, with Q at infinity it is P; equal coordinates double the
+ * point, or give infinity where y equals p - y; everything else goes through the general formula. The points
+ * are compared by value.
+ *
+ * @param[in]  P    one record
+ * @param[in]  Q    one record
+ * @param[in]  a    one record: coefficient a
+ * @param[in]  b    not read
+ * @param[in]  p    one record: the field's prime
+ * @param[out] out  one record
+ * @return 0, always
+ *
+ * @note Kept: P + (-P) is not infinity but the finite point (-2 * x, -y), with y that of P, since the inverse
+ *       of 0 is taken to be p. A result with x = 0 and y = 0 is turned into infinity. A point with y = 0
+ *       doubles to infinity if y is held as len 0, and to a finite point without meaning if it is held as
+ *       len 1.
+ * @par Caller checks
+ *      Where Q may be -P, compare the coordinates first.
+ * @par Aliasing
+ *      out may be P or Q or both.
+ * @par Timing
+ *      Depends on the values.
+ */
+ZOKECC_API int32_t ecc_point_add(const ecc_point *P, const ecc_point *Q, const mint *a, const mint *b,
+                                 const mint *p, ecc_point *out);
+
+/**
+ * Doubles a point in affine coordinates: ecc_point_add with Q = P.
+ *
+ * @param[in]  P    one record
+ * @param[in]  a    one record: coefficient a
+ * @param[in]  b    not read
+ * @param[in]  p    one record: the field's prime
+ * @param[out] out  one record
+ * @return 0, always
+ *
+ * @note Kept: what ecc_point_add says about y = 0 and about a result (0, 0).
+ * @par Aliasing
+ *      out may be P.
+ * @par Timing
+ *      Depends on the values.
+ */
+ZOKECC_API int32_t ecc_point_double(const ecc_point *P, const mint *a, const mint *b, const mint *p,
+                                    ecc_point *out);
+
+/**
+ * Makes a point infinite: sets Z to 0 (len 0, word 0 cleared) and leaves X and Y as they are.
+ *
+ * @param[in,out] point  one record
+ * @return 1, always
+ *
+ * @par Timing
+ *      Constant.
+ */
+ZOKECC_API int32_t ecc_infinite_point(ecc_jac_point *point);
+
+/**
+ * Negates a point in place: Y becomes p - Y.
+ *
+ * @param[in]     p      one record: the field's prime
+ * @param[in,out] point  one record; unchanged if Z or Y is zero
+ * @return 1 if nothing was done because Z or Y is zero;
+ *         0 after the subtraction; 1 if Y was above p and is now Y - p
+ *
+ * @note Kept: the subtraction follows the word rule of mint_sub.
+ * @par Timing
+ *      Depends on the values.
+ */
+ZOKECC_API int32_t ecc_invert_point(const mint *p, ecc_jac_point *point);
+
+/**
+ * Copies a point, each coordinate as mint_copy does.
+ *
+ * @param[out] out  one record
+ * @param[in]  in   one record
+ * @return 1, always
+ *
+ * @par Timing
+ *      Depends on the len of the coordinates.
+ */
+ZOKECC_API int32_t ecc_copy_point(ecc_jac_point *out, const ecc_jac_point *in);
+
+/**
+ * Doubles a point in Jacobian coordinates. Infinity gives infinity, with an X and Y without meaning.
+ *
+ * @param[in]  P    one record
+ * @param[in]  a    one record: coefficient a
+ * @param[in]  b    not read
+ * @param[in]  p    one record: the field's prime
+ * @param[out] out  one record
+ * @return 1, always
+ *
+ * @par Aliasing
+ *      out may be P.
+ * @par Timing
+ *      Depends on the values.
+ */
+ZOKECC_API int32_t ecc_jac_point_double(const ecc_jac_point *P, const mint *a, const mint *b, const mint *p,
+                                        ecc_jac_point *out);
+
+/**
+ * Adds an affine point to a Jacobian one.
+ *
+ * Equal points are doubled, and opposite points give infinity as X = 1, Y = 1, Z = 0; both are recognised by
+ * value. With Q at infinity the result is P; with P at infinity it is Q with Z = 1.
+ *
+ * @param[in]  P    one record
+ * @param[in]  Q    one record
+ * @param[in]  a    one record: coefficient a
+ * @param[in]  b    not read
+ * @param[in]  p    one record: the field's prime
+ * @param[out] out  one record
+ * @return a number without meaning
+ *
+ * @par Aliasing
+ *      out may be P.
+ * @par Timing
+ *      Depends on the values.
+ */
+ZOKECC_API int32_t ecc_jac_point_add(const ecc_jac_point *P, const ecc_point *Q, const mint *a, const mint *b,
+                                     const mint *p, ecc_jac_point *out);
+
+/**
+ * Adds two Jacobian points.
+ *
+ * The same record as both operands is doubled. With P at infinity the result is a copy of Q, else with Q at
+ * infinity a copy of P.
+ *
+ * @param[in]  P    one record
+ * @param[in]  Q    one record
+ * @param[in]  a    one record: coefficient a
+ * @param[in]  b    not read
+ * @param[in]  p    one record: the field's prime
+ * @param[out] out  one record
+ * @return 1, always
+ *
+ * @note Kept: only the same record is recognised as the same point. Equal points in two records give infinity
+ *       (Z = 0, with an X and Y without meaning) and not the double.
+ * @par Caller checks
+ *      Where P and Q may be equal points, compare them first, or pass the same record twice.
+ * @par Aliasing
+ *      out may be P or Q or both.
+ * @par Timing
+ *      Depends on the values.
+ */
+ZOKECC_API int32_t ecc_jac_point_add_1(const ecc_jac_point *P, const ecc_jac_point *Q, const mint *a,
+                                       const mint *b, const mint *p, ecc_jac_point *out);
+
+/**
+ * Tests whether a point lies on the curve.
+ *
+ * @param[in] P  one record; the infinity flag is not looked at
+ * @param[in] a  one record: coefficient a
+ * @param[in] b  one record: coefficient b
+ * @param[in] p  one record: the field's prime; with 0 every point passes
+ * @return 0 if y^2 = x^3 + a*x + b (mod p), else 1
+ *
+ * @par Caller checks
+ *      That the point is finite and that x and y are below p; the equation alone does not say so.
+ * @par Timing
+ *      Depends on the values.
+ * @par Standard
+ *      SEC 1 version 2, section 3.2.2.1, step 3.
+ */
+ZOKECC_API int32_t ecc_test_point(const ecc_point *P, const mint *a, const mint *b, const mint *p);
+
+/** @} */
+
+/**
+ * @defgroup ecc_multiplication Multiplication of points
+ * The result is affine. A scalar 0, as len 0 or as len 1, gives infinity. Scalars are not reduced modulo an
+ * order; none is known here.
+ * @{
+ */
+
+/**
+ * Multiplies the base point by a scalar, with the process-wide table.
+ *
+ * The table is that of the last Curve_Init or ecc_precomputation_point, and p must be the prime it was built
+ * for.
+ *
+ * @param[in]  k    one record: the scalar. One with more words than p goes through ecc_unknown_point_mul with
+ *                  the base point, and gives infinity if that fails
+ * @param[in]  G    not read, may be null: the point is that of the table
+ * @param[in]  a    one record: coefficient a
+ * @param[in]  b    not read
+ * @param[in]  p    one record: the field's prime; infinity if it is zero or has more than eight words
+ * @param[out] out  one record
+ * @return 0, always
+ *
+ * @par Threads
+ *      Must not run while another thread rebuilds the table.
+ * @par Timing
+ *      Depends on the values, the scalar included: 16 doublings and up to 32 additions.
+ */
+ZOKECC_API int32_t ecc_fix_point_mul(const mint *k, const ecc_point *G, const mint *a, const mint *b,
+                                     const mint *p, ecc_point *out);
+
+/**
+ * Multiplies the base point by a scalar, with the caller's table.
+ *
+ * @param[in]  k      one record: the scalar, as for ecc_fix_point_mul
+ * @param[in]  G      not read, may be null: the point is that of the table
+ * @param[in]  a      one record: coefficient a
+ * @param[in]  b      not read
+ * @param[in]  p      one record: the field's prime, as for ecc_fix_point_mul
+ * @param[out] out    one record
+ * @param[in]  table  the records that ecc_precomputation_point_1 wrote for the same a and p
+ * @return 0, always
+ *
+ * @par Aliasing
+ *      out must not lie inside the table.
+ * @par Timing
+ *      Depends on the values, the scalar included: 16 doublings and up to 32 additions.
+ */
+ZOKECC_API int32_t ecc_fix_point_mul_1(const mint *k, const ecc_point *G, const mint *a, const mint *b,
+                                       const mint *p, ecc_point *out, const ecc_point *table);
+
+/**
+ * Multiplies any point by a scalar, with a signed sliding window.
+ *
+ * The window is 1 bit wide for scalars below 20 bits, 2 below 70, 3 below 300 and 4 from there on.
+ *
+ * @param[in]  k    one record: the scalar, of up to 19 words
+ * @param[in]  P    one record; infinity gives infinity
+ * @param[in]  a    one record: coefficient a
+ * @param[in]  b    not read
+ * @param[in]  p    one record: the field's prime
+ * @param[out] out  one record
+ * @return 1 on success; -1 if the buffer for the digits cannot be allocated, and *out is then infinity if k
+ *         is zero or P infinite, and as it was otherwise
+ *
+ * @note Kept: the digit buffer, one byte more than the scalar has bits (1 byte for the scalar 0), is never
+ *       freed. Where the window meets an equal point in its last addition the result is infinity (see
+ *       ecc_jac_point_add_1): for points of an order n that leaves 1, 3, 5 or 7 modulo 16, at the scalar
+ *       n - 2 * (n mod 16). That is n - 6 on the SM2 curve, n - 2 on secp192r1, secp256r1 and secp256k1 and
+ *       n - 14 on brainpoolP256r1. ecc_fix_point_mul is right there. Points of small order meet more of it.
+ * @par Caller checks
+ *      The result. That P lies on the curve: other points are multiplied all the same, on another curve.
+ * @par Aliasing
+ *      out may be P.
+ * @par Timing
+ *      Depends on the values, the scalar included.
+ */
+ZOKECC_API int32_t ecc_unknown_point_mul(const mint *k, const ecc_point *P, const mint *a, const mint *b,
+                                         const mint *p, ecc_point *out);
+
+/**
+ * Multiplies a point by a scalar, by the faster way if it is the base point.
+ *
+ * P and G are compared by value (flag, x and y). Equal points go through ecc_fix_point_mul, others through
+ * ecc_unknown_point_mul.
+ *
+ * @param[in]  k    one record: the scalar
+ * @param[in]  P    one record
+ * @param[in]  G    one record: the base point that the process-wide table was built for
+ * @param[in]  a    one record: coefficient a
+ * @param[in]  b    not read
+ * @param[in]  p    one record: the field's prime
+ * @param[out] out  one record
+ * @return 0, always
+ *
+ * @note Kept: a failure of ecc_unknown_point_mul is not reported.
+ * @par Caller checks
+ *      That the table belongs to G. Fill *out with a known value before the call if running out of memory
+ *      must not go unseen.
+ * @par Threads
+ *      Must not run while another thread rebuilds the table.
+ * @par Aliasing
+ *      out may be P or G.
+ * @par Timing
+ *      Depends on the values, the scalar included.
+ */
+ZOKECC_API int32_t ecc_point_mul(const mint *k, const ecc_point *P, const ecc_point *G, const mint *a,
+                                 const mint *b, const mint *p, ecc_point *out);
+
+/** @} */
+
+#endif
