@@ -1,0 +1,29 @@
+// Key pairs.
+#include <zokecc/hash.h>
+#include <zokecc/sdf.h>
+
+#include "ecc/sm2_steps.h"
+#include "mint/value.h"
+#include "mint/wipe.h"
+#include "sdf/records.h"
+
+// KEPT: the private key is drawn once and taken as it is; zero is possible, with a public key of
+// zero bytes. Held by SdfGenerateKeyPairEcc.KeptPrivateKeyOfZeroIsPossible.
+uint32_t SDF_GenerateKeyPair_ECC(void *session, uint32_t algorithm, uint32_t key_bits, ECCrefPublicKey *pub_out,
+                                 ECCrefPrivateKey *priv_out)
+{
+    if (session == nullptr) return ZOK_ERR_SESSION;
+    if (pub_out == nullptr || priv_out == nullptr) return ZOK_ERR_ARGUMENT;
+    const SessionContext &s = *static_cast<const SessionContext *>(session);
+    if (key_bits != 8 * s.byte_len) return ZOK_ERR_ARGUMENT;
+    if (zokecc::is_zero(s.n) || zokecc::is_zero(s.p)) return ZOK_ERR_ARGUMENT;
+    if (algorithm != ZOK_ALG_SM2_KEY && algorithm != ZOK_ALG_ECDSA_KEY) return ZOK_ERR_INTERNAL;
+
+    zokecc::Wiping<mint> d;
+    gen_random_number(d.get(), &s.n);
+    ecc_point Q{};
+    zokecc::multiply_base(zokecc::view_of(s), *d, Q);
+    zokecc::write_private_key(s, *d, *priv_out);
+    zokecc::write_public_key(s, Q, *pub_out);
+    return ZOK_OK;
+}

@@ -1,0 +1,105 @@
+// Signing and verifying a whole message: hashed here, for SM2 behind the signer's Z.
+#include <zokecc/hash.h>
+#include <zokecc/sdf.h>
+
+#include <cstring>
+
+#include "ecc/sm2_steps.h"
+#include "hash/digest.h"
+#include "mint/wipe.h"
+#include "mint/work_buffer.h"
+#include "sdf/records.h"
+
+namespace {
+
+using zokecc::kDigestBytes;
+
+struct Message {
+    const uint8_t *bytes;
+    uint32_t len;
+    bool missing() const { return bytes == nullptr && len > 0; }
+};
+
+// e = H(Z || message), with Z of the key and the identity.
+uint32_t hash_for_sm2(SessionContext &session, const ECCrefPublicKey &pub, const Message &message,
+                      const Message &id, uint8_t *e)
+{
+    uint8_t Z[kDigestBytes];
+    uint32_t Z_len = 0;
+    if (ZOK_GenerateUserInfo(&session, &pub, id.bytes, id.len, Z, &Z_len) != ZOK_OK) return ZOK_ERR_ARGUMENT;
+    const uint64_t size = uint64_t{Z_len} + message.len + 1;
+    if (size > UINT32_MAX) return ZOK_ERR_INTERNAL;
+    zokecc::WorkBuffer buffer(static_cast<uint32_t>(size));
+    if (!buffer) return ZOK_ERR_INTERNAL;
+    std::memcpy(buffer.data(), Z, Z_len);
+    if (message.len > 0) std::memcpy(buffer.data() + Z_len, message.bytes, message.len);
+    const hash_msg whole = {session.hash_selector, buffer.data(), 0, static_cast<uint32_t>(size - 1)};
+    hash_byte(&whole, e);
+    return ZOK_OK;
+}
+
+// e = H(message)
+uint32_t hash_for_ecdsa(const SessionContext &session, const Message &message, uint8_t *e)
+{
+    const hash_msg whole = {session.hash_selector, message.bytes, 0, message.len};
+    return hash_byte(&whole, e) != 0 ? ZOK_OK : ZOK_ERR_INTERNAL;
+}
+
+// The public key for Z, from a private key whose range is tested later.
+void derive_public_key(const SessionContext &session, const ECCrefPrivateKey &priv, ECCrefPublicKey &pub)
+{
+    zokecc::Wiping<mint> d;
+    zokecc::read_private_key(priv, *d);
+    ecc_point Q{};
+    zokecc::multiply_base(zokecc::view_of(session), *d, Q);
+    zokecc::write_public_key(session, Q, pub);
+}
+
+}  // namespace
+
+uint32_t ZOK_ExternalSignHash_ECC(void *session, uint32_t algorithm, const ECCrefPrivateKey *priv,
+                                  const uint8_t *message, uint32_t message_len, const uint8_t *id,
+                                  uint32_t id_len, ECCSignature *sig_out)
+{
+    if (session == nullptr) return ZOK_ERR_SESSION;
+    const bool is_sm2 = algorithm == ZOK_ALG_SM2_SIGN;
+    if (!is_sm2 && algorithm != ZOK_ALG_ECDSA_SIGN) return ZOK_ERR_INTERNAL;
+    const Message text = {message, message_len};
+    const Message identity = {id, id_len};
+    if (priv == nullptr || sig_out == nullptr || text.missing()) return ZOK_ERR_ARGUMENT;
+    if (is_sm2 && identity.missing()) return ZOK_ERR_ARGUMENT;
+    if (!zokecc::fits_field(*priv)) return ZOK_ERR_ARGUMENT;
+
+    SessionContext &s = *static_cast<SessionContext *>(session);
+    uint8_t e[kDigestBytes];
+    uint32_t status = ZOK_OK;
+    if (is_sm2) {
+        ECCrefPublicKey pub{};
+        derive_public_key(s, *priv, pub);
+        status = hash_for_sm2(s, pub, text, identity, e);
+    } else {
+        status = hash_for_ecdsa(s, text, e);
+    }
+    if (status != ZOK_OK) return status;
+    return SDF_ExternalSign_ECC(session, algorithm, priv, e, kDigestBytes, sig_out);
+}
+
+uint32_t ZOK_ExternalVerifyHash_ECC(void *session, uint32_t algorithm, const ECCrefPublicKey *pub,
+                                    const uint8_t *message, uint32_t message_len, const uint8_t *id,
+                                    uint32_t id_len, const ECCSignature *sig)
+{
+    if (session == nullptr) return ZOK_ERR_SESSION;
+    const bool is_sm2 = algorithm == ZOK_ALG_SM2_SIGN;
+    if (!is_sm2 && algorithm != ZOK_ALG_ECDSA_SIGN) return ZOK_ERR_INTERNAL;
+    const Message text = {message, message_len};
+    const Message identity = {id, id_len};
+    if (pub == nullptr || sig == nullptr || text.missing()) return ZOK_ERR_ARGUMENT;
+    if (is_sm2 && identity.missing()) return ZOK_ERR_ARGUMENT;
+    if (!zokecc::fits_field(*pub)) return ZOK_ERR_ARGUMENT;
+
+    SessionContext &s = *static_cast<SessionContext *>(session);
+    uint8_t e[kDigestBytes];
+    const uint32_t status = is_sm2 ? hash_for_sm2(s, *pub, text, identity, e) : hash_for_ecdsa(s, text, e);
+    if (status != ZOK_OK) return status;
+    return SDF_ExternalVerify_ECC(session, algorithm, pub, e, kDigestBytes, sig);
+}

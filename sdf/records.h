@@ -1,0 +1,33 @@
+// Reading and writing the key and signature records of the session interface.
+//
+// A record is read at its own bits / 8 bytes and written at the session's L; bytes of a field
+// behind those are neither read nor written.
+#ifndef ZOKECC_SDF_RECORDS_H
+#define ZOKECC_SDF_RECORDS_H
+
+#include <zokecc/sdf.h>
+
+#include "ecc/curve.h"
+
+namespace zokecc {
+
+constexpr uint32_t kFieldBytes = 64;
+
+// True if the record's own length lies within its fields.
+inline bool fits_field(uint32_t bits) { return bits / 8 <= kFieldBytes; }
+
+inline bool fits_field(const ECCrefPublicKey &key) { return fits_field(key.bits); }
+inline bool fits_field(const ECCrefPrivateKey &key) { return fits_field(key.bits); }
+
+void read_private_key(const ECCrefPrivateKey &key, mint &d);
+void read_public_key(const ECCrefPublicKey &key, ecc_point &Q);  // as a finite point
+
+// value in L bytes at the start of a field.
+void write_field(const SessionContext &session, const mint &value, uint8_t *field);
+
+void write_private_key(const SessionContext &session, const mint &d, ECCrefPrivateKey &key);
+void write_public_key(const SessionContext &session, const ecc_point &Q, ECCrefPublicKey &key);
+
+}  // namespace zokecc
+
+#endif

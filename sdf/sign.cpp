@@ -1,0 +1,153 @@
+// Signing and verifying a value that the caller has hashed.
+#include <zokecc/hash.h>
+#include <zokecc/sdf.h>
+
+#include "ecc/sm2_steps.h"
+#include "mint/plain.h"
+#include "mint/value.h"
+#include "mint/wipe.h"
+#include "sdf/records.h"
+
+namespace {
+
+using zokecc::CurveView;
+using zokecc::is_zero;
+using zokecc::Wiping;
+
+// e as an integer. One that fills the whole record is reduced, so that sums with it fit.
+void read_digest(const uint8_t *e, uint32_t e_len, const mint &n, mint &out)
+{
+    octetstring_to_mint(e, e_len, &out);
+    if (out.len == zokecc::kMintWords) mint_mod(&out, &n, &out);
+}
+
+bool in_range(const mint &value, const mint &n) { return !is_zero(value) && mint_compare(&value, &n) < 0; }
+
+// 1 + d = n has no inverse: with such a key every s would be zero.
+bool is_last_scalar(const mint &d, const mint &n)
+{
+    mint one{};
+    mint sum{};
+    zokecc::set_small(one, 1);
+    zokecc::mod_add(d, one, n, sum);
+    return is_zero(sum);
+}
+
+// KEPT: r = 0 does not start a new round by itself. What is compared with n is one value kept
+// over the rounds, zero at first, r + k where r is not zero and 1 + d once s is there, so r = 0
+// is only refused directly after a round that ended with r + k = n. Held by
+// SdfExternalSignEcc.KeptZeroRIsAccepted.
+bool sign_sm2(const CurveView &curve, const mint &d, const mint &e, mint &r, mint &s)
+{
+    if (is_last_scalar(d, curve.n)) return false;
+    Wiping<mint> k;
+    Wiping<mint> compared;
+    mint one{};
+    zokecc::set_small(one, 1);
+    for (uint32_t draw = 0; draw < zokecc::kMaxFruitlessDraws; ++draw) {
+        gen_random_number(k.get(), &curve.n);
+        zokecc::sm2_first_half(curve, e, *k, r);
+        if (!is_zero(r)) zokecc::add_values(r, *k, *compared);
+        if (mint_compare(compared.get(), &curve.n) == 0) continue;
+        zokecc::sm2_second_half(curve, d, *k, r, s);
+        if (!is_zero(s)) return true;
+        zokecc::add_values(d, one, *compared);
+    }
+    return false;
+}
+
+bool sign_ecdsa(const CurveView &curve, const mint &d, const mint &digest, mint &r, mint &s)
+{
+    mint e{};
+    mint_mod(&digest, &curve.n, &e);
+    Wiping<mint> k;
+    for (uint32_t draw = 0; draw < zokecc::kMaxFruitlessDraws; ++draw) {
+        gen_random_number(k.get(), &curve.n);
+        zokecc::ecdsa_first_half(curve, *k, r);
+        if (is_zero(r)) continue;
+        zokecc::ecdsa_second_half(curve, e, d, *k, r, s);
+        if (!is_zero(s)) return true;
+    }
+    return false;
+}
+
+// The recomputed r. r and s are in range.
+uint32_t recompute_sm2(const CurveView &curve, const mint &e, const ecc_point &Q, const mint &r, const mint &s,
+                       mint &R)
+{
+    mint t{};
+    zokecc::mod_add(r, s, curve.n, t);
+    if (is_zero(t)) return ZOK_ERR_VERIFY;
+    return zokecc::sm2_recomputed_r(curve, e, Q, s, t, R) ? ZOK_OK : ZOK_ERR_INTERNAL;
+}
+
+uint32_t recompute_ecdsa(const CurveView &curve, const mint &digest, const ecc_point &Q, const mint &r,
+                         const mint &s, mint &R)
+{
+    mint e{};
+    mint_mod(&digest, &curve.n, &e);
+    return zokecc::ecdsa_recomputed_r(curve, e, Q, r, s, R) ? ZOK_OK : ZOK_ERR_INTERNAL;
+}
+
+}  // namespace
+
+uint32_t SDF_ExternalSign_ECC(void *session, uint32_t algorithm, const ECCrefPrivateKey *priv, const uint8_t *e,
+                              uint32_t e_len, ECCSignature *sig_out)
+{
+    if (session == nullptr) return ZOK_ERR_SESSION;
+    if (priv == nullptr || sig_out == nullptr || (e == nullptr && e_len > 0)) return ZOK_ERR_ARGUMENT;
+    if (!zokecc::fits_field(*priv) || e_len > zokecc::kMintBytes) return ZOK_ERR_ARGUMENT;
+    const SessionContext &ctx = *static_cast<const SessionContext *>(session);
+    const CurveView curve = zokecc::view_of(ctx);
+
+    Wiping<mint> d;
+    zokecc::read_private_key(*priv, *d);
+    if (!in_range(*d, curve.n)) return ZOK_ERR_SIGN;
+    mint digest{};
+    read_digest(e, e_len, curve.n, digest);
+
+    mint r{};
+    mint s{};
+    bool signed_ok = false;
+    if (algorithm == ZOK_ALG_SM2_SIGN)
+        signed_ok = sign_sm2(curve, *d, digest, r, s);
+    else if (algorithm == ZOK_ALG_ECDSA_SIGN)
+        signed_ok = sign_ecdsa(curve, *d, digest, r, s);
+    else
+        return ZOK_ERR_INTERNAL;
+    if (!signed_ok) return ZOK_ERR_SIGN;
+    zokecc::write_field(ctx, r, sig_out->r);
+    zokecc::write_field(ctx, s, sig_out->s);
+    return ZOK_OK;
+}
+
+// KEPT: the public key is not tested to lie on the curve. Held by
+// SdfExternalVerifyEcc.KeptPublicKeyOffTheCurveIsNotRefused.
+uint32_t SDF_ExternalVerify_ECC(void *session, uint32_t algorithm, const ECCrefPublicKey *pub, const uint8_t *e,
+                                uint32_t e_len, const ECCSignature *sig)
+{
+    if (session == nullptr) return ZOK_ERR_SESSION;
+    if (pub == nullptr || sig == nullptr || (e == nullptr && e_len > 0)) return ZOK_ERR_ARGUMENT;
+    if (!zokecc::fits_field(*pub) || e_len > zokecc::kMintBytes) return ZOK_ERR_ARGUMENT;
+    const SessionContext &ctx = *static_cast<const SessionContext *>(session);
+    const CurveView curve = zokecc::view_of(ctx);
+
+    mint r{};
+    mint s{};
+    octetstring_to_mint(sig->r, ctx.byte_len, &r);
+    octetstring_to_mint(sig->s, ctx.byte_len, &s);
+    if (!in_range(r, curve.n) || !in_range(s, curve.n)) return ZOK_ERR_VERIFY;
+    ecc_point Q{};
+    zokecc::read_public_key(*pub, Q);
+    mint digest{};
+    read_digest(e, e_len, curve.n, digest);
+
+    mint R{};
+    uint32_t status = ZOK_ERR_INTERNAL;
+    if (algorithm == ZOK_ALG_SM2_SIGN)
+        status = recompute_sm2(curve, digest, Q, r, s, R);
+    else if (algorithm == ZOK_ALG_ECDSA_SIGN)
+        status = recompute_ecdsa(curve, digest, Q, r, s, R);
+    if (status != ZOK_OK) return status;
+    return mint_compare(&R, &r) == 0 ? ZOK_OK : ZOK_ERR_VERIFY;
+}
