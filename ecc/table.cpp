@@ -73,7 +73,7 @@ int32_t ecc_precomputation_point_1(const ecc_point *G, const mint *a, const mint
 
 // KEPT: one round more than the table needs: base point 2m is computed and never read. It stands
 // in the curve's record like the others. Held by
-// EccPrecomputationPoint.KeptLastBasePointIsComputedForNothing.
+// EccPrecomputationPoint.KeptLastRoundOfBasePointsIsComputed.
 int32_t ecc_precomputation_point(const ecc_point *G, const mint *a, const mint *b, const mint *p)
 {
     ecc_point *const table = global_curve.table.entry;

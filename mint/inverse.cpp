@@ -46,8 +46,8 @@ void make_odd(mint &value, mint &cofactor, const mint &m)
 // KEPT: both subtractions go into their larger operand, so the borrow rules of mint_sub act in
 // full and inverses of small numbers modulo common orders differ from the mathematical ones
 // (1/2 modulo the order of the recommended SM2 curve, for one). Keys and signatures on deployed
-// devices went through this iteration. Held by
-// MintEeaAlgo.KeptSmallInversesModuloCommonOrdersDiffer.
+// devices went through this iteration. Held by MintEeaAlgo.KeptSmallInverseOfTwoModuloTheSm2Order
+// and MintEeaAlgo.KeptSmallInverseOfElevenModuloP256NeedsSubtractionInPlace.
 void invert_modulo_odd(mint &u, const mint &m, mint &out)
 {
     // a * x1 = u and a * x2 = -v (mod m): the cofactors are only ever added.

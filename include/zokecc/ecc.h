@@ -109,7 +109,7 @@ ZOKECC_API int32_t  Curve_Exit(void);
  * @param[in] a  one record: coefficient a
  * @param[in] b  not read
  * @param[in] p  one record: the field's prime
- * @return 0 on success; 1, with nothing written, if p is zero or has more than eight words
+ * @return 0 on success; 1, with nothing written, if p has no used word or more than eight
  *
  * @par Threads
  *      Must not run while another thread uses the curve of the process.
@@ -130,7 +130,7 @@ ZOKECC_API int32_t  ecc_precomputation_point(const ecc_point *G, const mint *a, 
  * @param[in]  b      not read
  * @param[in]  p      one record: the field's prime
  * @param[out] table  2^(m+1) + 1 records: 513 for eight words; PRECOMP_TABLE_ENTRIES suffice for every p
- * @return 0 on success; 1, with nothing written, if p is zero or has more than eight words
+ * @return 0 on success; 1, with nothing written, if p has no used word or more than eight
  *
  * @par Aliasing
  *      G must not lie inside the table.
@@ -317,7 +317,7 @@ ZOKECC_API int32_t ecc_jac_point_double(const ecc_jac_point *P, const mint *a, c
  * @param[in]  b    not read
  * @param[in]  p    one record: the field's prime
  * @param[out] out  one record
- * @return a number without meaning
+ * @return 0, always
  *
  * @par Aliasing
  *      out may be P.
@@ -441,7 +441,8 @@ ZOKECC_API int32_t ecc_fix_point_mul_1(const mint *k, const ecc_point *G, const 
  *       freed. Where the window meets an equal point in its last addition the result is infinity (see
  *       ecc_jac_point_add_1): for points of an order n that leaves 1, 3, 5 or 7 modulo 16, at the scalar
  *       n - 2 * (n mod 16). That is n - 6 on the SM2 curve, n - 2 on secp192r1, secp256r1 and secp256k1 and
- *       n - 14 on brainpoolP256r1. ecc_fix_point_mul is right there. Points of small order meet more of it.
+ *       n - 14 on brainpoolP256r1. ecc_fix_point_mul is right there. Scalars above n have such values
+ *       as well, and points of small order have more of them.
  * @par Caller checks
  *      The result. That P lies on the curve: other points are multiplied all the same, on another curve.
  * @par Aliasing

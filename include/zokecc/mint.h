@@ -547,6 +547,7 @@ ZOKECC_API int32_t mint_mod_mul(const mint *a, const mint *b, const mint *p, min
  * @param[in]  p    the modulus
  * @return 1, always
  *
+ * @note Kept: the subtraction follows the word rule of mint_sub, with the output in the greater operand.
  * @par Aliasing
  *      out may be a. It must not be p.
  * @par Timing
@@ -564,6 +565,7 @@ ZOKECC_API int32_t mint_mod_left_move_1(mint *out, const mint *a, const mint *p)
  * @return 1 on success; 0 if the value has more bits than p when a shift is due, with what had been reached
  *         so far in *out
  *
+ * @note Kept: the subtractions follow the word rule of mint_sub, with the output in the greater operand.
  * @par Aliasing
  *      out may be a. It must not be p.
  * @par Timing
@@ -583,11 +585,12 @@ ZOKECC_API int32_t mint_mod_left_move_n(mint *out, const mint *a, const mint *p,
  * @param[out] out      one record: the number x with a * x = 1 (mod modulus), where the note does not apply
  * @return 0, always
  *
- * @note Kept: the odd method subtracts by the word rule of mint_sub, with the output in the greater operand.
- *       Inverses of small or structured numbers modulo numbers with words of ones therefore differ from the
- *       true ones. Modulo the order of the SM2 curve those of 2, 3, 4, 5, 6, 8, 10, 12, 15, 16, 17 and others
- *       do; modulo the orders of secp192r1, secp224r1, secp256r1 and secp256k1 those of 2, 4, 8 and further
- *       powers of two. Inverses of random numbers are right.
+ * @note Kept: both methods subtract by the word rule of mint_sub, the odd one with the output in the greater
+ *       operand. Inverses of small or structured numbers, and of numbers just below the modulus, therefore
+ *       differ from the true ones where the modulus has words of ones. Modulo the order of the SM2 curve
+ *       those of 2, 3, 4, 5, 6, 8, 10, 12, 15, 16, 17 and others do; modulo the orders of secp192r1,
+ *       secp224r1, secp256r1 and secp256k1 those of 2, 4, 8 and further powers of two; modulo all five those
+ *       of n - 1 to n - 5 and most others near n. Inverses of random numbers are right.
  * @par Caller checks
  *      Where a structured operand can occur, multiply the result by a and compare with 1.
  * @par Aliasing
@@ -605,7 +608,7 @@ ZOKECC_API int32_t mint_EEA_algo(const mint *a, const mint *modulus, mint *out);
  *
  * @param[in]  base      one record; it is not reduced
  * @param[in]  exponent  one record
- * @param[in]  p         the modulus, a prime
+ * @param[in]  p         the modulus, a prime; 0 and 1 give 1
  * @param[out] out       one record: base^exponent mod p; 1 as len 1 if the exponent is a multiple of p - 1
  * @return 0, always
  *

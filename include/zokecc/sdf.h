@@ -7,14 +7,15 @@
  *      A session comes from a device (SDF_OpenSession, closed by SDF_CloseSession) or stands alone
  *      (ZOK_OpenSession, closed by ZOK_CloseSession); afterwards every call takes either kind.
  * @par Key and signature records
- *      Numbers are big-endian at the start of their 64-byte fields. Writers fill the first L bytes, L being the
- *      byte length of the session's curve, set bits to 8 * L and leave the rest of each field as it was.
+ *      Numbers are big-endian at the start of their 64-byte fields. Writers fill the first L bytes, L being
+ *      the byte length of the session's curve, set bits to 8 * L and leave the rest of each field as it was.
  *      Readers take the first bits / 8 bytes of a key's fields, up to 64, and the first L bytes of r and s.
  *      bits may differ from 8 * L: 0 reads as zero numbers.
  * @par A session without a curve
- *      It arises from SDF_OpenSession, and from ZOK_OpenSession with a record of an unknown type. Key
- *      generation, ZOK_GenerateUserInfo and SM2 hash-and-sign and hash-and-verify answer ZOK_ERR_ARGUMENT,
- *      other signing ZOK_ERR_SIGN, and other verification ZOK_ERR_VERIFY.
+ *      It arises from SDF_OpenSession, and from ZOK_OpenSession with a record of an unknown type or without
+ *      memory for its copy. Key generation, ZOK_GenerateUserInfo and hashing and signing or verifying with
+ *      SM2 then answer ZOK_ERR_ARGUMENT, all other signing ZOK_ERR_SIGN, and all other verification
+ *      ZOK_ERR_VERIFY.
  */
 #ifndef ZOKECC_SDF_H
 #define ZOKECC_SDF_H
@@ -160,9 +161,9 @@ ZOKECC_API uint32_t SDF_GetDeviceInfo(void *session, DEVICEINFO *info_out);
  *         ZOK_ERR_ARGUMENT if session_out or record is null;
  *         ZOK_ERR_OPEN_SESSION if there is no memory for the session
  *
- * @note Kept: what ZOK_CurveParaCfg reports is not passed on. A record with an unknown type gives ZOK_OK and a
- *       session without a curve; one whose base point is off the curve gives ZOK_OK and a session that works
- *       with it.
+ * @note Kept: what ZOK_CurveParaCfg reports is not passed on. A record with an unknown type gives ZOK_OK and
+ *       a session without a curve; one whose base point is off the curve gives ZOK_OK and a session that
+ *       works with it.
  * @par Caller checks
  *      Parameters from outside: call ZOK_CurveParaCfg with the same record once more and look at its result.
  * @par Timing
@@ -180,8 +181,8 @@ ZOKECC_API uint32_t ZOK_OpenSession(void **session_out, const CurvePara *record)
  *         ZOK_ERR_CLOSE_SESSION if session is null
  *
  * @par Caller checks
- *      Sessions of a device are closed by SDF_CloseSession. This call leaves the count of an open device as it
- *      is, so the memory of that device is never given back.
+ *      Sessions of a device are closed by SDF_CloseSession. This call leaves the count of an open device as
+ *      it is, so the memory of that device is never given back.
  * @par Timing
  *      Depends on the heap.
  */
@@ -207,12 +208,12 @@ ZOKECC_API uint32_t ZOK_CloseSession(void *session);
  * @param[out] priv_out   one record: d in L bytes, bits set to 8 * L
  * @return ZOK_OK;
  *         ZOK_ERR_SESSION if session is null;
- *         ZOK_ERR_ARGUMENT if pub_out or priv_out is null, key_bits is not 8 * L, or the session has no usable
- *         curve (p or n is zero);
+ *         ZOK_ERR_ARGUMENT if pub_out or priv_out is null, key_bits is not 8 * L, or the session has no
+ *         usable curve (p or n is zero);
  *         ZOK_ERR_INTERNAL for any other algorithm
  *
- * @note Kept: d is drawn once and not tested. It can be 0, with a public key of zero bytes, or 1 or n - 1, and
- *       small d are a little likelier than large ones.
+ * @note Kept: d is drawn once and not tested. It can be 0, with a public key of zero bytes, or 1 or n - 1,
+ *       and small d are a little likelier than large ones.
  * @par Caller checks
  *      That d is neither 0 nor n - 1, and for SM2 that a signature made with it verifies.
  * @par Threads
@@ -233,7 +234,8 @@ ZOKECC_API uint32_t SDF_GenerateKeyPair_ECC(void *session, uint32_t algorithm, u
  * @param      session    session handle
  * @param      algorithm  ZOK_ALG_SM2_SIGN or ZOK_ALG_ECDSA_SIGN
  * @param[in]  priv       one record: the private key
- * @param[in]  e          e_len bytes: the digest, for SM2 that of Z and the message; may be null when e_len is 0
+ * @param[in]  e          e_len bytes: the digest, for SM2 that of Z and the message; may be null when
+ *                        e_len is 0
  * @param      e_len      length in bytes, at most 76
  * @param[out] sig_out    one record: r and s in L bytes each
  * @return ZOK_OK;
@@ -245,9 +247,10 @@ ZOKECC_API uint32_t SDF_GenerateKeyPair_ECC(void *session, uint32_t algorithm, u
  *         ZOK_ERR_SIGN for SM2 if d is n - 1, and if 1,024 nonces in a row gave no signature, which only
  *         happens on a curve that allows none
  *
- * @note Kept: SM2 accepts r = 0, which no verification accepts. SM2 signatures depend on the inverse of 1 + d,
- *       which mint_EEA_algo gets wrong for small and structured numbers: with d = 1 on the SM2 curve the call
- *       answers ZOK_OK and the signature does not verify.
+ * @note Kept: SM2 accepts r = 0, which no verification accepts. SM2 signatures rest on the inverse of d + 1,
+ *       which mint_EEA_algo gets wrong for small and structured numbers: with d = 1 or d = n - 2 on the SM2
+ *       curve the call answers ZOK_OK and the signature does not verify. A nonce 0, as a generator that is
+ *       stuck could give it, is not refused for SM2.
  * @par Caller checks
  *      Keys that are not random: verify a signature before the key is put to use.
  * @par Aliasing
@@ -273,7 +276,8 @@ ZOKECC_API uint32_t SDF_ExternalSign_ECC(void *session, uint32_t algorithm, cons
  * @param[in] sig        one record: r and s in L bytes each
  * @return ZOK_OK for a valid signature;
  *         ZOK_ERR_SESSION if session is null;
- *         ZOK_ERR_ARGUMENT if pub, sig or a needed e is null, e_len is above 76, or pub->bits / 8 is above 64;
+ *         ZOK_ERR_ARGUMENT if pub, sig or a needed e is null, e_len is above 76, or pub->bits / 8 is above
+ *         64;
  *         ZOK_ERR_VERIFY if r or s is 0 or not below n, with any algorithm;
  *         ZOK_ERR_INTERNAL for any other algorithm;
  *         ZOK_ERR_VERIFY for SM2 if r + s is n;
@@ -297,8 +301,9 @@ ZOKECC_API uint32_t SDF_ExternalVerify_ECC(void *session, uint32_t algorithm, co
 /**
  * Computes the value Z that ties an SM2 signature to an identity, a curve and a public key.
  *
- * Z is the hash, by the session's selector, of: the identity's length in bits as two bytes, the identity, a, b,
- * Gx and Gy as they stand in the first L bytes of the session's curve record, and the first L bytes of x and y.
+ * Z is the hash, by the session's selector, of: the identity's length in bits as two bytes, the identity, a,
+ * b, Gx and Gy as they stand in the first L bytes of the session's curve record, and the first L bytes of x
+ * and y.
  *
  * @param      session    session handle
  * @param[in]  pub        one record: the public key; bits is not read
@@ -308,7 +313,8 @@ ZOKECC_API uint32_t SDF_ExternalVerify_ECC(void *session, uint32_t algorithm, co
  * @param[out] Z_len_out  set to 32
  * @return ZOK_OK;
  *         ZOK_ERR_SESSION if session is null;
- *         ZOK_ERR_ARGUMENT if pub, Z_out, Z_len_out or a needed id is null, or the session has no curve record;
+ *         ZOK_ERR_ARGUMENT if pub, Z_out, Z_len_out or a needed id is null, or the session has no curve
+ *         record;
  *         ZOK_ERR_INTERNAL if 6 * L + id_len + 3 bytes cannot be allocated or are more than 2^32 - 1, or if
  *         the session's hash selector is unknown
  *
@@ -327,9 +333,9 @@ ZOKECC_API uint32_t ZOK_GenerateUserInfo(void *session, const ECCrefPublicKey *p
 /**
  * Hashes a message and signs the digest.
  *
- * SM2: the public key d * G is computed from the private one, Z from it and the identity, and e is the hash of
- * Z and the message. ECDSA: e is the hash of the message alone. The hash is that of the session's selector; the
- * signature is that of SDF_ExternalSign_ECC.
+ * SM2: the public key d * G is computed from the private one, Z from it and the identity, and e is the hash
+ * of Z and the message. ECDSA: e is the hash of the message alone. The hash is that of the session's
+ * selector; the signature is that of SDF_ExternalSign_ECC.
  *
  * @param      session      session handle
  * @param      algorithm    ZOK_ALG_SM2_SIGN or ZOK_ALG_ECDSA_SIGN
@@ -342,14 +348,14 @@ ZOKECC_API uint32_t ZOK_GenerateUserInfo(void *session, const ECCrefPublicKey *p
  * @return ZOK_OK;
  *         ZOK_ERR_SESSION if session is null;
  *         ZOK_ERR_INTERNAL for any other algorithm, whose other arguments are not looked at;
- *         ZOK_ERR_ARGUMENT if priv, sig_out, or a needed message or id is null, if priv->bits / 8 is above 64,
- *         or, for SM2, if ZOK_GenerateUserInfo fails for whatever reason;
+ *         ZOK_ERR_ARGUMENT if priv, sig_out, or a needed message or id is null, if priv->bits / 8 is above
+ *         64, or, for SM2, if ZOK_GenerateUserInfo fails for whatever reason;
  *         ZOK_ERR_INTERNAL for SM2 if 33 + message_len bytes cannot be allocated or are more than 2^32 - 1,
  *         for ECDSA if the session's hash selector is unknown;
  *         ZOK_ERR_SIGN if d is zero or not below n, for SM2 n - 1, or no signature came out
  *
- * @note Kept: what SDF_ExternalSign_ECC and ZOK_GenerateUserInfo say. For SM2 the range of d is tested last, so
- *       a bad key costs the whole call up to there.
+ * @note Kept: what SDF_ExternalSign_ECC and ZOK_GenerateUserInfo say. For SM2 the range of d is tested last,
+ *       so a bad key costs the whole call up to there.
  * @par Caller checks
  *      As for SDF_ExternalSign_ECC and ZOK_GenerateUserInfo.
  * @par Aliasing
