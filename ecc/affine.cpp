@@ -21,11 +21,11 @@ int32_t ecc_test_point(const ecc_point *P, const mint *a, const mint *b, const m
     mint left{};
     mint right{};
     mint t{};
-    f.mul(P->y, P->y, left);    // y^2
+    f.mul(P->y, P->y, left);  // y^2
     f.mul(P->x, P->x, t);
-    f.mul(t, P->x, right);      // x^3
+    f.mul(t, P->x, right);  // x^3
     f.mul(*a, P->x, t);
-    f.add(right, t, right);     // x^3 + a x
-    f.add(right, *b, right);    // x^3 + a x + b
+    f.add(right, t, right);   // x^3 + a x
+    f.add(right, *b, right);  // x^3 + a x + b
     return mint_compare(&left, &right) != 0 ? 1 : 0;
 }

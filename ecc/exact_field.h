@@ -24,7 +24,10 @@ struct ExactField {
     void mul(const mint &a, const mint &b, mint &out) const { mint_mod_mul(&a, &b, &p, &out); }
     void twice(const mint &a, mint &out) const { mint_mod_left_move_1(&out, &a, &p); }
     // out = a * 2^bits
-    void shift_left(const mint &a, int32_t bits, mint &out) const { mint_mod_left_move_n(&out, &a, &p, bits); }
+    void shift_left(const mint &a, int32_t bits, mint &out) const
+    {
+        mint_mod_left_move_n(&out, &a, &p, bits);
+    }
     void invert(const mint &a, mint &out) const { mint_EEA_algo(&a, &p, &out); }
     // out = a / 2, by way of a + p for an odd a; the sum is not reduced.
     void halve(const mint &a, mint &out) const

@@ -24,10 +24,10 @@ constexpr int32_t kUnknownType = 1;
 uint32_t byte_length_of_type(uint32_t type)
 {
     switch (type) {
-        case 0: return 24;
-        case 1: return 32;
-        case 4: return 28;
-        default: return 0;
+    case 0: return 24;
+    case 1: return 32;
+    case 4: return 28;
+    default: return 0;
     }
 }
 

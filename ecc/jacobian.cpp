@@ -11,8 +11,8 @@ int32_t ecc_jac_point_double(const ecc_jac_point *P, const mint *a, const mint *
     return 1;
 }
 
-int32_t ecc_jac_point_add(const ecc_jac_point *P, const ecc_point *Q, const mint *a, const mint *, const mint *p,
-                          ecc_jac_point *out)
+int32_t ecc_jac_point_add(const ecc_jac_point *P, const ecc_point *Q, const mint *a, const mint *,
+                          const mint *p, ecc_jac_point *out)
 {
     zokecc::jacobian_add_affine(ExactField{*p}, *P, *Q, *a, *out);
     return 0;

@@ -71,11 +71,11 @@ void jacobian_to_affine(const Field &f, const typename Field::Jacobian &in, type
     typename Field::Element i{};
     typename Field::Element t{};
     out.infinity = 0;
-    f.invert(in.Z, i);       // i = 1 / Z
-    f.mul(i, i, t);          // t = 1 / Z^2
-    f.mul(in.X, t, out.x);   // x = X / Z^2
-    f.mul(i, t, t);          // t = 1 / Z^3
-    f.mul(in.Y, t, out.y);   // y = Y / Z^3
+    f.invert(in.Z, i);      // i = 1 / Z
+    f.mul(i, i, t);         // t = 1 / Z^2
+    f.mul(in.X, t, out.x);  // x = X / Z^2
+    f.mul(i, t, t);         // t = 1 / Z^3
+    f.mul(in.Y, t, out.y);  // y = Y / Z^3
 }
 
 // The chord or tangent of slope lambda through (x1, y1), meeting the curve at x2 as well. A
@@ -89,10 +89,10 @@ void affine_from_slope(const Field &f, const typename Field::Element &lambda, co
     typename Field::Element y3{};
     f.mul(lambda, lambda, s);  // s = lambda^2
     f.sub(s, P.x, x3);
-    f.sub(x3, x2, x3);         // x3 = lambda^2 - x1 - x2
+    f.sub(x3, x2, x3);  // x3 = lambda^2 - x1 - x2
     f.sub(P.x, x3, s);
     f.mul(lambda, s, s);
-    f.sub(s, P.y, y3);         // y3 = lambda (x1 - x3) - y1
+    f.sub(s, P.y, y3);  // y3 = lambda (x1 - x3) - y1
     if (Field::is_zero(x3) && Field::is_zero(y3)) {
         set_affine_infinity<Field>(out);
         return;
@@ -110,7 +110,7 @@ void affine_tangent(const Field &f, const typename Field::Affine &P, const typen
     typename Field::Element s{};
     typename Field::Element u{};
     typename Field::Element v{};
-    f.sub(f.p, Q.y, s);        // reduces to 0 for y = 0
+    f.sub(f.p, Q.y, s);  // reduces to 0 for y = 0
     if (Field::equal(P.y, s)) {
         set_affine_infinity<Field>(out);
         return;
@@ -118,10 +118,10 @@ void affine_tangent(const Field &f, const typename Field::Affine &P, const typen
     f.mul(P.x, P.x, s);
     f.twice(s, u);
     f.add(s, u, v);
-    f.add(v, a, s);            // s = 3 x1^2 + a
+    f.add(v, a, s);  // s = 3 x1^2 + a
     f.twice(P.y, u);
-    f.invert(u, v);            // v = 1 / (2 y1)
-    f.mul(v, s, v);            // lambda
+    f.invert(u, v);  // v = 1 / (2 y1)
+    f.mul(v, s, v);  // lambda
     affine_from_slope(f, v, P, P.x, out);
 }
 
@@ -154,7 +154,7 @@ void affine_add(const Field &f, const typename Field::Affine &P, const typename 
     f.sub(Q.y, P.y, v);
     f.sub(Q.x, P.x, u);
     f.invert(u, u);
-    f.mul(v, u, v);            // lambda = (y2 - y1) / (x2 - x1)
+    f.mul(v, u, v);  // lambda = (y2 - y1) / (x2 - x1)
     affine_from_slope(f, v, P, Q.x, out);
 }
 
@@ -170,30 +170,30 @@ void jacobian_double(const Field &f, const typename Field::Jacobian &P, const ty
     const bool z_is_one = Field::is_one(P.Z);
     f.mul(P.X, P.X, t);
     f.twice(t, u);
-    f.add(t, u, t);            // t = 3 X^2
+    f.add(t, u, t);  // t = 3 X^2
     if (z_is_one) {
-        f.add(t, a, M);        // M = 3 X^2 + a
-        f.twice(P.Y, out.Z);   // Z3 = 2 Y
+        f.add(t, a, M);       // M = 3 X^2 + a
+        f.twice(P.Y, out.Z);  // Z3 = 2 Y
     } else {
         f.mul(P.Z, P.Z, u);
         f.mul(u, u, u);
         f.mul(u, a, u);
-        f.add(u, t, M);        // M = 3 X^2 + a Z^4
+        f.add(u, t, M);  // M = 3 X^2 + a Z^4
         f.mul(P.Y, P.Z, t);
-        f.twice(t, out.Z);     // Z3 = 2 Y Z
+        f.twice(t, out.Z);  // Z3 = 2 Y Z
     }
-    f.mul(P.Y, P.Y, u);        // u = Y^2
+    f.mul(P.Y, P.Y, u);  // u = Y^2
     f.mul(P.X, u, S);
-    f.shift_left(S, 2, S);     // S = 4 X Y^2
+    f.shift_left(S, 2, S);  // S = 4 X Y^2
     f.twice(S, t);
     f.mul(u, u, u);
-    f.shift_left(u, 3, u);     // u = 8 Y^4
+    f.shift_left(u, 3, u);  // u = 8 Y^4
     typename Field::Element square{};
     f.mul(M, M, square);
-    f.sub(square, t, out.X);   // X3 = M^2 - 2 S
+    f.sub(square, t, out.X);  // X3 = M^2 - 2 S
     f.sub(S, out.X, t);
     f.mul(M, t, t);
-    f.sub(t, u, out.Y);        // Y3 = M (S - X3) - 8 Y^4
+    f.sub(t, u, out.Y);  // Y3 = M (S - X3) - 8 Y^4
 }
 
 // P + Q for an affine Q. 11 M
@@ -217,8 +217,8 @@ void jacobian_add_affine(const Field &f, const typename Field::Jacobian &P, cons
     f.mul(A, P.Z, B);
     f.mul(A, Q.x, A);
     f.mul(B, Q.y, B);
-    f.sub(A, P.X, A);          // H = x2 Z1^2 - X1
-    f.sub(B, P.Y, B);          // r = y2 Z1^3 - Y1
+    f.sub(A, P.X, A);  // H = x2 Z1^2 - X1
+    f.sub(B, P.Y, B);  // r = y2 Z1^3 - Y1
     if (Field::is_zero(A)) {
         if (!Field::is_zero(B)) {
             set_jacobian_infinity<Field>(out);
@@ -229,19 +229,19 @@ void jacobian_add_affine(const Field &f, const typename Field::Jacobian &P, cons
         jacobian_double(f, doubled, a, out);
         return;
     }
-    f.mul(P.Z, A, out.Z);      // Z3 = Z1 H
+    f.mul(P.Z, A, out.Z);  // Z3 = Z1 H
     f.mul(A, A, C);
-    f.mul(C, A, D);            // D = H^3
-    f.mul(C, P.X, C);          // C = X1 H^2
+    f.mul(C, A, D);    // D = H^3
+    f.mul(C, P.X, C);  // C = X1 H^2
     f.twice(C, A);
     typename Field::Element square{};
     f.mul(B, B, square);
     f.sub(square, A, square);
-    f.sub(square, D, out.X);   // X3 = r^2 - 2 X1 H^2 - H^3
+    f.sub(square, D, out.X);  // X3 = r^2 - 2 X1 H^2 - H^3
     f.sub(C, out.X, C);
     f.mul(C, B, C);
     f.mul(D, P.Y, D);
-    f.sub(C, D, out.Y);        // Y3 = r (X1 H^2 - X3) - Y1 H^3
+    f.sub(C, D, out.Y);  // Y3 = r (X1 H^2 - X3) - Y1 H^3
 }
 
 // Coordinates of point over the denominator of other: U = X Z'^2, S = Y Z'^3.
@@ -264,8 +264,9 @@ void bring_to_denominator(const Field &f, const typename Field::Jacobian &point,
 
 // Z3 of the full addition: (Z1 Z2) W without the factors that are one.
 template <class Field>
-void multiply_denominators(const Field &f, const typename Field::Jacobian &P, const typename Field::Jacobian &Q,
-                           const typename Field::Element &W, typename Field::Element &out)
+void multiply_denominators(const Field &f, const typename Field::Jacobian &P,
+                           const typename Field::Jacobian &Q, const typename Field::Element &W,
+                           typename Field::Element &out)
 {
     const bool p_is_one = Field::is_one(P.Z);
     const bool q_is_one = Field::is_one(Q.Z);
@@ -313,23 +314,23 @@ void jacobian_add(const Field &f, const typename Field::Jacobian &P, const typen
     typename Field::Element R{};
     f.sub(U1, U0, W);
     f.sub(S1, S0, R);
-    f.add(U1, U0, U1);                   // T = U1 + U0
-    f.add(S1, S0, S1);                   // M = S1 + S0
+    f.add(U1, U0, U1);  // T = U1 + U0
+    f.add(S1, S0, S1);  // M = S1 + S0
     multiply_denominators(f, P, Q, W, out.Z);
     typename Field::Element &t = U0;
     typename Field::Element &V = S0;
     typename Field::Element square{};
     f.mul(W, W, square);
-    f.mul(U1, square, V);                // V = T W^2
-    f.mul(square, W, W);                 // W^3
+    f.mul(U1, square, V);  // V = T W^2
+    f.mul(square, W, W);   // W^3
     f.mul(R, R, t);
-    f.sub(t, V, out.X);                  // X3 = R^2 - T W^2
+    f.sub(t, V, out.X);  // X3 = R^2 - T W^2
     f.twice(out.X, t);
     f.sub(V, t, t);
     f.mul(t, R, t);
     f.mul(S1, W, V);
     f.sub(t, V, t);
-    f.halve(t, out.Y);                   // Y3 = (R (V - 2 X3) - M W^3) / 2
+    f.halve(t, out.Y);  // Y3 = (R (V - 2 X3) - M W^3) / 2
 }
 
 }  // namespace zokecc

@@ -32,9 +32,9 @@ void sm2_second_half(const CurveView &curve, const mint &d, const mint &k, const
     mint one{};
     set_small(one, 1);
     add_values(d, one, *inverse);
-    mint_EEA_algo(inverse.get(), &curve.n, inverse.get());                      // 1 / (1 + d)
-    mint_mod_mul(&r, &d, &curve.n, difference.get());                           // r d
-    mint_mod_sub(&k, difference.get(), &curve.n, difference.get());             // k - r d
+    mint_EEA_algo(inverse.get(), &curve.n, inverse.get());           // 1 / (1 + d)
+    mint_mod_mul(&r, &d, &curve.n, difference.get());                // r d
+    mint_mod_sub(&k, difference.get(), &curve.n, difference.get());  // k - r d
     mint_mod_mul(inverse.get(), difference.get(), &curve.n, &s);
 }
 
@@ -51,8 +51,8 @@ void ecdsa_second_half(const CurveView &curve, const mint &e, const mint &d, con
     Wiping<mint> inverse;
     Wiping<mint> sum;
     mint_mod_mul(&d, &r, &curve.n, sum.get());
-    mod_add(*sum, e, curve.n, *sum);                         // e + r d
-    mint_EEA_algo(&k, &curve.n, inverse.get());              // 1 / k
+    mod_add(*sum, e, curve.n, *sum);             // e + r d
+    mint_EEA_algo(&k, &curve.n, inverse.get());  // 1 / k
     mint_mod_mul(inverse.get(), sum.get(), &curve.n, &s);
 }
 
@@ -75,8 +75,8 @@ bool sm2_recomputed_r(const CurveView &curve, const mint &e, const ecc_point &Q,
     return true;
 }
 
-bool ecdsa_recomputed_r(const CurveView &curve, const mint &e, const ecc_point &Q, const mint &r, const mint &s,
-                        mint &R)
+bool ecdsa_recomputed_r(const CurveView &curve, const mint &e, const ecc_point &Q, const mint &r,
+                        const mint &s, mint &R)
 {
     mint w{};
     mint u1{};

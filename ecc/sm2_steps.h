@@ -50,8 +50,8 @@ bool sm2_recomputed_r(const CurveView &curve, const mint &e, const ecc_point &Q,
                       mint &R);
 
 // R = x mod n of (e / s) G + (r / s) Q.
-bool ecdsa_recomputed_r(const CurveView &curve, const mint &e, const ecc_point &Q, const mint &r, const mint &s,
-                        mint &R);
+bool ecdsa_recomputed_r(const CurveView &curve, const mint &e, const ecc_point &Q, const mint &r,
+                        const mint &s, mint &R);
 
 }  // namespace zokecc
 

@@ -23,8 +23,8 @@ inline void build_pad(const uint8_t *key, uint32_t key_len, uint8_t pad_byte, ui
 // further block the MAC of the block before it, read back from out. mac(message, message_len,
 // out, out_len) makes one; the last one, behind the whole blocks, is asked for last_len bytes.
 template <class Mac, class Length>
-void derive_chained(const uint8_t *message, Length message_len, uint8_t *out, uint32_t out_len, uint32_t last_len,
-                    Mac mac)
+void derive_chained(const uint8_t *message, Length message_len, uint8_t *out, uint32_t out_len,
+                    uint32_t last_len, Mac mac)
 {
     for (uint32_t blocks = out_len / kDigestBytes; blocks > 0; --blocks) {
         mac(message, message_len, out, kDigestBytes);

@@ -63,10 +63,11 @@ int32_t mhmac_sha256(const uint8_t *text, int32_t text_len, const uint8_t *key, 
 // KEPT: behind whole blocks the last MAC is asked for out_len bytes and not for the rest only,
 // so the area written reaches beyond out_len. Deployed callers size their buffers for it. Held
 // by KdHmacSha256.KeptLastCallAsksForTheWholeLength.
-int32_t KD_hmac_sha256(const uint8_t *text, int32_t text_len, const uint8_t *key, int32_t key_len, uint8_t *out,
-                       uint32_t out_len)
+int32_t KD_hmac_sha256(const uint8_t *text, int32_t text_len, const uint8_t *key, int32_t key_len,
+                       uint8_t *out, uint32_t out_len)
 {
-    const auto mac = [key, key_len](const uint8_t *message, int32_t message_len, uint8_t *to, uint32_t to_len) {
+    const auto mac = [key, key_len](const uint8_t *message, int32_t message_len, uint8_t *to,
+                                    uint32_t to_len) {
         mhmac_sha256(message, message_len, key, key_len, to, to_len);
     };
     zokecc::derive_chained(text, text_len, out, out_len, out_len, mac);

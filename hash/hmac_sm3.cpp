@@ -32,8 +32,8 @@ void prepare_key(const uint8_t *key, uint32_t key_len, uint8_t *key_block)
 
 }  // namespace
 
-uint32_t ZOK_HMAC_SM3(void *session, const uint8_t *data, uint32_t data_len, const uint8_t *key, uint32_t key_len,
-                      uint8_t *out, uint32_t out_len)
+uint32_t ZOK_HMAC_SM3(void *session, const uint8_t *data, uint32_t data_len, const uint8_t *key,
+                      uint32_t key_len, uint8_t *out, uint32_t out_len)
 {
     if (session == nullptr) return ZOK_ERR_SESSION;
     if (out_len > kDigestBytes) return ZOK_ERR_ARGUMENT;

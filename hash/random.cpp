@@ -21,7 +21,8 @@ void seed(Block &block)
 {
     zokecc::Wiping<uint32_t[kBlockBytes / 4]> words;
     gen_random_seed(*words);
-    for (uint32_t i = 0; i < kBlockBytes / 4; ++i) zokecc::store_little_endian((*words)[i], block.bytes + 4 * i);
+    for (uint32_t i = 0; i < kBlockBytes / 4; ++i)
+        zokecc::store_little_endian((*words)[i], block.bytes + 4 * i);
 }
 
 void hash(const Block &in, Block &out)

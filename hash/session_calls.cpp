@@ -16,8 +16,8 @@ uint32_t ZOK_Sha256(void *session, const uint8_t *data, uint32_t data_len, uint8
 //
 // KEPT: once there is a session the answer is 0, whatever the MAC reported. Held by
 // ZokHmacSha256.KeptInnerFailureIsNotReported.
-uint32_t ZOK_HmacSha256(void *session, const uint8_t *key, int32_t key_len, const uint8_t *data, int32_t data_len,
-                        uint8_t *out, uint32_t out_len)
+uint32_t ZOK_HmacSha256(void *session, const uint8_t *key, int32_t key_len, const uint8_t *data,
+                        int32_t data_len, uint8_t *out, uint32_t out_len)
 {
     if (session == nullptr) return ZOK_ERR_SESSION;
     mhmac_sha256(data, data_len, key, key_len, out, out_len);

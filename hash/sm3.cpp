@@ -16,7 +16,10 @@ constexpr uint32_t kBlockBytes = 64;
 constexpr uint32_t kInitialState[8] = {0x7380166f, 0x4914b2b9, 0x172442d7, 0xda8a0600,
                                        0xa96f30bc, 0x163138aa, 0xe38dee4d, 0xb0fb0e4e};
 
-constexpr uint32_t round_constant(uint32_t j) { return std::rotl(j < 16 ? 0x79cc4519u : 0x7a879d8au, j % 32); }
+constexpr uint32_t round_constant(uint32_t j)
+{
+    return std::rotl(j < 16 ? 0x79cc4519u : 0x7a879d8au, j % 32);
+}
 static_assert(round_constant(1) == 0xf3988a32u && round_constant(16) == 0x9d8a7a87u);
 
 constexpr uint32_t p0(uint32_t x) { return x ^ std::rotl(x, 9) ^ std::rotl(x, 17); }

@@ -25,8 +25,7 @@ void shift_up(const uint32_t *x, uint32_t count, uint32_t bits, uint32_t *out)
 // out[count] = x[count + 1] / 2^bits, bits below 32, for an x whose quotient fits.
 void shift_down(const uint32_t *x, uint32_t count, uint32_t bits, uint32_t *out)
 {
-    for (uint32_t i = 0; i < count; ++i)
-        out[i] = zokecc::low_half((uint64_t{x[i + 1]} << 32 | x[i]) >> bits);
+    for (uint32_t i = 0; i < count; ++i) out[i] = zokecc::low_half((uint64_t{x[i + 1]} << 32 | x[i]) >> bits);
 }
 
 // The quotient digit for the three top words u0:u1:u2 of the span over the divisor's two top
@@ -64,8 +63,8 @@ uint32_t subtract_multiple(uint32_t *span, const uint32_t *v, uint32_t count, ui
 
 namespace zokecc {
 
-void divide_words(const uint32_t *u, uint32_t u_count, const uint32_t *v, uint32_t v_count, uint32_t *quotient,
-                  uint32_t *remainder)
+void divide_words(const uint32_t *u, uint32_t u_count, const uint32_t *v, uint32_t v_count,
+                  uint32_t *quotient, uint32_t *remainder)
 {
     uint32_t dividend[kProductWords + 1];  // one word more than u, for what the shift pushes up
     uint32_t divisor[kMintWords + 1];

@@ -11,8 +11,8 @@ namespace zokecc {
 // quotient[u_count - v_count + 1] = floor(u[u_count] / v[v_count]), remainder[v_count] = the
 // rest. v's top word is not zero, v_count <= u_count <= 38 and v_count <= 19. quotient may be
 // null; it may not be u or v. remainder may be u or v.
-void divide_words(const uint32_t *u, uint32_t u_count, const uint32_t *v, uint32_t v_count, uint32_t *quotient,
-                  uint32_t *remainder);
+void divide_words(const uint32_t *u, uint32_t u_count, const uint32_t *v, uint32_t v_count,
+                  uint32_t *quotient, uint32_t *remainder);
 
 }  // namespace zokecc
 

@@ -13,13 +13,13 @@ constexpr int32_t kFound = 1;
 constexpr int32_t kNone = 0;
 constexpr int32_t kNoNonResidue = -1;
 
-constexpr uint32_t kFixedCandidates = 20;   // 2, 3, ..., 21
+constexpr uint32_t kFixedCandidates = 20;  // 2, 3, ..., 21
 constexpr uint32_t kRandomCandidates = 60;
 constexpr uint32_t kExponents = 200;
 
 // The exponents of the p = 1 (mod 8) branch: one table for the process, so that branch is not
 // reentrant.
-constinit mint exponents[kExponents];
+constinit mint exponents[kExponents] = {};
 
 mint small(uint32_t number)
 {

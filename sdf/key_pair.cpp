@@ -9,8 +9,8 @@
 
 // KEPT: the private key is drawn once and taken as it is; zero is possible, with a public key of
 // zero bytes. Held by SdfGenerateKeyPairEcc.KeptPrivateKeyOfZeroIsPossible.
-uint32_t SDF_GenerateKeyPair_ECC(void *session, uint32_t algorithm, uint32_t key_bits, ECCrefPublicKey *pub_out,
-                                 ECCrefPrivateKey *priv_out)
+uint32_t SDF_GenerateKeyPair_ECC(void *session, uint32_t algorithm, uint32_t key_bits,
+                                 ECCrefPublicKey *pub_out, ECCrefPrivateKey *priv_out)
 {
     if (session == nullptr) return ZOK_ERR_SESSION;
     if (pub_out == nullptr || priv_out == nullptr) return ZOK_ERR_ARGUMENT;

@@ -72,8 +72,8 @@ bool sign_ecdsa(const CurveView &curve, const mint &d, const mint &digest, mint 
 }
 
 // The recomputed r. r and s are in range.
-uint32_t recompute_sm2(const CurveView &curve, const mint &e, const ecc_point &Q, const mint &r, const mint &s,
-                       mint &R)
+uint32_t recompute_sm2(const CurveView &curve, const mint &e, const ecc_point &Q, const mint &r,
+                       const mint &s, mint &R)
 {
     mint t{};
     zokecc::mod_add(r, s, curve.n, t);
@@ -91,8 +91,8 @@ uint32_t recompute_ecdsa(const CurveView &curve, const mint &digest, const ecc_p
 
 }  // namespace
 
-uint32_t SDF_ExternalSign_ECC(void *session, uint32_t algorithm, const ECCrefPrivateKey *priv, const uint8_t *e,
-                              uint32_t e_len, ECCSignature *sig_out)
+uint32_t SDF_ExternalSign_ECC(void *session, uint32_t algorithm, const ECCrefPrivateKey *priv,
+                              const uint8_t *e, uint32_t e_len, ECCSignature *sig_out)
 {
     if (session == nullptr) return ZOK_ERR_SESSION;
     if (priv == nullptr || sig_out == nullptr || (e == nullptr && e_len > 0)) return ZOK_ERR_ARGUMENT;
@@ -123,8 +123,8 @@ uint32_t SDF_ExternalSign_ECC(void *session, uint32_t algorithm, const ECCrefPri
 
 // KEPT: the public key is not tested to lie on the curve. Held by
 // SdfExternalVerifyEcc.KeptPublicKeyOffTheCurveIsNotRefused.
-uint32_t SDF_ExternalVerify_ECC(void *session, uint32_t algorithm, const ECCrefPublicKey *pub, const uint8_t *e,
-                                uint32_t e_len, const ECCSignature *sig)
+uint32_t SDF_ExternalVerify_ECC(void *session, uint32_t algorithm, const ECCrefPublicKey *pub,
+                                const uint8_t *e, uint32_t e_len, const ECCSignature *sig)
 {
     if (session == nullptr) return ZOK_ERR_SESSION;
     if (pub == nullptr || sig == nullptr || (e == nullptr && e_len > 0)) return ZOK_ERR_ARGUMENT;
