@@ -2,11 +2,22 @@
 function(zokecc_instrument target)
     if(ZOKECC_SANITIZE)
         target_compile_options(${target} PRIVATE -fsanitize=${ZOKECC_SANITIZE} -fno-sanitize-recover=all
-                               -fno-omit-frame-pointer)
+                               -fno-omit-frame-pointer -fno-optimize-sibling-calls)
         target_link_options(${target} PRIVATE -fsanitize=${ZOKECC_SANITIZE})
     endif()
     if(ZOKECC_COVERAGE)
         target_compile_options(${target} PRIVATE --coverage)
         target_link_options(${target} PRIVATE --coverage)
+    endif()
+endfunction()
+
+# Run-time options of the sanitizers for a test. The stacks that the suppressions are matched with
+# need the frames that the options above keep.
+function(zokecc_sanitizer_options test)
+    if(ZOKECC_SANITIZE)
+        set_property(TEST ${test} APPEND PROPERTY ENVIRONMENT
+            "ASAN_OPTIONS=detect_leaks=1:detect_stack_use_after_return=1:strict_string_checks=1"
+            "UBSAN_OPTIONS=print_stacktrace=1"
+            "LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/lsan.supp:print_suppressions=0")
     endif()
 endfunction()
