@@ -136,7 +136,9 @@ int32_t mint_mod_reduce(const mint *value, const mint *modulus, mint *out)
 {
     // Taking in one word after the other leaves the same remainder as one long division.
     mint remainder{};
-    if (mint_compare(value, modulus) != 0) mint_mod(value, modulus, &remainder);
-    mint_copy(out, &remainder);
+    if (mint_compare(value, modulus) == 0 || mint_mod(value, modulus, &remainder) == 0)
+        zokecc::set_zero(*out);
+    else
+        mint_copy(out, &remainder);
     return 0;
 }

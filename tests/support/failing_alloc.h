@@ -1,0 +1,29 @@
+// Makes the k-th allocation of the code under test fail, and counts what is not given back.
+//
+// The test programs are linked with --wrap=malloc, --wrap=calloc and --wrap=free, which
+// reaches the library and the C parts of the tests but not operator new.
+#ifndef ZOKECC_TESTS_SUPPORT_FAILING_ALLOC_H
+#define ZOKECC_TESTS_SUPPORT_FAILING_ALLOC_H
+
+#include <cstddef>
+
+namespace zokecc_test {
+
+class FailingAlloc {
+public:
+    // The fail_at-th allocation from now on fails (1 = the next one; 0 = none).
+    explicit FailingAlloc(unsigned fail_at = 0);
+    ~FailingAlloc();
+    FailingAlloc(const FailingAlloc &) = delete;
+    FailingAlloc &operator=(const FailingAlloc &) = delete;
+
+    unsigned fail_at;
+    unsigned allocations = 0;      // attempts, the failed one included
+    int outstanding = 0;           // successful allocations minus frees since construction
+    size_t last_size = 0;          // bytes asked for by the last attempt
+    size_t largest_size = 0;
+};
+
+}  // namespace zokecc_test
+
+#endif

@@ -1,0 +1,58 @@
+// Reader of the vector files: blocks of "Key = value" lines between blank lines.
+#ifndef ZOKECC_TESTS_SUPPORT_VECTOR_FILE_H
+#define ZOKECC_TESTS_SUPPORT_VECTOR_FILE_H
+
+#include <fstream>
+#include <map>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "tests/support/hex.h"
+
+namespace zokecc_test {
+
+// One block. A missing key is an error of the test, never an empty value.
+class VectorBlock {
+public:
+    bool has(const std::string &key) const { return values_.count(key) != 0; }
+    const std::string &text(const std::string &key) const {
+        auto found = values_.find(key);
+        if (found == values_.end()) throw std::out_of_range("vector block without " + key);
+        return found->second;
+    }
+    ByteString bytes(const std::string &key) const { return from_hex(text(key)); }
+    mint number(const std::string &key) const { return mint_from_hex(text(key)); }
+    unsigned decimal(const std::string &key) const { return static_cast<unsigned>(std::stoul(text(key))); }
+
+    bool empty() const { return values_.empty(); }
+    void set(const std::string &key, const std::string &value) { values_[key] = value; }
+
+private:
+    std::map<std::string, std::string> values_;
+};
+
+// All blocks of tests/vectors/<name>. Throws if the file cannot be read or holds none.
+inline std::vector<VectorBlock> read_vectors(const std::string &name) {
+    std::ifstream in(std::string(ZOKECC_VECTOR_DIR "/") + name);
+    if (!in) throw std::runtime_error("cannot read vector file " + name);
+    std::vector<VectorBlock> blocks;
+    VectorBlock current;
+    for (std::string line; std::getline(in, line);) {
+        if (line.empty()) {
+            if (!current.empty()) blocks.push_back(current);
+            current = VectorBlock();
+        } else if (line[0] != '#') {
+            size_t equals = line.find(" =");
+            if (equals == std::string::npos) throw std::runtime_error(name + ": bad line " + line);
+            current.set(line.substr(0, equals), equals + 3 <= line.size() ? line.substr(equals + 3) : "");
+        }
+    }
+    if (!current.empty()) blocks.push_back(current);
+    if (blocks.empty()) throw std::runtime_error("vector file without blocks: " + name);
+    return blocks;
+}
+
+}  // namespace zokecc_test
+
+#endif
