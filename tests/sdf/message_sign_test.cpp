@@ -1,0 +1,191 @@
+// ZOK_ExternalSignHash_ECC: which bytes are hashed. Keys,
+// sizes and the order of the checks are in message_sign_range_test.cpp.
+#include "tests/sdf/fixtures.h"
+
+using namespace zokecc_test;
+
+namespace {
+
+ByteString alice() { return text_bytes("ALICE"); }
+ByteString bob() { return text_bytes("BOB"); }
+ByteString hello() { return text_bytes("hello"); }
+
+ByteString digest(uint32_t selector, const ByteString &bytes) {
+    hash_msg msg{selector, bytes.data(), 0, static_cast<uint32_t>(bytes.size())};
+    ByteString out(32, 0);
+    EXPECT_EQ(hash_byte(&msg, out.data()), 32);
+    return out;
+}
+
+ByteString user_info(void *session, const ECCrefPublicKey &key, const ByteString &id) {
+    ByteString z(32, 0);
+    uint32_t z_len = 0;
+    EXPECT_EQ(
+        ZOK_GenerateUserInfo(session, &key, id.data(), static_cast<uint32_t>(id.size()), z.data(), &z_len),
+        ZOK_OK);
+    return z;
+}
+
+ByteString message_of(size_t size) {
+    ByteString out;
+    for (size_t i = 0; i < size; ++i) out.push_back(static_cast<uint8_t>(i * 11 + 1));
+    return out;
+}
+
+// One signature with nonce 77, over a message or over a value that the test hashed itself.
+struct Signing {
+    GuardedRecord<ECCSignature> sig;
+    FakeEntropy entropy;
+
+    Signing() { queue_numbers(entropy, {77}); }
+    uint32_t message(void *session, uint32_t algorithm, const ByteString &text, const ByteString &id,
+                     const ECCrefPrivateKey &key = small_private_key()) {
+        return sign_message(session, algorithm, key, text, id, sig.get());
+    }
+    uint32_t value(void *session, uint32_t algorithm, const ByteString &e) {
+        return sign_e(session, algorithm, small_private_key(), e, sig.get());
+    }
+    void expect_refused() const {
+        EXPECT_TRUE(sig.unchanged());
+        EXPECT_EQ(entropy.number_calls, 0u);
+    }
+};
+
+// The signature of the message is the signature of the expected hash.
+void expect_signs_hash(void *session, uint32_t algorithm, const ByteString &text, const ByteString &id,
+                       const ByteString &e) {
+    Signing by_message;
+    ASSERT_EQ(by_message.message(session, algorithm, text, id), ZOK_OK);
+    Signing by_value;
+    ASSERT_EQ(by_value.value(session, algorithm, e), ZOK_OK);
+    EXPECT_EQ(by_message.entropy.number_calls, by_value.entropy.number_calls);
+    EXPECT_EQ(by_message.sig.bytes(), by_value.sig.bytes());
+    EXPECT_TRUE(by_message.sig.guards_intact());
+}
+
+}  // namespace
+
+TEST(ZokExternalSignHashEcc, Sm2HashesZOfThePublicKeyThenTheMessage) {
+    for (uint32_t selector : {HASH_ALG_SM3, HASH_ALG_SHA256}) {
+        void *session = small_session(selector);
+        ByteString z = user_info(session, small_public_key(), alice());
+        for (size_t size = 0; size <= 200; ++size) {
+            SCOPED_TRACE(size);
+            ByteString hashed = z;
+            ByteString text = message_of(size);
+            hashed.insert(hashed.end(), text.begin(), text.end());
+            expect_signs_hash(session, ZOK_ALG_SM2_SIGN, text, alice(), digest(selector, hashed));
+        }
+    }
+}
+
+TEST(ZokExternalSignHashEcc, EcdsaHashesTheMessageAlone) {
+    for (uint32_t selector : {HASH_ALG_SM3, HASH_ALG_SHA256})
+        for (size_t size = 0; size <= 200; ++size) {
+            SCOPED_TRACE(size);
+            ByteString text = message_of(size);
+            expect_signs_hash(small_session(selector), ZOK_ALG_ECDSA_SIGN, text, alice(),
+                              digest(selector, text));
+        }
+}
+
+TEST(ZokExternalSignHashEcc, EcdsaIgnoresTheIdentity) {
+    ECCrefPrivateKey key = small_private_key();
+    ByteString text = hello();
+    Signing with_alice;
+    Signing with_bob;
+    ASSERT_EQ(with_alice.message(small_session(), ZOK_ALG_ECDSA_SIGN, text, alice()), ZOK_OK);
+    {
+        FakeEntropy entropy;
+        queue_numbers(entropy, {77});
+        ASSERT_EQ(ZOK_ExternalSignHash_ECC(small_session(), ZOK_ALG_ECDSA_SIGN, &key, text.data(), 5, nullptr,
+                                           0xFFFFFFFFu, with_bob.sig.get()),
+                  ZOK_OK);
+    }
+    EXPECT_EQ(with_alice.sig.bytes(), with_bob.sig.bytes());
+}
+
+TEST(ZokExternalSignHashEcc, NullMessageOfLengthZeroIsTheEmptyMessage) {
+    ECCrefPrivateKey key = small_private_key();
+    ByteString id = alice();
+    for (uint32_t selector : {HASH_ALG_SM3, HASH_ALG_SHA256})
+        for (uint32_t algorithm : {ZOK_ALG_SM2_SIGN, ZOK_ALG_ECDSA_SIGN}) {
+            Signing null_message;
+            ASSERT_EQ(ZOK_ExternalSignHash_ECC(small_session(selector), algorithm, &key, nullptr, 0,
+                                               id.data(), 5, null_message.sig.get()),
+                      ZOK_OK);
+            uint8_t unread = 0;
+            Signing empty;
+            ASSERT_EQ(ZOK_ExternalSignHash_ECC(small_session(selector), algorithm, &key, &unread, 0,
+                                               id.data(), 5, empty.sig.get()),
+                      ZOK_OK);
+            EXPECT_EQ(null_message.sig.bytes(), empty.sig.bytes());
+        }
+}
+
+TEST(ZokExternalSignHashEcc, NullIdentityOfLengthZeroIsTheEmptyIdentity) {
+    ECCrefPrivateKey key = small_private_key();
+    ByteString text = hello();
+    ByteString z = user_info(small_session(), small_public_key(), ByteString());
+    z.insert(z.end(), text.begin(), text.end());
+    Signing null_id;
+    ASSERT_EQ(ZOK_ExternalSignHash_ECC(small_session(), ZOK_ALG_SM2_SIGN, &key, text.data(), 5, nullptr, 0,
+                                       null_id.sig.get()),
+              ZOK_OK);
+    Signing by_value;
+    ASSERT_EQ(by_value.value(small_session(), ZOK_ALG_SM2_SIGN, digest(HASH_ALG_SM3, z)), ZOK_OK);
+    EXPECT_EQ(null_id.sig.bytes(), by_value.sig.bytes());
+}
+
+// The standard takes the leftmost 192 bits of the digest here; all 256 are reduced instead.
+TEST(ZokExternalSignHashEcc, KeptEcdsaReducesTheWholeDigestOnShortCurves) {
+    FakeEntropy entropy;
+    entropy.queued_numbers.push_back(mint_from_hex("a5c817a236a5f7faa329b8ecc3c596687c71aaaf86c7703e"));
+    ByteString text = from_hex(
+        "5c868fedb8026979ebd26f1ba07c27eedf4ff6d10443505a96ecaf21ba8c4f0937b3cd23ffdc3dd429d4cd1905fb8dbc"
+        "ceeff1350020e18b58d2ba70887baa3a9b783ad30d3fbf210331cdd7df8d77defa398cdacdfc2e359c7ba4cae46bb744"
+        "01deb417f8b912a1aa966aeeba9c39c7dd22479ae2b30719dca2f2206c5eb4b7");
+    GuardedRecord<ECCSignature> sig;
+    ASSERT_EQ(sign_message(shared_session(curve("secp192r1"), HASH_ALG_SHA256), ZOK_ALG_ECDSA_SIGN,
+                           private_key(from_hex("24edd22f7ddd6fa5bc61fc0653479aa40809ef865cf27a47")), text,
+                           ByteString(), sig.get()),
+              ZOK_OK);
+    expect_signature(sig, from_hex("354abaecf4361fea90c29b9199882edf8573e686a813eff8"),
+                     from_hex("3d8389206645eb17d02647f6542a9a593e032e5138cec44b"));
+}
+
+TEST(ZokExternalSignHashEcc, InputsStayAsTheyWere) {
+    ECCrefPrivateKey key = small_private_key();
+    ByteString before = image(key);
+    ByteString text = hello();
+    ByteString id = alice();
+    Signing signing;
+    ASSERT_EQ(signing.message(small_session(), ZOK_ALG_SM2_SIGN, text, id, key), ZOK_OK);
+    EXPECT_EQ(image(key), before);
+    EXPECT_EQ(text, hello());
+    EXPECT_EQ(id, alice());
+}
+
+TEST(ZokExternalSignHashEcc, KeyWiderThanTheCurveIsTakenIfItsValueIsInRange) {
+    Signing narrow;
+    ASSERT_EQ(narrow.message(small_session(), ZOK_ALG_SM2_SIGN, hello(), alice()), ZOK_OK);
+    for (size_t count : {size_t{21}, size_t{33}, size_t{64}}) {
+        Signing wide;
+        ASSERT_EQ(wide.message(small_session(), ZOK_ALG_SM2_SIGN, hello(), alice(),
+                               private_key(fixed_bytes(small_number(123), count))),
+                  ZOK_OK);
+        EXPECT_EQ(wide.sig.bytes(), narrow.sig.bytes());
+    }
+}
+
+TEST(ZokExternalSignHashEcc, RefusedConfigurationDecidesTheHash) {
+    Session session(small_curve(), HASH_ALG_SM3);
+    CurvePara refused = small_curve().record(HASH_ALG_SHA256);
+    refused.Gy[19] ^= 3;
+    ASSERT_EQ(ZOK_CurveParaCfg(session.handle(), refused.type, &refused), ZOK_ERR_INTERNAL);
+    Signing by_message;
+    ASSERT_EQ(by_message.message(session.handle(), ZOK_ALG_ECDSA_SIGN, hello(), bob()), ZOK_OK);
+    Signing by_value;
+    ASSERT_EQ(by_value.value(session.handle(), ZOK_ALG_ECDSA_SIGN, digest(HASH_ALG_SHA256, hello())), ZOK_OK);
+    EXPECT_EQ(by_message.sig.bytes(), by_value.sig.bytes());
+}

@@ -1,0 +1,218 @@
+// ZOK_ExternalVerifyHash_ECC: what makes a signature of a message good or bad, and the order
+// of the checks.
+#include "tests/sdf/example.h"
+#include "tests/support/failing_alloc.h"
+
+using namespace zokecc_test;
+
+namespace {
+
+ByteString alice() { return text_bytes("ALICE"); }
+ByteString bob() { return text_bytes("BOB"); }
+ByteString hello() { return text_bytes("hello"); }
+
+// A signature of "hello" by ALICE on the SM2 curve.
+ECCSignature signed_hello(uint32_t algorithm, uint32_t selector) {
+    FakeEntropy entropy;
+    ECCSignature sig{};
+    EXPECT_EQ(sign_message(sm2_session(selector), algorithm, example::priv(), hello(), alice(), &sig),
+              ZOK_OK);
+    return sig;
+}
+
+struct Kind {
+    uint32_t algorithm;
+    uint32_t selector;
+};
+const Kind kKinds[] = {{ZOK_ALG_SM2_SIGN, HASH_ALG_SM3},
+                       {ZOK_ALG_SM2_SIGN, HASH_ALG_SHA256},
+                       {ZOK_ALG_ECDSA_SIGN, HASH_ALG_SM3},
+                       {ZOK_ALG_ECDSA_SIGN, HASH_ALG_SHA256}};
+
+uint32_t verify_hello(uint32_t algorithm, const ECCrefPublicKey &key, void *session = small_session()) {
+    return verify_message(session, algorithm, key, hello(), alice(), small_signature(226, 216));
+}
+
+}  // namespace
+
+TEST(ZokExternalVerifyHashEcc, AcceptsWhatTheSigningCallMakes) {
+    for (const Kind &kind : kKinds)
+        EXPECT_EQ(verify_message(sm2_session(kind.selector), kind.algorithm, example::pub(), hello(), alice(),
+                                 signed_hello(kind.algorithm, kind.selector)),
+                  ZOK_OK);
+}
+
+TEST(ZokExternalVerifyHashEcc, AcceptsMessagesAroundTheBlockBorders) {
+    for (const Kind &kind : kKinds)
+        for (size_t size : {0u, 1u, 23u, 24u, 31u, 32u, 55u, 56u, 64u, 119u, 120u, 200u}) {
+            FakeEntropy entropy;
+            ByteString text(size, 0x61);
+            ECCSignature sig{};
+            ASSERT_EQ(sign_message(small_session(kind.selector), kind.algorithm, small_private_key(), text,
+                                   alice(), &sig),
+                      ZOK_OK);
+            EXPECT_EQ(verify_message(small_session(kind.selector), kind.algorithm, small_public_key(), text,
+                                     alice(), sig),
+                      ZOK_OK)
+                << size;
+        }
+}
+
+TEST(ZokExternalVerifyHashEcc, RefusesAnotherMessage) {
+    for (const Kind &kind : kKinds) {
+        ECCSignature sig = signed_hello(kind.algorithm, kind.selector);
+        for (const char *text : {"hellp", "hell", "hello ", ""})
+            EXPECT_EQ(verify_message(sm2_session(kind.selector), kind.algorithm, example::pub(),
+                                     text_bytes(text), alice(), sig),
+                      ZOK_ERR_VERIFY);
+    }
+}
+
+TEST(ZokExternalVerifyHashEcc, Sm2RefusesAnotherIdentity) {
+    ECCSignature sig = signed_hello(ZOK_ALG_SM2_SIGN, HASH_ALG_SM3);
+    for (const ByteString &id : {bob(), text_bytes("ALIC"), ByteString()})
+        EXPECT_EQ(verify_message(sm2_session(), ZOK_ALG_SM2_SIGN, example::pub(), hello(), id, sig),
+                  ZOK_ERR_VERIFY);
+}
+
+TEST(ZokExternalVerifyHashEcc, EcdsaIgnoresTheIdentity) {
+    ECCSignature sig = signed_hello(ZOK_ALG_ECDSA_SIGN, HASH_ALG_SM3);
+    ECCrefPublicKey key = example::pub();
+    ByteString text = hello();
+    EXPECT_EQ(verify_message(sm2_session(), ZOK_ALG_ECDSA_SIGN, key, text, bob(), sig), ZOK_OK);
+    EXPECT_EQ(ZOK_ExternalVerifyHash_ECC(sm2_session(), ZOK_ALG_ECDSA_SIGN, &key, text.data(), 5, nullptr,
+                                         0xFFFFFFFFu, &sig),
+              ZOK_OK);
+}
+
+TEST(ZokExternalVerifyHashEcc, RefusesASignatureOverTheOtherHash) {
+    for (const Kind &kind : kKinds)
+        EXPECT_EQ(verify_message(sm2_session(1 - kind.selector), kind.algorithm, example::pub(), hello(),
+                                 alice(), signed_hello(kind.algorithm, kind.selector)),
+                  ZOK_ERR_VERIFY);
+}
+
+TEST(ZokExternalVerifyHashEcc, RefusesASignatureOfTheOtherAlgorithm) {
+    EXPECT_EQ(verify_message(sm2_session(), ZOK_ALG_ECDSA_SIGN, example::pub(), hello(), alice(),
+                             signed_hello(ZOK_ALG_SM2_SIGN, HASH_ALG_SM3)),
+              ZOK_ERR_VERIFY);
+    EXPECT_EQ(verify_message(sm2_session(), ZOK_ALG_SM2_SIGN, example::pub(), hello(), alice(),
+                             signed_hello(ZOK_ALG_ECDSA_SIGN, HASH_ALG_SM3)),
+              ZOK_ERR_VERIFY);
+}
+
+TEST(ZokExternalVerifyHashEcc, RefusesAnotherPublicKey) {
+    ECCrefPublicKey base =
+        public_key(fixed_bytes(curve("sm2p256v1").G.x, 32), fixed_bytes(curve("sm2p256v1").G.y, 32));
+    for (const Kind &kind : kKinds)
+        EXPECT_EQ(verify_message(sm2_session(kind.selector), kind.algorithm, base, hello(), alice(),
+                                 signed_hello(kind.algorithm, kind.selector)),
+                  ZOK_ERR_VERIFY);
+}
+
+TEST(ZokExternalVerifyHashEcc, BitsOfTheKeyChangeThePointAndNotZ) {
+    ECCSignature sig = signed_hello(ZOK_ALG_SM2_SIGN, HASH_ALG_SM3);
+    ECCrefPublicKey key = example::pub();
+    key.bits = 263;
+    EXPECT_EQ(verify_message(sm2_session(), ZOK_ALG_SM2_SIGN, key, hello(), alice(), sig), ZOK_OK);
+    key.bits = 255;
+    EXPECT_EQ(verify_message(sm2_session(), ZOK_ALG_SM2_SIGN, key, hello(), alice(), sig), ZOK_ERR_VERIFY);
+}
+
+TEST(ZokExternalVerifyHashEcc, NumberOutOfRangeReturns100000E) {
+    for (uint32_t algorithm : {ZOK_ALG_SM2_SIGN, ZOK_ALG_ECDSA_SIGN})
+        for (const ECCSignature &sig :
+             {small_signature(0, 1), small_signature(1, 0), small_signature(991, 1), small_signature(1, 991)})
+            EXPECT_EQ(verify_message(small_session(), algorithm, small_public_key(), hello(), alice(), sig),
+                      ZOK_ERR_VERIFY);
+}
+
+TEST(ZokExternalVerifyHashEcc, NullMessageOfLengthZeroIsTheEmptyMessage) {
+    ECCrefPublicKey key = example::pub();
+    ByteString id = alice();
+    for (const Kind &kind : kKinds) {
+        FakeEntropy entropy;
+        ECCSignature sig{};
+        ASSERT_EQ(
+            sign_message(sm2_session(kind.selector), kind.algorithm, example::priv(), ByteString(), id, &sig),
+            ZOK_OK);
+        EXPECT_EQ(ZOK_ExternalVerifyHash_ECC(sm2_session(kind.selector), kind.algorithm, &key, nullptr, 0,
+                                             id.data(), 5, &sig),
+                  ZOK_OK);
+    }
+}
+
+TEST(ZokExternalVerifyHashEcc, InputsStayAsTheyWereAndNothingIsDrawn) {
+    for (const Kind &kind : kKinds) {
+        ECCSignature sig = signed_hello(kind.algorithm, kind.selector);
+        ECCrefPublicKey key = example::pub();
+        ByteString before = image(sig);
+        ByteString key_before = image(key);
+        FakeEntropy entropy;
+        EXPECT_EQ(verify_message(sm2_session(kind.selector), kind.algorithm, key, hello(), alice(), sig),
+                  ZOK_OK);
+        EXPECT_EQ(image(sig), before);
+        EXPECT_EQ(image(key), key_before);
+        EXPECT_TRUE(entropy.call_order.empty());
+    }
+}
+
+TEST(ZokExternalVerifyHashEcc, KeyOfMoreThan64BytesReturns1000027) {
+    ECCrefPublicKey key = small_public_key();
+    key.bits = 520;
+    EXPECT_EQ(verify_hello(ZOK_ALG_SM2_SIGN, key), ZOK_ERR_ARGUMENT);
+    EXPECT_EQ(verify_hello(ZOK_ALG_ECDSA_SIGN, key), ZOK_ERR_ARGUMENT);
+    Session unknown_hash(small_curve(), 2);
+    EXPECT_EQ(verify_hello(ZOK_ALG_ECDSA_SIGN, key, unknown_hash.handle()), ZOK_ERR_ARGUMENT);
+}
+
+TEST(ZokExternalVerifyHashEcc, UnknownAlgorithmReturnsMinusOneAndReadsNothing) {
+    ECCrefPublicKey key = small_public_key();
+    key.bits = 0xFFFFFFFF;
+    for (uint32_t algorithm : {0u, ZOK_ALG_SM2_KEY, ZOK_ALG_ECDSA_KEY, kUnknownAlgorithm}) {
+        EXPECT_EQ(verify_hello(algorithm, key), ZOK_ERR_INTERNAL);
+        EXPECT_EQ(verify_message(small_session(), algorithm, key, hello(), alice(), small_signature(0, 0)),
+                  ZOK_ERR_INTERNAL);
+        EXPECT_EQ(
+            ZOK_ExternalVerifyHash_ECC(small_session(), algorithm, nullptr, nullptr, 1, nullptr, 1, nullptr),
+            ZOK_ERR_INTERNAL);
+    }
+}
+
+TEST(ZokExternalVerifyHashEcc, UnknownSelectorReturns1000027ForSm2AndMinusOneForEcdsa) {
+    Session session(small_curve(), 2);
+    EXPECT_EQ(verify_hello(ZOK_ALG_SM2_SIGN, small_public_key(), session.handle()), ZOK_ERR_ARGUMENT);
+    EXPECT_EQ(verify_hello(ZOK_ALG_ECDSA_SIGN, small_public_key(), session.handle()), ZOK_ERR_INTERNAL);
+    // Before r and s are looked at.
+    EXPECT_EQ(verify_message(session.handle(), ZOK_ALG_SM2_SIGN, small_public_key(), hello(), alice(),
+                             small_signature(0, 0)),
+              ZOK_ERR_ARGUMENT);
+    EXPECT_EQ(verify_message(session.handle(), ZOK_ALG_ECDSA_SIGN, small_public_key(), hello(), alice(),
+                             small_signature(0, 0)),
+              ZOK_ERR_INTERNAL);
+}
+
+TEST(ZokExternalVerifyHashEcc, IdentityOfNearly4GiBReturns1000027) {
+    ECCrefPublicKey key = small_public_key();
+    ECCSignature sig = small_signature(226, 216);
+    uint8_t byte = 0;
+    FailingAlloc counter;
+    EXPECT_EQ(ZOK_ExternalVerifyHash_ECC(small_session(), ZOK_ALG_SM2_SIGN, &key, &byte, 0xFFFFFFFFu, &byte,
+                                         0xFFFFFFFFu, &sig),
+              ZOK_ERR_ARGUMENT);
+    EXPECT_EQ(counter.allocations, 0u);
+}
+
+TEST(ZokExternalVerifyHashEcc, MessageOfNearly4GiBReturnsMinusOneForSm2) {
+    ECCrefPublicKey key = small_public_key();
+    ECCSignature out_of_range = small_signature(0, 0);
+    uint8_t byte = 0;
+    for (uint32_t size : {0xFFFFFFFFu - 32u, 0xFFFFFFFFu}) {
+        FailingAlloc counter;
+        EXPECT_EQ(ZOK_ExternalVerifyHash_ECC(small_session(), ZOK_ALG_SM2_SIGN, &key, &byte, size, &byte, 1,
+                                             &out_of_range),
+                  ZOK_ERR_INTERNAL);
+        EXPECT_EQ(counter.allocations, 1u);
+        EXPECT_EQ(counter.outstanding, 0);
+    }
+}

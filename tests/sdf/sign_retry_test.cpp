@@ -1,0 +1,175 @@
+// SDF_ExternalSign_ECC: rounds that start again with another nonce, the remainder zero that is
+// kept in SM2 signing, and the end after 1,024 rounds without success.
+//
+// On the small curve with d = 123 and e = 1 a nonce of
+//   73 gives r + k = n,   219 gives r = 0,   957 gives s = 0,   77 gives (762, 4).
+#include "tests/sdf/example.h"
+
+using namespace zokecc_test;
+
+namespace {
+
+constexpr uint32_t kSumIsOrder = 73;
+constexpr uint32_t kRIsZero = 219;
+constexpr uint32_t kSIsZero = 957;
+constexpr uint32_t kGood = 77;
+
+struct Signing {
+    GuardedRecord<ECCSignature> sig;
+    FakeEntropy entropy;
+
+    uint32_t sign(uint32_t algorithm, uint32_t e, std::initializer_list<uint32_t> nonces) {
+        queue_numbers(entropy, nonces);
+        return sign_e(small_session(), algorithm, small_private_key(), small_bytes(e), sig.get());
+    }
+};
+
+// Every nonce of the list is drawn, and the last one gives r and s.
+void expect_sm2(std::initializer_list<uint32_t> nonces, uint32_t r, uint32_t s, uint32_t e = 1) {
+    Signing signing;
+    ASSERT_EQ(signing.sign(ZOK_ALG_SM2_SIGN, e, nonces), ZOK_OK);
+    expect_small_signature(signing.sig, r, s);
+    EXPECT_EQ(signing.entropy.number_calls, nonces.size());
+    EXPECT_TRUE(signing.entropy.queued_numbers.empty());
+}
+
+void expect_ecdsa(std::initializer_list<uint32_t> nonces, uint32_t e, uint32_t r, uint32_t s) {
+    Signing signing;
+    ASSERT_EQ(signing.sign(ZOK_ALG_ECDSA_SIGN, e, nonces), ZOK_OK);
+    expect_small_signature(signing.sig, r, s);
+    EXPECT_EQ(signing.entropy.number_calls, nonces.size());
+}
+
+void queue_many(FakeEntropy &entropy, uint32_t value, unsigned count) {
+    for (unsigned i = 0; i < count; ++i) entropy.queued_numbers.push_back(small_number(value));
+}
+
+// b = 0 and G = (0, 0): the base point lies on the curve, and every multiple has x = 0.
+Curve useless_curve() {
+    Curve out = small_curve();
+    out.name = "useless";
+    out.b = mint{};
+    out.G = ecc_point{};
+    return out;
+}
+
+}  // namespace
+
+TEST(SdfExternalSignEcc, Sm2GoodNonceNeedsOneRound) { expect_sm2({kGood}, 762, 4); }
+
+TEST(SdfExternalSignEcc, Sm2RPlusKEqualToTheOrderStartsAgain) {
+    expect_sm2({kSumIsOrder, kGood}, 762, 4);
+    expect_sm2({kSumIsOrder, kSumIsOrder, kSumIsOrder, kGood}, 762, 4);
+}
+
+TEST(SdfExternalSignEcc, Sm2SEqualToZeroStartsAgain) {
+    expect_sm2({kSIsZero, kGood}, 762, 4);
+    expect_sm2({kSIsZero, kSumIsOrder, kSIsZero, kGood}, 762, 4);
+}
+
+TEST(SdfExternalSignEcc, KeptZeroRIsAccepted) { expect_sm2({kRIsZero}, 0, 761); }
+
+TEST(SdfExternalSignEcc, KeptSm2AcceptsREqualToZeroAfterSEqualToZero) {
+    expect_sm2({kSIsZero, kRIsZero}, 0, 761);
+}
+
+TEST(SdfExternalSignEcc, KeptSm2REqualToZeroStartsAgainRightAfterRPlusKEqualToTheOrder) {
+    expect_sm2({kSumIsOrder, kRIsZero, kGood}, 762, 4);
+    expect_sm2({kSumIsOrder, kRIsZero, kRIsZero, kRIsZero, kGood}, 762, 4);
+    expect_sm2({kSIsZero, kSumIsOrder, kRIsZero, kGood}, 762, 4);
+}
+
+TEST(SdfExternalSignEcc, KeptSm2SEqualToZeroForgetsAnEarlierRPlusKEqualToTheOrder) {
+    expect_sm2({kSumIsOrder, kSIsZero, kRIsZero}, 0, 761);
+    expect_sm2({kSumIsOrder, kRIsZero, kSIsZero, kRIsZero}, 0, 761);
+    expect_sm2({kSumIsOrder, kSIsZero, kSumIsOrder, kRIsZero, kGood}, 762, 4);
+}
+
+TEST(SdfExternalSignEcc, KeptSm2NonceZeroIsUsed) {
+    expect_sm2({0}, 1, 7);  // r = e, s = -r d / (1 + d)
+}
+
+TEST(SdfExternalSignEcc, Sm2NonceZeroWithEZeroGivesSZeroAndStartsAgain) {
+    expect_sm2({0, kGood}, 761, 988, 0);
+}
+
+TEST(SdfExternalSignEcc, KeptSm2REqualToZeroOnTheSm2Curve) {
+    // e = n - x of k G; s = k / (1 + d).
+    const ByteString e = from_hex("fb14038d7172e8679dfbcdd97188014930a5b08d13bec91c0457e53c0bc0a6b0");
+    Sm2Signing signing;
+    ASSERT_EQ(signing.sign(ZOK_ALG_SM2_SIGN, example::priv(), e), ZOK_OK);
+    signing.expect("0000000000000000000000000000000000000000000000000000000000000000",
+                   "0e9ed3f9384552871c05b57813f956a96dd20d7477d19424de3e842851f9d5ab");
+    EXPECT_EQ(verify_e(sm2_session(), ZOK_ALG_SM2_SIGN, example::pub(), e, *signing.sig.get()),
+              ZOK_ERR_VERIFY);
+}
+
+TEST(SdfExternalSignEcc, EcdsaREqualToZeroStartsAgain) {
+    expect_ecdsa({0, 77}, 456, 761, 681);         // infinity
+    expect_ecdsa({128, 863, 77}, 456, 761, 681);  // the two points with x = 0
+}
+
+TEST(SdfExternalSignEcc, EcdsaSEqualToZeroStartsAgain) {
+    expect_ecdsa({500, 77}, 481, 761, 218);  // e = -d times x of 500 G
+    expect_ecdsa({500, 0, 500, 77}, 481, 761, 218);
+}
+
+TEST(SdfExternalSignEcc, Sm2SucceedsInTheLastOf1024Rounds) {
+    Signing signing;
+    queue_many(signing.entropy, kSumIsOrder, 1023);
+    ASSERT_EQ(signing.sign(ZOK_ALG_SM2_SIGN, 1, {kGood}), ZOK_OK);
+    expect_small_signature(signing.sig, 762, 4);
+    EXPECT_EQ(signing.entropy.number_calls, 1024u);
+}
+
+TEST(SdfExternalSignEcc, Sm2EndsAfter1024RoundsWithout) {
+    for (uint32_t fruitless : {kSumIsOrder, kSIsZero}) {
+        Signing signing;
+        queue_many(signing.entropy, fruitless, 1024);
+        EXPECT_EQ(signing.sign(ZOK_ALG_SM2_SIGN, 1, {kGood}), ZOK_ERR_SIGN);
+        EXPECT_EQ(signing.entropy.number_calls, 1024u);
+        EXPECT_TRUE(signing.sig.unchanged());
+    }
+}
+
+TEST(SdfExternalSignEcc, EcdsaSucceedsInTheLastOf1024Rounds) {
+    Signing signing;
+    queue_many(signing.entropy, 0, 600);
+    queue_many(signing.entropy, 500, 423);
+    ASSERT_EQ(signing.sign(ZOK_ALG_ECDSA_SIGN, 481, {77}), ZOK_OK);
+    expect_small_signature(signing.sig, 761, 218);
+    EXPECT_EQ(signing.entropy.number_calls, 1024u);
+}
+
+TEST(SdfExternalSignEcc, EcdsaEndsAfter1024RoundsWithout) {
+    Signing signing;
+    queue_many(signing.entropy, 0, 1024);
+    EXPECT_EQ(signing.sign(ZOK_ALG_ECDSA_SIGN, 1, {77}), ZOK_ERR_SIGN);
+    EXPECT_EQ(signing.entropy.number_calls, 1024u);
+    EXPECT_TRUE(signing.sig.unchanged());
+}
+
+TEST(SdfExternalSignEcc, EcdsaOverABasePointZeroEndsAfter1024Draws) {
+    Session session(useless_curve());
+    FakeEntropy entropy;
+    GuardedRecord<ECCSignature> sig;
+    EXPECT_EQ(sign_e(session.handle(), ZOK_ALG_ECDSA_SIGN, small_private_key(), small_bytes(1), sig.get()),
+              ZOK_ERR_SIGN);
+    EXPECT_EQ(entropy.number_calls, 1024u);
+    EXPECT_TRUE(sig.unchanged());
+    EXPECT_EQ(sign_message(session.handle(), ZOK_ALG_ECDSA_SIGN, small_private_key(), small_bytes(1),
+                           ByteString(), sig.get()),
+              ZOK_ERR_SIGN);
+    EXPECT_EQ(entropy.number_calls, 2048u);
+    EXPECT_TRUE(sig.unchanged());
+}
+
+TEST(SdfExternalSignEcc, Sm2OverABasePointZeroSignsWithREqualToE) {
+    Session session(useless_curve());
+    FakeEntropy entropy;
+    queue_numbers(entropy, {77});
+    GuardedRecord<ECCSignature> sig;
+    ASSERT_EQ(sign_e(session.handle(), ZOK_ALG_SM2_SIGN, small_private_key(), small_bytes(456), sig.get()),
+              ZOK_OK);
+    EXPECT_EQ(to_hex(sig->r, 20), to_hex(small_bytes(456)));
+}

@@ -1,0 +1,246 @@
+// SDF_ExternalVerify_ECC: the ranges of r and s, the lengths that are read, and the order of
+// the checks. What is accepted on purpose is in verify_kept_test.cpp.
+#include "tests/sdf/example.h"
+
+using namespace zokecc_test;
+
+namespace {
+
+// (226, 216) is the SM2 signature and (761, 681) the ECDSA signature of e = 456 with nonce 77.
+struct Scheme {
+    uint32_t algorithm;
+    uint32_t r;
+    uint32_t s;
+};
+const Scheme kSchemes[] = {{ZOK_ALG_SM2_SIGN, 226, 216}, {ZOK_ALG_ECDSA_SIGN, 761, 681}};
+
+uint32_t verify(const Scheme &scheme, uint32_t r, uint32_t s, uint32_t e = 456) {
+    return verify_e(small_session(), scheme.algorithm, small_public_key(), small_bytes(e),
+                    small_signature(r, s));
+}
+
+}  // namespace
+
+TEST(SdfExternalVerifyEcc, AcceptsAGoodSignature) {
+    for (const Scheme &scheme : kSchemes) EXPECT_EQ(verify(scheme, scheme.r, scheme.s), ZOK_OK);
+}
+
+TEST(SdfExternalVerifyEcc, RefusesAnotherEAnotherROrAnotherS) {
+    for (const Scheme &scheme : kSchemes) {
+        EXPECT_EQ(verify(scheme, scheme.r, scheme.s, 457), ZOK_ERR_VERIFY);
+        EXPECT_EQ(verify(scheme, scheme.r + 1, scheme.s), ZOK_ERR_VERIFY);
+        EXPECT_EQ(verify(scheme, scheme.r, scheme.s + 1), ZOK_ERR_VERIFY);
+        EXPECT_EQ(verify(scheme, scheme.s, scheme.r), ZOK_ERR_VERIFY);
+    }
+}
+
+TEST(SdfExternalVerifyEcc, RefusesTheSignatureOfTheOtherAlgorithm) {
+    EXPECT_EQ(verify(kSchemes[0], 761, 681), ZOK_ERR_VERIFY);
+    EXPECT_EQ(verify(kSchemes[1], 226, 216), ZOK_ERR_VERIFY);
+}
+
+TEST(SdfExternalVerifyEcc, RefusesREqualToZero) {
+    for (const Scheme &scheme : kSchemes) EXPECT_EQ(verify(scheme, 0, scheme.s), ZOK_ERR_VERIFY);
+}
+
+TEST(SdfExternalVerifyEcc, RefusesSEqualToZero) {
+    for (const Scheme &scheme : kSchemes) EXPECT_EQ(verify(scheme, scheme.r, 0), ZOK_ERR_VERIFY);
+}
+
+TEST(SdfExternalVerifyEcc, RefusesREqualToTheOrder) {
+    for (const Scheme &scheme : kSchemes) {
+        EXPECT_EQ(verify(scheme, 991, scheme.s), ZOK_ERR_VERIFY);
+        EXPECT_EQ(verify(scheme, 991, scheme.s, 991), ZOK_ERR_VERIFY);
+    }
+}
+
+TEST(SdfExternalVerifyEcc, RefusesSEqualToTheOrder) {
+    for (const Scheme &scheme : kSchemes) EXPECT_EQ(verify(scheme, scheme.r, 991), ZOK_ERR_VERIFY);
+}
+
+TEST(SdfExternalVerifyEcc, RefusesNumbersCongruentToGoodOnes) {
+    for (const Scheme &scheme : kSchemes) {
+        EXPECT_EQ(verify(scheme, scheme.r + 991, scheme.s), ZOK_ERR_VERIFY);
+        EXPECT_EQ(verify(scheme, scheme.r, scheme.s + 991), ZOK_ERR_VERIFY);
+    }
+}
+
+TEST(SdfExternalVerifyEcc, RefusesNumbersOfAllOnes) {
+    ByteString ones(20, 0xFF);
+    for (const Scheme &scheme : kSchemes) {
+        ECCSignature sig = signature(ones, small_bytes(scheme.s));
+        EXPECT_EQ(verify_e(small_session(), scheme.algorithm, small_public_key(), small_bytes(456), sig),
+                  ZOK_ERR_VERIFY);
+        sig = signature(small_bytes(scheme.r), ones);
+        EXPECT_EQ(verify_e(small_session(), scheme.algorithm, small_public_key(), small_bytes(456), sig),
+                  ZOK_ERR_VERIFY);
+    }
+}
+
+TEST(SdfExternalVerifyEcc, TakesEveryRAndSUpToTheOrderMinusOne) {
+    // Signatures with r or s of 1 and n - 1; e is what makes each of them good.
+    struct Case {
+        Scheme scheme;
+        uint32_t e;
+    };
+    const Case cases[] = {
+        {{ZOK_ALG_SM2_SIGN, 1, 200}, 659},   {{ZOK_ALG_SM2_SIGN, 990, 200}, 632},
+        {{ZOK_ALG_SM2_SIGN, 200, 1}, 87},    {{ZOK_ALG_SM2_SIGN, 200, 990}, 471},
+        {{ZOK_ALG_SM2_SIGN, 1, 1}, 46},      {{ZOK_ALG_SM2_SIGN, 990, 990}, 44},
+        {{ZOK_ALG_ECDSA_SIGN, 1, 200}, 284}, {{ZOK_ALG_ECDSA_SIGN, 990, 200}, 319},
+        {{ZOK_ALG_ECDSA_SIGN, 761, 1}, 619}, {{ZOK_ALG_ECDSA_SIGN, 761, 990}, 465},
+    };
+    for (const Case &c : cases) {
+        EXPECT_EQ(verify(c.scheme, c.scheme.r, c.scheme.s, c.e), ZOK_OK) << c.scheme.r << ' ' << c.scheme.s;
+        EXPECT_EQ(verify(c.scheme, c.scheme.r, c.scheme.s, c.e + 1), ZOK_ERR_VERIFY);
+    }
+}
+
+TEST(SdfExternalVerifyEcc, Sm2RefusesRPlusSEqualToTheOrder) {
+    for (uint32_t r : {1u, 2u, 490u, 990u}) EXPECT_EQ(verify(kSchemes[0], r, 991 - r), ZOK_ERR_VERIFY);
+    // With t = 0 the sum would be s G alone: x of 300 G is 272, and 691 + 300 = n.
+    EXPECT_EQ(verify(kSchemes[0], 691, 300, 419), ZOK_ERR_VERIFY);
+}
+
+TEST(SdfExternalVerifyEcc, EcdsaTakesRPlusSEqualToTheOrder) {
+    EXPECT_EQ(verify(kSchemes[1], 761, 230, 414), ZOK_OK);
+}
+
+TEST(SdfExternalVerifyEcc, BytesBehindTheCurveLengthAreNotRead) {
+    for (const Scheme &scheme : kSchemes) {
+        ECCSignature sig = small_signature(scheme.r, scheme.s);
+        ECCrefPublicKey key = small_public_key();
+        std::memset(sig.r + 20, 0x3C, 44);
+        std::memset(sig.s + 20, 0x3C, 44);
+        std::memset(key.x + 20, 0x3C, 44);
+        std::memset(key.y + 20, 0x3C, 44);
+        EXPECT_EQ(verify_e(small_session(), scheme.algorithm, key, small_bytes(456), sig), ZOK_OK);
+    }
+}
+
+TEST(SdfExternalVerifyEcc, InputsStayAsTheyWereAndNothingIsDrawn) {
+    for (const Scheme &scheme : kSchemes) {
+        ECCSignature sig = small_signature(scheme.r, scheme.s);
+        ECCrefPublicKey key = small_public_key();
+        ByteString before = image(sig);
+        ByteString key_before = image(key);
+        ByteString e = small_bytes(456);
+        FakeEntropy entropy;
+        EXPECT_EQ(verify_e(small_session(), scheme.algorithm, key, e, sig), ZOK_OK);
+        EXPECT_EQ(image(sig), before);
+        EXPECT_EQ(image(key), key_before);
+        EXPECT_EQ(e, small_bytes(456));
+        EXPECT_TRUE(entropy.call_order.empty());
+        EXPECT_EQ(entropy.number_calls, 0u);
+    }
+}
+
+TEST(SdfExternalVerifyEcc, KeyLengthIsTheWholeBytesOfItsBits) {
+    for (const Scheme &scheme : kSchemes) {
+        ECCrefPublicKey key = small_public_key();
+        key.bits = 167;
+        EXPECT_EQ(verify_e(small_session(), scheme.algorithm, key, small_bytes(456),
+                           small_signature(scheme.r, scheme.s)),
+                  ZOK_OK);
+        key.bits = 159;
+        EXPECT_EQ(verify_e(small_session(), scheme.algorithm, key, small_bytes(456),
+                           small_signature(scheme.r, scheme.s)),
+                  ZOK_ERR_VERIFY);
+    }
+}
+
+TEST(SdfExternalVerifyEcc, KeyMayBeWiderThanTheCurveUpTo64Bytes) {
+    for (size_t count : {size_t{21}, size_t{33}, size_t{64}}) {
+        ECCrefPublicKey key =
+            public_key(fixed_bytes(small_number(346), count), fixed_bytes(small_number(763), count));
+        for (const Scheme &scheme : kSchemes)
+            EXPECT_EQ(verify_e(small_session(), scheme.algorithm, key, small_bytes(456),
+                               small_signature(scheme.r, scheme.s)),
+                      ZOK_OK);
+    }
+}
+
+TEST(SdfExternalVerifyEcc, KeyOfMoreThan64BytesReturns1000027) {
+    for (uint32_t bits : {520u, 1024u, 0xFFFFFFFFu}) {
+        ECCrefPublicKey key = small_public_key();
+        key.bits = bits;
+        for (const Scheme &scheme : kSchemes)
+            EXPECT_EQ(verify_e(small_session(), scheme.algorithm, key, small_bytes(456),
+                               small_signature(scheme.r, scheme.s)),
+                      ZOK_ERR_ARGUMENT);
+    }
+}
+
+TEST(SdfExternalVerifyEcc, EveryLengthOfEUpTo76IsTakenAsItStands) {
+    for (size_t count = 2; count <= 76; ++count)
+        for (const Scheme &scheme : kSchemes)
+            EXPECT_EQ(verify_e(small_session(), scheme.algorithm, small_public_key(),
+                               fixed_bytes(small_number(456), count), small_signature(scheme.r, scheme.s)),
+                      ZOK_OK)
+                << count;
+}
+
+TEST(SdfExternalVerifyEcc, EIsReducedFromNineteenFullWords) {
+    ByteString e(76, 0xFF);
+    EXPECT_EQ(verify_e(small_session(), ZOK_ALG_SM2_SIGN, small_public_key(), e, small_signature(320, 874)),
+              ZOK_OK);
+    EXPECT_EQ(verify_e(small_session(), ZOK_ALG_ECDSA_SIGN, small_public_key(), e, small_signature(761, 605)),
+              ZOK_OK);
+}
+
+TEST(SdfExternalVerifyEcc, EmptyEIsZero) {
+    EXPECT_EQ(verify_e(small_session(), ZOK_ALG_SM2_SIGN, small_public_key(), ByteString(),
+                       small_signature(761, 988)),
+              ZOK_OK);
+}
+
+TEST(SdfExternalVerifyEcc, EOfMoreThan76BytesReturns1000027) {
+    uint8_t e[77] = {};
+    ECCrefPublicKey key = small_public_key();
+    ECCSignature sig = small_signature(226, 216);
+    for (uint32_t count : {77u, 0x80000000u, 0xFFFFFFFFu})
+        for (uint32_t algorithm : {ZOK_ALG_SM2_SIGN, ZOK_ALG_ECDSA_SIGN, kUnknownAlgorithm})
+            EXPECT_EQ(SDF_ExternalVerify_ECC(small_session(), algorithm, &key, e, count, &sig),
+                      ZOK_ERR_ARGUMENT);
+}
+
+TEST(SdfExternalVerifyEcc, UnknownAlgorithmReturnsMinusOne) {
+    for (uint32_t algorithm : {0u, ZOK_ALG_SM2_KEY, ZOK_ALG_ECDSA_KEY, 0x20400u, 0x40400u, 0x20101u}) {
+        EXPECT_EQ(verify({algorithm, 226, 216}, 226, 216), ZOK_ERR_INTERNAL) << algorithm;
+        EXPECT_EQ(verify({algorithm, 226, 216}, 226, 991 - 226), ZOK_ERR_INTERNAL) << algorithm;
+    }
+}
+
+TEST(SdfExternalVerifyEcc, NumberOutOfRangeWinsOverUnknownAlgorithm) {
+    Scheme unknown{kUnknownAlgorithm, 226, 216};
+    EXPECT_EQ(verify(unknown, 0, 216), ZOK_ERR_VERIFY);
+    EXPECT_EQ(verify(unknown, 226, 991), ZOK_ERR_VERIFY);
+}
+
+TEST(SdfExternalVerifyEcc, LongEAndLongKeyWinOverANumberOutOfRange) {
+    ECCrefPublicKey key = small_public_key();
+    EXPECT_EQ(verify_e(small_session(), ZOK_ALG_SM2_SIGN, key, ByteString(77, 1), small_signature(0, 216)),
+              ZOK_ERR_ARGUMENT);
+    key.bits = 520;
+    EXPECT_EQ(verify_e(small_session(), ZOK_ALG_SM2_SIGN, key, small_bytes(456), small_signature(226, 0)),
+              ZOK_ERR_ARGUMENT);
+}
+
+TEST(SdfExternalVerifyEcc, RangesOnTheSm2Curve) {
+    const Curve &sm2 = curve("sm2p256v1");
+    ByteString n = fixed_bytes(sm2.n, 32);
+    ByteString n_minus_1 = n;
+    ByteString n_plus_1 = n;
+    n_minus_1[31] = static_cast<uint8_t>(n[31] - 1);
+    n_plus_1[31] = static_cast<uint8_t>(n[31] + 1);
+    ByteString r = from_hex(example::kR);
+    ByteString s = from_hex(example::kS);
+    ECCrefPublicKey key = example::pub();
+    ByteString e = example::e();
+    EXPECT_EQ(verify_e(sm2_session(), ZOK_ALG_SM2_SIGN, key, e, signature(r, s)), ZOK_OK);
+    for (const ByteString &bad : {ByteString(32, 0), n, n_plus_1, n_minus_1, ByteString(32, 0xFF)})
+        for (uint32_t algorithm : {ZOK_ALG_SM2_SIGN, ZOK_ALG_ECDSA_SIGN}) {
+            EXPECT_EQ(verify_e(sm2_session(), algorithm, key, e, signature(bad, s)), ZOK_ERR_VERIFY);
+            EXPECT_EQ(verify_e(sm2_session(), algorithm, key, e, signature(r, bad)), ZOK_ERR_VERIFY);
+        }
+}
