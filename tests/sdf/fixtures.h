@@ -14,6 +14,7 @@
 #include <utility>
 
 #include "tests/support/curves.h"
+#include "tests/support/failing_alloc.h"
 #include "tests/support/fake_entropy.h"
 #include "tests/support/guarded_buffer.h"
 #include "tests/support/hex.h"
@@ -56,7 +57,10 @@ inline const Curve &small_curve() {
 inline void *shared_session(const Curve &curve, uint32_t hash_selector = HASH_ALG_SM3) {
     static std::map<std::pair<std::string, uint32_t>, std::unique_ptr<Session>> sessions;
     std::unique_ptr<Session> &slot = sessions[{curve.name, hash_selector}];
-    if (!slot) slot = std::make_unique<Session>(curve, hash_selector);
+    if (!slot) {
+        AllocPause prepares_the_test;
+        slot = std::make_unique<Session>(curve, hash_selector);
+    }
     return slot->handle();
 }
 inline void *small_session(uint32_t hash_selector = HASH_ALG_SM3) {

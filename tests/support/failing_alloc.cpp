@@ -27,6 +27,9 @@ namespace zokecc_test {
 FailingAlloc::FailingAlloc(unsigned fail_at_) : fail_at(fail_at_) { active = this; }
 FailingAlloc::~FailingAlloc() { active = nullptr; }
 
+AllocPause::AllocPause() : paused_(active) { active = nullptr; }
+AllocPause::~AllocPause() { active = paused_; }
+
 }  // namespace zokecc_test
 
 extern "C" {

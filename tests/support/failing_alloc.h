@@ -18,10 +18,22 @@ public:
     FailingAlloc &operator=(const FailingAlloc &) = delete;
 
     unsigned fail_at;
-    unsigned allocations = 0;      // attempts, the failed one included
-    int outstanding = 0;           // successful allocations minus frees since construction
-    size_t last_size = 0;          // bytes asked for by the last attempt
+    unsigned allocations = 0;  // attempts, the failed one included
+    int outstanding = 0;       // successful allocations minus frees since construction
+    size_t last_size = 0;      // bytes asked for by the last attempt
     size_t largest_size = 0;
+};
+
+// While an object lives, allocations neither fail nor count: for what a test prepares on the way.
+class AllocPause {
+public:
+    AllocPause();
+    ~AllocPause();
+    AllocPause(const AllocPause &) = delete;
+    AllocPause &operator=(const AllocPause &) = delete;
+
+private:
+    FailingAlloc *paused_;
 };
 
 }  // namespace zokecc_test

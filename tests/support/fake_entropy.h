@@ -30,13 +30,13 @@ public:
     // Values that the next gen_random_number() calls hand out instead of drawing.
     std::deque<mint> queued_numbers;
 
-    uint32_t now;                         // what time() answers
+    uint32_t now;  // what time() answers
     unsigned rand_calls = 0;
     unsigned srand_calls = 0;
     unsigned time_calls = 0;
-    unsigned number_calls = 0;            // gen_random_number() calls, queued or not
-    std::vector<unsigned> srand_seeds;    // the argument of every srand()
-    std::vector<char> call_order;         // 't', 's' or 'r' per call
+    unsigned number_calls = 0;          // gen_random_number() calls, queued or not
+    std::vector<unsigned> srand_seeds;  // the argument of every srand()
+    std::vector<char> call_order;       // 't', 's' or 'r' per call
 
     // The answer of the small generator: state starts at the seed of the last srand();
     // state = state * 1103515245 + 12345, answer = (state >> 1) & 0x7FFFFFFF.

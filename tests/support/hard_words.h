@@ -61,8 +61,8 @@ public:
             switch (style) {
             case 0: words[i] = 0; break;
             case 1: words[i] = 0xFFFFFFFFu; break;
-            case 2: words[i] = same; break;                              // equal neighbours
-            case 3: words[i] = below(2) == 0 ? 0 : 0xFFFFFFFFu; break;   // long runs of bits
+            case 2: words[i] = same; break;                             // equal neighbours
+            case 3: words[i] = below(2) == 0 ? 0 : 0xFFFFFFFFu; break;  // long runs of bits
             case 4: words[i] = uniform(); break;
             default: words[i] = word(); break;
             }
@@ -142,9 +142,9 @@ private:
 // Same length and same used words, with both numbers in the message.
 inline ::testing::AssertionResult is_value(const mint &got, const mint &want) {
     if (same_value(got, want)) return ::testing::AssertionSuccess();
-    return ::testing::AssertionFailure() << "got len " << got.len << " "
-        << (got.len <= MINT_WORDS ? mint_to_hex(got) : "?") << ", want len " << want.len << " "
-        << (want.len <= MINT_WORDS ? mint_to_hex(want) : "?");
+    return ::testing::AssertionFailure()
+           << "got len " << got.len << " " << (got.len <= MINT_WORDS ? mint_to_hex(got) : "?")
+           << ", want len " << want.len << " " << (want.len <= MINT_WORDS ? mint_to_hex(want) : "?");
 }
 inline ::testing::AssertionResult is_value(const mint &got, const Natural &want) {
     return is_value(got, want.to_mint());

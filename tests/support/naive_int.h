@@ -74,8 +74,8 @@ void divide(const Natural &a, const Natural &b, Natural &quotient, Natural &rema
 Natural operator/(const Natural &a, const Natural &b);
 Natural operator%(const Natural &a, const Natural &b);
 
-Natural mod_mul(const Natural &a, const Natural &b, const Natural &m);       // a * b mod m
-Natural mod_power(const Natural &a, const Natural &e, const Natural &m);     // a^e mod m; 1 mod m for e = 0
+Natural mod_mul(const Natural &a, const Natural &b, const Natural &m);    // a * b mod m
+Natural mod_power(const Natural &a, const Natural &e, const Natural &m);  // a^e mod m; 1 mod m for e = 0
 Natural greatest_common_divisor(Natural a, Natural b);
 
 // For failure messages of the test framework.

@@ -1,0 +1,71 @@
+#!/usr/bin/env python3
+"""What no file of the repository may contain: unfinished work, tests that are switched off or
+cannot fail, paths of one machine, odd characters, and too many lines."""
+import os
+import pathlib
+import re
+import sys
+
+ROOT = pathlib.Path(__file__).resolve().parent.parent.parent
+SKIPPED_FOLDERS = {".git", ".cache", "build", "__pycache__", "Testing"}
+DATA = ("tests/vectors/", "LICENSE")
+MAX_LINES = 400
+MAX_HEADER_LINES = 800  # a public header is its family's manual
+MAX_COLUMNS = 110
+
+# Each in a form that does not match itself.
+FORBIDDEN = [
+    (re.compile(r"\b(TO[D]O|FIX[M]E|X[X]X|HAC[K])\b"), "unfinished work"),
+    (re.compile(r"GTEST_SKI[P]|\bDISABLE[D]_|\bif [(]?0[)]?$"), "something switched off"),
+    (re.compile(r"(EXPECT|ASSERT)_(TRUE\(tru[e]\)|FALSE\(fals[e]\))|\bSUCCEE[D]\(\)"), "no check"),
+    (re.compile(r"/(home|root|work|Users)/[\w.]"), "a path of one machine"),
+    (re.compile(r"\b(usleep|sleep_for|nanosleep)\b *[(]"), "waiting"),
+]
+
+
+def files():
+    for folder, folders, names in os.walk(ROOT):
+        folders[:] = sorted(name for name in folders if name not in SKIPPED_FOLDERS)
+        for name in sorted(names):
+            if name != ".git":
+                yield pathlib.Path(folder, name)
+
+
+def text_faults(name, lines):
+    limit = MAX_HEADER_LINES if name.startswith("include/") else MAX_LINES
+    if len(lines) > limit:
+        yield f"{len(lines)} lines, more than {limit}"
+    for number, line in enumerate(lines, 1):
+        if len(line) > MAX_COLUMNS:
+            yield f"line {number}: {len(line)} columns, more than {MAX_COLUMNS}"
+        if line != line.rstrip() or "\t" in line:
+            yield f"line {number}: a tab, or white space at its end"
+        for pattern, what in FORBIDDEN:
+            if pattern.search(line):
+                yield f"line {number}: {what}: {line.strip()}"
+
+
+def file_faults(name, raw):
+    try:
+        text = raw.decode("ascii")
+    except UnicodeDecodeError as error:
+        return [f"byte {error.start} is not ASCII"]
+    if name.startswith(DATA):
+        return []
+    if not text.endswith("\n") or "\r" in text:
+        return ["does not end with a line feed, or holds a carriage return"]
+    return list(text_faults(name, text[:-1].split("\n")))
+
+
+def main():
+    faults, seen = [], 0
+    for path in files():
+        name = path.relative_to(ROOT).as_posix()
+        faults += [f"{name}: {fault}" for fault in file_faults(name, path.read_bytes())]
+        seen += 1
+    print("\n".join(faults) if faults else f"{seen} files are clean")
+    return 1 if faults or seen == 0 else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())

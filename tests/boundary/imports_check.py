@@ -1,0 +1,65 @@
+#!/usr/bin/env python3
+"""What the shared library needs from outside: a few calls of the C library, and nothing else.
+
+    imports_check.py NM READELF LIBRARY
+"""
+import re
+import subprocess
+import sys
+
+C_LIBRARY = {
+    "calloc", "malloc", "free",
+    "memcpy", "memset", "memmove", "memcmp",
+    "rand", "srand", "time",
+    "printf", "putchar",
+}
+# Weak references of the start-up files that every shared library is linked with.
+START_UP = {"__cxa_finalize", "__gmon_start__", "_ITM_deregisterTMCloneTable", "_ITM_registerTMCloneTable"}
+# Arithmetic that the compiler calls where the processor has no instruction, as on ARM. Its
+# division raises a signal when the divisor is zero.
+COMPILER_HELPER = re.compile(r"__aeabi_\w+")
+ARM_DIVISION = {"raise"}
+
+
+def run(*command):
+    return subprocess.run(command, check=True, capture_output=True, text=True).stdout
+
+
+def stray_symbols(listing, foreseen):
+    for line in listing.splitlines():
+        letter, name = line.split()[-2:]
+        name = name.split("@")[0]
+        if name in foreseen or COMPILER_HELPER.fullmatch(name):
+            continue
+        if name in START_UP and letter in "wv":
+            continue
+        yield f"needs {name} ({letter})"
+
+
+def stray_libraries(listing):
+    needed = re.findall(r"\(NEEDED\).*\[(.*)\]", listing)
+    return [f"needs the library {name}" for name in needed if name != "libc.so.6"]
+
+
+def detours(relocations, exported):
+    """Calls to the library's own functions that go through the jump table."""
+    targets = re.findall(r"_JUMP_SLOT?\s+\w+\s+(\w+)", relocations)
+    return [f"calls its own {name} through the jump table" for name in targets if name in exported]
+
+
+def main(nm, readelf, library):
+    foreseen = set(C_LIBRARY)
+    if re.search(r"Machine:\s+ARM", run(readelf, "--file-header", library)):
+        foreseen |= ARM_DIVISION
+    imports = run(nm, "-D", "--undefined-only", library)
+    exports = run(nm, "-D", "--defined-only", library)
+    faults = list(stray_symbols(imports, foreseen))
+    faults += stray_libraries(run(readelf, "--wide", "--dynamic", library))
+    faults += detours(run(readelf, "--wide", "--relocs", library),
+                      {line.split()[-1].split("@")[0] for line in exports.splitlines()})
+    print("\n".join(faults) if faults else f"{len(imports.splitlines())} imports, all of them foreseen")
+    return 1 if faults else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main(*sys.argv[1:]))

@@ -1,0 +1,120 @@
+#!/usr/bin/env python3
+"""Calls go strictly downward: mint < hash < ecc < schemes and sdf, which do not know each other.
+
+    layers_check.py NM OBJECT...
+
+Held twice: by what the sources include and by what the object files call. One edge climbs, and is
+named here: the modular square root asks the hash layer for a random number.
+"""
+import pathlib
+import re
+import subprocess
+import sys
+
+ROOT = pathlib.Path(__file__).resolve().parent.parent.parent
+RANK = {"mint": 0, "hash": 1, "ecc": 2, "schemes": 3, "sdf": 3}
+
+UPWARD_INCLUDE = ("mint/sqrt.cpp", "zokecc/hash.h")
+UPWARD_CALL = ("mint/sqrt.cpp", "gen_random_number")
+
+# The narrow part of the C++ library that is allowed everywhere, and what one file alone may use.
+ANYWHERE = {"array", "bit", "cstddef", "cstdint", "cstdlib", "cstring", "limits", "span", "type_traits"}
+ONE_FILE_HEADERS = {"cstdio": "mint/dump.cpp", "ctime": "hash/entropy.cpp"}
+ONE_FILE_CALLS = {
+    "printf": "mint/dump.cpp", "putchar": "mint/dump.cpp",
+    "rand": "hash/entropy.cpp", "srand": "hash/entropy.cpp", "time": "hash/entropy.cpp",
+}
+INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^>"]+)[>"]', re.MULTILINE)
+
+
+def includes(path):
+    return INCLUDE.findall(path.read_text(encoding="ascii"))
+
+
+def may_use(user, used):
+    return user == used or RANK[used] < RANK[user]
+
+
+def public_header_faults():
+    headers = {f"zokecc/{path.name}": path for path in (ROOT / "include" / "zokecc").glob("*.h")}
+    faults = [] if headers else ["include/zokecc: no headers found"]
+    for name, path in sorted(headers.items()):
+        for bracket, target in includes(path):
+            known = target in headers or target in ("stddef.h", "stdint.h")
+            if bracket != "<" or not known:
+                faults.append(f"include/{name}: includes {target}")
+    every = {target for _, target in includes(headers["zokecc/zokecc.h"])}
+    parts = {name for name in headers if name not in ("zokecc/zokecc.h", "zokecc/conventions.h")}
+    return faults + [f"include/zokecc/zokecc.h: lacks {name}" for name in sorted(parts - every)]
+
+
+def include_fault(source, folder, bracket, target):
+    """Why a source of a folder may not include a target, or None."""
+    if bracket == '"':
+        layer = target.split("/")[0]
+        if layer not in RANK or not (ROOT / target).is_file():
+            return "which is no header of a layer, named from the root"
+        return None if may_use(folder, layer) else f"which lies in {layer}, not below {folder}"
+    if target.startswith("zokecc/"):
+        layer = pathlib.PurePosixPath(target).stem
+        if layer == "conventions" or (source, target) == UPWARD_INCLUDE:
+            return None
+        return None if layer in RANK and may_use(folder, layer) else f"which is not below {folder}"
+    if target in ANYWHERE or ONE_FILE_HEADERS.get(target) == source:
+        return None
+    return "a standard header that is not used there"
+
+
+def source_faults():
+    faults, seen = [], 0
+    for folder in RANK:
+        for path in sorted((ROOT / folder).glob("**/*")):
+            if path.suffix not in (".cpp", ".h"):
+                continue
+            seen += 1
+            source = path.relative_to(ROOT).as_posix()
+            for bracket, target in includes(path):
+                reason = include_fault(source, folder, bracket, target)
+                if reason:
+                    faults.append(f"{source}: includes {target}, {reason}")
+    return faults if seen else ["no sources found"]
+
+
+def symbols(nm, path):
+    """The names that an object file defines, and those that it takes from elsewhere."""
+    output = subprocess.run([nm, path], check=True, capture_output=True, text=True)
+    letters = [line.split()[-2:] for line in output.stdout.splitlines()]
+    needed = [name for letter, name in letters if letter in "Uwv"]
+    return [name for letter, name in letters if letter not in "Uwv"], needed
+
+
+def source_of(path):
+    """mint/sqrt.cpp for .../zokecc_objects.dir/mint/sqrt.cpp.o"""
+    return "/".join(pathlib.PurePosixPath(path).with_suffix("").parts[-2:])
+
+
+def call_faults(nm, objects):
+    table = {path: symbols(nm, path) for path in objects}
+    home = {name: source_of(path) for path, (defined, _) in table.items() for name in defined}
+    faults = [] if home else ["no symbols found"]
+    for path, (_, needed) in table.items():
+        source = source_of(path)
+        folder = source.split("/")[0]
+        for name in needed:
+            if ONE_FILE_CALLS.get(name, source) != source:
+                faults.append(f"{source}: calls {name}, which only {ONE_FILE_CALLS[name]} does")
+            if name not in home or (source, name) == UPWARD_CALL:
+                continue
+            if not may_use(folder, home[name].split("/")[0]):
+                faults.append(f"{source}: uses {name} of {home[name]}, which is not below {folder}")
+    return faults
+
+
+def main(nm, *objects):
+    faults = public_header_faults() + source_faults() + call_faults(nm, objects)
+    print("\n".join(faults) if faults else f"{len(objects)} object files and their sources look downward")
+    return 1 if faults else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main(*sys.argv[1:]))
