@@ -83,7 +83,7 @@ int main(int argc, char **argv)
     ECCrefPrivateKey priv;
     ECCSignature sig;
 
-    /* A curve that the library refuses shows at the first call that needs it, the second here. */
+    /* A curve of an unknown type shows at the first call that needs it, the second here. */
     check(ZOK_OpenSession(&session, &sm2p256v1), "open a session");
     check(SDF_GenerateKeyPair_ECC(session, ZOK_ALG_SM2_KEY, 256, &pub, &priv), "make a key pair");
 
