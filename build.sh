@@ -92,15 +92,14 @@ build_preset() {
 # inside the programs too, where a preset runs whole programs.
 suite() {
     suite_started=$(date +%s)
-    mkdir -p build
-    rm -f "build/$1.closing"
+    log="build/$1/Testing/Temporary/LastTest.log"
+    rm -f "build/$1.closing" "$log"
     status=FAILED
     if build_preset "$1"; then
         echo "==> testing: $1"
         if ctest --preset "$1" --output-log "build/$1/ctest.log"; then status=passed; fi
         grep -E 'tests passed|Total Test time' "build/$1/ctest.log" > "build/$1.closing" || status=FAILED
     fi
-    log="build/$1/Testing/Temporary/LastTest.log"
     tests=0
     [ ! -f "$log" ] || tests=$(awk '
         / Testing: / { ++programs }
@@ -223,8 +222,9 @@ coverage)
 exports)
     require python3 python3
     install_missing
-    python3 -B cmake/exports_map.py > build.exports.tmp
-    mv build.exports.tmp cmake/exports.map
+    mkdir -p build
+    python3 -B cmake/exports_map.py > build/exports.map
+    mv build/exports.map cmake/exports.map
     ;;
 format | format-check)
     require clang-format clang-format

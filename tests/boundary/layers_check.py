@@ -43,6 +43,9 @@ def public_header_faults():
             known = target in headers or target in ("stddef.h", "stdint.h")
             if bracket != "<" or not known:
                 faults.append(f"include/{name}: includes {target}")
+            family, used = pathlib.PurePath(name).stem, pathlib.PurePath(target).stem
+            if family in RANK and used in RANK and not may_use(family, used):
+                faults.append(f"include/{name}: includes {target}, which is not below it")
     every = {target for _, target in includes(headers["zokecc/zokecc.h"])}
     parts = {name for name in headers if name not in ("zokecc/zokecc.h", "zokecc/conventions.h")}
     return faults + [f"include/zokecc/zokecc.h: lacks {name}" for name in sorted(parts - every)]
