@@ -1,4 +1,5 @@
 // Affine points: addition, doubling and the curve equation.
+#include "ecc/equation.h"
 #include "ecc/exact_field.h"
 #include "ecc/point_formulas.h"
 
@@ -14,18 +15,29 @@ int32_t ecc_point_double(const ecc_point *P, const mint *a, const mint *b, const
     return ecc_point_add(P, P, a, b, p, out);
 }
 
+namespace zokecc {
+
+void curve_right_side(const mint &x, const mint &a, const mint &b, const mint &p, mint &out)
+{
+    const ExactField f{p};
+    mint t{};
+    mint sum{};
+    f.mul(x, x, t);
+    f.mul(t, x, sum);  // x^3
+    f.mul(a, x, t);
+    f.add(sum, t, sum);  // x^3 + a x
+    f.add(sum, b, sum);  // x^3 + a x + b
+    out = sum;
+}
+
+}  // namespace zokecc
+
 // The infinity flag is not looked at, and coordinates of p and above are taken as they are.
 int32_t ecc_test_point(const ecc_point *P, const mint *a, const mint *b, const mint *p)
 {
-    const zokecc::ExactField f{*p};
     mint left{};
     mint right{};
-    mint t{};
-    f.mul(P->y, P->y, left);  // y^2
-    f.mul(P->x, P->x, t);
-    f.mul(t, P->x, right);  // x^3
-    f.mul(*a, P->x, t);
-    f.add(right, t, right);   // x^3 + a x
-    f.add(right, *b, right);  // x^3 + a x + b
+    mint_mod_mul(&P->y, &P->y, p, &left);
+    zokecc::curve_right_side(P->x, *a, *b, *p, right);
     return mint_compare(&left, &right) != 0 ? 1 : 0;
 }

@@ -4,11 +4,9 @@
 
 #include "ecc/curve.h"
 #include "ecc/curve_numbers.h"
+#include "ecc/curve_types.h"
 
 namespace {
-
-constexpr uint32_t kTypes = 7;
-constexpr uint32_t kByteLengths[kTypes] = {0, 20, 24, 28, 32, 32, 32};
 
 // Puts the caller's record into the session's own copy, which is made where there is none yet. A
 // borrowed record stays with whoever lent it.
@@ -31,11 +29,12 @@ bool take_record(SessionContext &session, const CurvePara *record)
 uint32_t ZOK_CurveParaCfg(void *session, uint32_t type, const CurvePara *record)
 {
     if (session == nullptr) return ZOK_ERR_SESSION;
-    if (record == nullptr || type == 0 || type >= kTypes) return ZOK_ERR_ARGUMENT;
+    const uint32_t byte_len = zokecc::session_byte_length(type);
+    if (record == nullptr || byte_len == 0) return ZOK_ERR_ARGUMENT;
     SessionContext &s = *static_cast<SessionContext *>(session);
     if (!take_record(s, record)) return ZOK_ERR_INTERNAL;
 
-    s.byte_len = kByteLengths[type];
+    s.byte_len = byte_len;
     s.config_bits = 8 * s.byte_len;
     s.hash_selector = record->hash_selector;
     zokecc::install_numbers(s, *record, s.byte_len, s.config_bits);

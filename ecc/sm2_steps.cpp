@@ -61,7 +61,7 @@ bool add_multiples(const CurveView &curve, const mint &u, const ecc_point &Q, co
     ecc_point of_base{};
     ecc_point of_key{};
     multiply_base(curve, u, of_base);
-    if (ecc_unknown_point_mul(&v, &Q, &curve.a, &curve.b, &curve.p, &of_key) < 0) return false;
+    if (!multiply(curve, v, Q, of_key)) return false;
     ecc_point_add(&of_base, &of_key, &curve.a, &curve.b, &curve.p, &out);
     return true;
 }
@@ -88,6 +88,75 @@ bool ecdsa_recomputed_r(const CurveView &curve, const mint &e, const ecc_point &
     if (!add_multiples(curve, u1, Q, u2, sum)) return false;
     mint_mod(&x_of(sum), &curve.n, &R);
     return true;
+}
+
+bool multiply(const CurveView &curve, const mint &k, const ecc_point &P, ecc_point &out)
+{
+    return ecc_unknown_point_mul(&k, &P, &curve.a, &curve.b, &curve.p, &out) >= 0;
+}
+
+void write_point(const ecc_point &point, uint32_t len, PointBytes &out)
+{
+    uint32_t written = 0;
+    out.len = len;
+    mint_to_fixedlen_os(&point.x, len, len, &written, out.xy);
+    mint_to_fixedlen_os(&point.y, len, len, &written, out.xy + len);
+}
+
+Step sm2_encryption_points(const CurveView &curve, uint32_t len, const mint &k, const ecc_point &Q,
+                           uint8_t *x1, uint8_t *y1, PointBytes &shared)
+{
+    uint32_t written = 0;
+    Wiping<ecc_point> point;
+    multiply_base(curve, k, *point);
+    mint_to_fixedlen_os(&point->x, len, len, &written, x1);
+    mint_to_fixedlen_os(&point->y, len, len, &written, y1);
+    if (!multiply(curve, curve.h, Q, *point)) return Step::failed;
+    if (is_zero(curve.h) || is_zero(point->x) || is_zero(point->y)) return Step::refused;
+    if (!multiply(curve, k, Q, *point)) return Step::failed;
+    write_point(*point, len, shared);
+    return Step::done;
+}
+
+Step sm2_decryption_point(const CurveView &curve, uint32_t len, const mint &d, const ecc_point &C1,
+                          PointBytes &shared)
+{
+    Wiping<ecc_point> point;
+    if (!multiply(curve, curve.h, C1, *point)) return Step::failed;
+    if (is_zero(curve.h) || point->infinity == 1) return Step::refused;
+    if (!multiply(curve, d, C1, *point)) return Step::failed;
+    write_point(*point, len, shared);
+    return Step::done;
+}
+
+void write_x_bar(const uint8_t *x, uint32_t len, uint32_t w, uint8_t *out)
+{
+    const uint32_t whole = w / 8;
+    const uint32_t bits = w % 8;
+    if (whole >= len) return;
+    const uint32_t top = len - 1 - whole;
+    out[top] = static_cast<uint8_t>((x[top] & (0xFFu >> (8 - bits))) + (1u << bits));
+    std::memcpy(out + top + 1, x + top + 1, whole);
+}
+
+// KEPT: h t is reduced modulo the field prime and not modulo the order. With a cofactor of one it
+// is t either way; the others agree with deployed peers only like this. Held by
+// Sm2KeyExChg.KeptCofactorProductIsReducedModuloP.
+Step sm2_exchange_point(const CurveView &curve, uint32_t len, const ExchangeSide &side, PointBytes &U)
+{
+    Wiping<mint> t;
+    mint_mod_mul(&side.x_bar, &side.r, &curve.n, t.get());
+    mod_add(side.d, *t, curve.n, *t);
+    mint_mod_mul(&curve.h, t.get(), &curve.p, t.get());
+
+    ecc_point sum{};
+    if (!multiply(curve, side.peer_x_bar, side.peer_random, sum)) return Step::failed;
+    ecc_point_add(&side.peer_key, &sum, &curve.a, &curve.b, &curve.p, &sum);
+    Wiping<ecc_point> shared;
+    if (!multiply(curve, *t, sum, *shared)) return Step::failed;
+    if (is_zero(*t) || sum.infinity == 1 || shared->infinity == 1) return Step::refused;
+    write_point(*shared, len, U);
+    return Step::done;
 }
 
 }  // namespace zokecc

@@ -1,9 +1,11 @@
-// The steps of signatures that need only numbers and points: one round for a given nonce, and the
-// point that a verifier recomputes. Loops, range checks and codes stay with the interfaces above.
+// The steps of the schemes that need only numbers and points: one signing round for a given nonce,
+// the point that a verifier recomputes, the shared points of encryption and key exchange. Loops,
+// range checks, records and codes stay with the interfaces above.
 #ifndef ZOKECC_ECC_SM2_STEPS_H
 #define ZOKECC_ECC_SM2_STEPS_H
 
 #include "ecc/curve.h"
+#include "hash/sm2_digests.h"
 
 namespace zokecc {
 
@@ -52,6 +54,46 @@ bool sm2_recomputed_r(const CurveView &curve, const mint &e, const ecc_point &Q,
 // R = x mod n of (e / s) G + (r / s) Q.
 bool ecdsa_recomputed_r(const CurveView &curve, const mint &e, const ecc_point &Q, const mint &r,
                         const mint &s, mint &R);
+
+// How a step with points ended.
+enum class Step {
+    done,
+    refused,  // a number or point is zero or infinite that must not be
+    failed    // a multiplication failed for want of memory
+};
+
+// out = k P for any point.
+bool multiply(const CurveView &curve, const mint &k, const ecc_point &P, ecc_point &out);
+
+// x || y, each in len bytes; infinity gives zero bytes.
+void write_point(const ecc_point &point, uint32_t len, PointBytes &out);
+
+// C1 = k G into x1[len] and y1[len], and (x2, y2) = k Q. Refused, with C1 written, if h or a
+// coordinate of h Q is zero. GB/T 32918.4, A1 to A4.
+Step sm2_encryption_points(const CurveView &curve, uint32_t len, const mint &k, const ecc_point &Q,
+                           uint8_t *x1, uint8_t *y1, PointBytes &shared);
+
+// (x2, y2) = d C1. Refused if h is zero or h C1 infinite. GB/T 32918.4, B2 and B3.
+Step sm2_decryption_point(const CurveView &curve, uint32_t len, const mint &d, const ecc_point &C1,
+                          PointBytes &shared);
+
+// out[len - 1 - w/8 .. len - 1] = 2^w + (x mod 2^w) for the x in x[len]; the bytes before are the
+// caller's to clear. Writes nothing for a w beyond the coordinate. GB/T 32918.3, A5.
+void write_x_bar(const uint8_t *x, uint32_t len, uint32_t w, uint8_t *out);
+
+// One side of an exchange: its own scalars and x-bar, the peer's points and x-bar.
+struct ExchangeSide {
+    const mint &d;
+    const mint &r;
+    const mint &x_bar;
+    const ecc_point &peer_key;
+    const ecc_point &peer_random;
+    const mint &peer_x_bar;
+};
+
+// U = h t (P' + x-bar' R'), t = (d + x-bar r) mod n. Refused if h t, the sum or U is zero or
+// infinite. GB/T 32918.3, A6 to A7.
+Step sm2_exchange_point(const CurveView &curve, uint32_t len, const ExchangeSide &side, PointBytes &U);
 
 }  // namespace zokecc
 

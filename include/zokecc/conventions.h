@@ -45,18 +45,22 @@
  *      There are no threads and no locks inside. A call that works on its arguments alone may run on any
  *      number of threads at once. The caller serialises
  *      - every call that draws random numbers, against each other and against the application's own use of
- *        rand and srand: gen_random, gen_random_number, SDF_GenerateRandom, SDF_GenerateKeyPair_ECC,
- *        SDF_ExternalSign_ECC and ZOK_ExternalSignHash_ECC, on whatever sessions;
- *      - mint_sqrt for p = 1 (mod 8), which draws random numbers and uses one table for the whole process;
+ *        rand and srand: gen_random, gen_random_number, SDF_GenerateRandom; on whatever sessions
+ *        SDF_GenerateKeyPair_ECC, SDF_ExternalSign_ECC, ZOK_ExternalSignHash_ECC, the two encrypting calls,
+ *        and the six of key agreement that make a temporary key; Ecc_KeyPair_Gen in mode 0,
+ *        Ecdsa_DigitalSign, sm2_DigitalSign, sm2_Encry, Eces_Encry, eces_format and sm2_KeyExChg_B1_10;
+ *      - mint_sqrt, ecc_point_unpress and ecc_ByteToPoint of a compressed point for p = 1 (mod 8), which draw
+ *        random numbers and use one table for the whole process;
  *      - Curve_Init and ecc_precomputation_point against every call that uses the process-wide curve
- *        (ecc_fix_point_mul and ecc_point_mul) and against each other;
+ *        (ecc_fix_point_mul, ecc_point_mul, ecc_ByteToPoint and all of schemes.h) and against each other;
  *      - all calls on the same session, and all opening and closing on the same device.
  * @par Timing
  *      The arithmetic takes a time that depends on the values it works on, secret ones included. "Timing"
  *      names what the time of a call depends on; "the values" means that more than their lengths show.
  * @par Kept results
  *      Some results differ from the textbook and stay so, because devices in the field agree on them. The
- *      comments name those that a caller can meet after the word "Kept"; docs/compatibility.md lists all.
+ *      comments name those that a caller can meet after the word "Kept"; docs/compatibility.md and
+ *      docs/compatibility-schemes.md list all.
  */
 #ifndef ZOKECC_CONVENTIONS_H
 #define ZOKECC_CONVENTIONS_H
@@ -97,11 +101,11 @@
 #define ZOK_ERR_DEVICE        0x01000024u
 /** The session handle is null. */
 #define ZOK_ERR_SESSION       0x01000026u
-/** A pointer that the call needs is null, or a length, size, type or key record is out of range. */
+/** A pointer that the call needs is null, or a length, size, type, key or point is out of range. */
 #define ZOK_ERR_ARGUMENT      0x01000027u
 /** Opening a session: no memory for it. */
 #define ZOK_ERR_OPEN_SESSION  0x01000042u
-/** Internal failure: no memory for a copy, base point off the curve, or an algorithm that is not served. */
+/** No memory, a point off the curve, an algorithm that is not served, or a check value that differs. */
 #define ZOK_ERR_INTERNAL      0xFFFFFFFFu
 
 /** @} */

@@ -1,22 +1,25 @@
 /**
  * @file ecc.h
- * Curves y^2 = x^3 + a*x + b over a prime field, their points, and multiplication of points by scalars.
+ * Curves y^2 = x^3 + a*x + b over a prime field, their points, multiplication of points by scalars, and
+ * points as byte strings.
  *
  * @par Where a curve lives
- *      Curve_Init installs one curve for the whole process, and ecc_fix_point_mul and ecc_point_mul use its
- *      table. ZOK_CurveParaCfg installs a curve in a session. The two do not touch each other. The point
- *      calls take a, b and p as arguments and know no installed curve.
+ *      Curve_Init installs one curve for the whole process: ecc_fix_point_mul and ecc_point_mul use its
+ *      table, ecc_ByteToPoint and the calls of schemes.h all of it. ZOK_CurveParaCfg installs a curve in a
+ *      session. The two do not touch each other. The other point calls take a, b and p as arguments and know
+ *      no installed curve.
  * @par Sizes
  *      p has at most eight words (256 bits) wherever a table of multiples is built or used. L is the byte
  *      length that goes with a curve type. Coordinates are reduced, that is below p, and trimmed; this is not
  *      checked.
  * @par Order of arguments
- *      Operands, a, b, p, output. The conversions and ecc_copy_point have the output first, ecc_invert_point
- *      has p first. b is read by ecc_test_point alone; elsewhere it stands for the sake of the common order,
- *      and may be null.
+ *      Operands, a, b, p, output. The conversions, ecc_copy_point and ecc_point_unpress have the output
+ *      first, ecc_invert_point has p first. b is read by ecc_test_point and ecc_point_unpress alone;
+ *      elsewhere it stands for the sake of the common order, and may be null.
  * @par What is not checked
- *      No call tests that p is prime, that the curve is not singular or that n is the order of G. Whether a
- *      point lies on the curve is tested by ecc_test_point and, for G, by the two calls that install a curve.
+ *      No call tests that p is prime or that the curve is not singular. Whether a point lies on the curve is
+ *      tested by ecc_test_point, by ecc_ByteToPoint and, for G, by the two calls that install a curve and by
+ *      ZOK_CurveVerify, which also tries whether n is a multiple of the order of G.
  */
 #ifndef ZOKECC_ECC_H
 #define ZOKECC_ECC_H
@@ -61,11 +64,18 @@ typedef struct CurvePara {
     uint32_t hash_selector;       /**< hash of the session's schemes: 0 SM3, 1 SHA-256 */
 } CurvePara;
 
+/** A point, or a signature, as bytes: the record of the calls over the curve of the process. 136 bytes. */
+typedef struct ecc_point_bytes {
+    uint8_t  x[65];               /**< x, or r of a signature, big-endian from the start of the field */
+    uint8_t  y[65];               /**< y, or s of a signature, big-endian from the start of the field */
+    uint32_t length;              /**< bytes used of each field, at most 65 */
+} ecc_point_bytes;
+
 /** Entries of a table of multiples. An eight-word p has entries 0 to 512 written. */
 #define PRECOMP_TABLE_ENTRIES 520
 
 /**
- * @defgroup ecc_install Installing a curve
+ * @defgroup ecc_install Installing and checking a curve
  * @{
  */
 
@@ -164,6 +174,27 @@ ZOKECC_API int32_t  ecc_precomputation_point_1(const ecc_point *G, const mint *a
  *      Depends on the values. The table costs some thousand point additions, once.
  */
 ZOKECC_API uint32_t ZOK_CurveParaCfg(void *session, uint32_t type, const CurvePara *record);
+
+/**
+ * Checks a curve record without installing it: that G lies on the curve and that n * G is infinity.
+ *
+ * @param     type    curve type, 1 to 6 as listed with CurvePara; the type inside the record is not read
+ * @param[in] record  one record; its hash selector is not read
+ * @return ZOK_OK;
+ *         ZOK_ERR_ARGUMENT if record is null or type is not 1 to 6;
+ *         ZOK_ERR_INTERNAL if G is not on the curve, if both sides of its equation are 0 (y is 0 or p is 0),
+ *         if n * G is not infinity or if the multiplication finds no memory
+ *
+ * @note Kept: n = 0 passes. n * G is that of ecc_unknown_point_mul: a multiple of the order passes, and so
+ *       does the one number just below the order that is named there. The digit buffer of that call stays
+ *       allocated, some 260 bytes.
+ * @par Caller checks
+ *      That p and n are prime and the curve is not singular; for parameters from outside, that n is not 0 and
+ *      that they are those of a known curve.
+ * @par Timing
+ *      Depends on the values, all of which are public.
+ */
+ZOKECC_API uint32_t ZOK_CurveVerify(uint32_t type, const CurvePara *record);
 
 /** @} */
 
@@ -481,6 +512,97 @@ ZOKECC_API int32_t ecc_unknown_point_mul(const mint *k, const ecc_point *P, cons
  */
 ZOKECC_API int32_t ecc_point_mul(const mint *k, const ecc_point *P, const ecc_point *G, const mint *a,
                                  const mint *b, const mint *p, ecc_point *out);
+
+/** @} */
+
+/**
+ * @defgroup ecc_encoding Points as byte strings
+ * A compressed point is 02 or 03 (03 for an odd y) and x, an uncompressed one 04, x and y, a hybrid one 06 or
+ * 07 (07 for an odd y), x and y. There is no byte string for infinity.
+ * @{
+ */
+
+/**
+ * Finds the y that belongs to an x, from the parity of y.
+ *
+ * @param[out] out_y   one record: the one of the two roots of x^3 + a*x + b modulo p whose bit 0 is parity;
+ *                     as it was if the result is -1
+ * @param[in]  x       one record
+ * @param[in]  a       one record: coefficient a
+ * @param[in]  b       one record: coefficient b
+ * @param[in]  p       one record: the field's prime
+ * @param      parity  0 or 1
+ * @return 0 on success; -1 if mint_sqrt finds no root
+ *
+ * @note Kept: the root 0 and parity 1 give y = p, not reduced. The other root is p less the one that was
+ *       found, by the word rule of mint_sub, and is given for every parity but 0 and 1. For p = 1 (mod 8) an
+ *       x without a point gives 0 and a y without meaning, and for p = 5 (mod 8) an x with y = 0 gives -1, as
+ *       mint_sqrt has it.
+ * @par Caller checks
+ *      For p = 1 (mod 8) that the point lies on the curve: ecc_test_point.
+ * @par Aliasing
+ *      out_y may be x, a or b. It must not be p.
+ * @par Threads
+ *      For p = 1 (mod 8) the call uses one table for the whole process, and may draw random numbers.
+ * @par Timing
+ *      Depends on the values.
+ * @par Standard
+ *      SEC 1 version 2, section 2.3.4, step 2.4.
+ */
+ZOKECC_API int32_t  ecc_point_unpress(mint *out_y, const mint *x, const mint *a, const mint *b, const mint *p,
+                                      uint32_t parity);
+
+/**
+ * Writes a point as a byte string. No curve is needed.
+ *
+ * With l for the record's length, the compressed form takes l + 1 bytes and the others 2 * l + 1. Coordinates
+ * are copied as they stand; the parity is that of the last of the l bytes of y.
+ *
+ * @param[in]  point     one record
+ * @param      form      0: uncompressed; 1: compressed; 2: hybrid
+ * @param[out] out       the bytes written
+ * @param      out_size  room in bytes; a negative one is too small
+ * @return the bytes written; -1, with nothing written, if a pointer is null, point->length is above 65, the
+ *         form is another or out_size is too small
+ *
+ * @par Aliasing
+ *      out must not lie inside *point.
+ * @par Timing
+ *      Depends on the length and the form.
+ * @par Standard
+ *      SEC 1 version 2, section 2.3.3; ANSI X9.62 for the hybrid form.
+ */
+ZOKECC_API int32_t  ecc_PointToByte(const ecc_point_bytes *point, uint32_t form, uint8_t *out,
+                                    int32_t out_size);
+
+/**
+ * Reads a point from a byte string and tests that it lies on the curve of the process.
+ *
+ * A compressed point must have the curve's length, 1 + L bytes. The other forms may have coordinates of any
+ * length up to 65 bytes, which are copied as they stand and become the record's length.
+ *
+ * @param[in]  in      in_len bytes
+ * @param      in_len  length in bytes
+ * @param[out] out     one record
+ * @return 0 on success;
+ *         -1, with nothing written, if a pointer is null, no curve is installed, in_len is even or fits no
+ *         form, the first byte is not 02, 03, 04, 06 or 07, or a compressed x has no y;
+ *         -1, with the record written, if the point is not on the curve
+ *
+ * @note Kept: the parity in a hybrid prefix is not compared with y. Coordinates of p and above are tested,
+ *       and passed on, as they are.
+ * @par Caller checks
+ *      That out->length is L, where a record of that length is needed, and that x and y are below p.
+ * @par Aliasing
+ *      in must not lie inside *out.
+ * @par Threads
+ *      Must not run while another thread installs a curve. For compressed points what ecc_point_unpress says.
+ * @par Timing
+ *      Depends on the values.
+ * @par Standard
+ *      SEC 1 version 2, section 2.3.4; ANSI X9.62 for the hybrid form.
+ */
+ZOKECC_API int32_t  ecc_ByteToPoint(const uint8_t *in, uint32_t in_len, ecc_point_bytes *out);
 
 /** @} */
 

@@ -33,8 +33,7 @@ TEST_P(EccPointAddOn, SmallMultiplesAddUpAsPublished) {
     const std::vector<ecc_point> &multiple = multiples(c);
     for (size_t i : {1u, 2u, 9u})
         for (size_t j = 1; i + j <= 20; ++j)
-            EXPECT_TRUE(same_point(multiple[i + j], sum(c, multiple[i], multiple[j])))
-                << i << " + " << j;
+            EXPECT_TRUE(same_point(multiple[i + j], sum(c, multiple[i], multiple[j]))) << i << " + " << j;
 }
 
 TEST_P(EccPointAddOn, DifferencesOfMultiplesAreMultiples) {

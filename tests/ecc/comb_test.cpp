@@ -246,8 +246,8 @@ TEST(EccFixPointMul1, UnusableFieldSizeGivesInfinity) {
     for (const mint &p : {small(0), power_of_two(260)})
         for (const mint &k : scalars) {
             ecc_point out = comb.c.G;
-            EXPECT_EQ(0, ecc_fix_point_mul_1(&k, &comb.c.G, &comb.c.a, &comb.c.b, &p, &out,
-                                             comb.table->entry));
+            EXPECT_EQ(0,
+                      ecc_fix_point_mul_1(&k, &comb.c.G, &comb.c.a, &comb.c.b, &p, &out, comb.table->entry));
             EXPECT_TRUE(same_point(affine_infinity(), out));
         }
     EXPECT_EQ(0u, counting.allocations);

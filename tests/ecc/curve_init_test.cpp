@@ -62,7 +62,9 @@ TEST(CurveInit, BuildsTheGlobalTable) {
 }
 
 TEST(CurveInit, SizesOfTheThreeTypes) {
-    struct { uint32_t type, byte_len; } const types[] = {{0, 24}, {1, 32}, {4, 28}};
+    struct {
+        uint32_t type, byte_len;
+    } const types[] = {{0, 24}, {1, 32}, {4, 28}};
     for (auto [type, byte_len] : types) {
         ecc_curve_bytes record = tiny_record<ecc_curve_bytes>(byte_len, type);
         EXPECT_EQ(0, Curve_Init(&record)) << type;
@@ -171,8 +173,10 @@ TEST(CurveInit, ZeroPrimeReturnsZeroAndLeavesTheTable) {
 // 256 - 31, 256 - 1 and 256 - 24, whatever the order's own bit length is.
 TEST(CurveInit, WidthComesFromTheTypeAndTheTopWordOfTheOrder) {
     ecc_curve_bytes record = tiny_record<ecc_curve_bytes>(32, 1);
-    struct { uint32_t n, w; } const cases[] = {
-        {0x80000001u, 127}, {1u, 112}, {0x40000000u, 127}, {0x20000000u, 126}, {0xFFu, 115}, {0x1FFu, 116}};
+    struct {
+        uint32_t n, w;
+    } const cases[] = {{0x80000001u, 127}, {1u, 112},    {0x40000000u, 127},
+                       {0x20000000u, 126}, {0xFFu, 115}, {0x1FFu, 116}};
     for (auto [n, w] : cases) {
         set_order(record, 32, n);
         EXPECT_EQ(0, Curve_Init(&record));

@@ -19,10 +19,10 @@ namespace {
 std::vector<std::string> moduli() {
     std::vector<std::string> out;
     for (const std::string &name : all_curve_names()) out.push_back(mint_to_hex(curve(name).p));
-    for (const char *hex : {"ffffffffffffffffffffffffffffffffffff"
-                            "ffffffffffffffffffffffffffffffffff59",
-                            "ffffffffffffffffffffffff", "8000000000000000000000000000001d", "100000001",
-                            "fffffffb", "65"})
+    for (const char *hex :
+         {"ffffffffffffffffffffffffffffffffffff"
+          "ffffffffffffffffffffffffffffffffff59",
+          "ffffffffffffffffffffffff", "8000000000000000000000000000001d", "100000001", "fffffffb", "65"})
         out.push_back(hex);
     return out;
 }

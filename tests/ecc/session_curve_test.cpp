@@ -116,8 +116,9 @@ TEST(ZokCurveParaCfg, TypeOutsideOneToSixIsRefusedAndChangesNothing) {
 }
 
 TEST(ZokCurveParaCfg, SizesOfTheSixTypes) {
-    struct { uint32_t type, byte_len; } const types[] = {{1, 20}, {2, 24}, {3, 28},
-                                                         {4, 32}, {5, 32}, {6, 32}};
+    struct {
+        uint32_t type, byte_len;
+    } const types[] = {{1, 20}, {2, 24}, {3, 28}, {4, 32}, {5, 32}, {6, 32}};
     for (auto [type, byte_len] : types) {
         RawSession session;
         EXPECT_EQ(ZOK_OK, session.configure(tiny(type, byte_len))) << type;
@@ -273,8 +274,9 @@ TEST(ZokCurveParaCfg, ZeroOrderLeavesTheQuotientZero) {
 
 // Type bits minus the zero bits above the order's top bit in its highest used word.
 TEST(ZokCurveParaCfg, WidthComesFromTheTypeAndTheTopWordOfTheOrder) {
-    struct { uint32_t n, w; } const cases[] = {
-        {0x80000001u, 79}, {0x7FFFFFFFu, 79}, {0x3FFFFFFFu, 78}, {1u, 64}};
+    struct {
+        uint32_t n, w;
+    } const cases[] = {{0x80000001u, 79}, {0x7FFFFFFFu, 79}, {0x3FFFFFFFu, 78}, {1u, 64}};
     RawSession session;
     for (auto [n, w] : cases) {
         CurvePara record = tiny();

@@ -93,8 +93,8 @@ TEST_P(LegacyPointMulVectors, BasePointOverTheInstalledCurve) {
     for (const VectorBlock &block : vectors("point_mul.rsp")) {
         mint k = block.number("k");
         ecc_point out{};
-        EXPECT_EQ(0, ecc_fix_point_mul(&k, &global_curve.G, &global_curve.a, &global_curve.b,
-                                       &global_curve.p, &out));
+        EXPECT_EQ(0, ecc_fix_point_mul(&k, &global_curve.G, &global_curve.a, &global_curve.b, &global_curve.p,
+                                       &out));
         EXPECT_TRUE(same_point(result(block), out)) << mint_to_hex(k);
     }
 }

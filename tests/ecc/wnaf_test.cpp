@@ -22,8 +22,10 @@ mint near_order(const Curve &c, uint32_t factor, int offset) {
     mint product{}, multiplier = small(factor), out{};
     mint distance = small(static_cast<uint32_t>(offset < 0 ? -offset : offset));
     mint_mul(&c.n, &multiplier, &product);
-    if (offset < 0) mint_sub(&product, &distance, &out);
-    else mint_add(&product, &distance, &out);
+    if (offset < 0)
+        mint_sub(&product, &distance, &out);
+    else
+        mint_add(&product, &distance, &out);
     return out;
 }
 
@@ -36,10 +38,10 @@ struct LostProducts {
     int near_n, near_2n, near_3n;  // 0 where there is none
 };
 const LostProducts kLost[] = {
-    {"secp160r1", -14, 0, -10},      {"secp192r1", -2, -4, -6},       {"secp224r1", 6, 12, -14},
-    {"secp256r1", -2, -4, -6},       {"secp256k1", -2, -4, -6},       {"brainpoolP160r1", 14, 0, 10},
-    {"brainpoolP192r1", -2, -4, -6}, {"brainpoolP224r1", 2, 4, 6},    {"brainpoolP256r1", -14, 0, -10},
-    {"sm2p256v1", -6, -12, 14},      {"sm2test256", -14, 0, -10},     {"sm2test192", -14, 0, -10},
+    {"secp160r1", -14, 0, -10},      {"secp192r1", -2, -4, -6},    {"secp224r1", 6, 12, -14},
+    {"secp256r1", -2, -4, -6},       {"secp256k1", -2, -4, -6},    {"brainpoolP160r1", 14, 0, 10},
+    {"brainpoolP192r1", -2, -4, -6}, {"brainpoolP224r1", 2, 4, 6}, {"brainpoolP256r1", -14, 0, -10},
+    {"sm2p256v1", -6, -12, 14},      {"sm2test256", -14, 0, -10},  {"sm2test192", -14, 0, -10},
 };
 
 class EccUnknownPointMulLost : public testing::TestWithParam<LostProducts> {};
@@ -73,8 +75,7 @@ TEST_P(EccUnknownPointMulLost, EveryOtherScalarNearAMultipleOfTheOrderIsRight) {
 
 TEST_P(EccUnknownPointMulLost, SmallMultiplesAreAsPublished) {
     const Curve &c = curve(GetParam().curve);
-    for (uint32_t k = 0; k <= 20; ++k)
-        EXPECT_TRUE(same_point(multiples(c)[k], times(c, small(k), c.G))) << k;
+    for (uint32_t k = 0; k <= 20; ++k) EXPECT_TRUE(same_point(multiples(c)[k], times(c, small(k), c.G))) << k;
 }
 
 INSTANTIATE_TEST_SUITE_P(Curves, EccUnknownPointMulLost, testing::ValuesIn(kLost),
@@ -82,9 +83,12 @@ INSTANTIATE_TEST_SUITE_P(Curves, EccUnknownPointMulLost, testing::ValuesIn(kLost
 
 // On the curves whose order is 1, 3, 5 or 7 modulo 16 the lost multiple is below the order.
 TEST(EccUnknownPointMul, KeptLostMultipleBelowTheOrder) {
-    struct { const char *curve; uint32_t residue; } const cases[] = {
-        {"secp192r1", 1}, {"secp256r1", 1}, {"secp256k1", 1}, {"brainpoolP192r1", 1}, {"sm2p256v1", 3},
-        {"brainpoolP256r1", 7}, {"sm2test256", 7}, {"sm2test192", 7}, {"secp160r1", 7}};
+    struct {
+        const char *curve;
+        uint32_t residue;
+    } const cases[] = {{"secp192r1", 1},       {"secp256r1", 1},  {"secp256k1", 1},
+                       {"brainpoolP192r1", 1}, {"sm2p256v1", 3},  {"brainpoolP256r1", 7},
+                       {"sm2test256", 7},      {"sm2test192", 7}, {"secp160r1", 7}};
     for (auto [name, residue] : cases) {
         const Curve &c = curve(name);
         ASSERT_EQ(residue, c.n.words[0] % 16) << name;
@@ -282,7 +286,10 @@ TEST(EccUnknownPointMul, FailedAllocationComesAfterTheInfinityOfZeroAndOfInfinit
     const Curve &c = curve("secp256r1");
     ecc_point infinite = c.G;
     infinite.infinity = 1;
-    struct { mint k; ecc_point P; } const cases[] = {
+    struct {
+        mint k;
+        ecc_point P;
+    } const cases[] = {
         {small(0), c.G}, {zero_in_one_word(), c.G}, {small(9), infinite}, {small(0), infinite}};
     for (const auto &[k, P] : cases) {
         ecc_point out = c.G;

@@ -167,10 +167,14 @@ ecc_jac_point ModelCurve::add(const ecc_jac_point &P, const ecc_jac_point &Q) co
     mint W = difference(U1, U0);
     mint R = difference(S1, S0);
     ecc_jac_point out{};
-    if (one1 && one2) out.Z = W;
-    else if (one1) out.Z = product(Q.Z, W);
-    else if (one2) out.Z = product(P.Z, W);
-    else out.Z = product(product(P.Z, Q.Z), W);
+    if (one1 && one2)
+        out.Z = W;
+    else if (one1)
+        out.Z = product(Q.Z, W);
+    else if (one2)
+        out.Z = product(P.Z, W);
+    else
+        out.Z = product(product(P.Z, Q.Z), W);
     mint W2 = product(W, W);
     mint V = product(sum(U1, U0), W2);
     out.X = difference(product(R, R), V);

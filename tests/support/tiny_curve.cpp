@@ -82,8 +82,10 @@ TinyPoint TinyCurve::library_comb(uint32_t k, const TinyPoint &G) const {
 }
 
 void PrintTo(const TinyPoint &P, std::ostream *out) {
-    if (P.infinite) *out << "infinity";
-    else *out << "(" << P.x << ", " << P.y << ")";
+    if (P.infinite)
+        *out << "infinity";
+    else
+        *out << "(" << P.x << ", " << P.y << ")";
 }
 
 mint tiny_number(uint32_t value) {

@@ -2,99 +2,22 @@
 """Checks the vector files of this folder on their own, without the library.
 
 Every value is worked out again with Python's integers and compared with what the file says:
-digests and MACs, curve parameters, multiples of points, and signatures with the verdict that
-the public standard gives. A file that is missing, that has another number of cases than
-expected, or for which there is no check, counts as a failure.
+digests and MACs, curve parameters, multiples of points, signatures with the verdict that the
+public standard gives, shared secrets, ciphertexts and key exchanges. A file that is missing,
+that has another number of cases than expected, or for which there is no check, counts as a
+failure.
 
     python3 check.py               all files
     python3 check.py ecdsa sm3     the files whose names begin with one of the words
 """
 import hashlib
-import pathlib
-import re
 import sys
 
 sys.dont_write_bytecode = True
+import exchange
 import reference
+from blocks import HERE, Wrong, curve_in, curve_of, read_blocks, require
 from reference import HASHES, MACS
-
-HERE = pathlib.Path(__file__).resolve().parent
-
-DECIMAL_KEYS = {"Len", "Repeat", "MacLen", "L", "PBits", "NBits", "h", "w", "tcId"}
-TEXT_KEYS = {"Curve", "Hash", "Result", "Reason", "Source", "Comment", "Flags", "Aliases"}
-
-
-class Wrong(Exception):
-    """A value of a vector file that does not stand up."""
-
-
-def require(condition, what):
-    if not condition:
-        raise Wrong(what)
-
-
-# The file format.
-
-class Block:
-    """One case: the values by key, and the line it begins on."""
-
-    def __init__(self, line):
-        self.line = line
-        self.values = {}
-
-    def __contains__(self, key):
-        return key in self.values
-
-    def text(self, key):
-        require(key in self.values, "no " + key)
-        return self.values[key]
-
-    def octets(self, key):
-        return bytes.fromhex(self.text(key))
-
-    def number(self, key):
-        require(self.text(key) != "", key + " is empty")
-        return int(self.text(key), 16)
-
-    def decimal(self, key):
-        return int(self.text(key))
-
-    def point(self, name):
-        return self.number(name + "x"), self.number(name + "y")
-
-    def has_width(self, size, *keys):
-        for key in keys:
-            require(len(self.text(key)) == 2 * size, "%s does not have %d bytes" % (key, size))
-
-    def verdict(self):
-        require(self.text("Result") in ("valid", "invalid"), "unknown Result")
-        return self.text("Result") == "valid"
-
-
-def well_formed(key, value):
-    if key in TEXT_KEYS:
-        return value != ""
-    pattern = "[0-9]+" if key in DECIMAL_KEYS else "(?:[0-9a-f]{2})*"
-    return re.fullmatch(pattern, value) is not None
-
-
-def read_blocks(path):
-    raw = path.read_bytes().decode("ascii")
-    require("\r" not in raw and raw.endswith("\n"), "line ends")
-    blocks, current = [], None
-    for number, line in enumerate(raw[:-1].split("\n"), 1):
-        if line == "":
-            current = None
-        elif not line.startswith("#"):
-            key, separator, value = line.partition(" =")
-            value = value[1:] if value.startswith(" ") else value
-            require(separator and well_formed(key, value), "line %d" % number)
-            if current is None:
-                current = Block(number)
-                blocks.append(current)
-            require(key not in current, "line %d: %s again" % (number, key))
-            current.values[key] = value
-    return blocks
 
 
 # Hashes.
@@ -117,22 +40,6 @@ def check_mac(name):
 
 
 # Curves.
-
-CURVES = {}
-
-
-def curve_in(block):
-    numbers = [block.number(key) for key in ("p", "a", "b")]
-    return reference.Curve(*numbers, block.point("G"), block.number("n"))
-
-
-def curve_of(block):
-    if not CURVES:
-        for one in read_blocks(HERE / "curves.rsp"):
-            CURVES[one.text("Curve")] = curve_in(one)
-    require(block.text("Curve") in CURVES, "unknown curve")
-    return CURVES[block.text("Curve")]
-
 
 def check_seed(curve, seed):
     """ANSI X9.62: b is made from the seed, r * b^2 = a^3."""
@@ -213,10 +120,7 @@ def check_sm2(block):
     block.has_width(curve.size, "Px", "Py")
     block.has_width(curve.order_size, "r", "s")
     public, r, s = block.point("P"), block.number("r"), block.number("s")
-    numbers = (curve.a, curve.b, *curve.base, *public)
-    identity = block.octets("ID")
-    z = digest((8 * len(identity)).to_bytes(2, "big") + identity +
-               b"".join(v.to_bytes(curve.size, "big") for v in numbers))
+    z = reference.sm2_identity(curve, digest, block.octets("ID"), public)
     require(z == block.octets("Z"), "Z")
     require(digest(z + block.octets("M")) == block.octets("e"), "e")
     e = block.number("e")
@@ -246,7 +150,20 @@ FILES = [
     ("wycheproof_ecdsa_secp224r1_sha256_p1363.rsp", 129, check_wycheproof),
     ("wycheproof_ecdsa_secp256k1_sha256_p1363.rsp", 126, check_wycheproof),
     ("wycheproof_ecdsa_secp256r1_sha256_p1363.rsp", 131, check_wycheproof),
+    ("ecdh.rsp", 99, exchange.check_ecdh),
+    ("sm2_encrypt.rsp", 85, exchange.check_sm2_encrypt),
+    ("sm2_kex.rsp", 35, exchange.check_sm2_exchange),
+    ("wycheproof_ecdh_secp224r1_ecpoint.rsp", 229, exchange.check_wycheproof),
+    ("wycheproof_ecdh_secp256r1_ecpoint.rsp", 178, exchange.check_wycheproof),
 ]
+
+
+def fault_of(check, block):
+    try:
+        check(block)
+    except (Wrong, ValueError, ArithmeticError, LookupError, TypeError) as error:
+        return "%s: %s" % (type(error).__name__, error)
+    return None
 
 
 def faults_of(name, count, check):
@@ -258,10 +175,9 @@ def faults_of(name, count, check):
     if len(blocks) != count:
         yield "%s: %d cases instead of %d" % (name, len(blocks), count)
     for block in blocks:
-        try:
-            check(block)
-        except (Wrong, ValueError, ArithmeticError, LookupError, TypeError) as error:
-            yield "%s: line %d: %s" % (name, block.line, error)
+        fault = fault_of(check, block)
+        if fault is not None:
+            yield "%s: line %d: %s" % (name, block.line, fault)
 
 
 def main(prefixes):

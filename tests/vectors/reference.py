@@ -1,4 +1,5 @@
-"""What the public standards compute, in plain Python: hashes, curves and signatures."""
+"""What the public standards compute, in plain Python: hashes, curves, signatures and
+the secrets that two parties share."""
 import hashlib
 import hmac
 
@@ -59,10 +60,10 @@ MACS = {"SHA-256": hmac_sha256, "SM3": hmac_sm3}
 # Curves. A point is None (infinity) or an (x, y) pair.
 
 class Curve:
-    """y^2 = x^3 + a*x + b modulo p, with a base point of order n."""
+    """y^2 = x^3 + a*x + b modulo p, with a base point of order n and a cofactor h."""
 
-    def __init__(self, p, a, b, base, n):
-        self.p, self.a, self.b, self.base, self.n = p, a, b, base, n
+    def __init__(self, p, a, b, base, n, h):
+        self.p, self.a, self.b, self.base, self.n, self.h = p, a, b, base, n, h
         self.size = (p.bit_length() + 7) // 8
         self.order_size = (self.n.bit_length() + 7) // 8
 
@@ -71,6 +72,25 @@ class Curve:
         if not (0 <= x < self.p and 0 <= y < self.p):
             return False
         return (y * y - (x * x + self.a) * x - self.b) % self.p == 0
+
+    def encoded(self, *coordinates):
+        return b"".join(value.to_bytes(self.size, "big") for value in coordinates)
+
+    def decoded(self, octets):
+        """The point that SEC 1, section 2.3.4, reads from the octets; None where there is none."""
+        form, rest = octets[:1], octets[1:]
+        if form == b"\4" and len(rest) == 2 * self.size:
+            halves = rest[:self.size], rest[self.size:]
+            point = tuple(int.from_bytes(half, "big") for half in halves)
+        elif form in (b"\2", b"\3") and len(rest) == self.size:
+            if self.p % 4 != 3:
+                raise ValueError("no square roots for this field")
+            x = int.from_bytes(rest, "big")
+            y = pow(x ** 3 + self.a * x + self.b, (self.p + 1) // 4, self.p)
+            point = x, y if y % 2 == form[0] % 2 else self.p - y
+        else:
+            return None
+        return point if self.holds(point) else None
 
     def add(self, left, right):
         if left is None or right is None:
@@ -165,3 +185,40 @@ def sm2_accepts(curve, e, public, r, s):
         return False
     point = curve.add(curve.multiply(s, curve.base), curve.multiply(t, public))
     return point is not None and (e + point[0]) % curve.n == r
+
+
+def sm2_identity(curve, digest, identity, public):
+    """Z of GB/T 32918.2, section 5.5."""
+    return digest((8 * len(identity)).to_bytes(2, "big") + identity +
+                  curve.encoded(curve.a, curve.b, *curve.base, *public))
+
+
+# Shared secrets.
+
+def derived(digest, secret, length):
+    """The key derivation function of GB/T 32918.4, section 5.4.3."""
+    key, counter = b"", 1
+    while len(key) < length:
+        key += digest(secret + counter.to_bytes(4, "big"))
+        counter += 1
+    return key[:length]
+
+
+def mixed(left, right):
+    return bytes(x ^ y for x, y in zip(left, right))
+
+
+def sm2_decrypted(curve, digest, d, c1, c2, c3):
+    """The message of GB/T 32918.4, section 7.1, or None where decryption has to fail."""
+    if not curve.holds(c1) or curve.multiply(curve.h, c1) is None:
+        return None
+    x2, y2 = (curve.encoded(value) for value in curve.multiply(d, c1))
+    mask = derived(digest, x2 + y2, len(c2))
+    message = mixed(c2, mask)
+    return message if any(mask) and digest(x2 + message + y2) == c3 else None
+
+
+def half_of(curve, x):
+    """The low half of x with a bit set above it: x with a bar in GB/T 32918.3, section 6.1."""
+    w = (curve.n.bit_length() + 1) // 2 - 1
+    return (1 << w) | x & ((1 << w) - 1)

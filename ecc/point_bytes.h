@@ -1,0 +1,24 @@
+// The byte form of a point on the process-wide curve.
+#ifndef ZOKECC_ECC_POINT_BYTES_H
+#define ZOKECC_ECC_POINT_BYTES_H
+
+#include <zokecc/ecc.h>
+
+namespace zokecc {
+
+constexpr uint32_t kPointFieldBytes = 65;
+
+// True if the record's own length lies within its fields.
+inline bool fits_field(const ecc_point_bytes &point) { return point.length <= kPointFieldBytes; }
+
+// A finite point from the first length bytes of both fields.
+inline void read_point(const ecc_point_bytes &bytes, ecc_point &out)
+{
+    out.infinity = 0;
+    octetstring_to_mint(bytes.x, bytes.length, &out.x);
+    octetstring_to_mint(bytes.y, bytes.length, &out.y);
+}
+
+}  // namespace zokecc
+
+#endif

@@ -1,0 +1,37 @@
+// The check of a whole curve record.
+#include <zokecc/ecc.h>
+
+#include "ecc/curve_types.h"
+#include "ecc/equation.h"
+#include "ecc/point_formulas.h"
+#include "mint/value.h"
+
+// Neither that p or n is prime nor the discriminant is looked at.
+//
+// KEPT: n = 0 makes n G infinite and passes. Held by ZokCurveVerify.KeptOrderZeroIsAccepted.
+uint32_t ZOK_CurveVerify(uint32_t type, const CurvePara *record)
+{
+    const uint32_t L = zokecc::session_byte_length(type);
+    if (record == nullptr || L == 0) return ZOK_ERR_ARGUMENT;
+    mint p;
+    mint a;
+    mint b;
+    mint n;
+    ecc_point G{};
+    octetstring_to_mint(record->p, L, &p);
+    octetstring_to_mint(record->a, L, &a);
+    octetstring_to_mint(record->b, L, &b);
+    octetstring_to_mint(record->n, L, &n);
+    octetstring_to_mint(record->Gx, L, &G.x);
+    octetstring_to_mint(record->Gy, L, &G.y);
+
+    mint left{};
+    mint right{};
+    mint_mod_mul(&G.y, &G.y, &p, &left);
+    zokecc::curve_right_side(G.x, a, b, p, right);
+    if (mint_compare(&left, &right) != 0 || zokecc::is_zero(left) || zokecc::is_zero(right))
+        return ZOK_ERR_INTERNAL;
+    ecc_point product{};
+    ecc_unknown_point_mul(&n, &G, &a, &b, &p, &product);
+    return product.infinity == zokecc::kInfinity ? ZOK_OK : ZOK_ERR_INTERNAL;
+}

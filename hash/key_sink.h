@@ -1,0 +1,63 @@
+// Where a derived key goes.
+#ifndef ZOKECC_HASH_KEY_SINK_H
+#define ZOKECC_HASH_KEY_SINK_H
+
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+
+#include "hash/sm2_digests.h"
+#include "hash/sm2_kdf.h"
+#include "mint/wipe.h"
+
+namespace zokecc {
+
+// True if the key derivation writes anything for this request; an unknown hash and whole steps
+// leave the key as it is, and so does a length below 1.
+inline bool derivation_writes(int32_t klen, uint32_t step_len, uint32_t alg)
+{
+    return klen > 0 && (is_known_hash(alg) || static_cast<uint32_t>(klen) % step_len != 0);
+}
+
+// Callers are promised klen bytes, while the derivation fills its steps with whole digests. Where
+// that is more, it goes to a block of our own first, wiped and freed at the end of the scope.
+class KeySink {
+public:
+    KeySink(uint8_t *key, int32_t klen, uint32_t step_len, uint32_t alg) : key_(key), klen_(klen)
+    {
+        if (klen < 1 || !is_known_hash(alg)) return;
+        const uint64_t written = kdf_written_bytes(static_cast<uint32_t>(klen), step_len);
+        if (written <= static_cast<uint32_t>(klen)) return;
+        size_ = static_cast<size_t>(written);
+        block_ = size_ == written ? static_cast<uint8_t *>(std::calloc(size_, 1)) : nullptr;
+        missing_ = block_ == nullptr;
+    }
+    ~KeySink()
+    {
+        if (block_ == nullptr) return;
+        wipe(block_, size_);
+        std::free(block_);
+    }
+    KeySink(const KeySink &) = delete;
+    KeySink &operator=(const KeySink &) = delete;
+
+    // False if the block is needed and cannot be had.
+    bool is_ready() const { return !missing_; }
+    // Where to derive to; then deliver() hands the key over.
+    uint8_t *target() { return block_ != nullptr ? block_ : key_; }
+    void deliver()
+    {
+        if (block_ != nullptr) std::memcpy(key_, block_, static_cast<size_t>(klen_));
+    }
+
+private:
+    uint8_t *key_;
+    int32_t klen_;
+    uint8_t *block_ = nullptr;
+    size_t size_ = 0;
+    bool missing_ = false;
+};
+
+}  // namespace zokecc
+
+#endif

@@ -1,0 +1,57 @@
+#include "hash/sm2_digests.h"
+
+namespace zokecc {
+
+bool is_all_zero(const uint8_t *bytes, uint32_t count)
+{
+    uint8_t any = 0;
+    for (uint32_t i = 0; i < count; ++i) any = static_cast<uint8_t>(any | bytes[i]);
+    return any == 0;
+}
+
+void mask(const uint8_t *in, const uint8_t *stream, uint32_t m, uint8_t *out)
+{
+    for (uint32_t i = 0; i < m; ++i) out[i] = static_cast<uint8_t>(in[i] ^ stream[i]);
+}
+
+Transcript &Transcript::put(const uint8_t *bytes, uint32_t count)
+{
+    // Callers bound their parts so that the sum fits; nothing is ever written behind the end.
+    if (count == 0 || count > kTranscriptBytes - used_) return *this;
+    std::memcpy(bytes_ + used_, bytes, count);
+    used_ += count;
+    return *this;
+}
+
+int32_t Transcript::hash(uint32_t alg, uint8_t *out) const
+{
+    const hash_msg message = {alg, bytes_, 0, used_};
+    return hash_byte(&message, out);
+}
+
+int32_t sm2_check_value(uint32_t alg, const PointBytes &point, const uint8_t *message, uint32_t count,
+                        uint8_t *work, uint8_t *out)
+{
+    std::memcpy(work, point.x(), point.len);
+    std::memcpy(work + point.len, message, count);
+    std::memcpy(work + point.len + count, point.y(), point.len);
+    const hash_msg whole = {alg, work, 0, 2 * point.len + count};
+    return hash_byte(&whole, out);
+}
+
+int32_t sm2_exchange_hash(uint32_t alg, const PointBytes &U, const ExchangePublics &publics, uint8_t *out)
+{
+    Transcript transcript;
+    transcript.put(U.x(), U.len).put(publics.ZA).put(publics.ZB);
+    transcript.put(publics.x1, U.len).put(publics.y1, U.len);
+    transcript.put(publics.x2, U.len).put(publics.y2, U.len);
+    return transcript.hash(alg, out);
+}
+
+void sm2_confirmation(uint32_t alg, uint8_t prefix, const PointBytes &U, Bytes tail, uint8_t *out)
+{
+    Transcript transcript;
+    transcript.put(&prefix, 1).put(U.y(), U.len).put(tail).hash(alg, out);
+}
+
+}  // namespace zokecc

@@ -1,0 +1,14 @@
+// A view of a byte string: where it starts and how long it is, never who owns it.
+#ifndef ZOKECC_MINT_VIEWS_H
+#define ZOKECC_MINT_VIEWS_H
+
+#include <cstdint>
+#include <span>
+
+namespace zokecc {
+
+using Bytes = std::span<const uint8_t>;
+
+}  // namespace zokecc
+
+#endif

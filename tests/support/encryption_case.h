@@ -1,0 +1,215 @@
+// Encryption on the small curve of tests/sdf/fixtures.h in plain integers and model hashes, and the
+// calls of the session interface with their outputs between guards.
+#ifndef ZOKECC_TESTS_SUPPORT_ENCRYPTION_CASE_H
+#define ZOKECC_TESTS_SUPPORT_ENCRYPTION_CASE_H
+
+#include "tests/sdf/fixtures.h"
+#include "tests/support/kdf_model.h"
+#include "tests/support/small_group.h"
+
+namespace zokecc_test {
+
+inline constexpr uint32_t kSm2 = ZOK_ALG_SM2_ENCRYPT;
+inline constexpr uint32_t kProduct = ZOK_ALG_MULTIPLICATIVE;
+inline constexpr uint32_t kEncryptions[] = {kSm2, kProduct};
+inline constexpr uint32_t kKnownHashes[] = {HASH_ALG_SM3, HASH_ALG_SHA256};
+inline constexpr uint32_t kUnknownSelector = 2;
+inline constexpr uint32_t kUntouchedLength = 0xDECADE01u;
+inline constexpr size_t kSmallL = 20;
+
+// Identifiers of nothing, or of something else than encryption.
+inline constexpr uint32_t kUnknownIdentifiers[] = {0,       0x20000,    0x40000,    0x20100,    0x40100,
+                                                   0x20300, 0x00020401, 0x00040401, 0x02040000, 0xFFFFFFFFu};
+
+// The key pair of the small curve and its multiples. d = 123.
+inline constexpr uint32_t kSmallD = 123;
+inline TinyPoint small_key_point() { return {false, 346, 763}; }
+// What the library's multiplication of a point other than G answers.
+inline TinyPoint small_product(uint32_t k, const TinyPoint &P) {
+    return small_group().library_window(small_number(k), P);
+}
+
+// One encrypted message, part by part.
+struct Encrypted {
+    ByteString x1, y1, C2, C3;
+
+    ByteString flat() const { return concatenated({{0x04}, x1, y1, C2, C3}); }
+    bool operator==(const Encrypted &) const = default;
+};
+
+// What GB/T 32918.4 makes of C1 and the shared point.
+inline Encrypted model_encryption(uint32_t selector, const ByteString &x1, const ByteString &y1,
+                                  const ByteString &x2, const ByteString &y2, const ByteString &message) {
+    ByteString C2 = standard_stream(selector, concatenated({x2, y2}), message.size());
+    for (size_t i = 0; i < C2.size(); ++i) C2[i] = static_cast<uint8_t>(C2[i] ^ message[i]);
+    return {x1, y1, C2, selected_digest(selector, concatenated({x2, message, y2}))};
+}
+
+inline ByteString coordinate(const TinyPoint &P, uint32_t TinyPoint::*which) {
+    return small_bytes(P.infinite ? 0 : P.*which);
+}
+
+// The same on the small curve, for the nonce k and the recipient Q.
+inline Encrypted small_encryption(uint32_t selector, uint32_t k, const ByteString &message,
+                                  const TinyPoint &Q = small_key_point()) {
+    const TinyPoint C1 = small_multiple(k), shared = small_product(k, Q);
+    return model_encryption(selector, coordinate(C1, &TinyPoint::x), coordinate(C1, &TinyPoint::y),
+                            coordinate(shared, &TinyPoint::x), coordinate(shared, &TinyPoint::y), message);
+}
+
+// A nonce for which the key stream of one byte is zero.
+inline uint32_t nonce_of_zero_stream(uint32_t selector) {
+    return first_scalar([selector](uint32_t k) { return small_encryption(selector, k, {0x00}).C2[0] == 0; });
+}
+
+// A nonce for which it is not.
+inline uint32_t nonce_of_nonzero_stream(uint32_t selector) {
+    return first_scalar([selector](uint32_t k) { return small_encryption(selector, k, {0x00}).C2[0] != 0; });
+}
+
+inline ECCCipher cipher_record(const ByteString &x, const ByteString &y, const ByteString &C,
+                               const ByteString &M) {
+    ECCCipher out{};
+    put_field(out.x, x);
+    put_field(out.y, y);
+    put_field(out.C, C);
+    put_field(out.M, M);
+    return out;
+}
+inline ECCCipher cipher_record(const Encrypted &parts) {
+    return cipher_record(parts.x1, parts.y1, parts.C2, parts.C3);
+}
+
+// A record into which the SM2 parts were written, and nothing else.
+inline void expect_cipher(GuardedRecord<ECCCipher> &written, const Encrypted &parts) {
+    expect_field(written->x, parts.x1);
+    expect_field(written->y, parts.y1);
+    expect_field(written->C, parts.C2);
+    expect_field(written->M, parts.C3);
+    EXPECT_TRUE(written.guards_intact());
+}
+
+// SDF_ExternalEncrytp_ECC with the message as a byte string.
+inline uint32_t encrypt(void *session, uint32_t algorithm, const ECCrefPublicKey &pub,
+                        const ByteString &message, ECCCipher *out) {
+    return SDF_ExternalEncrytp_ECC(session, algorithm, &pub, message.data(),
+                                   static_cast<uint32_t>(message.size()), out);
+}
+
+// A decryption's status, what it wrote and the length it reported.
+struct Decrypted {
+    uint32_t status;
+    uint32_t length;
+    ByteString plain;  // up to `length`; all of it if nothing was reported
+    bool clean;        // nothing else was written
+};
+
+inline Decrypted collected(uint32_t status, uint32_t length, const GuardedBuffer &plain) {
+    const bool reported = length <= plain.size();
+    return {status, length, reported ? plain.first(length) : plain.all(),
+            plain.untouched_from(reported ? length : 0)};
+}
+
+inline Decrypted decrypt(void *session, uint32_t algorithm, const ECCrefPrivateKey &priv,
+                         const ECCCipher &cipher) {
+    GuardedBuffer plain(64);
+    uint32_t length = kUntouchedLength;
+    const uint32_t status =
+        SDF_ExternalDecrypt_ECC(session, algorithm, &priv, &cipher, plain.data(), &length);
+    return collected(status, length, plain);
+}
+
+inline uint32_t flat_encrypt(void *session, const ECCrefPublicKey &pub, const ByteString &message,
+                             uint8_t *out, uint32_t *length) {
+    return ZOK_ExternalEncrytp_ECC(session, &pub, message.data(), static_cast<int32_t>(message.size()), out,
+                                   length);
+}
+
+// The ciphertext is handed over in an area of exactly its size.
+inline Decrypted flat_decrypt(void *session, const ECCrefPrivateKey &priv, const ByteString &cipher) {
+    const std::unique_ptr<uint8_t[]> exact(new uint8_t[cipher.size()]);
+    std::copy(cipher.begin(), cipher.end(), exact.get());
+    GuardedBuffer plain(cipher.size() + 64);
+    uint32_t length = kUntouchedLength;
+    const uint32_t status = ZOK_ExternalDecrypt_ECC(
+        session, &priv, exact.get(), static_cast<uint32_t>(cipher.size()), plain.data(), &length);
+    return collected(status, length, plain);
+}
+
+inline void expect_plain(const Decrypted &got, uint32_t status, const ByteString &plain) {
+    EXPECT_EQ(got.status, status);
+    EXPECT_EQ(got.length, plain.size());
+    EXPECT_EQ(to_hex(got.plain), to_hex(plain));
+    EXPECT_TRUE(got.clean);
+}
+
+// Refused: neither the length nor a byte was written.
+inline void expect_no_plain(const Decrypted &got, uint32_t status) {
+    EXPECT_EQ(got.status, status);
+    EXPECT_EQ(got.length, kUntouchedLength);
+    EXPECT_TRUE(got.clean);
+}
+
+// Refused before a nonce was drawn: nothing is written.
+inline void expect_no_cipher(void *session, uint32_t algorithm, const ECCrefPublicKey &pub,
+                             const ByteString &message, uint32_t status) {
+    FakeEntropy entropy;
+    GuardedRecord<ECCCipher> out;
+    EXPECT_EQ(encrypt(session, algorithm, pub, message, out.get()), status);
+    EXPECT_EQ(entropy.number_calls, 0u);
+    EXPECT_TRUE(out.unchanged());
+}
+inline void expect_no_flat_cipher(void *session, const ECCrefPublicKey &pub, const ByteString &message,
+                                  uint32_t status) {
+    FakeEntropy entropy;
+    GuardedBuffer out(message.size() + 200);
+    uint32_t length = kUntouchedLength;
+    EXPECT_EQ(flat_encrypt(session, pub, message, out.data(), &length), status);
+    EXPECT_EQ(entropy.number_calls, 0u);
+    EXPECT_EQ(length, kUntouchedLength);
+    EXPECT_TRUE(out.untouched());
+}
+
+// One bit of a byte string turned over.
+inline ByteString flipped(ByteString bytes, size_t bit) {
+    bytes[bit / 8] = static_cast<uint8_t>(bytes[bit / 8] ^ (1u << (bit % 8)));
+    return bytes;
+}
+
+// Sessions on curves that are made for one test, in records of 20 bytes.
+inline Curve small_variant(uint32_t p, uint32_t a, uint32_t b, const TinyPoint &G, uint32_t n) {
+    Curve out = small_curve();
+    out.name = "variant";
+    out.p = small_number(p);
+    out.a = small_number(a);
+    out.b = small_number(b);
+    out.G = affine(small_number(G.x), small_number(G.y));
+    out.n = small_number(n);
+    return out;
+}
+// The small curve with another order, hence with h = 1009 / n.
+inline Curve small_curve_with_order(uint32_t n) { return small_variant(kSmallP, 2, 25, {false, 2, 365}, n); }
+
+// A session from a device without a record: it has no curve.
+class CurvelessSession {
+public:
+    CurvelessSession() {
+        EXPECT_EQ(SDF_OpenDevice(&device_), ZOK_OK);
+        EXPECT_EQ(SDF_OpenSession(device_, &session_), ZOK_OK);
+    }
+    ~CurvelessSession() {
+        EXPECT_EQ(SDF_CloseSession(session_), ZOK_OK);
+        EXPECT_EQ(SDF_CloseDevice(device_), ZOK_OK);
+    }
+    CurvelessSession(const CurvelessSession &) = delete;
+    CurvelessSession &operator=(const CurvelessSession &) = delete;
+    void *handle() const { return session_; }
+
+private:
+    void *device_ = nullptr;
+    void *session_ = nullptr;
+};
+
+}  // namespace zokecc_test
+
+#endif

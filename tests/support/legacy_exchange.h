@@ -1,0 +1,162 @@
+// The arguments of the key exchange calls over the process-wide curve, for one side of an
+// exchange, with every output between guards.
+#ifndef ZOKECC_TESTS_SUPPORT_LEGACY_EXCHANGE_H
+#define ZOKECC_TESTS_SUPPORT_LEGACY_EXCHANGE_H
+
+#include <gtest/gtest.h>
+#include <zokecc/schemes.h>
+
+#include <algorithm>
+#include <cstring>
+
+#include "tests/support/exchange_case.h"
+#include "tests/support/fake_entropy.h"
+#include "tests/support/guarded_buffer.h"
+#include "tests/support/hex.h"
+#include "tests/support/legacy_curve.h"
+
+namespace zokecc_test::exchange {
+
+inline constexpr uint8_t kPattern = 0xA5;  // of GuardedBuffer and of unused bytes in records
+
+// x and y at the start of their fields, the pattern behind them, and their length.
+inline ecc_point_bytes point_record(const ByteString &x, const ByteString &y) {
+    ecc_point_bytes out;
+    std::memset(&out, kPattern, sizeof out);
+    std::copy(x.begin(), x.end(), out.x);
+    std::copy(y.begin(), y.end(), out.y);
+    out.length = static_cast<uint32_t>(x.size());
+    return out;
+}
+
+// A scalar argument with its bytes.
+class ScalarArgument {
+public:
+    explicit ScalarArgument(const ByteString &bytes) { set(bytes); }
+    ScalarArgument(const ScalarArgument &) = delete;
+    ScalarArgument &operator=(const ScalarArgument &) = delete;
+
+    void set(const ByteString &bytes) {
+        bytes_ = bytes;
+        record_ = {bytes_.data(), static_cast<uint32_t>(bytes_.size())};
+    }
+    ecc_scalar *get() { return &record_; }
+
+private:
+    ByteString bytes_;
+    ecc_scalar record_{};
+};
+
+// Changing a pointer, a record or a number before the call is how a test makes its case. The
+// curve has to be installed.
+struct LegacyExchange {
+    LegacyExchange(const ExchangeCase &exchange, Role side, int32_t key_length = 16)
+        : d_bytes(exchange.own(side).d),
+          r_bytes(exchange.own(side).r),
+          R_record(point_record(exchange.own(side).Rx, exchange.own(side).Ry)),
+          peerR_record(point_record(exchange.peer(side).Rx, exchange.peer(side).Ry)),
+          peerP_record(point_record(exchange.peer(side).x, exchange.peer(side).y)),
+          ZA_bytes(exchange.A.Z),
+          ZB_bytes(exchange.B.Z),
+          key(key_length > 0 ? static_cast<size_t>(key_length) : 0),
+          klen(key_length),
+          selector(exchange.selector),
+          role(side == Role::kInitiator ? 1 : 0) {}
+    LegacyExchange(const LegacyExchange &) = delete;
+    LegacyExchange &operator=(const LegacyExchange &) = delete;
+
+    ScalarArgument d_bytes, r_bytes;
+    ecc_point_bytes R_record, peerR_record, peerP_record;
+    ByteString ZA_bytes, ZB_bytes;
+    GuardedRecord<ecc_point_bytes> R_written;
+    GuardedBuffer value02{32}, value03{32}, key;
+
+    ecc_scalar *d = d_bytes.get();
+    ecc_scalar *r = r_bytes.get();
+    const ecc_point_bytes *R = &R_record;
+    const ecc_point_bytes *peerR = &peerR_record;
+    const ecc_point_bytes *peerP = &peerP_record;
+    const uint8_t *ZA = ZA_bytes.data();
+    const uint8_t *ZB = ZB_bytes.data();
+    ecc_point_bytes *R_out = R_written.get();
+    uint8_t *out02 = value02.data();
+    uint8_t *out03 = value03.data();
+    uint8_t *K = key.data();
+    int32_t klen;
+    uint32_t selector;
+    uint32_t role;
+
+    int32_t a1_3() { return sm2_KeyExChg_A1_3(r, R_out); }
+    int32_t a4_10() {
+        return sm2_KeyExChg_A4_10(r, R, d, peerP, peerR, ZA, ZB, klen, out02, out03, K, selector);
+    }
+    // Draws rB: see with_r() below.
+    int32_t b1_10() {
+        return sm2_KeyExChg_B1_10(d, peerP, peerR, ZA, ZB, klen, R_out, out03, out02, K, selector);
+    }
+    int32_t whole() {
+        return sm2_KeyExChg(role, r, R, peerR, d, peerP, ZA, ZB, klen, out03, out02, K, selector);
+    }
+    // b1_10() with the case's own r as the number that is drawn.
+    int32_t b1_10_with_r() {
+        FakeEntropy entropy;
+        entropy.queued_numbers.push_back(mint_from_hex(to_hex(r->bytes, r->length)));
+        const int32_t status = b1_10();
+        EXPECT_LE(entropy.number_calls, 1u);
+        return status;
+    }
+
+    bool results_untouched() const { return value02.untouched() && value03.untouched() && key.untouched(); }
+    bool nothing_written() const { return results_untouched() && R_written.unchanged(); }
+};
+
+using LegacyCall = int32_t (LegacyExchange::*)();
+
+// One of the three calls that make a key, with the side of the case that it serves.
+struct LegacyKeyCall {
+    const char *name;
+    LegacyCall call;
+    Role role;
+};
+inline constexpr LegacyKeyCall kInitiatorCall = {"A4_10", &LegacyExchange::a4_10, Role::kInitiator};
+inline constexpr LegacyKeyCall kResponderCall = {"B1_10", &LegacyExchange::b1_10_with_r, Role::kResponder};
+inline constexpr LegacyKeyCall kWholeInitiator = {"whole, role 1", &LegacyExchange::whole, Role::kInitiator};
+inline constexpr LegacyKeyCall kWholeResponder = {"whole, role 0", &LegacyExchange::whole, Role::kResponder};
+inline constexpr LegacyKeyCall kLegacyKeyCalls[] = {kInitiatorCall, kResponderCall, kWholeInitiator,
+                                                    kWholeResponder};
+
+inline std::string text_of(const GuardedBuffer &buffer) { return to_hex(buffer.all()); }
+
+// Exactly klen bytes of key and 32 bytes in each value, as the split calls make them.
+inline void expect_split_results(const LegacyExchange &side, const ExchangeHashes &expected) {
+    EXPECT_EQ(text_of(side.key), to_hex(expected.key(side.key.size())));
+    EXPECT_EQ(text_of(side.value02), to_hex(expected.confirmation(0x02)));
+    EXPECT_EQ(text_of(side.value03), to_hex(expected.confirmation(0x03)));
+    EXPECT_TRUE(side.key.untouched_from(side.key.size()));
+    EXPECT_TRUE(side.value02.untouched_from(32));
+    EXPECT_TRUE(side.value03.untouched_from(32));
+}
+
+// The same for the call for both roles, which also hashes the peer's key.
+inline void expect_whole_results(const LegacyExchange &side, const ExchangeHashes &expected,
+                                 const ExchangeParty &peer) {
+    EXPECT_EQ(text_of(side.key), to_hex(expected.key(side.key.size())));
+    EXPECT_EQ(text_of(side.value02), to_hex(expected.whole_call_confirmation(0x02, peer.x, peer.y)));
+    EXPECT_EQ(text_of(side.value03), to_hex(expected.whole_call_confirmation(0x03, peer.x, peer.y)));
+    EXPECT_TRUE(side.key.untouched_from(side.key.size()));
+    EXPECT_TRUE(side.value02.untouched_from(32));
+    EXPECT_TRUE(side.value03.untouched_from(32));
+}
+
+// x and y in L bytes each at the start of their fields, the length, and nothing else.
+inline void expect_point_written(const GuardedRecord<ecc_point_bytes> &written, const ByteString &x,
+                                 const ByteString &y) {
+    ecc_point_bytes expected = point_record(x, y);
+    const uint8_t *bytes = reinterpret_cast<const uint8_t *>(&expected);
+    EXPECT_EQ(to_hex(written.bytes()), to_hex(bytes, sizeof expected));
+    EXPECT_TRUE(written.guards_intact());
+}
+
+}  // namespace zokecc_test::exchange
+
+#endif
