@@ -5,8 +5,9 @@
  * - zokecc/conventions.h: rules that all calls share, status codes
  * - zokecc/mint.h: integers of up to 608 bits, plain and modular
  * - zokecc/hash.h: SHA-256, SM3, HMAC, key derivation and random numbers
- * - zokecc/ecc.h: curves, points and scalar multiplication
- * - zokecc/sdf.h: devices, sessions, key pairs and signatures
+ * - zokecc/ecc.h: curves, points, scalar multiplication and points as byte strings
+ * - zokecc/schemes.h: signatures, encryption and key exchange over the curve of the process
+ * - zokecc/sdf.h: devices, sessions, key pairs, signatures, encryption and key agreement
  */
 #ifndef ZOKECC_ZOKECC_H
 #define ZOKECC_ZOKECC_H
@@ -14,6 +15,7 @@
 #include <zokecc/ecc.h>
 #include <zokecc/hash.h>
 #include <zokecc/mint.h>
+#include <zokecc/schemes.h>
 #include <zokecc/sdf.h>
 
 #endif

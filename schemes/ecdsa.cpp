@@ -1,0 +1,90 @@
+// ECDSA over the process-wide curve (FIPS 186-4, section 6.4).
+#include "mint/value.h"
+#include "mint/wipe.h"
+#include "schemes/records.h"
+
+namespace {
+
+using zokecc::CurveView;
+using zokecc::is_zero;
+using zokecc::kFailed;
+using zokecc::Wiping;
+
+constexpr int32_t kValid = 1;
+constexpr int32_t kInvalid = 0;
+
+// SHA-256 hashes a missing message as the empty one and an unknown hash reads nothing, so only SM3
+// needs the bytes.
+bool message_is_there(const sm3_msg *msg, uint32_t hash_sel)
+{
+    return msg != nullptr && (hash_sel != HASH_ALG_SM3 || zokecc::is_readable(msg));
+}
+
+// KEPT: the whole digest modulo n, without truncation; and an unknown hash leaves e = 0, over which
+// signatures are made and verified like any other. Held by
+// EcdsaDigitalSign.KeptUnknownSelectorSignsOverZero.
+void hash_message(const sm3_msg &msg, uint32_t hash_sel, const mint &n, mint &e)
+{
+    const hash_msg message = {hash_sel, msg.data, 0, msg.len_low};
+    hash_mint_value(&message, &n, &e);
+}
+
+bool sign(const CurveView &curve, const mint &d, const mint &e, mint &r, mint &s)
+{
+    Wiping<mint> k;
+    for (uint32_t draw = 0; draw < zokecc::kMaxFruitlessDraws; ++draw) {
+        gen_random_number(k.get(), &curve.n);
+        zokecc::ecdsa_first_half(curve, *k, r);
+        if (is_zero(r)) continue;
+        zokecc::ecdsa_second_half(curve, e, d, *k, r, s);
+        if (!is_zero(s)) return true;
+    }
+    return false;
+}
+
+}  // namespace
+
+int32_t Ecdsa_DigitalSign(const ecc_scalar *d, const sm3_msg *msg, ecc_point_bytes *sig_out,
+                          uint32_t hash_sel)
+{
+    if (!zokecc::is_readable(d) || !message_is_there(msg, hash_sel) || sig_out == nullptr) return kFailed;
+    if (!zokecc::curve_is_installed()) return kFailed;
+    const CurveView curve = zokecc::global_view();
+    mint e{};
+    hash_message(*msg, hash_sel, curve.n, e);
+    Wiping<mint> key;
+    zokecc::read_scalar(*d, *key);
+    if (is_zero(*key) || mint_compare(key.get(), &curve.n) >= 0) return kFailed;
+
+    mint r{};
+    mint s{};
+    if (!sign(curve, *key, e, r, s)) return kFailed;
+    zokecc::write_pair(r, s, *sig_out);
+    return 0;
+}
+
+// KEPT: r and s are not held against the order, the key is not tested to lie on the curve, and the
+// sum's infinity flag is not read. Only an s that is a multiple of n is refused: it has no
+// inverse. Held by EcdsaDigitalVeriy.KeptSAboveTheOrderIsAccepted.
+int32_t Ecdsa_DigitalVeriy(const ecc_point_bytes *Q, const sm3_msg *msg, const ecc_point_bytes *sig,
+                           uint32_t hash_sel)
+{
+    if (!zokecc::is_readable(Q) || !message_is_there(msg, hash_sel) || !zokecc::is_readable(sig))
+        return kInvalid;
+    if (!zokecc::curve_is_installed()) return kInvalid;
+    const CurveView curve = zokecc::global_view();
+    mint e{};
+    hash_message(*msg, hash_sel, curve.n, e);
+    ecc_point key{};
+    mint r{};
+    mint s{};
+    zokecc::read_point(*Q, key);
+    zokecc::read_pair(*sig, r, s);
+    mint s_mod_n{};
+    mint_mod(&s, &curve.n, &s_mod_n);
+    if (is_zero(s_mod_n)) return kInvalid;
+
+    mint v{};
+    if (!zokecc::ecdsa_recomputed_r(curve, e, key, r, s, v)) return kInvalid;
+    return mint_compare(&v, &r) == 0 ? kValid : kInvalid;
+}

@@ -1,0 +1,51 @@
+// Blocks for the multiplicative encryption: padding of random bytes, a zero byte, the message.
+#include <cstring>
+
+#include "schemes/records.h"
+
+namespace {
+
+constexpr int32_t kTooLong = 1;
+constexpr int32_t kBadBlock = 1;
+
+}  // namespace
+
+// KEPT: the random bytes are taken as drawn; a zero among them ends the padding early for the
+// reader. One byte is drawn also where only the separator remains of the padding. Held by
+// EcesFormat.KeptZeroBytesAmongThePaddingAreNotReplaced.
+int32_t eces_format(uint32_t block_len, const uint8_t *message, uint32_t message_len, uint8_t *out,
+                    uint32_t *out_len)
+{
+    if (uint64_t{message_len} + 2 > block_len) return kTooLong;
+    if (out == nullptr || out_len == nullptr || (message == nullptr && message_len > 0)) return kTooLong;
+    const uint32_t separator = block_len - message_len - 1;
+    gen_random(out + 1, separator);
+    out[separator] = 0;
+    if (message_len > 0) std::memcpy(out + separator + 1, message, message_len);
+    *out_len = block_len;
+    return 0;
+}
+
+int32_t eces_deformat(const uint8_t *block, uint32_t block_len, uint8_t *out, uint32_t *out_len)
+{
+    const uint32_t L = global_curve.byte_len;
+    if (L < 2 || block_len >= L || out_len == nullptr || (block == nullptr && block_len > 0))
+        return kBadBlock;
+    const uint32_t field = L - 2;
+    if (block_len <= field) {
+        // Any other length: to the right end of the field.
+        if (block_len > 0 && out == nullptr) return kBadBlock;
+        if (block_len > 0) std::memmove(out + (field - block_len), block, block_len);
+        *out_len = field;
+        return 0;
+    }
+    // The block without its leading zero byte: the message stands behind the first zero.
+    uint32_t separator = 0;
+    while (separator < block_len && block[separator] != 0) ++separator;
+    if (separator == block_len) return kBadBlock;
+    const uint32_t count = field - separator;
+    if (count > 0 && out == nullptr) return kBadBlock;
+    if (count > 0) std::memmove(out, block + separator + 1, count);
+    *out_len = count;
+    return 0;
+}

@@ -1,0 +1,259 @@
+// SM2 key exchange over the process-wide curve (GB/T 32918.3).
+#include <cstring>
+
+#include "hash/digest.h"
+#include "hash/key_sink.h"
+#include "hash/sm2_digests.h"
+#include "hash/sm2_kdf.h"
+#include "mint/value.h"
+#include "mint/wipe.h"
+#include "schemes/peer_image.h"
+#include "schemes/records.h"
+#include "schemes/sm2_x_bar.h"
+
+namespace {
+
+using zokecc::Bytes;
+using zokecc::CurveView;
+using zokecc::ExchangePublics;
+using zokecc::is_readable;
+using zokecc::is_zero;
+using zokecc::kDigestBytes;
+using zokecc::KeySink;
+using zokecc::kFailed;
+using zokecc::PointBytes;
+using zokecc::Wiping;
+
+constexpr uint32_t kZBytes = 32;
+constexpr uint32_t kXBarArea = 100;
+
+// The outputs of one side, and the numbers that decide what is written to them.
+struct Results {
+    uint8_t *out02;
+    uint8_t *out03;
+    uint8_t *key;
+    int32_t klen;
+    uint32_t alg;
+
+    bool are_there() const
+    {
+        if (zokecc::is_known_hash(alg) && (out02 == nullptr || out03 == nullptr)) return false;
+        return key != nullptr || !zokecc::derivation_writes(klen, global_curve.byte_len, alg);
+    }
+};
+
+bool has_zero_coordinate(const ecc_point &point) { return is_zero(point.x) || is_zero(point.y); }
+
+bool is_on_curve(const ecc_point &point)
+{
+    const GlobalCurve &g = global_curve;
+    return ecc_test_point(&point, &g.a, &g.b, &g.p) == 0;
+}
+
+bool is_below_order(const mint &d) { return mint_compare(&d, &global_curve.n) < 0; }
+
+mint x_bar_of(const ecc_point_bytes &point)
+{
+    uint8_t bytes[kXBarArea] = {};
+    mint out{};
+    sm2_x_bar(&point, global_curve.w, bytes);
+    octetstring_to_mint(bytes, global_curve.byte_len, &out);
+    return out;
+}
+
+// What one side brings to the shared point.
+struct Side {
+    const mint &d;
+    const mint &r;
+    const ecc_point_bytes &own_random;
+    const ecc_point &peer_key;
+    const ecc_point_bytes &peer_random;
+};
+
+bool compute_shared_point(const Side &side, PointBytes &U)
+{
+    const uint32_t L = global_curve.byte_len;
+    if (L > zokecc::kMaxCoordinateBytes) return false;  // no such curve can be installed
+    const mint own_x_bar = x_bar_of(side.own_random);
+    const mint peer_x_bar = x_bar_of(side.peer_random);
+    ecc_point peer_point{};
+    zokecc::read_point(side.peer_random, peer_point);
+    const zokecc::ExchangeSide step = {side.d, side.r, own_x_bar, side.peer_key, peer_point, peer_x_bar};
+    return zokecc::sm2_exchange_point(zokecc::global_view(), L, step, U) == zokecc::Step::done;
+}
+
+// K = KDF(xU || yU || ZA || ZB).
+//
+// KEPT: the status of the key derivation is not looked at, and an unknown hash gives a key of zero
+// bytes, or none, with the answer 0. Held by Sm2KeyExChg.KeptUnknownSelectorGivesAZeroKey.
+void derive_key(const Results &results, const PointBytes &U, const ExchangePublics &publics, KeySink &sink)
+{
+    zokecc::Transcript secret;
+    secret.put(U.xy, 2 * U.len).put(publics.ZA).put(publics.ZB);
+    sm2_kdf(secret.data(), static_cast<int32_t>(secret.size()), results.klen, static_cast<int32_t>(U.len),
+            results.alg, sink.target());
+    sink.deliver();
+}
+
+void write_confirmations(const Results &results, const PointBytes &U, Bytes tail)
+{
+    zokecc::sm2_confirmation(results.alg, zokecc::kResponderPrefix, U, tail, results.out02);
+    zokecc::sm2_confirmation(results.alg, zokecc::kInitiatorPrefix, U, tail, results.out03);
+}
+
+// Key and confirmation values of the split calls.
+void write_results(const Results &results, const PointBytes &U, const ExchangePublics &publics, KeySink &sink)
+{
+    derive_key(results, U, publics, sink);
+    Wiping<uint8_t[kDigestBytes]> H;
+    const int32_t H_len = zokecc::sm2_exchange_hash(results.alg, U, publics, *H);
+    write_confirmations(results, U, {*H, static_cast<size_t>(H_len)});
+}
+
+ExchangePublics publics_of(const uint8_t *ZA, const uint8_t *ZB, const ecc_point_bytes &RA,
+                           const ecc_point_bytes &RB)
+{
+    return {Bytes{ZA, kZBytes}, Bytes{ZB, kZBytes}, RA.x, RA.y, RB.x, RB.y};
+}
+
+}  // namespace
+
+int32_t sm2_x_bar(const ecc_point_bytes *point, uint32_t w, uint8_t *out)
+{
+    zokecc::write_x_bar(point->x, global_curve.byte_len, w, out);
+    return 0;
+}
+
+int32_t sm2_KeyExChg_A1_3(const ecc_scalar *rA, ecc_point_bytes *RA_out)
+{
+    if (!is_readable(rA) || RA_out == nullptr || !zokecc::curve_is_installed()) return kFailed;
+    Wiping<mint> r;
+    zokecc::read_scalar(*rA, *r);
+    if (!is_below_order(*r)) return kFailed;
+    ecc_point R{};
+    zokecc::multiply_base(zokecc::global_view(), *r, R);
+    zokecc::write_point_record(R, *RA_out);
+    return 0;
+}
+
+// The 02 value comes before the 03 value here, after it in the other two calls.
+int32_t sm2_KeyExChg_A4_10(const ecc_scalar *rA, const ecc_point_bytes *RA, const ecc_scalar *dA,
+                           const ecc_point_bytes *PB, const ecc_point_bytes *RB, const uint8_t *ZA,
+                           const uint8_t *ZB, int32_t klen, uint8_t *S1_out, uint8_t *SA_out, uint8_t *K_out,
+                           uint32_t hash_sel)
+{
+    if (!zokecc::curve_is_installed() || ZA == nullptr || ZB == nullptr) return kFailed;
+    if (!is_readable(rA) || !is_readable(RA) || !is_readable(dA) || !is_readable(PB) || !is_readable(RB))
+        return kFailed;
+    const Results results = {S1_out, SA_out, K_out, klen, hash_sel};
+    if (!results.are_there()) return kFailed;
+
+    ecc_point point{};
+    ecc_point peer_key{};
+    Wiping<mint> d;
+    Wiping<mint> r;
+    zokecc::read_point(*PB, peer_key);
+    if (has_zero_coordinate(peer_key)) return kFailed;
+    zokecc::read_scalar(*dA, *d);
+    if (!is_below_order(*d)) return kFailed;
+    zokecc::read_point(*RA, point);
+    if (has_zero_coordinate(point)) return kFailed;
+    zokecc::read_point(*RB, point);
+    if (!is_on_curve(point)) return kFailed;
+    zokecc::read_scalar(*rA, *r);
+
+    KeySink sink(K_out, klen, global_curve.byte_len, hash_sel);
+    Wiping<PointBytes> U;
+    if (!sink.is_ready() || !compute_shared_point({*d, *r, *RA, peer_key, *RB}, *U)) return kFailed;
+    write_results(results, *U, publics_of(ZA, ZB, *RA, *RB), sink);
+    return 0;
+}
+
+int32_t sm2_KeyExChg_B1_10(const ecc_scalar *dB, const ecc_point_bytes *PA, const ecc_point_bytes *RA,
+                           const uint8_t *ZA, const uint8_t *ZB, int32_t klen, ecc_point_bytes *RB_out,
+                           uint8_t *S2_out, uint8_t *SB_out, uint8_t *K_out, uint32_t hash_sel)
+{
+    if (!zokecc::curve_is_installed() || ZA == nullptr || ZB == nullptr || RB_out == nullptr) return kFailed;
+    if (!is_readable(dB) || !is_readable(PA) || !is_readable(RA)) return kFailed;
+    const Results results = {SB_out, S2_out, K_out, klen, hash_sel};
+    if (!results.are_there()) return kFailed;
+
+    ecc_point point{};
+    ecc_point peer_key{};
+    Wiping<mint> d;
+    Wiping<mint> r;
+    zokecc::read_point(*PA, peer_key);
+    if (has_zero_coordinate(peer_key)) return kFailed;
+    zokecc::read_scalar(*dB, *d);
+    if (!is_below_order(*d)) return kFailed;
+    zokecc::read_point(*RA, point);
+    if (!is_on_curve(point)) return kFailed;
+    KeySink sink(K_out, klen, global_curve.byte_len, hash_sel);
+    if (!sink.is_ready()) return kFailed;
+
+    gen_random_number(r.get(), &global_curve.n);
+    zokecc::multiply_base(zokecc::global_view(), *r, point);
+    zokecc::write_point_record(point, *RB_out);
+    Wiping<PointBytes> V;
+    if (!compute_shared_point({*d, *r, *RB_out, peer_key, *RA}, *V)) return kFailed;
+    write_results(results, *V, publics_of(ZA, ZB, *RA, *RB_out), sink);
+    return 0;
+}
+
+// KEPT: the confirmation values are made over the digest's working area and the peer's key behind
+// it, not over the digest alone, so the two sides never agree on them. Deployed pairs compare
+// each side's values with what this layout gives. Held by
+// Sm2KeyExChg.KeptConfirmationCoversThePeerKeyInMemory.
+int32_t sm2_KeyExChg(uint32_t role, const ecc_scalar *r, const ecc_point_bytes *R,
+                     const ecc_point_bytes *peerR, const ecc_scalar *d, const ecc_point_bytes *peerP,
+                     const uint8_t *ZA, const uint8_t *ZB, int32_t klen, uint8_t *out03, uint8_t *out02,
+                     uint8_t *K_out, uint32_t hash_sel)
+{
+    if (!zokecc::curve_is_installed() || ZA == nullptr || ZB == nullptr) return kFailed;
+    if (!is_readable(r) || !is_readable(R) || !is_readable(peerR) || !is_readable(d) || !is_readable(peerP))
+        return kFailed;
+    const Results results = {out02, out03, K_out, klen, hash_sel};
+    if (!results.are_there()) return kFailed;
+
+    ecc_point point{};
+    ecc_point peer_key{};
+    Wiping<mint> own_d;
+    Wiping<mint> own_r;
+    zokecc::read_point(*peerP, peer_key);
+    if (has_zero_coordinate(peer_key)) return kFailed;
+    zokecc::read_scalar(*d, *own_d);
+    if (!is_below_order(*own_d)) return kFailed;
+    zokecc::read_point(*R, point);
+    if (has_zero_coordinate(point) || !is_on_curve(point)) return kFailed;
+    zokecc::read_point(*peerR, point);
+    if (!is_on_curve(point)) return kFailed;
+    zokecc::read_scalar(*r, *own_r);
+
+    KeySink sink(K_out, klen, global_curve.byte_len, hash_sel);
+    Wiping<PointBytes> U;
+    if (!sink.is_ready() || !compute_shared_point({*own_d, *own_r, *R, peer_key, *peerR}, *U)) return kFailed;
+    const bool is_initiator = role == 1;
+    const ExchangePublics publics =
+        is_initiator ? publics_of(ZA, ZB, *R, *peerR) : publics_of(ZA, ZB, *peerR, *R);
+    derive_key(results, *U, publics, sink);
+    Wiping<zokecc::PeerImage> image;
+    zokecc::sm2_exchange_hash(hash_sel, *U, publics, image->digest_area);
+    zokecc::write_peer_image(peer_key, *image);
+    write_confirmations(results, *U, zokecc::bytes_of(*image, 5 * U->len + 2 * kZBytes));
+    return 0;
+}
+
+// KEPT: the scalar is never read; it counts as zero, and x and y are both written to the y field,
+// which ends as zero bytes while the x field keeps what it held. Held by
+// Sm2RPoint.KeptWritesZeroBytesToYOnly.
+int32_t sm2_RPoint(const uint8_t *scalar_bytes, uint32_t, ecc_point_bytes *R_out)
+{
+    if (scalar_bytes == nullptr || R_out == nullptr) return 1;
+    const uint32_t L = global_curve.byte_len;
+    const mint zero{};
+    ecc_point R{};
+    zokecc::multiply_base(zokecc::global_view(), zero, R);
+    mint_to_fixedlen_os(&R.x, L, zokecc::kPointFieldBytes, &R_out->length, R_out->y);
+    mint_to_fixedlen_os(&R.y, L, zokecc::kPointFieldBytes, &R_out->length, R_out->y);
+    return 0;
+}

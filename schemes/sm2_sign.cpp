@@ -1,0 +1,106 @@
+// SM2 signatures over the process-wide curve (GB/T 32918.2), with Z made by the caller.
+#include <cstring>
+
+#include "hash/digest.h"
+#include "mint/plain.h"
+#include "mint/value.h"
+#include "mint/wipe.h"
+#include "mint/work_buffer.h"
+#include "schemes/records.h"
+
+namespace {
+
+using zokecc::CurveView;
+using zokecc::is_zero;
+using zokecc::kDigestBytes;
+using zokecc::kFailed;
+using zokecc::Wiping;
+
+constexpr int32_t kInvalid = 1;
+constexpr int32_t kNoMemory = 1;
+
+// e = H(Z || message), not reduced; an unknown hash leaves it as it is. False without memory.
+bool hash_message(const sm3_msg &msg, const uint8_t *Z, uint32_t hash_sel, mint &e)
+{
+    const uint64_t size = uint64_t{msg.len_low} + kDigestBytes + 1;
+    if (size > UINT32_MAX) return false;
+    zokecc::WorkBuffer buffer(static_cast<uint32_t>(size));
+    if (!buffer) return false;
+    std::memcpy(buffer.data(), Z, kDigestBytes);
+    if (msg.len_low > 0) std::memcpy(buffer.data() + kDigestBytes, msg.data, msg.len_low);
+    const hash_msg whole = {hash_sel, buffer.data(), 0, static_cast<uint32_t>(size - 1)};
+    hash_mint_value(&whole, nullptr, &e);
+    return true;
+}
+
+bool is_sum_of_order(const mint &a, const mint &b, const mint &n)
+{
+    mint sum{};
+    zokecc::add_values(a, b, sum);
+    return mint_compare(&sum, &n) == 0;
+}
+
+// KEPT: r = 0 is accepted; only r + k = n draws again. Held by Sm2DigitalSign.KeptZeroRIsAccepted.
+bool sign(const CurveView &curve, const mint &d, const mint &e, mint &r, mint &s)
+{
+    Wiping<mint> k;
+    for (uint32_t draw = 0; draw < zokecc::kMaxFruitlessDraws; ++draw) {
+        gen_random_number(k.get(), &curve.n);
+        zokecc::sm2_first_half(curve, e, *k, r);
+        if (!is_zero(r) && is_sum_of_order(r, *k, curve.n)) continue;
+        zokecc::sm2_second_half(curve, d, *k, r, s);
+        if (!is_zero(s)) return true;
+    }
+    return false;
+}
+
+}  // namespace
+
+// A key of zero is not refused here; n - 1 is, since 1 + d has no inverse then.
+int32_t sm2_DigitalSign(const ecc_scalar *d, const sm3_msg *msg, const uint8_t *Z, ecc_point_bytes *sig_out,
+                        uint32_t hash_sel)
+{
+    if (!zokecc::is_readable(d) || !zokecc::is_readable(msg) || Z == nullptr || sig_out == nullptr)
+        return kFailed;
+    if (!zokecc::curve_is_installed()) return kFailed;
+    const CurveView curve = zokecc::global_view();
+    Wiping<mint> key;
+    mint one{};
+    zokecc::set_small(one, 1);
+    zokecc::read_scalar(*d, *key);
+    if (mint_compare(key.get(), &curve.n) >= 0 || is_sum_of_order(*key, one, curve.n)) return kFailed;
+    mint e{};
+    if (!hash_message(*msg, Z, hash_sel, e)) return kNoMemory;
+
+    mint r{};
+    mint s{};
+    if (!sign(curve, *key, e, r, s)) return kFailed;
+    zokecc::write_pair(r, s, *sig_out);
+    return 0;
+}
+
+// KEPT: r is held against the field prime and not against the order, and s has no upper bound at
+// all. Held by Sm2DigitalVeriy.KeptRIsBoundedByTheFieldPrime and
+// Sm2DigitalVeriy.KeptSHasNoUpperBound.
+int32_t sm2_DigitalVeriy(const ecc_point_bytes *Q, const sm3_msg *msg, const ecc_point_bytes *sig,
+                         const uint8_t *Z, uint32_t hash_sel)
+{
+    if (!zokecc::is_readable(Q) || !zokecc::is_readable(msg) || !zokecc::is_readable(sig) || Z == nullptr)
+        return kFailed;
+    if (!zokecc::curve_is_installed()) return kFailed;
+    const CurveView curve = zokecc::global_view();
+    ecc_point P{};
+    mint r{};
+    mint s{};
+    zokecc::read_point(*Q, P);
+    zokecc::read_pair(*sig, r, s);
+    if (is_zero(r) || mint_compare(&r, &curve.p) >= 0 || is_zero(s)) return kFailed;
+    mint e{};
+    if (!hash_message(*msg, Z, hash_sel, e)) return kFailed;
+    mint t{};
+    zokecc::mod_add(r, s, curve.n, t);
+    if (is_zero(t)) return kInvalid;
+    mint R{};
+    if (!zokecc::sm2_recomputed_r(curve, e, P, s, t, R)) return kFailed;
+    return mint_compare(&R, &r) == 0 ? 0 : kInvalid;
+}

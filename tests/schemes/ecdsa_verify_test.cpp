@@ -1,0 +1,248 @@
+// Ecdsa_DigitalVeriy: what it accepts and refuses, and the leniency that is kept: r and s are
+// not held against the order, the key need not lie on the curve, and a sum at infinity counts
+// as x = 0.
+#include "tests/schemes/ecdsa_calls.h"
+
+using namespace zokecc_test;
+
+namespace {
+
+constexpr uint32_t kD = 123;
+constexpr uint32_t kK = 77;
+
+const ByteString kText = ascii_bytes("message digest");
+
+SmallSignature signature_of(const ByteString &text, uint32_t hash) {
+    return small_ecdsa(small_e(text, hash), kD, kK);
+}
+
+int32_t verify(const SmallSignature &signature, uint32_t hash = HASH_ALG_SM3,
+               const ByteString &text = kText) {
+    return EcdsaVerification(small_multiple(kD), signature, text).run(hash);
+}
+
+// The s for which the key is multiplied by u2 = r / s.
+uint32_t s_for(uint32_t r, uint32_t u2) { return product_modulo(r, inverse_modulo(u2, kSmallN), kSmallN); }
+
+}  // namespace
+
+TEST(EcdsaDigitalVeriy, AcceptsASignatureOnEveryCurveLength) {
+    for (unsigned byte_len : kLegacyLengths) {
+        install_small(byte_len);
+        for (uint32_t hash : kHashes) {
+            SmallSignature signature = signature_of(kText, hash);
+            TinyPoint Q = small_multiple(kD);
+            EcdsaVerification verification(PointBytes(Q.x, Q.y, byte_len),
+                                           PointBytes(signature.r, signature.s, byte_len), kText);
+            EXPECT_EQ(verification.run(hash), 1);
+        }
+    }
+}
+
+TEST(EcdsaDigitalVeriy, AcceptsWhatWasSigned) {
+    install_small(32);
+    for (uint32_t d : {1u, 2u, 500u, kSmallN - 1}) {
+        for (uint32_t k : {1u, 5u, 990u}) {
+            FakeEntropy entropy;
+            queue_number(entropy, k);
+            EcdsaSigning signing(number_bytes(d, 32), kText);
+            ASSERT_EQ(signing.run(HASH_ALG_SHA256), 0);
+            TinyPoint Q = small_multiple(d);
+            PointBytes key(Q.x, Q.y, 32);
+            EXPECT_EQ(Ecdsa_DigitalVeriy(key.get(), signing.msg.get(), signing.sig.get(), HASH_ALG_SHA256),
+                      1);
+        }
+    }
+}
+
+TEST(EcdsaDigitalVeriy, SignatureOfTheOtherHashReturnsZero) {
+    install_small(32);
+    EXPECT_EQ(verify(signature_of(kText, HASH_ALG_SHA256), HASH_ALG_SHA256), 1);
+    EXPECT_EQ(verify(signature_of(kText, HASH_ALG_SHA256), HASH_ALG_SM3), 0);
+    EXPECT_EQ(verify(signature_of(kText, HASH_ALG_SM3), HASH_ALG_SM3), 1);
+    EXPECT_EQ(verify(signature_of(kText, HASH_ALG_SM3), HASH_ALG_SHA256), 0);
+}
+
+TEST(EcdsaDigitalVeriy, OtherMessageKeyOrNumbersReturnZero) {
+    install_small(32);
+    SmallSignature good = signature_of(kText, HASH_ALG_SM3);
+    EXPECT_EQ(verify(good), 1);
+    EXPECT_EQ(verify(good, HASH_ALG_SM3, ascii_bytes("message digesu")), 0);
+    EXPECT_EQ(verify({good.r + 1, good.s}), 0);
+    EXPECT_EQ(verify({good.r, good.s + 1}), 0);
+    EXPECT_EQ(verify({good.s, good.r}), 0);
+    EXPECT_EQ(EcdsaVerification(small_multiple(kD + 1), good, kText).run(HASH_ALG_SM3), 0);
+}
+
+TEST(EcdsaDigitalVeriy, NegatedSIsAccepted) {
+    // k and -k have the same x.
+    install_small(32);
+    SmallSignature good = signature_of(kText, HASH_ALG_SM3);
+    EXPECT_EQ(verify({good.r, kSmallN - good.s}), 1);
+}
+
+TEST(EcdsaDigitalVeriy, SZeroReturnsZero) {
+    install_small(32);
+    for (uint32_t hash : {HASH_ALG_SM3, HASH_ALG_SHA256, kUnknownHash}) {
+        EXPECT_EQ(verify({signature_of(kText, HASH_ALG_SM3).r, 0}, hash), 0);
+        EXPECT_EQ(verify({0, 0}, hash), 0);
+    }
+}
+
+TEST(EcdsaDigitalVeriy, SMultipleOfTheOrderReturnsZero) {
+    // Without an inverse both products would vanish, and r = 0 would pass for every message.
+    install_small(32);
+    for (uint32_t s : {kSmallN, 2 * kSmallN, 1000 * kSmallN}) {
+        for (uint32_t hash : {HASH_ALG_SM3, HASH_ALG_SHA256, kUnknownHash}) {
+            EXPECT_EQ(verify({0, s}, hash), 0);
+            EXPECT_EQ(verify({signature_of(kText, HASH_ALG_SM3).r, s}, hash), 0);
+        }
+    }
+}
+
+TEST(EcdsaDigitalVeriy, SMultipleOfALargeOrderReturnsZero) {
+    install("secp256r1");
+    ByteString n = fixed_bytes(global_curve.n, 33);
+    ByteString zero(33, 0);
+    ByteString twice = fixed_bytes(global_curve.n, 33);
+    unsigned carry = 0;
+    for (size_t i = twice.size(); i-- > 0;) {
+        unsigned doubled = 2u * twice[i] + carry;
+        twice[i] = static_cast<uint8_t>(doubled);
+        carry = doubled >> 8;
+    }
+    PointBytes key(fixed_bytes(global_curve.G.x, 33), fixed_bytes(global_curve.G.y, 33));
+    for (const ByteString &s : {zero, n, twice})
+        for (uint32_t hash : {HASH_ALG_SM3, kUnknownHash})
+            EXPECT_EQ(EcdsaVerification(key, PointBytes(zero, s), kText).run(hash), 0) << to_hex(s);
+}
+
+TEST(EcdsaDigitalVeriy, KeptSAboveTheOrderIsAccepted) {
+    install_small(32);
+    SmallSignature good = signature_of(kText, HASH_ALG_SM3);
+    EXPECT_EQ(verify({good.r, good.s + kSmallN}), 1);
+    EXPECT_EQ(verify({good.r, good.s + 4000000 * kSmallN}), 1);
+}
+
+TEST(EcdsaDigitalVeriy, RAboveTheOrderNeverEqualsAReducedX) {
+    install_small(32);
+    SmallSignature good = signature_of(kText, HASH_ALG_SM3);
+    EXPECT_EQ(verify({good.r + kSmallN, good.s}), 0);
+    EXPECT_EQ(verify({kSmallN, good.s}), 0);
+}
+
+TEST(EcdsaDigitalVeriy, RZeroReturnsZeroForAnOrdinaryMessage) {
+    install_small(32);
+    for (uint32_t s : {1u, 2u, kSmallN - 1}) {
+        // u2 is 0, so that the sum is u1 G.
+        uint32_t u1 = product_modulo(small_e(kText, HASH_ALG_SM3), inverse_modulo(s, kSmallN), kSmallN);
+        ASSERT_NE(small_multiple(u1).x, 0u);
+        EXPECT_EQ(verify({0, s}), 0);
+    }
+}
+
+TEST(EcdsaDigitalVeriy, KeptRZeroIsNotRefused) {
+    // u1 G = (0, 5) for this s, and u2 is 0.
+    install_small(32);
+    uint32_t at_zero = first_scalar([](uint32_t k) { return small_multiple(k).x == 0; });
+    uint32_t e = small_e(kText, HASH_ALG_SM3);
+    ASSERT_NE(e, 0u);
+    EXPECT_EQ(verify({0, product_modulo(e, inverse_modulo(at_zero, kSmallN), kSmallN)}), 1);
+}
+
+TEST(EcdsaDigitalVeriy, KeptInfiniteSumCountsAsXZero) {
+    // e is 0 for an unknown hash, and r is 0: both products are infinite, and so is the sum.
+    install_small(32);
+    EXPECT_EQ(verify({0, 1}, kUnknownHash), 1);
+    EXPECT_EQ(verify({0, 990}, kUnknownHash), 1);
+    EXPECT_EQ(verify({1, 1}, kUnknownHash), small_multiple(kD).x % kSmallN == 1 ? 1 : 0);
+}
+
+TEST(EcdsaDigitalVeriy, KeptOppositeProductsAddToAFinitePoint) {
+    // u1 G = -(u2 Q) should be infinity; the addition answers with x = -2 x1, and a signature
+    // made for that x passes.
+    install_small(32);
+    unsigned found = 0;
+    for (uint32_t number = 0; number < 20; ++number) {
+        ByteString text = number_bytes(number, 4);
+        uint32_t e = small_e(text, HASH_ALG_SM3);
+        for (uint32_t u1 = 1; u1 < kSmallN; ++u1) {
+            uint32_t u2 = negative_modulo(product_modulo(u1, inverse_modulo(kD, kSmallN), kSmallN), kSmallN);
+            uint32_t r = negative_modulo(2 * small_multiple(u1).x, kSmallP) % kSmallN;
+            if (r == 0) continue;
+            uint32_t s = s_for(r, u2);
+            if (product_modulo(u1, s, kSmallN) != e) continue;
+            EXPECT_EQ(verify({r, s}, HASH_ALG_SM3, text), 1);
+            ++found;
+        }
+    }
+    EXPECT_GE(found, 5u);
+}
+
+TEST(EcdsaDigitalVeriy, KeptPublicKeyOffTheCurveIsUsed) {
+    // With e = 0 the sum is u2 Q, computed on the curve that Q is on.
+    install_small(32);
+    const TinyCurve other(kSmallP, 2, 26);
+    const TinyPoint Q = other.points().at(7);
+    ASSERT_NE(Q.y, 0u);
+    for (uint32_t u2 : {2u, 3u, 100u}) {
+        TinyPoint product = other.library_window(small(u2), Q);
+        uint32_t r = product.x % kSmallN;
+        ASSERT_NE(r, 0u);
+        EcdsaVerification verification(Q, {r, s_for(r, u2)}, kText);
+        EXPECT_EQ(verification.run(kUnknownHash), 1);
+    }
+}
+
+TEST(EcdsaDigitalVeriy, EveryRecordIsReadAtItsOwnLength) {
+    install_small(32);
+    TinyPoint Q = small_multiple(kD);
+    SmallSignature good = signature_of(kText, HASH_ALG_SM3);
+    for (size_t key_length : {2u, 31u, 65u})
+        for (size_t sig_length : {2u, 33u, 64u, 65u})
+            EXPECT_EQ(EcdsaVerification(PointBytes(Q.x, Q.y, key_length),
+                                        PointBytes(good.r, good.s, sig_length), kText)
+                          .run(HASH_ALG_SM3),
+                      1)
+                << key_length << ' ' << sig_length;
+}
+
+TEST(EcdsaDigitalVeriy, RecordsOfLengthZeroAreZeros) {
+    install_small(32);
+    TinyPoint Q = small_multiple(kD);
+    PointBytes nothing{ByteString(), ByteString()};
+    EXPECT_EQ(EcdsaVerification(PointBytes(Q.x, Q.y, 32), nothing, kText).run(HASH_ALG_SM3), 0);
+    // A key (0, 0): u2 Q has x = 0 whatever u2, and with e = 0 no r but 0 can come out.
+    EXPECT_EQ(EcdsaVerification(nothing, PointBytes(1, 1, 32), kText).run(kUnknownHash), 0);
+}
+
+TEST(EcdsaDigitalVeriy, LengthAbove65ReturnsZeroUnread) {
+    install_small(32);
+    SmallSignature good = signature_of(kText, HASH_ALG_SM3);
+    for (uint32_t length : {66u, 0x80000000u, 0xFFFFFFFFu}) {
+        EcdsaVerification long_key(small_multiple(kD), good, kText);
+        long_key.Q.set_length(length);
+        EXPECT_EQ(long_key.run(HASH_ALG_SM3), 0);
+        EcdsaVerification long_signature(small_multiple(kD), good, kText);
+        long_signature.sig.set_length(length);
+        EXPECT_EQ(long_signature.run(HASH_ALG_SM3), 0);
+    }
+}
+
+TEST(EcdsaDigitalVeriy, DrawsNothing) {
+    install_small(32);
+    FakeEntropy entropy;
+    EXPECT_EQ(verify(signature_of(kText, HASH_ALG_SM3)), 1);
+    EXPECT_EQ(entropy.rand_calls + entropy.srand_calls + entropy.number_calls, 0u);
+}
+
+TEST(EcdsaDigitalVeriy, NullMessageHashesAsTheEmptyOne) {
+    install_small(32);
+    SmallSignature good = signature_of(ByteString(), HASH_ALG_SHA256);
+    EcdsaVerification verification(small_multiple(kD), good, kText);
+    sm3_msg nothing{nullptr, 0, 17};
+    EXPECT_EQ(Ecdsa_DigitalVeriy(verification.Q.get(), &nothing, verification.sig.get(), HASH_ALG_SHA256), 1);
+    nothing.len_low = 0;
+    EcdsaVerification empty(small_multiple(kD), signature_of(ByteString(), HASH_ALG_SM3), kText);
+    EXPECT_EQ(Ecdsa_DigitalVeriy(empty.Q.get(), &nothing, empty.sig.get(), HASH_ALG_SM3), 1);
+}

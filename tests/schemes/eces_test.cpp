@@ -1,0 +1,243 @@
+// Eces_Encry: the ciphertext, its capacities, and the nonces it draws again.
+#include "tests/schemes/eces_calls.h"
+#include "tests/support/failing_alloc.h"
+
+using namespace zokecc_test;
+
+namespace {
+
+constexpr uint32_t kRecipient = 123;  // the recipient's private key
+constexpr uint32_t kK = 77;
+constexpr int32_t kWholeSize = 12;
+
+const ByteString kText = ascii_bytes("some message");
+
+EcesEncryption to_recipient(const ByteString &text = kText) {
+    return EcesEncryption(small_multiple(kRecipient), text);
+}
+
+ByteString cipher_of(const ByteString &text, uint32_t k = kK) {
+    return small_cipher(kRecipient, residue(text, kSmallP), k);
+}
+
+// One call with the nonce kK and the whole capacity.
+void expect_encrypted(const ByteString &text) {
+    SCOPED_TRACE("message of " + std::to_string(text.size()));
+    FakeEntropy entropy;
+    queue_number(entropy, kK);
+    EcesEncryption call = to_recipient(text);
+    EXPECT_EQ(call.run(kWholeSize), kWholeSize);
+    call.expect_written(cipher_of(text));
+    EXPECT_EQ(entropy.number_calls, 1u);
+}
+
+}  // namespace
+
+TEST(EcesEncry, WritesPrefixPointAndMaskedMessage) {
+    install_small(32);
+    expect_encrypted(kText);
+}
+
+TEST(EcesEncry, NumbersAreAsWideAsThePrimesWordsNotAsTheCurve) {
+    for (unsigned byte_len : kLegacyLengths) {
+        install_small(byte_len);
+        expect_encrypted(kText);
+    }
+}
+
+TEST(EcesEncry, MessagesOfEveryLengthUpTo200AreReducedModuloThePrime) {
+    install_small(32);
+    const ByteString text = test_bytes(200);
+    for (std::ptrdiff_t length = 0; length <= 200; ++length)
+        expect_encrypted(ByteString(text.begin(), text.begin() + length));
+}
+
+TEST(EcesEncry, MessageOf64KiBIsReducedModuloThePrime) {
+    install_small(32);
+    expect_encrypted(test_bytes(65536));
+}
+
+TEST(EcesEncry, MessageAtAndAboveThePrimeIsReduced) {
+    install_small(32);
+    for (uint32_t value : {0u, 1u, kSmallP - 1, kSmallP, kSmallP + 5, 0xFFFFFFFFu})
+        expect_encrypted(number_bytes(value, 4));
+    expect_encrypted(ByteString(45, 0xFF));
+    expect_encrypted(ByteString(76, 0xFF));
+    expect_encrypted(ByteString(77, 0xFF));
+}
+
+TEST(EcesEncry, NullMessageOfLengthZeroIsZero) {
+    install_small(32);
+    FakeEntropy entropy;
+    queue_number(entropy, kK);
+    EcesEncryption call = to_recipient();
+    EXPECT_EQ(Eces_Encry(call.Q.get(), nullptr, 0, call.out.data(), kWholeSize), kWholeSize);
+    call.expect_written(cipher_of(ByteString()));
+}
+
+TEST(EcesEncry, CapacityAdmitsWholeNumbersOnly) {
+    install_small(32);
+    for (int32_t capacity = 0; capacity <= kWholeSize + 3; ++capacity) {
+        SCOPED_TRACE(capacity);
+        FakeEntropy entropy;
+        queue_number(entropy, kK);
+        EcesEncryption call = to_recipient();
+        int32_t counted = std::min(capacity / 4 * 4, kWholeSize);
+        EXPECT_EQ(call.run(capacity), counted);
+        ByteString expected = cipher_of(kText);
+        expected.resize(static_cast<size_t>(counted) + 1);
+        call.expect_written(expected);
+    }
+}
+
+TEST(EcesEncry, CapacityOnA256BitCurveAdmitsWholeNumbersOnly) {
+    // 1 as a number of 32 bytes needs 32 bytes of room, although its shortest form needs one.
+    install("sm2p256v1");
+    PointBytes G(fixed_bytes(global_curve.G.x, 32), fixed_bytes(global_curve.G.y, 32));
+    for (int32_t capacity : {0, 1, 31, 32, 33, 63, 64, 95, 96, 97}) {
+        SCOPED_TRACE(capacity);
+        FakeEntropy entropy;
+        queue_number(entropy, 1u);
+        EcesEncryption call(G, ByteString());
+        int32_t counted = std::min(capacity / 32 * 32, 96);
+        EXPECT_EQ(call.run(capacity), counted);
+        ByteString expected = joined({ByteString(1, 4), fixed_bytes(global_curve.G.x, 32),
+                                      fixed_bytes(global_curve.G.y, 32), ByteString(32, 0)});
+        expected.resize(static_cast<size_t>(counted) + 1);
+        call.expect_written(expected);
+    }
+}
+
+TEST(EcesEncry, NegativeCapacityCountsAsZero) {
+    install_small(32);
+    for (int32_t capacity : {-1, -12, INT32_MIN}) {
+        FakeEntropy entropy;
+        queue_number(entropy, kK);
+        EcesEncryption call = to_recipient();
+        EXPECT_EQ(call.run(capacity), 0);
+        call.expect_written(ByteString(1, 4));
+        EXPECT_EQ(entropy.number_calls, 1u);
+    }
+}
+
+TEST(EcesEncry, GreatestCapacityIsTaken) {
+    install_small(32);
+    FakeEntropy entropy;
+    queue_number(entropy, kK);
+    EcesEncryption call = to_recipient();
+    EXPECT_EQ(call.run(INT32_MAX), kWholeSize);
+    call.expect_written(cipher_of(kText));
+}
+
+TEST(EcesEncry, NonceThatMasksWithZeroIsDrawnAgain) {
+    // k Q is infinity for k = 0, and has x = 0 at two more nonces.
+    install_small(32);
+    uint32_t at_zero = first_scalar(
+        [](uint32_t k) { return small_multiple(product_modulo(k, kRecipient, kSmallN)).x == 0; });
+    FakeEntropy entropy;
+    for (uint32_t k : {0u, at_zero, kSmallN - at_zero, kK}) queue_number(entropy, k);
+    EcesEncryption call = to_recipient();
+    EXPECT_EQ(call.run(kWholeSize), kWholeSize);
+    call.expect_written(cipher_of(kText));
+    EXPECT_EQ(entropy.number_calls, 4u);
+}
+
+TEST(EcesEncry, RecipientZeroZeroEndsAfter1024DrawsWithNothingWritten) {
+    install_small(32);
+    PointBytes zeros(0, 0, 32);
+    PointBytes of_length_zero{ByteString(), ByteString()};
+    for (const PointBytes &Q : {zeros, of_length_zero}) {
+        FakeEntropy entropy;
+        EcesEncryption call(Q, kText);
+        EXPECT_EQ(call.run(kWholeSize), -1);
+        EXPECT_EQ(entropy.number_calls, 1024u);
+        EXPECT_TRUE(call.out.untouched());
+    }
+}
+
+TEST(EcesEncry, SucceedsAtThe1024thDraw) {
+    install_small(32);
+    FakeEntropy entropy;
+    queue_number(entropy, 0u, 1023);
+    queue_number(entropy, kK);
+    EcesEncryption call = to_recipient();
+    EXPECT_EQ(call.run(kWholeSize), kWholeSize);
+    EXPECT_EQ(entropy.number_calls, 1024u);
+    call.expect_written(cipher_of(kText));
+}
+
+TEST(EcesEncry, FailedMultiplicationDrawsAgain) {
+    install_small(32);
+    FakeEntropy entropy;
+    queue_number(entropy, kK + 1);
+    queue_number(entropy, kK);
+    EcesEncryption call = to_recipient();
+    {
+        FailingAlloc failing(1);
+        EXPECT_EQ(call.run(kWholeSize), kWholeSize);
+        EXPECT_EQ(failing.allocations, 2u);
+        EXPECT_EQ(failing.outstanding, 1);
+    }
+    EXPECT_EQ(entropy.number_calls, 2u);
+    call.expect_written(cipher_of(kText));
+}
+
+TEST(EcesEncry, KeptRecipientOffTheCurveIsUsed) {
+    install_small(32);
+    const TinyCurve other(kSmallP, 2, 26);
+    const TinyPoint Q = other.points().at(50);
+    TinyPoint S = other.library_window(small(kK), Q);
+    ASSERT_FALSE(S.infinite || S.x == 0);
+    FakeEntropy entropy;
+    queue_number(entropy, kK);
+    EcesEncryption call(Q, kText);
+    EXPECT_EQ(call.run(kWholeSize), kWholeSize);
+    call.expect_written(
+        small_cipher_image(small_multiple(kK), product_modulo(residue(kText, kSmallP), S.x, kSmallP)));
+}
+
+TEST(EcesEncry, RecipientLengthAbove65ReturnsMinusOneUnread) {
+    install_small(32);
+    for (uint32_t length : {66u, 0x80000000u, 0xFFFFFFFFu}) {
+        FakeEntropy entropy;
+        EcesEncryption call = to_recipient();
+        call.Q.set_length(length);
+        EXPECT_EQ(call.run(kWholeSize), -1);
+        EXPECT_TRUE(call.out.untouched());
+        EXPECT_EQ(entropy.number_calls, 0u);
+    }
+}
+
+TEST(EcesEncry, RecipientIsReadAtItsOwnLength) {
+    install_small(32);
+    const TinyPoint Q = small_multiple(kRecipient);
+    for (size_t length : {2u, 31u, 65u}) {
+        FakeEntropy entropy;
+        queue_number(entropy, kK);
+        EcesEncryption call(PointBytes(Q.x, Q.y, length), kText);
+        EXPECT_EQ(call.run(kWholeSize), kWholeSize);
+        call.expect_written(cipher_of(kText));
+    }
+}
+
+TEST(EcesEncry, PublishedSecretsMaskTheMessage) {
+    // With the own key of a published exchange as nonce, the point is its public key and the mask
+    // the published secret.
+    unsigned checked = 0;
+    for (const VectorBlock &block : vectors_where(is_legacy, "ecdh.rsp")) {
+        SCOPED_TRACE(block.text("Curve") + " d = " + block.text("d"));
+        install(block.text("Curve"));
+        FakeEntropy entropy;
+        queue_number(entropy, block.number("d"));
+        ByteString text = test_bytes(checked % 100, checked);
+        EcesEncryption call(PointBytes(block.bytes("Px"), block.bytes("Py")), text);
+        const size_t size = block.bytes("Z").size();
+        EXPECT_EQ(call.run(static_cast<int32_t>(3 * size)), static_cast<int32_t>(3 * size));
+        Natural c = mod_mul(Natural::from_hex(to_hex(text)), Natural::from_hex(block.text("Z")),
+                            Natural(global_curve.p));
+        call.expect_written(
+            joined({ByteString(1, 4), block.bytes("Qx"), block.bytes("Qy"), fixed_bytes(c.to_mint(), size)}));
+        ++checked;
+    }
+    EXPECT_EQ(checked, 93u);
+}

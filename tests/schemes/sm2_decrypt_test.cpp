@@ -1,0 +1,317 @@
+// sm2_Decry: the plaintext for every short length, what it refuses with nothing written, and the
+// check value, which is looked for where C2 begins.
+#include "tests/schemes/sm2_encrypt_calls.h"
+#include "tests/support/failing_alloc.h"
+
+using namespace zokecc_test;
+
+namespace {
+
+constexpr uint32_t kD = 123;
+constexpr uint32_t kK = 77;
+
+const ByteString kText = ascii_bytes("ten bytes.");
+
+ByteString good_cipher(size_t L = 32, uint32_t hash = HASH_ALG_SM3, const ByteString &text = kText) {
+    return small_sm2_cipher(kD, kK, L, text, hash);
+}
+
+// A ciphertext of one byte that passes the check: the 32 bytes from C2 on are C2 itself and the
+// first 31 bytes of C3, so that C3 can be chosen as soon as C2 is the first byte of the check
+// value. It is for one of 256 nonces and values of C2.
+struct Passing {
+    Passing(uint32_t d, uint32_t hash) {
+        for (uint32_t k = 1; k < kSmallN; ++k) {
+            const Coordinates secret(small_multiple(product_modulo(k, d, kSmallN)), 32);
+            const uint8_t t = key_stream(secret.both(), 1, hash)[0];
+            for (unsigned c = 0; t != 0 && c < 256; ++c) {
+                plain = ByteString(1, static_cast<uint8_t>(c ^ t));
+                const ByteString check = hash_bytes(joined({secret.x, plain, secret.y}), hash);
+                if (check[0] != c) continue;
+                cipher = joined(
+                    {ByteString(1, 4), Coordinates(small_multiple(k), 32).both(), check, ByteString(1, 0)});
+                return;
+            }
+        }
+        throw std::out_of_range("no such ciphertext");
+    }
+    ByteString plain, cipher;
+};
+
+}  // namespace
+
+TEST(Sm2Decry, EveryLengthUpTo200OnEveryCurveLengthWithBothHashes) {
+    const ByteString text = test_bytes(200);
+    for (unsigned L : kLegacyLengths) {
+        install_small(L);
+        for (uint32_t hash : kHashes) {
+            for (std::ptrdiff_t length = 1; length <= 200; ++length) {
+                SCOPED_TRACE("L " + std::to_string(L) + " hash " + std::to_string(hash) + " length " +
+                             std::to_string(length));
+                const ByteString part(text.begin(), text.begin() + length);
+                Sm2Decryption call(kD, good_cipher(L, hash, part));
+                EXPECT_EQ(call.run(hash), -1);
+                call.expect_plain(part);
+            }
+        }
+    }
+}
+
+TEST(Sm2Decry, PlaintextOf64KiB) {
+    install_small(24);
+    const ByteString text = test_bytes(65536);
+    Sm2Decryption call(kD, good_cipher(24, HASH_ALG_SM3, text));
+    EXPECT_EQ(call.run(HASH_ALG_SM3), -1);
+    call.expect_plain(text);
+}
+
+TEST(Sm2Decry, KeptCheckReadAtStartOfC2) {
+    install_small(32);
+    for (uint32_t hash : kHashes) {
+        Passing passing(kD, hash);
+        Sm2Decryption call(kD, passing.cipher);
+        EXPECT_EQ(call.run(hash), 0);
+        call.expect_plain(passing.plain);
+    }
+}
+
+TEST(Sm2Decry, KeptCheckCovers32BytesFromC2On) {
+    install_small(32);
+    Passing passing(kD, HASH_ALG_SM3);
+    for (size_t offset = 65; offset < passing.cipher.size(); ++offset) {
+        SCOPED_TRACE(offset);
+        ByteString changed = passing.cipher;
+        changed[offset] ^= 0x10;
+        Sm2Decryption call(kD, changed);
+        EXPECT_EQ(call.run(HASH_ALG_SM3), offset == 97 ? 0 : -1);
+        call.expect_plain(ByteString(1, static_cast<uint8_t>(passing.plain[0] ^ (offset == 65 ? 0x10 : 0))));
+    }
+}
+
+TEST(Sm2Decry, KeptGoodCiphertextReturnsMinusOneWithThePlaintextWritten) {
+    install("sm2p256v1");
+    Scalar d(test_bytes(31, 4));
+    GuardedRecord<ecc_point_bytes> Q;
+    ASSERT_EQ(Ecc_GenPubKey(d.get(), Q.get()), 0);
+    for (uint32_t hash : kHashes) {
+        FakeEntropy entropy;
+        Sm2Encryption encryption(PointBytes(ByteString(Q->x, Q->x + 32), ByteString(Q->y, Q->y + 32)), kText);
+        ASSERT_EQ(encryption.run(hash), 0);
+        Sm2Decryption call(test_bytes(31, 4), encryption.area.first(107));
+        EXPECT_EQ(call.run(hash), -1);
+        call.expect_plain(kText);
+    }
+}
+
+TEST(Sm2Decry, KeptChangedCiphertextLeavesItsPlaintextWritten) {
+    install_small(32);
+    ByteString changed = good_cipher();
+    changed[65] ^= 1;                  // C2
+    changed[changed.size() - 1] ^= 1;  // C3
+    Sm2Decryption call(kD, changed);
+    EXPECT_EQ(call.run(HASH_ALG_SM3), -1);
+    ByteString expected = kText;
+    expected[0] ^= 1;
+    call.expect_plain(expected);
+}
+
+TEST(Sm2Decry, KeptZeroKeyIsNotRefused) {
+    // The shared point is infinite and counts as zeros.
+    install_small(32);
+    const ByteString cipher = sm2_cipher(small_multiple(kK), TinyPoint{}, 32, kText, HASH_ALG_SM3);
+    for (const ByteString &zero : {ByteString(), ByteString(32, 0)}) {
+        Sm2Decryption call(zero, cipher);
+        EXPECT_EQ(call.run(HASH_ALG_SM3), -1);
+        call.expect_plain(kText);
+    }
+}
+
+TEST(Sm2Decry, KeyNotBelowTheOrderReturnsMinusOneAndWritesNothing) {
+    install_small(32);
+    for (uint32_t d : {kSmallN, kSmallN + 1, 0xFFFFFFFFu}) {
+        Sm2Decryption call(d, good_cipher());
+        FailingAlloc counter;
+        call.expect_refused(HASH_ALG_SM3);
+        EXPECT_EQ(counter.allocations, 0u);
+    }
+}
+
+TEST(Sm2Decry, KeyOneBelowTheOrderDecrypts) {
+    install_small(32);
+    Sm2Decryption call(kSmallN - 1, small_sm2_cipher(kSmallN - 1, kK, 32, kText, HASH_ALG_SM3));
+    EXPECT_EQ(call.run(HASH_ALG_SM3), -1);
+    call.expect_plain(kText);
+}
+
+TEST(Sm2Decry, KeyOfMoreThan76BytesReturnsMinusOneUnread) {
+    install_small(32);
+    Sm2Decryption(number_bytes(kD, 77), good_cipher()).expect_refused(HASH_ALG_SM3);
+    Sm2Decryption widest(number_bytes(kD, 76), good_cipher());
+    EXPECT_EQ(widest.run(HASH_ALG_SM3), -1);
+    widest.expect_plain(kText);
+    Sm2Decryption call(kD, good_cipher());
+    ecc_scalar claims_more = *call.priv.get();
+    claims_more.length = 0xFFFFFFFFu;
+    EXPECT_EQ(sm2_Decry(&claims_more, call.cipher.get(), &call.plain, HASH_ALG_SM3), -1);
+    call.expect_nothing_written();
+}
+
+TEST(Sm2Decry, FirstByteOtherThan04ReturnsMinusOneAndWritesNothing) {
+    install_small(32);
+    for (unsigned prefix : {0u, 1u, 2u, 3u, 5u, 6u, 7u, 0x84u, 0xFFu}) {
+        ByteString cipher = good_cipher();
+        cipher[0] = static_cast<uint8_t>(prefix);
+        Sm2Decryption(kD, cipher).expect_refused(HASH_ALG_SM3);
+    }
+}
+
+TEST(Sm2Decry, EveryLengthWithoutAMessageByteReturnsMinusOneUnread) {
+    // The areas end where the ciphertext does, also before C1 is complete.
+    for (unsigned L : kLegacyLengths) {
+        install_small(L);
+        const ByteString cipher = good_cipher(L);
+        for (size_t length = 0; length <= 1 + 2 * L + 32; ++length) {
+            SCOPED_TRACE(length);
+            const ByteString part(cipher.begin(), cipher.begin() + static_cast<std::ptrdiff_t>(length));
+            Sm2Decryption call(kD, part);
+            uint8_t nowhere = 4;
+            if (part.empty()) call.cipher.get()->data = &nowhere;
+            FailingAlloc counter;
+            EXPECT_EQ(sm2_Decry(call.priv.get(), call.cipher.get(), &call.plain, HASH_ALG_SM3), -1);
+            call.expect_nothing_written();
+            EXPECT_EQ(counter.allocations, 0u);
+        }
+        const ByteString shortest(cipher.begin(), cipher.begin() + 1 + 2 * static_cast<int>(L) + 33);
+        Sm2Decryption call(kD, shortest);
+        EXPECT_EQ(call.run(HASH_ALG_SM3), -1);
+        call.expect_plain(ByteString(1, kText[0]));
+    }
+}
+
+TEST(Sm2Decry, LengthNegativeAsASignedNumberReturnsMinusOneAndWritesNothing) {
+    install_small(32);
+    for (uint32_t length : {0x80000061u, 0xC0000000u, 0xFFFFFFFFu}) {
+        Sm2Decryption call(kD, good_cipher());
+        sm3_msg negative = *call.cipher.get();
+        negative.len_low = length;
+        FailingAlloc failing(1);
+        EXPECT_EQ(sm2_Decry(call.priv.get(), &negative, &call.plain, HASH_ALG_SM3), -1);
+        call.expect_nothing_written();
+        EXPECT_EQ(failing.allocations, 0u);
+    }
+}
+
+TEST(Sm2Decry, FailedBufferReturnsMinusOneAndWritesNothing) {
+    install_small(24);
+    for (unsigned fail_at : {1u, 2u}) {
+        Sm2Decryption call(kD, good_cipher(24));
+        FailingAlloc failing(fail_at);
+        call.expect_refused(HASH_ALG_SM3);
+        EXPECT_LE(failing.allocations, 2u);
+        EXPECT_EQ(failing.outstanding, 0);
+    }
+}
+
+TEST(Sm2Decry, KeyStreamBufferHoldsAWholeDigestPerStepOfTheCurveLength) {
+    struct Case {
+        unsigned L;
+        size_t m, largest;
+    };
+    for (const Case &row : {Case{24, 1000, 41 * 32 + 1}, Case{28, 1000, 35 * 32 + 1}, Case{32, 1000, 1065}}) {
+        install_small(row.L);
+        Sm2Decryption call(kD, good_cipher(row.L, HASH_ALG_SM3, test_bytes(row.m)));
+        FailingAlloc counter;
+        EXPECT_EQ(call.run(HASH_ALG_SM3), -1);
+        EXPECT_EQ(counter.largest_size, row.largest);
+    }
+}
+
+TEST(Sm2Decry, FailedMultiplicationReturnsMinusOneAndWritesNothing) {
+    // The third allocation is for h C1, the fourth for d C1.
+    install_small(32);
+    for (unsigned fail_at : {3u, 4u}) {
+        Sm2Decryption call(kD, good_cipher());
+        FailingAlloc failing(fail_at);
+        call.expect_refused(HASH_ALG_SM3);
+        EXPECT_EQ(failing.allocations, fail_at);
+        EXPECT_EQ(failing.outstanding, static_cast<int>(fail_at) - 3);
+    }
+}
+
+TEST(Sm2Decry, KeptDigitBuffersStayAllocated) {
+    install_small(32);
+    Sm2Decryption call(kD, good_cipher());
+    FailingAlloc counter;
+    EXPECT_EQ(call.run(HASH_ALG_SM3), -1);
+    call.expect_plain(kText);
+    EXPECT_EQ(counter.allocations, 4u);
+    EXPECT_EQ(counter.outstanding, 2);
+}
+
+TEST(Sm2Decry, CofactorZeroReturnsMinusOneAndWritesNothing) {
+    install_with_order(1013);
+    Sm2Decryption(kD, good_cipher()).expect_refused(HASH_ALG_SM3);
+}
+
+TEST(Sm2Decry, CofactorMultipleAtInfinityReturnsMinusOneAndWritesNothing) {
+    install_with_order(500);
+    Sm2Decryption(kD, sm2_cipher({false, 5, 0}, TinyPoint{}, 32, kText, HASH_ALG_SM3))
+        .expect_refused(HASH_ALG_SM3);
+    install_with_order(336);
+    Sm2Decryption(kD, sm2_cipher({false, 841, 163}, TinyPoint{}, 32, kText, HASH_ALG_SM3))
+        .expect_refused(HASH_ALG_SM3);
+}
+
+TEST(Sm2Decry, CofactorMultipleWithAZeroCoordinateIsNotRefused) {
+    // Unlike encryption: (243, 140) doubles to (0, 5).
+    install_with_order(500);
+    const TinyPoint C1{false, 243, 140};
+    const TinyPoint shared = small_group().library_window(small(kD), C1);
+    Sm2Decryption call(kD, sm2_cipher(C1, shared, 32, kText, HASH_ALG_SM3));
+    EXPECT_EQ(call.run(HASH_ALG_SM3), -1);
+    call.expect_plain(kText);
+}
+
+TEST(Sm2Decry, KeptC1OffTheCurveIsUsed) {
+    install_small(32);
+    const TinyCurve other(kSmallP, 2, 26);
+    const TinyPoint C1 = other.points().at(50);
+    Sm2Decryption call(kD, sm2_cipher(C1, other.library_window(small(kD), C1), 32, kText, HASH_ALG_SM3));
+    EXPECT_EQ(call.run(HASH_ALG_SM3), -1);
+    call.expect_plain(kText);
+}
+
+TEST(Sm2Decry, KeptC1ZeroZeroIsUsed) {
+    install_small(32);
+    Sm2Decryption call(kD, sm2_cipher({false, 0, 0}, {false, 0, 0}, 32, kText, HASH_ALG_SM3));
+    EXPECT_EQ(call.run(HASH_ALG_SM3), -1);
+    call.expect_plain(kText);
+}
+
+TEST(Sm2Decry, ZeroKeyStreamReturnsMinusOneAndWritesNothing) {
+    install_small(32);
+    for (uint32_t hash : kHashes) {
+        uint32_t k = first_scalar([hash](uint32_t candidate) {
+            const Coordinates secret(small_multiple(product_modulo(candidate, kD, kSmallN)), 32);
+            return key_stream(secret.both(), 1, hash)[0] == 0;
+        });
+        Sm2Decryption(kD, small_sm2_cipher(kD, k, 32, ByteString(1, 0x5A), hash)).expect_refused(hash);
+    }
+}
+
+TEST(Sm2Decry, UnknownSelectorReturnsMinusOneAndWritesNothing) {
+    for (unsigned L : kLegacyLengths) {
+        install_small(L);
+        for (uint32_t hash : {2u, kUnknownHash, 0xFFFFFFFFu})
+            for (size_t length : {size_t{1}, size_t{10}, size_t{L}, size_t{3 * L}, size_t{200}})
+                Sm2Decryption(kD, good_cipher(L, HASH_ALG_SM3, test_bytes(length))).expect_refused(hash);
+    }
+}
+
+TEST(Sm2Decry, DrawsNothing) {
+    install_small(32);
+    FakeEntropy entropy;
+    Sm2Decryption call(kD, good_cipher());
+    EXPECT_EQ(call.run(HASH_ALG_SM3), -1);
+    EXPECT_EQ(entropy.rand_calls + entropy.srand_calls + entropy.number_calls, 0u);
+}

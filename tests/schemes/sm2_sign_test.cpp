@@ -1,0 +1,309 @@
+// sm2_DigitalSign: what it writes, which keys it refuses, which nonces it draws again. On the
+// small curve plain integers predict every signature.
+#include "tests/schemes/sm2_sign_calls.h"
+#include "tests/support/failing_alloc.h"
+
+using namespace zokecc_test;
+
+namespace {
+
+constexpr uint32_t kD = 123;
+
+const ByteString kText = ascii_bytes("message digest");
+const ByteString kZ = test_bytes(32, 7);
+
+// Signs on the small curve with the nonces given, the last of which has to be the one used.
+void expect_nonce_used(uint32_t d, const ByteString &text, uint32_t hash,
+                       std::initializer_list<uint32_t> nonces) {
+    FakeEntropy entropy;
+    for (uint32_t k : nonces) queue_number(entropy, k);
+    Sm2Signing call(number_bytes(d, 32), text, kZ);
+    EXPECT_EQ(call.run(hash), 0);
+    Sm2Pair expected = small_sm2(small_sm2_e(kZ, text, hash), d, *(nonces.end() - 1));
+    expect_record(call.sig, expected.r, expected.s, 32);
+    EXPECT_EQ(entropy.number_calls, nonces.size());
+}
+
+void expect_signs(uint32_t d, const ByteString &text, uint32_t hash) {
+    expect_nonce_used(d, text, hash, {usable_nonce(small_sm2_e(kZ, text, hash), d)});
+}
+
+void expect_key_refused(const ByteString &d) {
+    SCOPED_TRACE("key " + to_hex(d));
+    FakeEntropy entropy;
+    Sm2Signing call(d, kText, kZ);
+    FailingAlloc counter;
+    for (uint32_t hash : {HASH_ALG_SM3, HASH_ALG_SHA256, kUnknownHash}) {
+        EXPECT_EQ(call.run(hash), -1);
+        EXPECT_TRUE(call.sig.unchanged());
+    }
+    EXPECT_EQ(entropy.number_calls, 0u);
+    EXPECT_EQ(counter.allocations, 0u);
+}
+
+// A nonce and the message it belongs to.
+struct KeptRound {
+    uint32_t k;
+    ByteString text;
+};
+// The first message, numbered, and nonce for which the condition on e and k holds.
+template <class Condition>
+KeptRound find_round(Condition condition) {
+    for (uint32_t number = 0; number < 100; ++number) {
+        ByteString text = number_bytes(number, 4);
+        uint32_t e = small_sm2_e(kZ, text, HASH_ALG_SM3);
+        for (uint32_t k = 1; k < kSmallN; ++k)
+            if (condition(e, k)) return {k, text};
+    }
+    throw std::out_of_range("no such message");
+}
+
+}  // namespace
+
+TEST(Sm2DigitalSign, WritesRAndSAtTheCurveLengthAndNothingElse) {
+    for (unsigned byte_len : kLegacyLengths) {
+        for (uint32_t hash : kHashes) {
+            install_small(byte_len);
+            FakeEntropy entropy;
+            uint32_t e = small_sm2_e(kZ, kText, hash);
+            uint32_t k = usable_nonce(e, kD);
+            queue_number(entropy, k);
+            Sm2Signing call(number_bytes(kD, byte_len), kText, kZ);
+            EXPECT_EQ(call.run(hash), 0);
+            expect_record(call.sig, small_sm2(e, kD, k).r, small_sm2(e, kD, k).s, byte_len);
+            EXPECT_EQ(entropy.number_calls, 1u);
+        }
+    }
+}
+
+TEST(Sm2DigitalSign, MessagesOfEveryLengthUpTo200) {
+    install_small(32);
+    const ByteString text = test_bytes(200);
+    for (std::ptrdiff_t length = 0; length <= 200; ++length)
+        for (uint32_t hash : kHashes) expect_signs(kD, ByteString(text.begin(), text.begin() + length), hash);
+}
+
+TEST(Sm2DigitalSign, MessageOf64KiB) {
+    install_small(32);
+    for (uint32_t hash : kHashes) expect_signs(kD, test_bytes(65536), hash);
+}
+
+TEST(Sm2DigitalSign, NullMessageOfLengthZeroIsTheEmptyOne) {
+    install_small(32);
+    for (uint32_t hash : kHashes) {
+        FakeEntropy entropy;
+        uint32_t e = small_sm2_e(kZ, ByteString(), hash);
+        uint32_t k = usable_nonce(e, kD);
+        queue_number(entropy, k);
+        Sm2Signing call(number_bytes(kD, 32), kText, kZ);
+        sm3_msg nothing{nullptr, 1, 0};
+        EXPECT_EQ(sm2_DigitalSign(call.d.get(), &nothing, call.Z.data(), call.sig.get(), hash), 0);
+        expect_record(call.sig, small_sm2(e, kD, k).r, small_sm2(e, kD, k).s, 32);
+    }
+}
+
+TEST(Sm2DigitalSign, KeyNotBelowTheOrderReturnsMinusOneAndWritesNothing) {
+    install_small(32);
+    expect_key_refused(number_bytes(kSmallN, 32));
+    expect_key_refused(number_bytes(kSmallN + 1, 2));
+    expect_key_refused(ByteString(76, 0xFF));
+}
+
+TEST(Sm2DigitalSign, KeyOneBelowTheOrderReturnsMinusOneAndWritesNothing) {
+    // 1 + d has no inverse, and no s but 0 could come out.
+    install_small(32);
+    expect_key_refused(number_bytes(kSmallN - 1, 32));
+    install("sm2p256v1");
+    mint d = global_curve.n;
+    d.words[0] -= 1;
+    expect_key_refused(fixed_bytes(d, 32));
+}
+
+TEST(Sm2DigitalSign, KeyTwoBelowTheOrderSigns) {
+    install_small(32);
+    expect_signs(kSmallN - 2, kText, HASH_ALG_SM3);
+}
+
+TEST(Sm2DigitalSign, KeyOfZeroSigns) {
+    install_small(32);
+    for (uint32_t hash : kHashes) expect_signs(0, kText, hash);
+    FakeEntropy entropy;
+    uint32_t k = usable_nonce(small_sm2_e(kZ, kText, HASH_ALG_SM3), 0);
+    queue_number(entropy, k);
+    Sm2Signing call(ByteString(), kText, kZ);
+    EXPECT_EQ(call.run(HASH_ALG_SM3), 0);
+    Sm2Pair expected = small_sm2(small_sm2_e(kZ, kText, HASH_ALG_SM3), 0, k);
+    EXPECT_EQ(expected.s, k);
+    expect_record(call.sig, expected.r, expected.s, 32);
+}
+
+TEST(Sm2DigitalSign, KeyLengthIsTheScalarsOwn) {
+    install_small(32);
+    uint32_t e = small_sm2_e(kZ, kText, HASH_ALG_SM3);
+    uint32_t k = usable_nonce(e, kD);
+    for (size_t length : {1u, 31u, 33u, 76u}) {
+        FakeEntropy entropy;
+        queue_number(entropy, k);
+        Sm2Signing call(number_bytes(kD, length), kText, kZ);
+        EXPECT_EQ(call.run(HASH_ALG_SM3), 0);
+        expect_record(call.sig, small_sm2(e, kD, k).r, small_sm2(e, kD, k).s, 32);
+    }
+}
+
+TEST(Sm2DigitalSign, KeyOfMoreThan76BytesReturnsMinusOneUnread) {
+    install_small(32);
+    expect_key_refused(number_bytes(kD, 77));
+    Sm2Signing call(number_bytes(kD, 32), kText, kZ);
+    ecc_scalar claims_more = *call.d.get();
+    claims_more.length = 0xFFFFFFFFu;
+    EXPECT_EQ(sm2_DigitalSign(&claims_more, call.msg.get(), call.Z.data(), call.sig.get(), HASH_ALG_SM3), -1);
+    EXPECT_TRUE(call.sig.unchanged());
+}
+
+TEST(Sm2DigitalSign, KeptZeroRIsAccepted) {
+    install_small(32);
+    KeptRound round = find_round([](uint32_t e, uint32_t k) {
+        Sm2Pair made = small_sm2(e, kD, k);
+        return made.r == 0 && made.s != 0;
+    });
+    expect_nonce_used(kD, round.text, HASH_ALG_SM3, {round.k});
+    EXPECT_EQ(small_sm2(small_sm2_e(kZ, round.text, HASH_ALG_SM3), kD, round.k).r, 0u);
+}
+
+TEST(Sm2DigitalSign, KeptNonceOfZeroIsUsed) {
+    // k G is infinite and counts as x = 0, so that r = e and s = -r d / (1 + d).
+    install_small(32);
+    for (uint32_t hash : kHashes) {
+        ASSERT_NE(small_sm2_e(kZ, kText, hash), 0u);
+        expect_nonce_used(kD, kText, hash, {0});
+    }
+}
+
+TEST(Sm2DigitalSign, NonceForWhichRPlusKIsTheOrderIsDrawnAgain) {
+    install_small(32);
+    KeptRound round =
+        find_round([](uint32_t e, uint32_t k) { return (e + small_multiple(k).x) % kSmallN + k == kSmallN; });
+    uint32_t usable = usable_nonce(small_sm2_e(kZ, round.text, HASH_ALG_SM3), kD);
+    expect_nonce_used(kD, round.text, HASH_ALG_SM3, {round.k, round.k, usable});
+}
+
+TEST(Sm2DigitalSign, NonceThatGivesSZeroIsDrawnAgain) {
+    // s is 0 where k = r d.
+    install_small(32);
+    for (uint32_t d : {1u, kD, 500u}) {
+        KeptRound round = find_round([d](uint32_t e, uint32_t k) {
+            Sm2Pair made = small_sm2(e, d, k);
+            return made.s == 0 && made.r + k != kSmallN;
+        });
+        uint32_t usable = usable_nonce(small_sm2_e(kZ, round.text, HASH_ALG_SM3), d);
+        expect_nonce_used(d, round.text, HASH_ALG_SM3, {round.k, usable});
+    }
+}
+
+TEST(Sm2DigitalSign, ZeroKeyWithNonceZeroIsDrawnAgain) {
+    install_small(32);
+    uint32_t usable = usable_nonce(small_sm2_e(kZ, kText, HASH_ALG_SM3), 0);
+    expect_nonce_used(0, kText, HASH_ALG_SM3, {0, usable});
+}
+
+TEST(Sm2DigitalSign, Draws1024TimesWithoutSuccessAndReturnsMinusOne) {
+    install_small(32);
+    FakeEntropy entropy;
+    queue_number(entropy, 0u, 1100);
+    Sm2Signing call(ByteString(32, 0), kText, kZ);
+    EXPECT_EQ(call.run(HASH_ALG_SM3), -1);
+    EXPECT_EQ(entropy.number_calls, 1024u);
+    EXPECT_TRUE(call.sig.unchanged());
+}
+
+TEST(Sm2DigitalSign, SucceedsAtThe1024thDraw) {
+    install_small(32);
+    uint32_t e = small_sm2_e(kZ, kText, HASH_ALG_SM3);
+    uint32_t usable = usable_nonce(e, 0);
+    FakeEntropy entropy;
+    queue_number(entropy, 0u, 1023);
+    queue_number(entropy, usable);
+    Sm2Signing call(ByteString(32, 0), kText, kZ);
+    EXPECT_EQ(call.run(HASH_ALG_SM3), 0);
+    EXPECT_EQ(entropy.number_calls, 1024u);
+    expect_record(call.sig, small_sm2(e, 0, usable).r, usable, 32);
+}
+
+TEST(Sm2DigitalSign, KeptUnknownSelectorSignsOverZero) {
+    install_small(32);
+    for (uint32_t hash : {2u, kUnknownHash, 0xFFFFFFFFu}) {
+        uint32_t k = usable_nonce(0, kD);
+        FakeEntropy entropy;
+        queue_number(entropy, k);
+        Sm2Signing call(number_bytes(kD, 32), kText, kZ);
+        EXPECT_EQ(call.run(hash), 0);
+        Sm2Pair made = small_sm2(0, kD, k);
+        expect_record(call.sig, made.r, made.s, 32);
+        TinyPoint Q = small_multiple(kD);
+        Sm2Verification verification(PointBytes(Q.x, Q.y, 32), kText, PointBytes(made.r, made.s, 32), kZ);
+        EXPECT_EQ(verification.run(hash), 0);
+        EXPECT_EQ(verification.run(kUnknownHash), 0);
+        EXPECT_EQ(verification.run(HASH_ALG_SM3), 1);
+    }
+}
+
+TEST(Sm2DigitalSign, FailedAllocationReturnsOneAndWritesNothing) {
+    install_small(32);
+    for (uint32_t hash : {HASH_ALG_SM3, HASH_ALG_SHA256, kUnknownHash}) {
+        FakeEntropy entropy;
+        Sm2Signing call(number_bytes(kD, 32), kText, kZ);
+        FailingAlloc failing(1);
+        EXPECT_EQ(call.run(hash), 1);
+        EXPECT_TRUE(call.sig.unchanged());
+        EXPECT_EQ(failing.allocations, 1u);
+        EXPECT_EQ(failing.last_size, kText.size() + 33);
+        EXPECT_EQ(entropy.number_calls, 0u);
+    }
+}
+
+TEST(Sm2DigitalSign, BufferIsFreed) {
+    install_small(32);
+    Sm2Signing call(number_bytes(kD, 32), kText, kZ);
+    FailingAlloc counter;
+    EXPECT_EQ(call.run(HASH_ALG_SM3), 0);
+    EXPECT_EQ(counter.allocations, 1u);
+    EXPECT_EQ(counter.largest_size, kText.size() + 33);
+    EXPECT_EQ(counter.outstanding, 0);
+}
+
+TEST(Sm2DigitalSign, KeyOutOfRangeWinsOverAFailedAllocation) {
+    install_small(32);
+    for (uint32_t d : {kSmallN - 1, kSmallN}) {
+        Sm2Signing call(number_bytes(d, 32), kText, kZ);
+        FailingAlloc failing(1);
+        EXPECT_EQ(call.run(HASH_ALG_SM3), -1);
+        EXPECT_EQ(failing.allocations, 0u);
+    }
+}
+
+TEST(Sm2DigitalSign, MessageTooLongForItsBufferReturnsOneUnread) {
+    // With Z and one byte more its size does not fit 32 bits.
+    install_small(32);
+    FakeEntropy entropy;
+    for (uint32_t length : {0xFFFFFFDFu, 0xFFFFFFE0u, 0xFFFFFFFFu}) {
+        Sm2Signing call(number_bytes(kD, 32), kText, kZ);
+        sm3_msg claims_more = *call.msg.get();
+        claims_more.len_low = length;
+        FailingAlloc counter;
+        EXPECT_EQ(sm2_DigitalSign(call.d.get(), &claims_more, call.Z.data(), call.sig.get(), HASH_ALG_SM3),
+                  1);
+        EXPECT_TRUE(call.sig.unchanged());
+        EXPECT_EQ(counter.allocations, 0u);
+    }
+    EXPECT_EQ(entropy.number_calls, 0u);
+}
+
+TEST(Sm2DigitalSign, LongestMessageIsRefusedOnlyByItsAllocation) {
+    install_small(32);
+    Sm2Signing call(number_bytes(kD, 32), kText, kZ);
+    sm3_msg claims_more = *call.msg.get();
+    claims_more.len_low = 0xFFFFFFDEu;
+    FailingAlloc failing(1);
+    EXPECT_EQ(sm2_DigitalSign(call.d.get(), &claims_more, call.Z.data(), call.sig.get(), HASH_ALG_SM3), 1);
+    EXPECT_EQ(failing.last_size, 0xFFFFFFFFu);
+}
