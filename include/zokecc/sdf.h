@@ -1,6 +1,7 @@
 /**
  * @file sdf.h
- * Devices, sessions, key pairs and signatures: the call shapes of GM/T 0018, entirely in software.
+ * Devices, sessions, key pairs, signatures, encryption and key agreement: the call shapes of GM/T 0018,
+ * entirely in software.
  *
  * @par Devices and sessions
  *      A device is a small record in memory, a session a block of some 86,000 bytes with a curve of its own.
@@ -13,9 +14,9 @@
  *      bits may differ from 8 * L: 0 reads as zero numbers.
  * @par A session without a curve
  *      It arises from SDF_OpenSession, and from ZOK_OpenSession with a record of an unknown type or without
- *      memory for its copy. Key generation, ZOK_GenerateUserInfo and hashing and signing or verifying with
- *      SM2 then answer ZOK_ERR_ARGUMENT, all other signing ZOK_ERR_SIGN, and all other verification
- *      ZOK_ERR_VERIFY.
+ *      memory for its copy. Key generation, ZOK_GenerateUserInfo, hashing and signing or verifying with SM2,
+ *      encryption, decryption, Diffie-Hellman and key agreement then answer ZOK_ERR_ARGUMENT, all other
+ *      signing ZOK_ERR_SIGN, and all other verification ZOK_ERR_VERIFY.
  */
 #ifndef ZOKECC_SDF_H
 #define ZOKECC_SDF_H
@@ -31,6 +32,10 @@
 #define ZOK_ALG_ECDSA_KEY  0x00040000u
 /** Algorithm identifier: ECDSA signature. */
 #define ZOK_ALG_ECDSA_SIGN 0x00040100u
+/** Algorithm identifier: SM2 encryption. */
+#define ZOK_ALG_SM2_ENCRYPT    0x00020400u
+/** Algorithm identifier: encryption by multiplication, without integrity. */
+#define ZOK_ALG_MULTIPLICATIVE 0x00040400u
 
 /** What SDF_GetDeviceInfo tells. 100 bytes. The values are constants of the library. */
 typedef struct DEVICEINFO {
@@ -63,6 +68,21 @@ typedef struct ECCSignature {
     uint8_t r[64];                /**< r, big-endian from the start of the field */
     uint8_t s[64];                /**< s, big-endian from the start of the field */
 } ECCSignature;
+
+/** The ciphertext of a message of L bytes. 256 bytes. */
+typedef struct ECCCipher {
+    uint8_t x[64];                /**< x of C1, in the first L bytes */
+    uint8_t y[64];                /**< y of C1, in the first L bytes */
+    uint8_t C[64];                /**< the encrypted message, in the first L bytes */
+    uint8_t M[64];                /**< SM2: check value, in the first 32 bytes; multiplicative: all zero */
+} ECCCipher;
+
+/** What a key agreement gives. 132 bytes on 32-bit targets. */
+typedef struct KeyAgreementResult {
+    uint8_t  check[64];           /**< what the peer must send, in the first 32 bytes; the caller compares */
+    uint8_t  send[64];            /**< what is sent to the peer, in the first 32 bytes */
+    uint8_t *key;                 /**< in: the caller's area for the key, klen_bits / 8 bytes */
+} KeyAgreementResult;
 
 /**
  * @defgroup sdf_sessions Devices and sessions
@@ -405,6 +425,499 @@ ZOKECC_API uint32_t ZOK_ExternalSignHash_ECC(void *session, uint32_t algorithm, 
 ZOKECC_API uint32_t ZOK_ExternalVerifyHash_ECC(void *session, uint32_t algorithm, const ECCrefPublicKey *pub,
                                                const uint8_t *message, uint32_t message_len,
                                                const uint8_t *id, uint32_t id_len, const ECCSignature *sig);
+
+/** @} */
+
+/**
+ * @defgroup sdf_encryption Encryption
+ * C1 is k * G for a nonce k, Q the recipient's public key and (x2, y2) = k * Q. SM2: C2 is the message xor a
+ * key stream derived from x2 and y2, and C3 the hash of x2, the message and y2, both by the session's
+ * selector.
+ * @{
+ */
+
+/**
+ * Encrypts a message of exactly L bytes into a record.
+ *
+ * SM2 puts C2 into C and C3 into M. The multiplicative scheme puts message * x2 mod p into C and zeros into
+ * M.
+ *
+ * @param      session      session handle
+ * @param      algorithm    ZOK_ALG_SM2_ENCRYPT or ZOK_ALG_MULTIPLICATIVE
+ * @param[in]  pub          one record: the recipient's public key
+ * @param[in]  message      message_len bytes
+ * @param      message_len  length in bytes, exactly L
+ * @param[out] cipher_out   one record: x, y and C in L bytes each; M in 32 for SM2, in all 64 otherwise
+ * @return ZOK_OK;
+ *         ZOK_ERR_SESSION if session is null;
+ *         ZOK_ERR_ARGUMENT if pub is null, pub->bits / 8 is above 64, or a coordinate of pub is 0;
+ *         ZOK_ERR_INTERNAL for any other algorithm, whose other arguments are not looked at;
+ *         ZOK_ERR_ARGUMENT if message_len is not L, message or cipher_out is null, the session has no usable
+ *         curve (p or n is zero) or, for SM2, its hash selector is unknown;
+ *         ZOK_ERR_ARGUMENT for SM2, with x and y written, if h is 0 or a coordinate of h * Q is 0;
+ *         ZOK_ERR_INTERNAL, with x and y written for SM2, if a multiplication finds no memory or 1,024 nonces
+ *         in a row were in vain
+ *
+ * @note Kept: the public key is only tested for zero coordinates, not to lie on the curve. SM2 does not
+ *       refuse a nonce 0, as a generator that is stuck could give it, and everybody can read the message
+ *       then. The multiplicative scheme reduces a message of p and above modulo p without a word.
+ * @par Caller checks
+ *      The public key, as for SDF_ExternalVerify_ECC; for the multiplicative scheme that the message is below
+ *      p.
+ * @par Aliasing
+ *      message must not overlap *cipher_out.
+ * @par Threads
+ *      Draws random numbers.
+ * @par Timing
+ *      Depends on the values, the nonce included, and for the multiplicative scheme the message.
+ * @par Standard
+ *      The call of that name in GM/T 0018; GB/T 32918.4, section 6 (SM2).
+ */
+ZOKECC_API uint32_t SDF_ExternalEncrytp_ECC(void *session, uint32_t algorithm, const ECCrefPublicKey *pub,
+                                            const uint8_t *message, uint32_t message_len,
+                                            ECCCipher *cipher_out);
+
+/**
+ * Decrypts a record of SDF_ExternalEncrytp_ECC.
+ *
+ * @param      session        session handle
+ * @param      algorithm      ZOK_ALG_SM2_ENCRYPT or ZOK_ALG_MULTIPLICATIVE
+ * @param[in]  priv           one record: the private key
+ * @param[in]  cipher         one record
+ * @param[out] plain_out      L bytes for SM2; up to L, the message without leading zero bytes, otherwise
+ * @param[out] plain_len_out  set to the length of the message
+ * @return ZOK_OK;
+ *         ZOK_ERR_SESSION if session is null;
+ *         ZOK_ERR_ARGUMENT if priv is null, priv->bits / 8 is above 64, or d is not below n;
+ *         ZOK_ERR_INTERNAL for any other algorithm, whose other arguments are not looked at;
+ *         ZOK_ERR_ARGUMENT if cipher, plain_out or plain_len_out is null, and for SM2 if h is 0, h * C1 is
+ *         infinite, or the key stream is zero, as it is for an unknown hash selector;
+ *         ZOK_ERR_INTERNAL if a multiplication finds no memory;
+ *         ZOK_ERR_INTERNAL for SM2, with the plaintext and its length written, if the check value differs
+ *
+ * @note Kept: the plaintext stays written when the check value differs. The multiplicative scheme loses
+ *       leading zero bytes, and tells no wrong key and no changed record from a right one. d = 0 is accepted,
+ *       and C1 is not tested to lie on the curve.
+ * @par Caller checks
+ *      The result, and plain_out is thrown away after any other than ZOK_OK.
+ * @par Aliasing
+ *      plain_out must not overlap *cipher.
+ * @par Timing
+ *      Depends on the values, the private key included.
+ * @par Standard
+ *      The call of that name in GM/T 0018; GB/T 32918.4, section 7 (SM2).
+ */
+ZOKECC_API uint32_t SDF_ExternalDecrypt_ECC(void *session, uint32_t algorithm, const ECCrefPrivateKey *priv,
+                                            const ECCCipher *cipher, uint8_t *plain_out,
+                                            uint32_t *plain_len_out);
+
+/**
+ * Encrypts a message of any length with SM2 into one byte string: 04, C1 in 2 * L bytes, C2, C3.
+ *
+ * @param      session         session handle
+ * @param[in]  pub             one record: the recipient's public key
+ * @param[in]  message         message_len bytes
+ * @param      message_len     length in bytes, at least 1
+ * @param[out] cipher_out      1 + 2 * L + message_len + 32 bytes
+ * @param[out] cipher_len_out  set to that number
+ * @return ZOK_OK;
+ *         ZOK_ERR_SESSION if session is null;
+ *         ZOK_ERR_ARGUMENT if another pointer is null, pub->bits / 8 is above 64, or message_len is below 1;
+ *         ZOK_ERR_INTERNAL if there is no memory for the key stream and the input of C3;
+ *         ZOK_ERR_ARGUMENT if a coordinate of pub is 0, or the session has no usable curve (p or n is zero)
+ *         or an unknown hash selector;
+ *         ZOK_ERR_ARGUMENT, with 04 and C1 written, if h is 0 or a coordinate of h * Q is 0;
+ *         ZOK_ERR_INTERNAL, with 04 and C1 written, if a multiplication finds no memory or 1,024 nonces in a
+ *         row were in vain
+ *
+ * @note Kept: the public key is only tested for zero coordinates, not to lie on the curve. A nonce 0 is not
+ *       refused, as with SDF_ExternalEncrytp_ECC.
+ * @par Caller checks
+ *      The public key, as for SDF_ExternalVerify_ECC, and the room at cipher_out.
+ * @par Aliasing
+ *      message must not overlap cipher_out.
+ * @par Threads
+ *      Draws random numbers.
+ * @par Timing
+ *      Depends on the length and on the values, the nonce included.
+ * @par Standard
+ *      GB/T 32918.4, section 6, in the order C1, C2, C3.
+ */
+ZOKECC_API uint32_t ZOK_ExternalEncrytp_ECC(void *session, const ECCrefPublicKey *pub,
+                                            const uint8_t *message, int32_t message_len,
+                                            uint8_t *cipher_out, uint32_t *cipher_len_out);
+
+/**
+ * Decrypts a byte string of ZOK_ExternalEncrytp_ECC or sm2_Encry.
+ *
+ * @param      session        session handle
+ * @param[in]  priv           one record: the private key
+ * @param[in]  cipher         cipher_len bytes
+ * @param      cipher_len     length in bytes, at least 2 * L + 34
+ * @param[out] plain_out      cipher_len - 2 * L - 33 bytes
+ * @param[out] plain_len_out  set to that number
+ * @return ZOK_OK;
+ *         ZOK_ERR_SESSION if session is null;
+ *         ZOK_ERR_ARGUMENT if another pointer is null, priv->bits / 8 is above 64, cipher_len is too small or
+ *         stands for a message of 2^31 bytes and more, d is not below n, or the first byte is not 04;
+ *         ZOK_ERR_INTERNAL if there is no memory for the key stream and the input of C3;
+ *         ZOK_ERR_ARGUMENT if h is 0, h * C1 is infinite, or the key stream is zero, as it is for an unknown
+ *         hash selector;
+ *         ZOK_ERR_INTERNAL if a multiplication finds no memory;
+ *         ZOK_ERR_INTERNAL, with the plaintext and its length written, if C3 differs
+ *
+ * @note Kept: the plaintext stays written when C3 differs. d = 0 is accepted, and C1 is not tested to lie on
+ *       the curve.
+ * @par Caller checks
+ *      The result, and plain_out is thrown away after any other than ZOK_OK.
+ * @par Aliasing
+ *      plain_out must not overlap cipher.
+ * @par Timing
+ *      Depends on the length and on the values, the private key included.
+ * @par Standard
+ *      GB/T 32918.4, section 7.
+ */
+ZOKECC_API uint32_t ZOK_ExternalDecrypt_ECC(void *session, const ECCrefPrivateKey *priv,
+                                            const uint8_t *cipher, uint32_t cipher_len,
+                                            uint8_t *plain_out, uint32_t *plain_len_out);
+
+/** @} */
+
+/**
+ * @defgroup sdf_agreement Key agreement
+ * SM2 key agreement is between an initiator A and a responder B with key pairs (d, P), temporary pairs (r, R)
+ * and values Z. What is A's stands before what is B's on both sides. With x-bar = 2^w + (x of R mod 2^w),
+ * both sides compute t = (d + x-bar * r) mod n from what is their own, T = P + x-bar * R from the peer's, and
+ * the shared point U = (h * t mod p) * T. The key comes from xU, yU, ZA and ZB. With H = hash(xU, ZA, ZB, RA,
+ * RB), B sends SB = hash(02, yU, H) and A sends SA = hash(03, yU, H). A, which calls a "GenerateKey", has SB
+ * in check and SA in send; B, which calls any other, has SA in check and SB in send. The SM2 calls make Z
+ * from identities, as ZOK_GenerateUserInfo does; the others are given Z. See GB/T 32918.3, section 6.
+ *
+ * @par Results of the six agreement calls
+ *      After ZOK_ERR_SESSION for a null session, ZOK_ERR_ARGUMENT if another pointer or a needed byte string
+ *      is null, bits / 8 of a record that is read is above 64, or a call's own comment says so. Then, in this
+ *      order: ZOK_ERR_INTERNAL if the received R is not on the curve; ZOK_ERR_INTERNAL if there is no memory;
+ *      ZOK_ERR_INTERNAL if h * t mod p is 0 or T or U is infinite; ZOK_ERR_ARGUMENT if result->key is null
+ *      and a key would be written. In all these cases nothing of the result is written.
+ * @par What is read of a record
+ *      Scalars and points are taken from bits / 8 bytes; x-bar, Z and H take the first L bytes of a field,
+ *      whatever bits says. Exactly klen_bits / 8 bytes of key are written, rounded down.
+ * @par Caller checks
+ *      That the peer's P is a point of the curve, as for SDF_ExternalVerify_ECC: only the received R is
+ *      tested. That result->check is what the peer sends as its send, before the key is used: no call
+ *      compares. That a temporary key is used for one agreement only.
+ * @par Aliasing
+ *      The result and its key must not overlap another argument.
+ * @note Kept: h is p / n, so that no agreement succeeds on a curve with n above p, and h * t is reduced
+ *       modulo p and not modulo n. What the key derivation reports is not looked at: see
+ *       ZOK_GenerateKeyWithECC.
+ * @{
+ */
+
+/**
+ * Computes the x of d * P, the secret of a Diffie-Hellman exchange.
+ *
+ * @param      session  session handle
+ * @param[in]  priv     one record: the private key
+ * @param[in]  pub      one record: the peer's public key P
+ * @param[out] out      L bytes
+ * @return ZOK_OK;
+ *         ZOK_ERR_SESSION if session is null;
+ *         ZOK_ERR_ARGUMENT if priv, pub or out is null, priv->bits / 8 or pub->bits / 8 is above 64, or d is
+ *         not below n;
+ *         ZOK_ERR_INTERNAL if the multiplication finds no memory
+ *
+ * @note Kept: P is not tested and d = 0 is accepted. An infinite product, as with d = 0, gives L zero bytes,
+ *       and so do the multiples that ecc_unknown_point_mul loses.
+ * @par Caller checks
+ *      The public key, as for SDF_ExternalVerify_ECC; that the secret is not all zero bytes; and that it goes
+ *      through a key derivation before it is used.
+ * @par Aliasing
+ *      out may overlap *priv and *pub, which are read first.
+ * @par Timing
+ *      Depends on the values, d included.
+ * @par Standard
+ *      SEC 1 version 2, section 3.3.1, without its checks.
+ */
+ZOKECC_API uint32_t ZOK_ExternalEcdhKeyAgreement(void *session, const ECCrefPrivateKey *priv,
+                                                 const ECCrefPublicKey *pub, uint8_t *out);
+
+/**
+ * Makes a temporary key pair: a random r below n and R = r * G.
+ *
+ * @param      session       session handle
+ * @param[out] tmp_priv_out  one record: r in L bytes, bits set to 8 * L; it stays with the caller
+ * @param[out] tmp_pub_out   one record: x and y in L bytes each, bits set to 8 * L; for the peer
+ * @return ZOK_OK;
+ *         ZOK_ERR_SESSION if session is null;
+ *         ZOK_ERR_ARGUMENT if another pointer is null or the session has no usable curve (p or n is zero)
+ *
+ * @note Kept: r is drawn once and not tested; it can be 0.
+ * @par Threads
+ *      Draws random numbers.
+ * @par Timing
+ *      Depends on the values, r included.
+ */
+ZOKECC_API uint32_t ZOK_SM2_GenerateResponseTmpKeyWithECC(void *session, ECCrefPrivateKey *tmp_priv_out,
+                                                          ECCrefPublicKey *tmp_pub_out);
+
+/**
+ * The same as ZOK_SM2_GenerateResponseTmpKeyWithECC, under the initiator's name.
+ *
+ * @param      session       session handle
+ * @param[out] tmp_priv_out  one record
+ * @param[out] tmp_pub_out   one record
+ * @return as ZOK_SM2_GenerateResponseTmpKeyWithECC
+ *
+ * @par Threads
+ *      Draws random numbers.
+ * @par Timing
+ *      Depends on the values, r included.
+ */
+ZOKECC_API uint32_t ZOK_SM2_GenerateAgreementDataWithECC(void *session, ECCrefPrivateKey *tmp_priv_out,
+                                                         ECCrefPublicKey *tmp_pub_out);
+
+/**
+ * Completes an agreement for the initiator, with identities.
+ *
+ * ZA is made from idA and dA * G, ZB from idB and PB.
+ *
+ * @param         session    session handle
+ * @param         klen_bits  key length in bits
+ * @param[in]     idA        idA_len bytes: the initiator's identity; may be null when idA_len is 0
+ * @param         idA_len    length in bytes
+ * @param[in]     idB        idB_len bytes: the responder's identity; may be null when idB_len is 0
+ * @param         idB_len    length in bytes
+ * @param[in]     dA         one record: the initiator's private key
+ * @param[in]     rA         one record: the initiator's temporary private key
+ * @param[in]     RA         one record: the initiator's temporary public key; it is not tested
+ * @param[in]     PB         one record: the responder's public key
+ * @param[in]     RB         one record: the responder's temporary public key
+ * @param[in,out] result     one record
+ * @return ZOK_OK; else as listed above, ZOK_ERR_ARGUMENT also if dA or rA is not below n, or if
+ *         ZOK_GenerateUserInfo fails for either side, for whatever reason
+ *
+ * @note Kept: what is said above, and what ZOK_GenerateUserInfo says.
+ * @par Caller checks
+ *      As above, and that an identity has at most 8,191 bytes.
+ * @par Timing
+ *      Depends on the lengths and on the values, the private keys included.
+ */
+ZOKECC_API uint32_t ZOK_SM2_GenerateKeyWithECC(void *session, uint32_t klen_bits,
+                                               const uint8_t *idA, uint32_t idA_len,
+                                               const uint8_t *idB, uint32_t idB_len,
+                                               const ECCrefPrivateKey *dA, const ECCrefPrivateKey *rA,
+                                               const ECCrefPublicKey *RA, const ECCrefPublicKey *PB,
+                                               const ECCrefPublicKey *RB, KeyAgreementResult *result);
+
+/**
+ * Completes an agreement for the responder, with identities and a temporary key made before.
+ *
+ * ZB is made from idB and dB * G, then ZA from idA and PA.
+ *
+ * @param         session    session handle
+ * @param         klen_bits  key length in bits
+ * @param[in]     idA        idA_len bytes: the initiator's identity; may be null when idA_len is 0
+ * @param         idA_len    length in bytes
+ * @param[in]     idB        idB_len bytes: the responder's identity; may be null when idB_len is 0
+ * @param         idB_len    length in bytes
+ * @param[in]     dB         one record: the responder's private key
+ * @param[in]     PA         one record: the initiator's public key
+ * @param[in]     RA         one record: the initiator's temporary public key
+ * @param[in]     rB         one record: the responder's temporary private key; it is not tested
+ * @param[in,out] RB         one record: the responder's temporary public key; bits is not read but set to 8 *
+ *                           L
+ * @param[in,out] result     one record
+ * @return ZOK_OK; else as listed above, ZOK_ERR_ARGUMENT also if dB is not below n, or if
+ *         ZOK_GenerateUserInfo fails for either side, for whatever reason. RB->bits is set before h * t mod
+ *         p, T and U are tested
+ *
+ * @note Kept: what is said above, and what ZOK_GenerateUserInfo says. RB is not tested, nor that it is rB *
+ *       G.
+ * @par Caller checks
+ *      As above, that an identity has at most 8,191 bytes, and that rB is below n.
+ * @par Timing
+ *      Depends on the lengths and on the values, the private keys included.
+ */
+ZOKECC_API uint32_t ZOK_SM2_GenerateResponseWithECC(void *session, uint32_t klen_bits,
+                                                    const uint8_t *idA, uint32_t idA_len,
+                                                    const uint8_t *idB, uint32_t idB_len,
+                                                    const ECCrefPrivateKey *dB, const ECCrefPublicKey *PA,
+                                                    const ECCrefPublicKey *RA, const ECCrefPrivateKey *rB,
+                                                    ECCrefPublicKey *RB, KeyAgreementResult *result);
+
+/**
+ * Does the responder's part in one call, with identities. The temporary key is drawn and not given out.
+ *
+ * @param         session    session handle
+ * @param         klen_bits  key length in bits
+ * @param[in]     idA        idA_len bytes: the initiator's identity; may be null when idA_len is 0
+ * @param         idA_len    length in bytes
+ * @param[in]     idB        idB_len bytes: the responder's identity; may be null when idB_len is 0
+ * @param         idB_len    length in bytes
+ * @param[in]     dB         one record: the responder's private key
+ * @param[in]     PA         one record: the initiator's public key
+ * @param[in]     RA         one record: the initiator's temporary public key
+ * @param[out]    RB_out     one record: x and y in L bytes each, bits set to 8 * L; for the peer
+ * @param[in,out] result     one record
+ * @return ZOK_OK; else as ZOK_SM2_GenerateResponseWithECC. RB_out is written before h * t mod p, T and U are
+ *         tested
+ *
+ * @note Kept: what is said above, and what ZOK_GenerateUserInfo says.
+ * @par Caller checks
+ *      As above, and that an identity has at most 8,191 bytes.
+ * @par Aliasing
+ *      RB_out must not be RA.
+ * @par Threads
+ *      Draws random numbers.
+ * @par Timing
+ *      Depends on the lengths and on the values, the private keys included.
+ */
+ZOKECC_API uint32_t ZOK_SM2_GenerateAgreementDataAndKeyWithECC(void *session, uint32_t klen_bits,
+                                                               const uint8_t *idA, uint32_t idA_len,
+                                                               const uint8_t *idB, uint32_t idB_len,
+                                                               const ECCrefPrivateKey *dB,
+                                                               const ECCrefPublicKey *PA,
+                                                               const ECCrefPublicKey *RA,
+                                                               ECCrefPublicKey *RB_out,
+                                                               KeyAgreementResult *result);
+
+/**
+ * Completes an agreement for the initiator, with given values Z. RA is not passed but computed as rA * G.
+ *
+ * @param         session    session handle
+ * @param         klen_bits  key length in bits
+ * @param[in]     ZA         ZA_len bytes: Z of the initiator; may be null when ZA_len is 0
+ * @param         ZA_len     length in bytes
+ * @param[in]     ZB         ZB_len bytes: Z of the responder; may be null when ZB_len is 0
+ * @param         ZB_len     length in bytes
+ * @param[in]     dA         one record: the initiator's private key
+ * @param[in]     rA         one record: the initiator's temporary private key
+ * @param[in]     PB         one record: the responder's public key
+ * @param[in]     RB         one record: the responder's temporary public key
+ * @param[in,out] result     one record
+ * @return ZOK_OK; else as listed above, ZOK_ERR_ARGUMENT also if 5 * L + ZA_len + ZB_len is above 448, or dA
+ *         or rA is not below n
+ *
+ * @note Kept, here and in the other two calls with given Z: the key derivation refuses 2 * L + ZA_len +
+ *       ZB_len above 300 bytes, and the answer is ZOK_OK all the same, with confirmation values that match
+ *       and a key area that stays as it was. With an unknown hash selector the answer is ZOK_OK, too: check
+ *       and send stay as they were, and the key is zero bytes, or untouched where klen_bits / 8 is a multiple
+ *       of L.
+ * @par Caller checks
+ *      As above, that 2 * L + ZA_len + ZB_len is at most 300, and the session's hash selector.
+ * @par Timing
+ *      Depends on the lengths and on the values, the private keys included.
+ * @par Example
+ *      With L = 32, two Z of 32 bytes are the standard's; 236 bytes together still give a key, 237 to 288
+ *      none.
+ */
+ZOKECC_API uint32_t ZOK_GenerateKeyWithECC(void *session, uint32_t klen_bits,
+                                           const uint8_t *ZA, uint32_t ZA_len,
+                                           const uint8_t *ZB, uint32_t ZB_len,
+                                           const ECCrefPrivateKey *dA, const ECCrefPrivateKey *rA,
+                                           const ECCrefPublicKey *PB, const ECCrefPublicKey *RB,
+                                           KeyAgreementResult *result);
+
+/**
+ * The same as ZOK_SM2_GenerateResponseTmpKeyWithECC, for the responder of the calls with given Z.
+ *
+ * @param      session       session handle
+ * @param[out] tmp_priv_out  one record
+ * @param[out] tmp_pub_out   one record
+ * @return as ZOK_SM2_GenerateResponseTmpKeyWithECC
+ *
+ * @par Threads
+ *      Draws random numbers.
+ * @par Timing
+ *      Depends on the values, r included.
+ */
+ZOKECC_API uint32_t ZOK_GenerateResponseTmpKeyWithECC(void *session, ECCrefPrivateKey *tmp_priv_out,
+                                                      ECCrefPublicKey *tmp_pub_out);
+
+/**
+ * The same as ZOK_SM2_GenerateResponseTmpKeyWithECC, for the initiator of the calls with given Z.
+ *
+ * @param      session       session handle
+ * @param[out] tmp_priv_out  one record
+ * @param[out] tmp_pub_out   one record
+ * @return as ZOK_SM2_GenerateResponseTmpKeyWithECC
+ *
+ * @par Threads
+ *      Draws random numbers.
+ * @par Timing
+ *      Depends on the values, r included.
+ */
+ZOKECC_API uint32_t ZOK_GenerateAgreementDataWithECC(void *session, ECCrefPrivateKey *tmp_priv_out,
+                                                     ECCrefPublicKey *tmp_pub_out);
+
+/**
+ * Completes an agreement for the responder, with given values Z and a temporary key made before.
+ *
+ * @param         session    session handle
+ * @param         klen_bits  key length in bits
+ * @param[in]     ZA         ZA_len bytes: Z of the initiator; may be null when ZA_len is 0
+ * @param         ZA_len     length in bytes
+ * @param[in]     ZB         ZB_len bytes: Z of the responder; may be null when ZB_len is 0
+ * @param         ZB_len     length in bytes
+ * @param[in]     dB         one record: the responder's private key
+ * @param[in]     PA         one record: the initiator's public key
+ * @param[in]     RA         one record: the initiator's temporary public key
+ * @param[in]     rB         one record: the responder's temporary private key; it is not tested
+ * @param[in,out] RB         one record: the responder's temporary public key; bits is not read but set to 8 *
+ *                           L
+ * @param[in,out] result     one record
+ * @return ZOK_OK; else as listed above, ZOK_ERR_ARGUMENT also if 5 * L + ZA_len + ZB_len is above 448, or dB
+ *         is not below n. RB->bits is set before h * t mod p, T and U are tested
+ *
+ * @note Kept: what ZOK_GenerateKeyWithECC says. RB is not tested, nor that it is rB * G.
+ * @par Caller checks
+ *      As for ZOK_GenerateKeyWithECC, and that rB is below n.
+ * @par Timing
+ *      Depends on the lengths and on the values, the private keys included.
+ */
+ZOKECC_API uint32_t ZOK_GenerateResponseWithECC(void *session, uint32_t klen_bits,
+                                                const uint8_t *ZA, uint32_t ZA_len,
+                                                const uint8_t *ZB, uint32_t ZB_len,
+                                                const ECCrefPrivateKey *dB, const ECCrefPublicKey *PA,
+                                                const ECCrefPublicKey *RA, const ECCrefPrivateKey *rB,
+                                                ECCrefPublicKey *RB, KeyAgreementResult *result);
+
+/**
+ * Does the responder's part in one call, with given values Z. The temporary key is drawn and not given out.
+ *
+ * @param         session    session handle
+ * @param         klen_bits  key length in bits
+ * @param[in]     ZA         ZA_len bytes: Z of the initiator; may be null when ZA_len is 0
+ * @param         ZA_len     length in bytes
+ * @param[in]     ZB         ZB_len bytes: Z of the responder; may be null when ZB_len is 0
+ * @param         ZB_len     length in bytes
+ * @param[in]     dB         one record: the responder's private key
+ * @param[in]     PA         one record: the initiator's public key
+ * @param[in]     RA         one record: the initiator's temporary public key
+ * @param[out]    RB_out     one record: x and y in L bytes each, bits set to 8 * L; for the peer
+ * @param[in,out] result     one record
+ * @return ZOK_OK; else as ZOK_GenerateResponseWithECC. RB_out is written before h * t mod p, T and U are
+ *         tested
+ *
+ * @note Kept: what ZOK_GenerateKeyWithECC says.
+ * @par Caller checks
+ *      As for ZOK_GenerateKeyWithECC.
+ * @par Aliasing
+ *      RB_out must not be RA.
+ * @par Threads
+ *      Draws random numbers.
+ * @par Timing
+ *      Depends on the lengths and on the values, the private keys included.
+ */
+ZOKECC_API uint32_t ZOK_GenerateAgreementDataAndKeyWithECC(void *session, uint32_t klen_bits,
+                                                           const uint8_t *ZA, uint32_t ZA_len,
+                                                           const uint8_t *ZB, uint32_t ZB_len,
+                                                           const ECCrefPrivateKey *dB,
+                                                           const ECCrefPublicKey *PA,
+                                                           const ECCrefPublicKey *RA,
+                                                           ECCrefPublicKey *RB_out,
+                                                           KeyAgreementResult *result);
 
 /** @} */
 

@@ -1,12 +1,8 @@
-/* Curves and points, called from C through the shared library. */
+/* Curves, points and their byte strings, called from C through the shared library. */
 #include <zokecc/ecc.h>
 
 #include "check.h"
 #include "sm2_curve.h"
-
-/* Twice the base point. */
-#define SM2_2GX "56cefd60d7c87c000d58ef57fa73ba4d9c0dfa08c08a7331495c2e1da3f2bd52"
-#define SM2_2GY "31b7e7e6cc8189f668535ce0f8eaf1bd6de84c182f6c8e716f780d3a970a23c3"
 
 static mint p, a, b;
 static ecc_point G;
@@ -67,6 +63,39 @@ static void check_session(void) {
     CHECK(ZOK_CurveParaCfg(NULL, curve.type, &curve) == ZOK_ERR_SESSION);
 }
 
+static void check_root(void) {
+    mint y;
+    memset(&y, 0, sizeof y);
+    CHECK(ecc_point_unpress(&y, &G.x, &a, &b, &p, 0) == 0); /* the last digit of SM2_GY is even */
+    CHECK(mint_compare(&y, &G.y) == 0);
+}
+
+/* The base point in all three forms, there and back over the curve of the process. */
+static void check_encodings(void) {
+    static const uint8_t prefixes[3] = {4, 2, 6};
+    const ecc_curve_bytes curve = sm2_process_curve();
+    ecc_point_bytes base, back;
+    uint8_t bytes[65];
+
+    memset(&base, 0, sizeof base);
+    put_hex(base.x, SM2_GX);
+    put_hex(base.y, SM2_GY);
+    base.length = 32;
+    CHECK(Curve_Init(&curve) == 0);
+    for (uint32_t form = 0; form < 3; ++form) {
+        const int32_t size = form == 1 ? 33 : 65;
+        memset(&back, 0, sizeof back);
+        CHECK(ecc_PointToByte(&base, form, bytes, size - 1) == -1);
+        CHECK(ecc_PointToByte(&base, form, bytes, size) == size);
+        CHECK(bytes[0] == prefixes[form] && equals_hex(bytes + 1, SM2_GX));
+        CHECK(ecc_ByteToPoint(bytes, (uint32_t)size, &back) == 0);
+        CHECK(memcmp(&back, &base, sizeof back) == 0);
+    }
+    bytes[64] ^= 1; /* off the curve */
+    CHECK(ecc_ByteToPoint(bytes, sizeof bytes, &back) == -1);
+    CHECK(Curve_Exit() == 0);
+}
+
 int main(void) {
     read_number(SM2_P, &p);
     read_number(SM2_A, &a);
@@ -77,5 +106,7 @@ int main(void) {
     check_jacobian();
     check_multiples();
     check_session();
+    check_root();
+    check_encodings();
     return check_result();
 }

@@ -61,6 +61,15 @@ FIELD(CurvePara, type, 384);
 FIELD(CurvePara, hash_selector, 388);
 _Static_assert(PRECOMP_TABLE_ENTRIES == 520, "entries of a table");
 
+SIZE(ecc_point_bytes, 136);
+FIELD(ecc_point_bytes, x, 0);
+FIELD(ecc_point_bytes, y, 65);
+FIELD(ecc_point_bytes, length, 132);
+
+SIZE(ecc_scalar, BY_POINTER(8, 16));
+FIELD(ecc_scalar, bytes, 0);
+FIELD(ecc_scalar, length, BY_POINTER(4, 8));
+
 SIZE(DEVICEINFO, 100);
 FIELD(DEVICEINFO, issuer_name, 0);
 FIELD(DEVICEINFO, device_name, 40);
@@ -84,3 +93,14 @@ FIELD(ECCrefPrivateKey, K, 4);
 SIZE(ECCSignature, 128);
 FIELD(ECCSignature, r, 0);
 FIELD(ECCSignature, s, 64);
+
+SIZE(ECCCipher, 256);
+FIELD(ECCCipher, x, 0);
+FIELD(ECCCipher, y, 64);
+FIELD(ECCCipher, C, 128);
+FIELD(ECCCipher, M, 192);
+
+SIZE(KeyAgreementResult, BY_POINTER(132, 136));
+FIELD(KeyAgreementResult, check, 0);
+FIELD(KeyAgreementResult, send, 64);
+FIELD(KeyAgreementResult, key, 128);

@@ -94,8 +94,10 @@ protected:
 
     mint near_order(int offset) const {
         Number n = to_peer(c.n);
-        if (offset < 0) BN_sub_word(n.get(), static_cast<BN_ULONG>(-offset));
-        else BN_add_word(n.get(), static_cast<BN_ULONG>(offset));
+        if (offset < 0)
+            BN_sub_word(n.get(), static_cast<BN_ULONG>(-offset));
+        else
+            BN_add_word(n.get(), static_cast<BN_ULONG>(offset));
         return from_peer(n.get());
     }
 

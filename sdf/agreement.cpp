@@ -1,0 +1,226 @@
+// SM2 key agreement over a session's curve (GB/T 32918.3).
+//
+// Two families: one makes both Z values from the users' identities, the other is given them. Each
+// has an initiator's call, a responder's call with a temporary key made before, and a responder's
+// call that makes it.
+#include <zokecc/sdf.h>
+
+#include "ecc/sm2_steps.h"
+#include "hash/digest.h"
+#include "hash/sm2_digests.h"
+#include "mint/value.h"
+#include "mint/wipe.h"
+#include "sdf/agreement_steps.h"
+#include "sdf/records.h"
+
+namespace {
+
+using zokecc::Bytes;
+using zokecc::fits_field;
+using zokecc::initiate;
+using zokecc::kDigestBytes;
+using zokecc::respond;
+using zokecc::Wiping;
+
+// A byte string of the caller.
+struct Octets {
+    const uint8_t *bytes;
+    uint32_t len;
+    bool missing() const { return bytes == nullptr && len > 0; }
+    Bytes view() const { return {bytes, len}; }
+};
+
+// A private scalar of the caller. False if it is not below the order.
+bool read_below_order(const SessionContext &session, const ECCrefPrivateKey &key, mint &out)
+{
+    zokecc::read_private_key(key, out);
+    return mint_compare(&out, &session.n) < 0;
+}
+
+struct UserZ {
+    uint8_t bytes[kDigestBytes];
+    Bytes view() const { return {bytes, sizeof bytes}; }
+};
+
+bool make_Z(SessionContext &session, const ECCrefPublicKey &key, Octets id, UserZ &Z)
+{
+    uint32_t length = 0;
+    return ZOK_GenerateUserInfo(&session, &key, id.bytes, id.len, Z.bytes, &length) == ZOK_OK;
+}
+
+// Z of the own key, derived from the private scalar.
+bool make_own_Z(SessionContext &session, const mint &d, Octets id, UserZ &Z)
+{
+    ecc_point P{};
+    ECCrefPublicKey key{};
+    zokecc::multiply_base(zokecc::view_of(session), d, P);
+    zokecc::write_public_key(session, P, key);
+    return make_Z(session, key, id, Z);
+}
+
+// Given Z values whose transcripts fit the working area.
+bool are_usable(const SessionContext &session, Octets ZA, Octets ZB)
+{
+    if (ZA.missing() || ZB.missing()) return false;
+    return uint64_t{5} * session.byte_len + ZA.len + ZB.len <= zokecc::kTranscriptBytes;
+}
+
+// The SM2 family's responders; rB null for the one that draws it.
+uint32_t respond_with_identities(void *session, uint32_t klen_bits, Octets idA, Octets idB,
+                                 const ECCrefPrivateKey *dB, const ECCrefPublicKey *PA,
+                                 const ECCrefPublicKey *RA, const ECCrefPrivateKey *rB, ECCrefPublicKey *RB,
+                                 KeyAgreementResult *result)
+{
+    if (dB == nullptr || PA == nullptr || RA == nullptr || RB == nullptr || result == nullptr)
+        return ZOK_ERR_ARGUMENT;
+    if (idA.missing() || idB.missing()) return ZOK_ERR_ARGUMENT;
+    if (!fits_field(*dB) || !fits_field(*PA) || !fits_field(*RA)) return ZOK_ERR_ARGUMENT;
+    SessionContext &s = *static_cast<SessionContext *>(session);
+    Wiping<mint> d;
+    UserZ ZA;
+    UserZ ZB;
+    if (!read_below_order(s, *dB, *d)) return ZOK_ERR_ARGUMENT;
+    if (!make_own_Z(s, *d, idB, ZB) || !make_Z(s, *PA, idA, ZA)) return ZOK_ERR_ARGUMENT;
+    return respond(s, klen_bits / 8, ZA.view(), ZB.view(), *d, *PA, *RA, rB, *RB, *result);
+}
+
+// The plain family's responders; rB null for the one that draws it.
+uint32_t respond_with_Z(void *session, uint32_t klen_bits, Octets ZA, Octets ZB, const ECCrefPrivateKey *dB,
+                        const ECCrefPublicKey *PA, const ECCrefPublicKey *RA, const ECCrefPrivateKey *rB,
+                        ECCrefPublicKey *RB, KeyAgreementResult *result)
+{
+    if (dB == nullptr || PA == nullptr || RA == nullptr || RB == nullptr || result == nullptr)
+        return ZOK_ERR_ARGUMENT;
+    SessionContext &s = *static_cast<SessionContext *>(session);
+    if (!are_usable(s, ZA, ZB)) return ZOK_ERR_ARGUMENT;
+    if (!fits_field(*dB) || !fits_field(*PA) || !fits_field(*RA)) return ZOK_ERR_ARGUMENT;
+    Wiping<mint> d;
+    if (!read_below_order(s, *dB, *d)) return ZOK_ERR_ARGUMENT;
+    return respond(s, klen_bits / 8, ZA.view(), ZB.view(), *d, *PA, *RA, rB, *RB, *result);
+}
+
+}  // namespace
+
+uint32_t ZOK_SM2_GenerateResponseTmpKeyWithECC(void *session, ECCrefPrivateKey *tmp_priv_out,
+                                               ECCrefPublicKey *tmp_pub_out)
+{
+    if (session == nullptr) return ZOK_ERR_SESSION;
+    if (tmp_priv_out == nullptr || tmp_pub_out == nullptr) return ZOK_ERR_ARGUMENT;
+    const SessionContext &s = *static_cast<const SessionContext *>(session);
+    if (zokecc::is_zero(s.n) || zokecc::is_zero(s.p)) return ZOK_ERR_ARGUMENT;
+    Wiping<mint> r;
+    zokecc::make_temporary_key(s, *r, *tmp_pub_out);
+    zokecc::write_private_key(s, *r, *tmp_priv_out);
+    return ZOK_OK;
+}
+
+uint32_t ZOK_SM2_GenerateAgreementDataWithECC(void *session, ECCrefPrivateKey *tmp_priv_out,
+                                              ECCrefPublicKey *tmp_pub_out)
+{
+    return ZOK_SM2_GenerateResponseTmpKeyWithECC(session, tmp_priv_out, tmp_pub_out);
+}
+
+uint32_t ZOK_GenerateAgreementDataWithECC(void *session, ECCrefPrivateKey *tmp_priv_out,
+                                          ECCrefPublicKey *tmp_pub_out)
+{
+    return ZOK_SM2_GenerateResponseTmpKeyWithECC(session, tmp_priv_out, tmp_pub_out);
+}
+
+uint32_t ZOK_GenerateResponseTmpKeyWithECC(void *session, ECCrefPrivateKey *tmp_priv_out,
+                                           ECCrefPublicKey *tmp_pub_out)
+{
+    return ZOK_SM2_GenerateResponseTmpKeyWithECC(session, tmp_priv_out, tmp_pub_out);
+}
+
+uint32_t ZOK_SM2_GenerateKeyWithECC(void *session, uint32_t klen_bits, const uint8_t *idA, uint32_t idA_len,
+                                    const uint8_t *idB, uint32_t idB_len, const ECCrefPrivateKey *dA,
+                                    const ECCrefPrivateKey *rA, const ECCrefPublicKey *RA,
+                                    const ECCrefPublicKey *PB, const ECCrefPublicKey *RB,
+                                    KeyAgreementResult *result)
+{
+    if (session == nullptr) return ZOK_ERR_SESSION;
+    const Octets own_id = {idA, idA_len};
+    const Octets peer_id = {idB, idB_len};
+    if (dA == nullptr || rA == nullptr || RA == nullptr || PB == nullptr || RB == nullptr ||
+        result == nullptr)
+        return ZOK_ERR_ARGUMENT;
+    if (own_id.missing() || peer_id.missing()) return ZOK_ERR_ARGUMENT;
+    if (!fits_field(*dA) || !fits_field(*rA) || !fits_field(*RA) || !fits_field(*PB) || !fits_field(*RB))
+        return ZOK_ERR_ARGUMENT;
+    SessionContext &s = *static_cast<SessionContext *>(session);
+    Wiping<mint> d;
+    Wiping<mint> r;
+    UserZ ZA;
+    UserZ ZB;
+    if (!read_below_order(s, *dA, *d) || !read_below_order(s, *rA, *r)) return ZOK_ERR_ARGUMENT;
+    if (!make_own_Z(s, *d, own_id, ZA) || !make_Z(s, *PB, peer_id, ZB)) return ZOK_ERR_ARGUMENT;
+    return initiate(s, klen_bits / 8, ZA.view(), ZB.view(), *d, *r, *RA, *PB, *RB, *result);
+}
+
+uint32_t ZOK_SM2_GenerateResponseWithECC(void *session, uint32_t klen_bits, const uint8_t *idA,
+                                         uint32_t idA_len, const uint8_t *idB, uint32_t idB_len,
+                                         const ECCrefPrivateKey *dB, const ECCrefPublicKey *PA,
+                                         const ECCrefPublicKey *RA, const ECCrefPrivateKey *rB,
+                                         ECCrefPublicKey *RB, KeyAgreementResult *result)
+{
+    if (session == nullptr) return ZOK_ERR_SESSION;
+    if (rB == nullptr || !fits_field(*rB)) return ZOK_ERR_ARGUMENT;
+    return respond_with_identities(session, klen_bits, {idA, idA_len}, {idB, idB_len}, dB, PA, RA, rB, RB,
+                                   result);
+}
+
+uint32_t ZOK_SM2_GenerateAgreementDataAndKeyWithECC(void *session, uint32_t klen_bits, const uint8_t *idA,
+                                                    uint32_t idA_len, const uint8_t *idB, uint32_t idB_len,
+                                                    const ECCrefPrivateKey *dB, const ECCrefPublicKey *PA,
+                                                    const ECCrefPublicKey *RA, ECCrefPublicKey *RB_out,
+                                                    KeyAgreementResult *result)
+{
+    if (session == nullptr) return ZOK_ERR_SESSION;
+    return respond_with_identities(session, klen_bits, {idA, idA_len}, {idB, idB_len}, dB, PA, RA, nullptr,
+                                   RB_out, result);
+}
+
+uint32_t ZOK_GenerateKeyWithECC(void *session, uint32_t klen_bits, const uint8_t *ZA, uint32_t ZA_len,
+                                const uint8_t *ZB, uint32_t ZB_len, const ECCrefPrivateKey *dA,
+                                const ECCrefPrivateKey *rA, const ECCrefPublicKey *PB,
+                                const ECCrefPublicKey *RB, KeyAgreementResult *result)
+{
+    if (session == nullptr) return ZOK_ERR_SESSION;
+    if (dA == nullptr || rA == nullptr || PB == nullptr || RB == nullptr || result == nullptr)
+        return ZOK_ERR_ARGUMENT;
+    SessionContext &s = *static_cast<SessionContext *>(session);
+    const Octets own_Z = {ZA, ZA_len};
+    const Octets peer_Z = {ZB, ZB_len};
+    if (!are_usable(s, own_Z, peer_Z)) return ZOK_ERR_ARGUMENT;
+    if (!fits_field(*dA) || !fits_field(*rA) || !fits_field(*PB) || !fits_field(*RB)) return ZOK_ERR_ARGUMENT;
+    Wiping<mint> d;
+    Wiping<mint> r;
+    if (!read_below_order(s, *dA, *d) || !read_below_order(s, *rA, *r)) return ZOK_ERR_ARGUMENT;
+    ecc_point R{};
+    ECCrefPublicKey RA{};
+    zokecc::multiply_base(zokecc::view_of(s), *r, R);
+    zokecc::write_public_key(s, R, RA);
+    return initiate(s, klen_bits / 8, own_Z.view(), peer_Z.view(), *d, *r, RA, *PB, *RB, *result);
+}
+
+uint32_t ZOK_GenerateResponseWithECC(void *session, uint32_t klen_bits, const uint8_t *ZA, uint32_t ZA_len,
+                                     const uint8_t *ZB, uint32_t ZB_len, const ECCrefPrivateKey *dB,
+                                     const ECCrefPublicKey *PA, const ECCrefPublicKey *RA,
+                                     const ECCrefPrivateKey *rB, ECCrefPublicKey *RB,
+                                     KeyAgreementResult *result)
+{
+    if (session == nullptr) return ZOK_ERR_SESSION;
+    if (rB == nullptr || !fits_field(*rB)) return ZOK_ERR_ARGUMENT;
+    return respond_with_Z(session, klen_bits, {ZA, ZA_len}, {ZB, ZB_len}, dB, PA, RA, rB, RB, result);
+}
+
+uint32_t ZOK_GenerateAgreementDataAndKeyWithECC(void *session, uint32_t klen_bits, const uint8_t *ZA,
+                                                uint32_t ZA_len, const uint8_t *ZB, uint32_t ZB_len,
+                                                const ECCrefPrivateKey *dB, const ECCrefPublicKey *PA,
+                                                const ECCrefPublicKey *RA, ECCrefPublicKey *RB_out,
+                                                KeyAgreementResult *result)
+{
+    if (session == nullptr) return ZOK_ERR_SESSION;
+    return respond_with_Z(session, klen_bits, {ZA, ZA_len}, {ZB, ZB_len}, dB, PA, RA, nullptr, RB_out,
+                          result);
+}

@@ -1,0 +1,182 @@
+#include "sdf/agreement_steps.h"
+
+#include <zokecc/hash.h>
+
+#include "ecc/sm2_steps.h"
+#include "hash/digest.h"
+#include "hash/key_sink.h"
+#include "hash/sm2_digests.h"
+#include "hash/sm2_kdf.h"
+#include "mint/value.h"
+#include "mint/wipe.h"
+#include "sdf/records.h"
+#include "sdf/sm2_x_bar_session.h"
+
+namespace {
+
+using zokecc::Bytes;
+using zokecc::kDigestBytes;
+using zokecc::KeySink;
+using zokecc::PointBytes;
+using zokecc::Wiping;
+
+constexpr uint32_t kXBarArea = 100;
+constexpr int32_t kMaxSecretBytes = 300;  // of which the key derivation takes so many
+
+enum class Role { initiator, responder };
+
+// One agreement, once everything has been read and tested.
+struct Agreement {
+    SessionContext &session;
+    Role role;
+    uint32_t klen;  // bytes
+    Bytes ZA;
+    Bytes ZB;
+    const mint &d;
+    const mint &r;
+    const ECCrefPublicKey &own_random;
+    const ecc_point &peer_key;
+    const ECCrefPublicKey &peer_random;
+    const ecc_point &peer_random_point;
+    KeyAgreementResult &result;
+
+    int32_t signed_klen() const { return static_cast<int32_t>(klen); }
+};
+
+mint x_bar_of(SessionContext &session, const ECCrefPublicKey &point)
+{
+    uint8_t bytes[kXBarArea] = {};
+    mint out{};
+    sm2_x_bar_session(&session, point.x, session.w, bytes);
+    octetstring_to_mint(bytes, session.byte_len, &out);
+    return out;
+}
+
+bool is_on_curve(const SessionContext &session, const ecc_point &point)
+{
+    return ecc_test_point(&point, &session.a, &session.b, &session.p) == 0;
+}
+
+uint32_t compute_shared_point(const Agreement &a, PointBytes &U)
+{
+    const mint own_x_bar = x_bar_of(a.session, a.own_random);
+    const mint peer_x_bar = x_bar_of(a.session, a.peer_random);
+    const zokecc::ExchangeSide side = {a.d, a.r, own_x_bar, a.peer_key, a.peer_random_point, peer_x_bar};
+    const zokecc::Step step =
+        zokecc::sm2_exchange_point(zokecc::view_of(a.session), a.session.byte_len, side, U);
+    return step == zokecc::Step::done ? ZOK_OK : ZOK_ERR_INTERNAL;
+}
+
+// K = KDF(xU || yU || ZA || ZB), with room for Z values that the derivation then refuses.
+//
+// KEPT: the status of the key derivation is not looked at. Z values too long for it, or an unknown
+// hash and whole steps, leave the key buffer as it was, with the answer 0. Held by
+// ZokGenerateKeyWithEcc.KeptRefusedDerivationIsNotReported.
+void derive_key(const Agreement &a, const PointBytes &U, KeySink &sink)
+{
+    zokecc::Transcript secret;
+    secret.put(U.xy, 2 * U.len).put(a.ZA).put(a.ZB);
+    const int32_t status =
+        sm2_kdf_session(secret.data(), static_cast<int32_t>(secret.size()), a.signed_klen(),
+                        static_cast<int32_t>(U.len), a.session.hash_selector, sink.target());
+    if (status == 0) sink.deliver();
+}
+
+void write_confirmations(const Agreement &a, const PointBytes &U)
+{
+    const bool initiates = a.role == Role::initiator;
+    const ECCrefPublicKey &RA = initiates ? a.own_random : a.peer_random;
+    const ECCrefPublicKey &RB = initiates ? a.peer_random : a.own_random;
+    const uint32_t alg = a.session.hash_selector;
+    Wiping<uint8_t[kDigestBytes]> H;
+    const int32_t H_len = zokecc::sm2_exchange_hash(alg, U, {a.ZA, a.ZB, RA.x, RA.y, RB.x, RB.y}, *H);
+    const Bytes tail = {*H, static_cast<size_t>(H_len)};
+    // 02 stands in SB, which the initiator compares; 03 in SA, which it sends.
+    uint8_t *const out02 = initiates ? a.result.check : a.result.send;
+    uint8_t *const out03 = initiates ? a.result.send : a.result.check;
+    zokecc::sm2_confirmation(alg, zokecc::kResponderPrefix, U, tail, out02);
+    zokecc::sm2_confirmation(alg, zokecc::kInitiatorPrefix, U, tail, out03);
+}
+
+// True if the derivation accepts Z values of these lengths.
+bool secret_fits(const SessionContext &session, Bytes ZA, Bytes ZB)
+{
+    return 2 * session.byte_len + ZA.size() + ZB.size() <= size_t{kMaxSecretBytes};
+}
+
+KeySink make_sink(const SessionContext &session, uint32_t klen, Bytes ZA, Bytes ZB, uint8_t *key)
+{
+    const int32_t written = secret_fits(session, ZA, ZB) ? static_cast<int32_t>(klen) : 0;
+    return KeySink(key, written, session.byte_len, session.hash_selector);
+}
+
+uint32_t finish(const Agreement &a, KeySink &sink)
+{
+    Wiping<PointBytes> U;
+    const uint32_t status = compute_shared_point(a, *U);
+    if (status != ZOK_OK) return status;
+    const bool key_is_written =
+        secret_fits(a.session, a.ZA, a.ZB) &&
+        zokecc::derivation_writes(a.signed_klen(), a.session.byte_len, a.session.hash_selector);
+    if (key_is_written && a.result.key == nullptr) return ZOK_ERR_ARGUMENT;
+    derive_key(a, *U, sink);
+    write_confirmations(a, *U);
+    return ZOK_OK;
+}
+
+}  // namespace
+
+int32_t sm2_x_bar_session(void *session, const uint8_t *x, uint32_t w, uint8_t *out)
+{
+    zokecc::write_x_bar(x, static_cast<const SessionContext *>(session)->byte_len, w, out);
+    return 0;
+}
+
+namespace zokecc {
+
+uint32_t initiate(SessionContext &session, uint32_t klen, Bytes ZA, Bytes ZB, const mint &dA, const mint &rA,
+                  const ECCrefPublicKey &RA, const ECCrefPublicKey &PB, const ECCrefPublicKey &RB,
+                  KeyAgreementResult &result)
+{
+    ecc_point peer_key{};
+    ecc_point peer_point{};
+    zokecc::read_public_key(PB, peer_key);
+    zokecc::read_public_key(RB, peer_point);
+    if (!is_on_curve(session, peer_point)) return ZOK_ERR_INTERNAL;
+    KeySink sink = make_sink(session, klen, ZA, ZB, result.key);
+    if (!sink.is_ready()) return ZOK_ERR_INTERNAL;
+    return finish({session, Role::initiator, klen, ZA, ZB, dA, rA, RA, peer_key, RB, peer_point, result},
+                  sink);
+}
+
+void make_temporary_key(const SessionContext &session, mint &r, ECCrefPublicKey &R_out)
+{
+    ecc_point R{};
+    gen_random_number(&r, &session.n);
+    zokecc::multiply_base(zokecc::view_of(session), r, R);
+    zokecc::write_public_key(session, R, R_out);
+}
+
+uint32_t respond(SessionContext &session, uint32_t klen, Bytes ZA, Bytes ZB, const mint &dB,
+                 const ECCrefPublicKey &PA, const ECCrefPublicKey &RA, const ECCrefPrivateKey *rB,
+                 ECCrefPublicKey &RB, KeyAgreementResult &result)
+{
+    ecc_point peer_key{};
+    ecc_point peer_point{};
+    read_public_key(PA, peer_key);
+    read_public_key(RA, peer_point);
+    if (!is_on_curve(session, peer_point)) return ZOK_ERR_INTERNAL;
+    KeySink sink = make_sink(session, klen, ZA, ZB, result.key);
+    if (!sink.is_ready()) return ZOK_ERR_INTERNAL;
+    Wiping<mint> r;
+    if (rB != nullptr) {
+        read_private_key(*rB, *r);
+        RB.bits = 8 * session.byte_len;
+    } else {
+        make_temporary_key(session, *r, RB);
+    }
+    return finish({session, Role::responder, klen, ZA, ZB, dB, *r, RB, peer_key, RA, peer_point, result},
+                  sink);
+}
+
+}  // namespace zokecc

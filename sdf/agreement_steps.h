@@ -1,0 +1,28 @@
+// The steps of SM2 key agreement that both families share (GB/T 32918.3, A4 to A10 and B1 to B10).
+#ifndef ZOKECC_SDF_AGREEMENT_STEPS_H
+#define ZOKECC_SDF_AGREEMENT_STEPS_H
+
+#include <zokecc/sdf.h>
+
+#include "ecc/curve.h"
+#include "mint/views.h"
+
+namespace zokecc {
+
+// r = random below n and R = r G.
+void make_temporary_key(const SessionContext &session, mint &r, ECCrefPublicKey &R_out);
+
+// What an initiator's calls do once Z values and own keys are there. klen in bytes.
+uint32_t initiate(SessionContext &session, uint32_t klen, Bytes ZA, Bytes ZB, const mint &dA, const mint &rA,
+                  const ECCrefPublicKey &RA, const ECCrefPublicKey &PB, const ECCrefPublicKey &RB,
+                  KeyAgreementResult &result);
+
+// What a responder's calls do once Z values and the private key are there. Without rB the
+// temporary key is made here, once RA has passed, and RB written; with it only RB's bits are.
+uint32_t respond(SessionContext &session, uint32_t klen, Bytes ZA, Bytes ZB, const mint &dB,
+                 const ECCrefPublicKey &PA, const ECCrefPublicKey &RA, const ECCrefPrivateKey *rB,
+                 ECCrefPublicKey &RB, KeyAgreementResult &result);
+
+}  // namespace zokecc
+
+#endif

@@ -1,0 +1,28 @@
+// What the two encryption pairs of the session interface share.
+#ifndef ZOKECC_SDF_ENCRYPTION_H
+#define ZOKECC_SDF_ENCRYPTION_H
+
+#include <zokecc/sdf.h>
+
+#include "ecc/sm2_steps.h"
+#include "hash/sm2_digests.h"
+
+namespace zokecc {
+
+// The public key as a finite point; false if a coordinate is zero.
+bool read_recipient(const ECCrefPublicKey &pub, ecc_point &Q);
+
+// False without an order to draw below, and for an unknown hash, which would draw for ever.
+bool can_encrypt(const SessionContext &session);
+
+// Draws nonces until the key stream for m bytes is not all zero. C1 goes to x1[L] and y1[L].
+uint32_t draw_key_stream(const SessionContext &session, const ecc_point &Q, uint32_t m, uint8_t *x1,
+                         uint8_t *y1, PointBytes &shared, uint8_t *stream);
+
+// The key stream for m bytes from C1 and the private key.
+uint32_t recover_key_stream(const SessionContext &session, const mint &d, const uint8_t *x1,
+                            const uint8_t *y1, uint32_t m, PointBytes &shared, uint8_t *stream);
+
+}  // namespace zokecc
+
+#endif

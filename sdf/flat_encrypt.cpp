@@ -1,0 +1,95 @@
+// SM2 encryption of messages of any length (GB/T 32918.4): 0x04 || x1 || y1 || C2 || C3.
+#include <zokecc/sdf.h>
+
+#include <cstring>
+
+#include "hash/digest.h"
+#include "hash/sm2_kdf.h"
+#include "mint/wipe.h"
+#include "mint/work_buffer.h"
+#include "sdf/encryption.h"
+#include "sdf/records.h"
+
+namespace {
+
+using zokecc::kDigestBytes;
+using zokecc::PointBytes;
+using zokecc::Wiping;
+using zokecc::WorkBuffer;
+
+constexpr uint8_t kPrefix = 0x04;
+
+// Bytes for the key stream of m bytes, which may be written beyond m, and for x2 || M || y2.
+size_t key_stream_size(uint32_t m, uint32_t L)
+{
+    return static_cast<size_t>(zokecc::kdf_written_bytes(m, L) + 1);
+}
+size_t check_input_size(uint32_t m, uint32_t L) { return static_cast<size_t>(uint64_t{m} + 2 * L + 1); }
+
+// Sizes that a 32-bit length cannot hold count as failed allocations.
+bool sizes_fit(uint32_t m, uint32_t L) { return zokecc::kdf_written_bytes(m, L) < UINT32_MAX; }
+
+}  // namespace
+
+uint32_t ZOK_ExternalEncrytp_ECC(void *session, const ECCrefPublicKey *pub, const uint8_t *message,
+                                 int32_t message_len, uint8_t *cipher_out, uint32_t *cipher_len_out)
+{
+    if (session == nullptr) return ZOK_ERR_SESSION;
+    if (pub == nullptr || !zokecc::fits_field(*pub)) return ZOK_ERR_ARGUMENT;
+    if (message == nullptr || cipher_out == nullptr || cipher_len_out == nullptr) return ZOK_ERR_ARGUMENT;
+    if (message_len < 1) return ZOK_ERR_ARGUMENT;
+    const SessionContext &s = *static_cast<const SessionContext *>(session);
+    const uint32_t L = s.byte_len;
+    const uint32_t m = static_cast<uint32_t>(message_len);
+    if (!sizes_fit(m, L)) return ZOK_ERR_INTERNAL;
+    WorkBuffer stream(key_stream_size(m, L));
+    if (!stream) return ZOK_ERR_INTERNAL;
+    WorkBuffer check_input(check_input_size(m, L));
+    if (!check_input) return ZOK_ERR_INTERNAL;
+    ecc_point Q{};
+    if (!zokecc::read_recipient(*pub, Q) || !zokecc::can_encrypt(s)) return ZOK_ERR_ARGUMENT;
+
+    cipher_out[0] = kPrefix;
+    Wiping<PointBytes> shared;
+    uint8_t *const C2 = cipher_out + 1 + 2 * L;
+    const uint32_t status =
+        zokecc::draw_key_stream(s, Q, m, cipher_out + 1, cipher_out + 1 + L, *shared, stream.data());
+    if (status != ZOK_OK) return status;
+    zokecc::mask(message, stream.data(), m, C2);
+    const int32_t C3_len =
+        zokecc::sm2_check_value(s.hash_selector, *shared, message, m, check_input.data(), C2 + m);
+    *cipher_len_out = 1 + 2 * L + m + static_cast<uint32_t>(C3_len);
+    return ZOK_OK;
+}
+
+uint32_t ZOK_ExternalDecrypt_ECC(void *session, const ECCrefPrivateKey *priv, const uint8_t *cipher,
+                                 uint32_t cipher_len, uint8_t *plain_out, uint32_t *plain_len_out)
+{
+    if (session == nullptr) return ZOK_ERR_SESSION;
+    if (priv == nullptr || !zokecc::fits_field(*priv)) return ZOK_ERR_ARGUMENT;
+    if (cipher == nullptr || plain_out == nullptr || plain_len_out == nullptr) return ZOK_ERR_ARGUMENT;
+    const SessionContext &s = *static_cast<const SessionContext *>(session);
+    const uint32_t L = s.byte_len;
+    const int64_t message_len = int64_t{cipher_len} - (2 * L + 1) - kDigestBytes;
+    if (message_len < 1 || message_len > INT32_MAX) return ZOK_ERR_ARGUMENT;
+    const uint32_t m = static_cast<uint32_t>(message_len);
+    Wiping<mint> d;
+    zokecc::read_private_key(*priv, *d);
+    if (mint_compare(d.get(), &s.n) >= 0 || cipher[0] != kPrefix) return ZOK_ERR_ARGUMENT;
+    if (!sizes_fit(m, L)) return ZOK_ERR_INTERNAL;
+    WorkBuffer stream(key_stream_size(m, L));
+    if (!stream) return ZOK_ERR_INTERNAL;
+    WorkBuffer check_input(check_input_size(m, L));
+    if (!check_input) return ZOK_ERR_INTERNAL;
+
+    Wiping<PointBytes> shared;
+    const uint8_t *const C2 = cipher + 1 + 2 * L;
+    const uint32_t status =
+        zokecc::recover_key_stream(s, *d, cipher + 1, cipher + 1 + L, m, *shared, stream.data());
+    if (status != ZOK_OK) return status;
+    zokecc::mask(C2, stream.data(), m, plain_out);
+    *plain_len_out = m;
+    uint8_t check[kDigestBytes] = {};
+    zokecc::sm2_check_value(s.hash_selector, *shared, plain_out, m, check_input.data(), check);
+    return std::memcmp(check, C2 + m, kDigestBytes) == 0 ? ZOK_OK : ZOK_ERR_INTERNAL;
+}

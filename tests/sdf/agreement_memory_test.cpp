@@ -1,0 +1,150 @@
+// What the key agreement calls allocate, what they give back, and what they answer when any one of
+// the allocations fails.
+#include <gtest/gtest.h>
+
+#include "tests/support/failing_alloc.h"
+#include "tests/support/session_exchange.h"
+
+using namespace zokecc_test;
+using namespace zokecc_test::exchange;
+
+namespace {
+
+constexpr unsigned kNone = 0;
+constexpr uint32_t kInPlace = 19;  // a key that is derived in place for every length of a curve
+constexpr uint32_t kWider = 40;    // on a 20-byte curve the derivation writes 64 bytes for it
+
+struct Outcome {
+    uint32_t status;
+    unsigned allocations;
+    int outstanding;
+    unsigned draws;
+    bool results_written;
+    bool point_written;
+    bool bits_set;
+};
+
+Outcome run_failing(const SessionKeyCall &call, uint32_t klen, unsigned fail_at) {
+    static const ExchangeCase exchange = tiny_case(prime_group(), 20, 0);
+    SessionExchange side(exchange, call.role, klen);
+    side.R_record.bits = 161;
+    FakeEntropy entropy;
+    entropy.queued_numbers.push_back(mint_from_hex(to_hex(exchange.own(call.role).r)));
+    FailingAlloc counter(fail_at);
+    const uint32_t status = (side.*call.call)();
+    return {status,
+            counter.allocations,
+            counter.outstanding,
+            entropy.number_calls,
+            !side.results_untouched(),
+            !side.R_written.unchanged(),
+            side.R_record.bits == 160};
+}
+
+unsigned blocks_for_Z(const SessionKeyCall &call) { return call.makes_Z ? 2 : 0; }
+
+void expect_success(const SessionKeyCall &call, uint32_t klen, unsigned allocations) {
+    const Outcome done = run_failing(call, klen, kNone);
+    EXPECT_EQ(done.status, ZOK_OK) << call.name;
+    EXPECT_EQ(done.allocations, allocations) << call.name;
+    EXPECT_EQ(done.outstanding, 2) << call.name;
+}
+
+}  // namespace
+
+TEST(ZokAgreementMemory, KeptEveryCallKeepsTwoDigitBuffers) {
+    for (const SessionKeyCall &call : kSessionKeyCalls)
+        expect_success(call, kInPlace, blocks_for_Z(call) + 2);
+}
+
+TEST(ZokAgreementMemory, BlockForAWiderDerivationIsGivenBack) {
+    for (const SessionKeyCall &call : kSessionKeyCalls) expect_success(call, kWider, blocks_for_Z(call) + 3);
+}
+
+TEST(ZokAgreementMemory, FailedUserInformationBufferReturns1000027) {
+    for (const SessionKeyCall &call : kSm2Family)
+        for (unsigned fail_at : {1u, 2u}) {
+            const Outcome done = run_failing(call, kWider, fail_at);
+            EXPECT_EQ(done.status, ZOK_ERR_ARGUMENT) << call.name;
+            EXPECT_EQ(done.allocations, fail_at) << call.name;
+            EXPECT_EQ(done.outstanding, 0) << call.name;
+            EXPECT_EQ(done.draws, 0u) << call.name;
+            EXPECT_FALSE(done.results_written || done.point_written || done.bits_set) << call.name;
+        }
+}
+
+TEST(ZokAgreementMemory, FailedDigitBufferReturnsMinusOneWithoutResults) {
+    for (const SessionKeyCall &call : kSessionKeyCalls)
+        for (unsigned digit_buffer : {1u, 2u}) {
+            const Outcome done = run_failing(call, kInPlace, blocks_for_Z(call) + digit_buffer);
+            EXPECT_EQ(done.status, ZOK_ERR_INTERNAL) << call.name;
+            EXPECT_FALSE(done.results_written) << call.name;
+            EXPECT_LE(done.outstanding, 1) << call.name;
+            // The random point stands, and the bits of a given one are set.
+            EXPECT_EQ(done.draws, call.draws ? 1u : 0u) << call.name;
+            EXPECT_EQ(done.point_written, call.draws) << call.name;
+            EXPECT_EQ(done.bits_set, call.role == Role::kResponder && !call.draws) << call.name;
+        }
+}
+
+TEST(ZokAgreementMemory, AnyFailedAllocationGivesNoResults) {
+    for (const SessionKeyCall &call : kSessionKeyCalls)
+        for (unsigned fail_at = 1; fail_at <= blocks_for_Z(call) + 3; ++fail_at) {
+            const Outcome done = run_failing(call, kWider, fail_at);
+            EXPECT_EQ(done.status, fail_at <= blocks_for_Z(call) ? ZOK_ERR_ARGUMENT : ZOK_ERR_INTERNAL)
+                << call.name << " " << fail_at;
+            EXPECT_FALSE(done.results_written) << call.name << " " << fail_at;
+            EXPECT_LE(done.outstanding, 1) << call.name << " " << fail_at;
+        }
+}
+
+TEST(ZokAgreementMemory, FailedBlockForAWiderDerivationWritesAndDrawsNothing) {
+    for (const SessionKeyCall &call : {kSm2Respond, kSm2RespondAtOnce, kRespond, kRespondAtOnce}) {
+        const Outcome done = run_failing(call, kWider, blocks_for_Z(call) + 1);
+        EXPECT_EQ(done.status, ZOK_ERR_INTERNAL) << call.name;
+        EXPECT_EQ(done.outstanding, 0) << call.name;
+        EXPECT_EQ(done.draws, 0u) << call.name;
+        EXPECT_FALSE(done.results_written || done.point_written || done.bits_set) << call.name;
+    }
+}
+
+TEST(ZokAgreementMemory, RefusedArgumentsAllocateNothing) {
+    const ExchangeCase exchange = tiny_case(prime_group(), 20, 0);
+    for (const SessionKeyCall &call : kSessionKeyCalls) {
+        SessionExchange side(exchange, call.role, kWider);
+        side.d_record = private_record(tiny_bytes(991, 20));
+        FailingAlloc counter;
+        EXPECT_EQ((side.*call.call)(), ZOK_ERR_ARGUMENT) << call.name;
+        EXPECT_EQ(counter.allocations, 0u) << call.name;
+    }
+}
+
+TEST(ZokAgreementMemory, TemporaryKeyAllocatesNothing) {
+    const ExchangeCase exchange = tiny_case(prime_group(), 20, 0);
+    SessionExchange side(exchange, Role::kInitiator);
+    GuardedRecord<ECCrefPrivateKey> priv;
+    FakeEntropy entropy;
+    FailingAlloc counter(1);
+    EXPECT_EQ(ZOK_SM2_GenerateResponseTmpKeyWithECC(side.session, priv.get(), side.R_out), ZOK_OK);
+    EXPECT_EQ(counter.allocations, 0u);
+}
+
+TEST(ZokExternalEcdhKeyAgreement, KeptKeepsOneDigitBuffer) {
+    const ExchangeCase exchange = tiny_case(prime_group(), 20, 0);
+    SessionExchange side(exchange, Role::kInitiator);
+    GuardedBuffer out(20);
+    FailingAlloc counter;
+    EXPECT_EQ(side.ecdh(out.data()), ZOK_OK);
+    EXPECT_EQ(counter.allocations, 1u);
+    EXPECT_EQ(counter.outstanding, 1);
+}
+
+TEST(ZokExternalEcdhKeyAgreement, FailedDigitBufferReturnsMinusOneAndWritesNothing) {
+    const ExchangeCase exchange = tiny_case(prime_group(), 20, 0);
+    SessionExchange side(exchange, Role::kInitiator);
+    GuardedBuffer out(20);
+    FailingAlloc counter(1);
+    EXPECT_EQ(side.ecdh(out.data()), ZOK_ERR_INTERNAL);
+    EXPECT_EQ(counter.outstanding, 0);
+    EXPECT_TRUE(out.untouched());
+}

@@ -1,0 +1,168 @@
+// The temporary key pair, under its four names.
+#include <gtest/gtest.h>
+
+#include "tests/support/session_exchange.h"
+
+using namespace zokecc_test;
+using namespace zokecc_test::exchange;
+
+namespace {
+
+using TemporaryCall = uint32_t (*)(void *, ECCrefPrivateKey *, ECCrefPublicKey *);
+
+constexpr TemporaryCall kNames[] = {ZOK_SM2_GenerateResponseTmpKeyWithECC,
+                                    ZOK_SM2_GenerateAgreementDataWithECC, ZOK_GenerateResponseTmpKeyWithECC,
+                                    ZOK_GenerateAgreementDataWithECC};
+
+struct Outputs {
+    GuardedRecord<ECCrefPrivateKey> priv;
+    GuardedRecord<ECCrefPublicKey> pub;
+    bool untouched() const { return priv.unchanged() && pub.unchanged(); }
+};
+
+void expect_pair(const Outputs &out, const ByteString &r, const ByteString &x, const ByteString &y) {
+    EXPECT_EQ(to_hex(out.priv.bytes()), record_text(private_record(r)));
+    EXPECT_TRUE(out.priv.guards_intact());
+    expect_public_written(out.pub, x, y);
+}
+
+void expect_refused(TemporaryCall call, void *session, uint32_t status) {
+    Outputs out;
+    FakeEntropy entropy;
+    EXPECT_EQ(call(session, out.priv.get(), out.pub.get()), status);
+    EXPECT_TRUE(out.untouched());
+    EXPECT_EQ(entropy.number_calls, 0u);
+    EXPECT_TRUE(entropy.call_order.empty());
+}
+
+}  // namespace
+
+TEST(ZokSm2GenerateResponseTmpKeyWithEcc, EveryNameWritesTheDrawnNumberAndItsMultipleOfG) {
+    for (unsigned byte_len : {20u, 24u, 28u, 32u}) {
+        void *session = session_on(prime_group().curve(byte_len), 0);
+        for (TemporaryCall call : kNames)
+            for (uint32_t r : {1u, 37u, 990u}) {
+                Outputs out;
+                FakeEntropy entropy;
+                entropy.queued_numbers.push_back(tiny_number(r));
+                ASSERT_EQ(call(session, out.priv.get(), out.pub.get()), ZOK_OK);
+                const TinyPoint R = prime_group().multiple(r);
+                expect_pair(out, tiny_bytes(r, byte_len), tiny_bytes(R.x, byte_len),
+                            tiny_bytes(R.y, byte_len));
+                EXPECT_EQ(entropy.number_calls, 1u);
+            }
+    }
+}
+
+TEST(ZokSm2GenerateResponseTmpKeyWithEcc, EveryNameDrawsTheSameFromTheSameStart) {
+    const Curve &sm2 = curve("sm2p256v1");
+    FakeEntropy first;
+    mint r{};
+    gen_random_number(&r, &sm2.n);
+    const std::vector<char> order = first.call_order;
+    std::string public_text;
+    for (TemporaryCall call : kNames) {
+        Outputs out;
+        FakeEntropy entropy;
+        ASSERT_EQ(call(session_on(sm2, 0), out.priv.get(), out.pub.get()), ZOK_OK);
+        EXPECT_EQ(to_hex(out.priv.bytes()), record_text(private_record(fixed_bytes(r, 32))));
+        EXPECT_EQ(entropy.call_order, order);
+        if (public_text.empty()) public_text = to_hex(out.pub.bytes());
+        EXPECT_EQ(to_hex(out.pub.bytes()), public_text);
+    }
+}
+
+TEST(ZokSm2GenerateResponseTmpKeyWithEcc, DrawnNumberOfTheWorkedExampleGivesItsRandomPoint) {
+    const ExchangeCase exchange = vector_case(worked_example("GM/T 0003.5-2012 B.2"));
+    for (const ExchangeParty *party : {&exchange.A, &exchange.B}) {
+        Outputs out;
+        FakeEntropy entropy;
+        entropy.queued_numbers.push_back(mint_from_hex(to_hex(party->r)));
+        ASSERT_EQ(ZOK_SM2_GenerateResponseTmpKeyWithECC(session_on(exchange.curve, 0), out.priv.get(),
+                                                        out.pub.get()),
+                  ZOK_OK);
+        expect_pair(out, party->r, party->Rx, party->Ry);
+    }
+}
+
+TEST(ZokSm2GenerateResponseTmpKeyWithEcc, DrawnNumberOfZeroGivesZeroBytes) {
+    const ByteString zero(24, 0);
+    for (TemporaryCall call : kNames) {
+        Outputs out;
+        FakeEntropy entropy;
+        entropy.queued_numbers.push_back(tiny_number(0));
+        ASSERT_EQ(call(session_on(prime_group().curve(24), 0), out.priv.get(), out.pub.get()), ZOK_OK);
+        expect_pair(out, zero, zero, zero);
+    }
+}
+
+TEST(ZokSm2GenerateResponseTmpKeyWithEcc, BothSidesAgreeWithTemporaryKeys) {
+    const ExchangeCase exchange = vector_case(worked_example("GM/T 0003.5-2012 B.2"));
+    Outputs own;
+    Outputs peer;
+    {
+        FakeEntropy entropy;
+        ASSERT_EQ(ZOK_SM2_GenerateAgreementDataWithECC(session_on(exchange.curve, 0), own.priv.get(),
+                                                       own.pub.get()),
+                  ZOK_OK);
+        ASSERT_EQ(ZOK_SM2_GenerateResponseTmpKeyWithECC(session_on(exchange.curve, 0), peer.priv.get(),
+                                                        peer.pub.get()),
+                  ZOK_OK);
+    }
+    SessionExchange initiator(exchange, Role::kInitiator, 45);
+    initiator.r = own.priv.get();
+    initiator.R = own.pub.get();
+    initiator.peerR = peer.pub.get();
+    SessionExchange responder(exchange, Role::kResponder, 45);
+    responder.r = peer.priv.get();
+    responder.R = peer.pub.get();
+    responder.peerR = own.pub.get();
+    ASSERT_EQ(initiator.sm2_initiate(), ZOK_OK);
+    ASSERT_EQ(responder.sm2_respond(), ZOK_OK);
+    EXPECT_NE(to_hex(own.priv->K, 32), to_hex(peer.priv->K, 32));
+    EXPECT_EQ(key_text(initiator), key_text(responder));
+    EXPECT_EQ(to_hex(initiator.result->check, 32), to_hex(responder.result->send, 32));
+    EXPECT_EQ(to_hex(initiator.result->send, 32), to_hex(responder.result->check, 32));
+}
+
+TEST(ZokSm2GenerateResponseTmpKeyWithEcc, NullSessionReturns1000026AndWritesNothing) {
+    for (TemporaryCall call : kNames) {
+        expect_refused(call, nullptr, ZOK_ERR_SESSION);
+        EXPECT_EQ(call(nullptr, nullptr, nullptr), ZOK_ERR_SESSION);
+    }
+}
+
+TEST(ZokSm2GenerateResponseTmpKeyWithEcc, NullOutputReturns1000027AndDrawsNothing) {
+    void *session = session_on(prime_group().curve(32), 0);
+    for (TemporaryCall call : kNames) {
+        Outputs out;
+        FakeEntropy entropy;
+        EXPECT_EQ(call(session, nullptr, out.pub.get()), ZOK_ERR_ARGUMENT);
+        EXPECT_EQ(call(session, out.priv.get(), nullptr), ZOK_ERR_ARGUMENT);
+        EXPECT_EQ(call(session, nullptr, nullptr), ZOK_ERR_ARGUMENT);
+        EXPECT_TRUE(out.untouched());
+        EXPECT_EQ(entropy.number_calls, 0u);
+    }
+}
+
+TEST(ZokSm2GenerateResponseTmpKeyWithEcc, SessionWithoutACurveReturns1000027) {
+    const Curve small = prime_group().curve(32);
+    CurvePara record = small.record(0);
+    record.type = 9;
+    void *session = nullptr;
+    ASSERT_EQ(ZOK_OpenSession(&session, &record), ZOK_OK);
+    for (TemporaryCall call : kNames) expect_refused(call, session, ZOK_ERR_ARGUMENT);
+    EXPECT_EQ(ZOK_CloseSession(session), ZOK_OK);
+}
+
+TEST(ZokSm2GenerateResponseTmpKeyWithEcc, OrderOrModulusOfZeroReturns1000027) {
+    for (mint Curve::*number : {&Curve::n, &Curve::p}) {
+        Curve spoiled = prime_group().curve(32);
+        spoiled.*number = tiny_number(0);
+        const CurvePara record = spoiled.record(0);
+        void *session = nullptr;
+        ASSERT_EQ(ZOK_OpenSession(&session, &record), ZOK_OK);
+        for (TemporaryCall call : kNames) expect_refused(call, session, ZOK_ERR_ARGUMENT);
+        EXPECT_EQ(ZOK_CloseSession(session), ZOK_OK);
+    }
+}

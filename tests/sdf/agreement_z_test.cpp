@@ -1,0 +1,162 @@
+// Given Z values of all lengths: those the key derivation takes, those it refuses without a word,
+// and those that do not fit at all.
+#include <gtest/gtest.h>
+
+#include "tests/support/model_hash.h"
+#include "tests/support/session_exchange.h"
+
+using namespace zokecc_test;
+using namespace zokecc_test::exchange;
+
+namespace {
+
+constexpr unsigned kLengths[] = {20, 24, 28, 32};
+
+// Z values of these lengths, in the side and in the expectation.
+ExchangeHashes use_Z(SessionExchange &side, const ExchangeCase &exchange, size_t ZA_len, size_t ZB_len) {
+    side.set_ZA(test_bytes(ZA_len, 5));
+    side.set_ZB(test_bytes(ZB_len, 6));
+    ExchangeHashes out = exchange.hashes();
+    out.ZA = side.ZA;
+    out.ZB = side.ZB;
+    return out;
+}
+
+void expect_accepted(const SessionKeyCall &call, unsigned byte_len, size_t ZA_len, size_t ZB_len) {
+    const ExchangeCase exchange = tiny_case(prime_group(), byte_len, 0);
+    SessionExchange side(exchange, call.role, 45);
+    const ExchangeHashes expected = use_Z(side, exchange, ZA_len, ZB_len);
+    ASSERT_EQ(run(side, call), ZOK_OK) << call.name << " " << ZA_len << " " << ZB_len;
+    expect_results(side, call, expected);
+}
+
+// The key stays as it was, everything else is as if nothing were wrong.
+void expect_key_missing(const SessionKeyCall &call, unsigned byte_len, size_t ZA_len, size_t ZB_len,
+                        uint32_t klen) {
+    const ExchangeCase exchange = tiny_case(prime_group(), byte_len, 0);
+    SessionExchange side(exchange, call.role, klen);
+    const ExchangeHashes expected = use_Z(side, exchange, ZA_len, ZB_len);
+    ASSERT_EQ(run(side, call), ZOK_OK) << call.name << " " << ZA_len << " " << ZB_len;
+    EXPECT_TRUE(side.key.untouched()) << call.name;
+    const bool initiates = call.role == Role::kInitiator;
+    EXPECT_EQ(to_hex(side.result->check, 32), to_hex(expected.confirmation(initiates ? 0x02 : 0x03)));
+    EXPECT_EQ(to_hex(side.result->send, 32), to_hex(expected.confirmation(initiates ? 0x03 : 0x02)));
+}
+
+void expect_refused(const SessionKeyCall &call, unsigned byte_len, uint32_t ZA_len, uint32_t ZB_len) {
+    const ExchangeCase exchange = tiny_case(prime_group(), byte_len, 0);
+    SessionExchange side(exchange, call.role);
+    const ByteString one = {0x5A};  // no more may be read of either
+    side.ZA_bytes = side.ZB_bytes = one.data();
+    side.ZA_len = ZA_len;
+    side.ZB_len = ZB_len;
+    side.R_record.bits = 0xDEADBEEF;
+    if (call.call == kSm2Initiate.call || call.role == Role::kInitiator) side.R_record.bits = 8 * byte_len;
+    const ECCrefPublicKey before = side.R_record;
+    FakeEntropy entropy;
+    EXPECT_EQ((side.*call.call)(), ZOK_ERR_ARGUMENT) << call.name << " " << ZA_len << " " << ZB_len;
+    EXPECT_TRUE(side.nothing_written()) << call.name;
+    EXPECT_EQ(record_text(side.R_record), record_text(before)) << call.name;
+    EXPECT_EQ(entropy.number_calls, 0u) << call.name;
+}
+
+}  // namespace
+
+TEST(ZokAgreementZ, EveryLengthUpToTheLimitOfTheDerivationIsAccepted) {
+    for (unsigned byte_len : kLengths) {
+        const size_t most = 300 - 2 * byte_len;
+        for (const SessionKeyCall &call : kPlainFamily) {
+            expect_accepted(call, byte_len, 0, 0);
+            expect_accepted(call, byte_len, 32, 32);
+            expect_accepted(call, byte_len, 1, 0);
+            expect_accepted(call, byte_len, 0, 33);
+            expect_accepted(call, byte_len, most, 0);
+            expect_accepted(call, byte_len, 0, most);
+            expect_accepted(call, byte_len, most / 2, most - most / 2);
+        }
+    }
+}
+
+TEST(ZokGenerateKeyWithEcc, KeptRefusedDerivationIsNotReported) {
+    for (unsigned byte_len : kLengths) {
+        const size_t first = 301 - 2 * byte_len;
+        const size_t last = 448 - 5 * byte_len;
+        for (const SessionKeyCall &call : kPlainFamily) {
+            expect_key_missing(call, byte_len, first, 0, 45);
+            expect_key_missing(call, byte_len, 0, first, 45);
+            expect_key_missing(call, byte_len, first / 2, first - first / 2, 64);
+            expect_key_missing(call, byte_len, last, 0, 45);
+            expect_key_missing(call, byte_len, last / 2, last - last / 2, 100);
+        }
+    }
+}
+
+TEST(ZokAgreementZ, KeptRefusedDerivationNeedsNoKeyBuffer) {
+    const ExchangeCase exchange = tiny_case(prime_group(), 32, 0);
+    for (const SessionKeyCall &call : kPlainFamily) {
+        SessionExchange side(exchange, call.role);
+        const ExchangeHashes expected = use_Z(side, exchange, 200, 37);
+        side.result->key = nullptr;
+        EXPECT_EQ(run(side, call), ZOK_OK) << call.name;
+        const uint8_t prefix = call.role == Role::kInitiator ? 0x02 : 0x03;
+        EXPECT_EQ(to_hex(side.result->check, 32), to_hex(expected.confirmation(prefix))) << call.name;
+    }
+}
+
+TEST(ZokAgreementZ, TranscriptAbove448BytesReturns1000027) {
+    for (unsigned byte_len : kLengths) {
+        const uint32_t first = 449 - 5 * byte_len;
+        for (const SessionKeyCall &call : kPlainFamily) {
+            expect_refused(call, byte_len, first, 0);
+            expect_refused(call, byte_len, 0, first);
+            expect_refused(call, byte_len, first / 2, first - first / 2);
+        }
+    }
+}
+
+TEST(ZokAgreementZ, LengthsWhoseSumWrapsReturn1000027) {
+    for (const SessionKeyCall &call : kPlainFamily) {
+        expect_refused(call, 32, 0xFFFFFFFF, 0);
+        expect_refused(call, 32, 0, 0xFFFFFFFF);
+        expect_refused(call, 32, 0xFFFFFFFF, 1);
+        expect_refused(call, 32, 0xFFFFFFFF, 0xFFFFFFFF);
+        expect_refused(call, 32, 0x80000000, 0x80000000);
+        expect_refused(call, 32, 0xFFFFFF60, 1);  // with 5 L it is 1 modulo 2^32
+    }
+}
+
+TEST(ZokAgreementZ, TranscriptTooLongWinsOverAPointOffTheCurve) {
+    const ExchangeCase exchange = tiny_case(prime_group(), 32, 0);
+    for (const SessionKeyCall &call : kPlainFamily) {
+        SessionExchange side(exchange, call.role);
+        use_Z(side, exchange, 400, 0);
+        side.peerR_record.y[31] ^= 1;
+        EXPECT_EQ(run(side, call), ZOK_ERR_ARGUMENT) << call.name;
+        EXPECT_TRUE(side.nothing_written()) << call.name;
+    }
+}
+
+TEST(ZokAgreementZ, NullZValueOfAnyLengthReturns1000027) {
+    const ExchangeCase exchange = tiny_case(prime_group(), 32, 0);
+    for (const SessionKeyCall &call : kPlainFamily)
+        for (uint32_t length : {1u, 32u, 449u, 0xFFFFFFFFu}) {
+            SessionExchange side(exchange, call.role);
+            side.ZA_bytes = nullptr;
+            side.ZA_len = length;
+            EXPECT_EQ(run(side, call), ZOK_ERR_ARGUMENT) << call.name;
+            EXPECT_TRUE(side.nothing_written()) << call.name;
+        }
+}
+
+TEST(ZokAgreementZ, ZValuesNeedNoAlignment) {
+    const ExchangeCase exchange = tiny_case(prime_group(), 32, 0);
+    for (const SessionKeyCall &call : kPlainFamily) {
+        SessionExchange side(exchange, call.role);
+        const ByteString shifted_ZA = joined({{0x77}, exchange.A.Z});
+        const ByteString shifted_ZB = joined({{0x77, 0x77, 0x77}, exchange.B.Z});
+        side.ZA_bytes = shifted_ZA.data() + 1;
+        side.ZB_bytes = shifted_ZB.data() + 3;
+        ASSERT_EQ(run(side, call), ZOK_OK) << call.name;
+        expect_results(side, call, exchange.hashes());
+    }
+}

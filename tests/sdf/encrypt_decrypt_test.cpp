@@ -1,0 +1,162 @@
+// SDF_ExternalDecrypt_ECC with SM2: what comes out, what a changed record gives, and what is written
+// all the same.
+#include "tests/support/encryption_case.h"
+
+using namespace zokecc_test;
+
+namespace {
+
+const ByteString kMessage = test_bytes(kSmallL, 31);
+
+Decrypted decrypt_small(const Encrypted &parts, uint32_t d = kSmallD, uint32_t selector = HASH_ALG_SM3) {
+    return decrypt(small_session(selector), kSm2, small_private_key(d), cipher_record(parts));
+}
+
+}  // namespace
+
+TEST(SdfExternalDecryptEcc, GivesTheMessageForEveryNonce) {
+    for (uint32_t k = 1; k < kSmallN; ++k) {
+        SCOPED_TRACE(k);
+        expect_plain(decrypt_small(small_encryption(HASH_ALG_SM3, k, kMessage)), ZOK_OK, kMessage);
+    }
+}
+
+TEST(SdfExternalDecryptEcc, GivesTheMessageForEveryKey) {
+    // C1 is 77 G, so that d C1 follows the signed window of that point.
+    for (uint32_t d = 1; d < kSmallN; ++d) {
+        SCOPED_TRACE(d);
+        const TinyPoint C1 = small_multiple(77), shared = small_product(d, C1);
+        const Encrypted parts =
+            model_encryption(HASH_ALG_SHA256, coordinate(C1, &TinyPoint::x), coordinate(C1, &TinyPoint::y),
+                             coordinate(shared, &TinyPoint::x), coordinate(shared, &TinyPoint::y), kMessage);
+        expect_plain(decrypt_small(parts, d, HASH_ALG_SHA256), ZOK_OK, kMessage);
+    }
+}
+
+TEST(SdfExternalDecryptEcc, DrawsNoNumber) {
+    FakeEntropy entropy;
+    EXPECT_EQ(decrypt_small(small_encryption(HASH_ALG_SM3, 77, kMessage)).status, ZOK_OK);
+    EXPECT_EQ(entropy.number_calls, 0u);
+    EXPECT_EQ(entropy.time_calls, 0u);
+}
+
+TEST(SdfExternalDecryptEcc, BytesBehindThePartsAreNotRead) {
+    ECCCipher cipher = cipher_record(small_encryption(HASH_ALG_SM3, 77, kMessage));
+    for (uint8_t *field : {cipher.x, cipher.y, cipher.C}) std::memset(field + kSmallL, 0x5A, 64 - kSmallL);
+    std::memset(cipher.M + 32, 0x5A, 32);
+    expect_plain(decrypt(small_session(), kSm2, small_private_key(), cipher), ZOK_OK, kMessage);
+}
+
+TEST(SdfExternalDecryptEcc, KeyIsReadAtItsOwnSize) {
+    const ECCCipher cipher = cipher_record(small_encryption(HASH_ALG_SM3, 77, kMessage));
+    for (size_t size : {size_t{1}, size_t{19}, size_t{64}}) {
+        ECCrefPrivateKey key = private_key(fixed_bytes(small_number(kSmallD), size));
+        key.bits += 7;
+        expect_plain(decrypt(small_session(), kSm2, key, cipher), ZOK_OK, kMessage);
+    }
+}
+
+TEST(SdfExternalDecryptEcc, InputsStayAsTheyWere) {
+    const ECCrefPrivateKey key = small_private_key(), key_before = key;
+    const ECCCipher cipher = cipher_record(small_encryption(HASH_ALG_SM3, 77, kMessage)), before = cipher;
+    for (uint32_t algorithm : kEncryptions)
+        EXPECT_EQ(decrypt(small_session(), algorithm, key, cipher).status, ZOK_OK);
+    EXPECT_EQ(to_hex(image(key)), to_hex(image(key_before)));
+    EXPECT_EQ(to_hex(image(cipher)), to_hex(image(before)));
+}
+
+TEST(SdfExternalDecryptEcc, KeptPlaintextStaysWrittenAfterAMismatch) {
+    Encrypted parts = small_encryption(HASH_ALG_SM3, 77, kMessage);
+    parts.C3 = ByteString(32, 0);
+    expect_plain(decrypt_small(parts), ZOK_ERR_INTERNAL, kMessage);
+}
+
+TEST(SdfExternalDecryptEcc, EveryFlippedBitOfTheCheckValueIsAMismatch) {
+    const Encrypted good = small_encryption(HASH_ALG_SHA256, 77, kMessage);
+    for (size_t bit = 0; bit < 256; ++bit) {
+        Encrypted parts = good;
+        parts.C3 = flipped(good.C3, bit);
+        SCOPED_TRACE(bit);
+        expect_plain(decrypt_small(parts, kSmallD, HASH_ALG_SHA256), ZOK_ERR_INTERNAL, kMessage);
+    }
+}
+
+TEST(SdfExternalDecryptEcc, EveryFlippedBitOfTheMaskedMessageFlipsThePlaintextAndIsAMismatch) {
+    const Encrypted good = small_encryption(HASH_ALG_SM3, 77, kMessage);
+    for (size_t bit = 0; bit < 8 * kSmallL; ++bit) {
+        Encrypted parts = good;
+        parts.C2 = flipped(good.C2, bit);
+        SCOPED_TRACE(bit);
+        expect_plain(decrypt_small(parts), ZOK_ERR_INTERNAL, flipped(kMessage, bit));
+    }
+}
+
+TEST(SdfExternalDecryptEcc, FlippedBitOfC1IsAMismatch) {
+    const ByteString message = test_bytes(32, 6);
+    const Curve &c = curve("sm2p256v1");
+    GuardedRecord<ECCCipher> good;
+    // The base point is the public key of d = 1.
+    const ECCrefPublicKey key = public_key(fixed_bytes(c.G.x, 32), fixed_bytes(c.G.y, 32));
+    const ECCrefPrivateKey priv = private_key({1});
+    FakeEntropy entropy;
+    queue_numbers(entropy, {0xC0FFEE});
+    ASSERT_EQ(encrypt(sm2_session(), kSm2, key, message, good.get()), ZOK_OK);
+    expect_plain(decrypt(sm2_session(), kSm2, priv, *good.get()), ZOK_OK, message);
+    for (size_t bit = 0; bit < 256; bit += 37)
+        for (bool in_y : {false, true}) {
+            ECCCipher cipher = *good.get();
+            uint8_t &byte = (in_y ? cipher.y : cipher.x)[bit / 8];
+            byte = static_cast<uint8_t>(byte ^ (1u << (bit % 8)));
+            const Decrypted got = decrypt(sm2_session(), kSm2, priv, cipher);
+            EXPECT_EQ(got.status, ZOK_ERR_INTERNAL) << bit;
+            EXPECT_EQ(got.length, 32u);
+            EXPECT_TRUE(got.clean);
+            EXPECT_NE(to_hex(got.plain), to_hex(message)) << bit;
+        }
+}
+
+TEST(SdfExternalDecryptEcc, AnotherKeyIsAMismatch) {
+    const Encrypted parts = small_encryption(HASH_ALG_SM3, 77, kMessage);
+    for (uint32_t d : {1u, kSmallD - 1, kSmallD + 1, kSmallN - 1}) {
+        const Decrypted got = decrypt_small(parts, d);
+        EXPECT_EQ(got.status, ZOK_ERR_INTERNAL) << d;
+        EXPECT_EQ(got.length, kSmallL) << d;
+        EXPECT_TRUE(got.clean) << d;
+    }
+}
+
+TEST(SdfExternalDecryptEcc, AnotherHashIsAMismatch) {
+    EXPECT_EQ(decrypt_small(small_encryption(HASH_ALG_SM3, 77, kMessage), kSmallD, HASH_ALG_SHA256).status,
+              ZOK_ERR_INTERNAL);
+    EXPECT_EQ(decrypt_small(small_encryption(HASH_ALG_SHA256, 77, kMessage), kSmallD, HASH_ALG_SM3).status,
+              ZOK_ERR_INTERNAL);
+}
+
+TEST(SdfExternalDecryptEcc, KeptKeyOfZeroSharesThePointOfZeros) {
+    // What was encrypted for a shared point of zero bytes comes out again, whatever C1 says.
+    const ByteString zero(kSmallL, 0);
+    const TinyPoint C1 = small_multiple(77);
+    const Encrypted parts =
+        model_encryption(HASH_ALG_SM3, small_bytes(C1.x), small_bytes(C1.y), zero, zero, kMessage);
+    expect_plain(decrypt_small(parts, 0), ZOK_OK, kMessage);
+    EXPECT_EQ(decrypt_small(small_encryption(HASH_ALG_SM3, 77, kMessage), 0).status, ZOK_ERR_INTERNAL);
+}
+
+TEST(SdfExternalDecryptEcc, KeptC1OfZerosDecryptsUnderEveryKey) {
+    // (0, 0) is not taken for infinity here, and every multiple of it is written as zero bytes.
+    const ByteString zero(kSmallL, 0);
+    const Encrypted parts = model_encryption(HASH_ALG_SM3, zero, zero, zero, zero, kMessage);
+    for (uint32_t d : {0u, 1u, 2u, 3u, kSmallD, kSmallN - 1}) {
+        SCOPED_TRACE(d);
+        expect_plain(decrypt_small(parts, d), ZOK_OK, kMessage);
+    }
+}
+
+TEST(SdfExternalDecryptEcc, KeptC1OffTheCurveIsMultipliedAllTheSame) {
+    const TinyCurve other(kSmallP, 2, (7 * 7 + 2 * kSmallP - 5 * 5 * 5 - 2 * 5) % kSmallP);
+    const TinyPoint shared = other.library_window(small_number(kSmallD), {false, 5, 7});
+    ASSERT_FALSE(shared.infinite);
+    expect_plain(decrypt_small(model_encryption(HASH_ALG_SM3, small_bytes(5), small_bytes(7),
+                                                small_bytes(shared.x), small_bytes(shared.y), kMessage)),
+                 ZOK_OK, kMessage);
+}

@@ -1,0 +1,232 @@
+// Encryption and decryption over curves and sessions that cannot serve them: no curve, no order, a
+// quotient h of zero, points whose h-fold has no coordinates, an unknown hash.
+#include "tests/support/encryption_case.h"
+
+using namespace zokecc_test;
+
+namespace {
+
+const ByteString kMessage = test_bytes(kSmallL, 51);
+
+// y^2 = x^3 + 2x + 3 modulo 97, on which (3, 6) has order 5.
+const TinyCurve &group97() {
+    static const TinyCurve group(97, 2, 3);
+    return group;
+}
+constexpr TinyPoint kOrderFive = {false, 3, 6};
+Curve curve97(uint32_t n) { return small_variant(97, 2, 3, kOrderFive, n); }
+
+ECCrefPublicKey key_of(const TinyPoint &P) { return small_public_key(P.x, P.y); }
+
+// The first point that the condition holds for.
+template <class Condition>
+TinyPoint find_point(const TinyCurve &group, Condition condition) {
+    for (const TinyPoint &P : group.points())
+        if (!P.infinite && P.x != 0 && P.y != 0 && condition(P)) return P;
+    throw std::out_of_range("no such point");
+}
+TinyPoint twice(const TinyCurve &group, const TinyPoint &P) {
+    return group.library_window(small_number(2), P);
+}
+
+// (0, 5) or (0, 1004) halved, on the small curve.
+TinyPoint half_of_x_zero() {
+    return find_point(small_group(), [](const TinyPoint &P) { return twice(small_group(), P).x == 0; });
+}
+// y^2 = x^3 + 2x + 4 modulo 97: (7, 19) has order 88, and (73, 10) order 4 with the double (37, 0).
+const TinyCurve &group88() {
+    static const TinyCurve group(97, 2, 4);
+    return group;
+}
+constexpr TinyPoint kOrder88 = {false, 7, 19};
+constexpr TinyPoint kOrderFour = {false, 73, 10};
+
+// SM2 encryption draws k, writes C1 = k G and is then refused; behind C1 nothing is written.
+void expect_refused_after_c1(void *session, const ECCrefPublicKey &key, uint32_t k, const TinyPoint &C1) {
+    {
+        FakeEntropy entropy;
+        queue_numbers(entropy, {k});
+        GuardedRecord<ECCCipher> out;
+        EXPECT_EQ(encrypt(session, kSm2, key, kMessage, out.get()), ZOK_ERR_ARGUMENT);
+        EXPECT_EQ(entropy.number_calls, 1u);
+        expect_cipher(out, {small_bytes(C1.x), small_bytes(C1.y), {}, {}});
+    }
+    FakeEntropy entropy;
+    queue_numbers(entropy, {k});
+    GuardedBuffer flat(200);
+    uint32_t length = kUntouchedLength;
+    EXPECT_EQ(flat_encrypt(session, key, kMessage, flat.data(), &length), ZOK_ERR_ARGUMENT);
+    EXPECT_EQ(entropy.number_calls, 1u);
+    EXPECT_EQ(length, kUntouchedLength);
+    EXPECT_EQ(to_hex(flat.first(41)), to_hex(concatenated({{4}, small_bytes(C1.x), small_bytes(C1.y)})));
+    EXPECT_TRUE(flat.untouched_from(41));
+}
+
+// Both pairs refuse before a nonce is drawn.
+void expect_refused_before_a_nonce(void *session, const ECCrefPublicKey &key) {
+    expect_no_cipher(session, kSm2, key, kMessage, ZOK_ERR_ARGUMENT);
+    expect_no_flat_cipher(session, key, kMessage, ZOK_ERR_ARGUMENT);
+}
+
+// SM2 decryption of parts by both pairs.
+void expect_sm2_decryption(void *session, uint32_t d, const Encrypted &parts, uint32_t status,
+                           const ByteString *plain) {
+    for (const Decrypted &got : {decrypt(session, kSm2, small_private_key(d), cipher_record(parts)),
+                                 flat_decrypt(session, small_private_key(d), parts.flat())})
+        if (plain != nullptr)
+            expect_plain(got, status, *plain);
+        else
+            expect_no_plain(got, status);
+}
+
+Encrypted parts_for(const TinyPoint &C1, const TinyPoint &shared) {
+    return model_encryption(HASH_ALG_SM3, coordinate(C1, &TinyPoint::x), coordinate(C1, &TinyPoint::y),
+                            coordinate(shared, &TinyPoint::x), coordinate(shared, &TinyPoint::y), kMessage);
+}
+
+}  // namespace
+
+TEST(EncryptionWithoutACurve, EncryptingReturns1000027BeforeANonce) {
+    CurvelessSession session;
+    const ByteString none;
+    for (uint32_t algorithm : kEncryptions) {
+        expect_no_cipher(session.handle(), algorithm, small_public_key(), none, ZOK_ERR_ARGUMENT);
+        expect_no_cipher(session.handle(), algorithm, small_public_key(), kMessage, ZOK_ERR_ARGUMENT);
+    }
+    expect_no_flat_cipher(session.handle(), small_public_key(), kMessage, ZOK_ERR_ARGUMENT);
+    expect_no_flat_cipher(session.handle(), small_public_key(), ByteString(1, 0), ZOK_ERR_ARGUMENT);
+}
+
+TEST(EncryptionWithoutACurve, DecryptingReturns1000027) {
+    CurvelessSession session;
+    const Encrypted parts = small_encryption(HASH_ALG_SM3, 77, kMessage);
+    for (uint32_t d : {0u, 1u, kSmallD}) {
+        for (uint32_t algorithm : kEncryptions)
+            expect_no_plain(decrypt(session.handle(), algorithm, small_private_key(d), cipher_record(parts)),
+                            ZOK_ERR_ARGUMENT);
+        expect_no_plain(flat_decrypt(session.handle(), small_private_key(d), parts.flat()), ZOK_ERR_ARGUMENT);
+    }
+}
+
+TEST(EncryptionWithoutACurve, UnknownIdentifierStillReturnsMinusOneForEncryption) {
+    CurvelessSession session;
+    expect_no_cipher(session.handle(), 0x20100, small_public_key(), kMessage, ZOK_ERR_INTERNAL);
+}
+
+TEST(EncryptionWithoutAnOrder, EveryCallReturns1000027) {
+    Session session(small_curve_with_order(0));
+    const Encrypted parts = small_encryption(HASH_ALG_SM3, 77, kMessage);
+    expect_refused_before_a_nonce(session.handle(), small_public_key());
+    expect_no_cipher(session.handle(), kProduct, small_public_key(), kMessage, ZOK_ERR_ARGUMENT);
+    expect_sm2_decryption(session.handle(), 0, parts, ZOK_ERR_ARGUMENT, nullptr);
+    expect_no_plain(decrypt(session.handle(), kProduct, small_private_key(0), cipher_record(parts)),
+                    ZOK_ERR_ARGUMENT);
+}
+
+TEST(EncryptionWithoutAModulus, EncryptionAndSm2DecryptionReturn1000027) {
+    Session session(small_variant(0, 2, 25, {false, 2, 365}, kSmallN));
+    expect_refused_before_a_nonce(session.handle(), small_public_key());
+    expect_no_cipher(session.handle(), kProduct, small_public_key(), kMessage, ZOK_ERR_ARGUMENT);
+    // 0 / n is a quotient h of zero.
+    expect_sm2_decryption(session.handle(), kSmallD, small_encryption(HASH_ALG_SM3, 77, kMessage),
+                          ZOK_ERR_ARGUMENT, nullptr);
+}
+
+TEST(EncryptionWithoutAModulus, ProductDecryptionGivesNoByte) {
+    Session session(small_variant(0, 2, 25, {false, 2, 365}, kSmallN));
+    expect_plain(decrypt(session.handle(), kProduct, small_private_key(),
+                         cipher_record(small_encryption(HASH_ALG_SM3, 77, kMessage))),
+                 ZOK_OK, ByteString());
+}
+
+TEST(EncryptionWithUnknownHash, Sm2EncryptionReturns1000027BeforeANonce) {
+    expect_refused_before_a_nonce(small_session(kUnknownSelector), small_public_key());
+    expect_no_flat_cipher(small_session(kUnknownSelector), small_public_key(), ByteString(19, 1),
+                          ZOK_ERR_ARGUMENT);
+}
+
+TEST(EncryptionWithUnknownHash, Sm2DecryptionReturns1000027ForItsZeroKeyStream) {
+    void *session = small_session(kUnknownSelector);
+    expect_sm2_decryption(session, kSmallD, small_encryption(HASH_ALG_SM3, 77, kMessage), ZOK_ERR_ARGUMENT,
+                          nullptr);
+    // With and without a remainder step.
+    for (size_t size : {size_t{1}, size_t{19}, size_t{21}, size_t{40}, size_t{70}})
+        expect_no_plain(flat_decrypt(session, small_private_key(),
+                                     small_encryption(HASH_ALG_SM3, 77, test_bytes(size)).flat()),
+                        ZOK_ERR_ARGUMENT);
+}
+
+TEST(EncryptionWithHOfZero, Sm2IsRefusedAfterC1) {
+    // An order above the modulus makes h = 0.
+    Session session(small_curve_with_order(kSmallP + 1));
+    ASSERT_EQ(session.context()->h.len, 0u);
+    expect_refused_after_c1(session.handle(), small_public_key(), 77, small_multiple(77));
+}
+
+TEST(EncryptionWithHOfZero, Sm2DecryptionReturns1000027) {
+    Session session(small_curve_with_order(kSmallP + 1));
+    expect_sm2_decryption(session.handle(), kSmallD, small_encryption(HASH_ALG_SM3, 77, kMessage),
+                          ZOK_ERR_ARGUMENT, nullptr);
+}
+
+TEST(EncryptionWithHOfZero, ProductSchemeDoesNotLookAtIt) {
+    Session session(small_curve_with_order(kSmallP + 1));
+    FakeEntropy entropy;
+    queue_numbers(entropy, {77});
+    GuardedRecord<ECCCipher> out;
+    EXPECT_EQ(encrypt(session.handle(), kProduct, small_public_key(), small_bytes(1000), out.get()), ZOK_OK);
+    expect_plain(decrypt(session.handle(), kProduct, small_private_key(), *out.get()), ZOK_OK, {0x03, 0xE8});
+}
+
+TEST(EncryptionWithHOfTwo, HFoldOfTheKeyWithXOfZeroIsRefusedAfterC1) {
+    Session session(small_curve_with_order(500));
+    expect_refused_after_c1(session.handle(), key_of(half_of_x_zero()), 77, small_multiple(77));
+}
+
+TEST(EncryptionWithHOfTwo, HFoldOfTheKeyWithYOfZeroIsRefusedAfterC1) {
+    Session session(small_variant(97, 2, 4, kOrder88, 40));
+    ASSERT_EQ(twice(group88(), kOrderFour), (TinyPoint{false, 37, 0}));
+    expect_refused_after_c1(session.handle(), key_of(kOrderFour), 2, group88().add(kOrder88, kOrder88));
+}
+
+TEST(EncryptionWithHOfTwo, OtherKeysAreServed) {
+    Session session(small_curve_with_order(500));
+    FakeEntropy entropy;
+    queue_numbers(entropy, {77});
+    GuardedRecord<ECCCipher> out;
+    EXPECT_EQ(encrypt(session.handle(), kSm2, small_public_key(), kMessage, out.get()), ZOK_OK);
+    expect_cipher(out, small_encryption(HASH_ALG_SM3, 77, kMessage));
+}
+
+TEST(EncryptionWithHOfTwo, KeptZeroCoordinateOfTheHFoldIsNoReasonToRefuseC1) {
+    // Decryption asks only whether h C1 is infinite.
+    Session wide(small_curve_with_order(500)), narrow(small_variant(97, 2, 4, kOrder88, 40));
+    const TinyPoint C1 = half_of_x_zero();
+    expect_sm2_decryption(wide.handle(), kSmallD, parts_for(C1, small_product(kSmallD, C1)), ZOK_OK,
+                          &kMessage);
+    expect_sm2_decryption(narrow.handle(), 1, parts_for(kOrderFour, kOrderFour), ZOK_OK, &kMessage);
+}
+
+TEST(EncryptionWithHOfFive, KeyOfThatOrderIsRefusedAfterC1) {
+    Session session(curve97(19));
+    ASSERT_TRUE(group97().library_window(small_number(5), kOrderFive).infinite);
+    expect_refused_after_c1(session.handle(), key_of(kOrderFive), 1, kOrderFive);
+}
+
+TEST(EncryptionWithHOfFive, C1OfThatOrderReturns1000027) {
+    Session session(curve97(19));
+    expect_sm2_decryption(session.handle(), 1, parts_for(kOrderFive, kOrderFive), ZOK_ERR_ARGUMENT, nullptr);
+    // The same ciphertext where h is 1.
+    Session other(curve97(60));
+    expect_sm2_decryption(other.handle(), 1, parts_for(kOrderFive, kOrderFive), ZOK_OK, &kMessage);
+}
+
+TEST(EncryptionWithHOfFive, ProductSchemeServesPointsOfThatOrder) {
+    Session session(curve97(19));
+    FakeEntropy entropy;
+    queue_numbers(entropy, {1});
+    GuardedRecord<ECCCipher> out;
+    EXPECT_EQ(encrypt(session.handle(), kProduct, key_of(kOrderFive), small_bytes(50), out.get()), ZOK_OK);
+    expect_field(out->C, small_bytes(50 * 3 % 97));
+    expect_plain(decrypt(session.handle(), kProduct, small_private_key(1), *out.get()), ZOK_OK, {50});
+}

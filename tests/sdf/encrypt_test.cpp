@@ -1,0 +1,154 @@
+// SDF_ExternalEncrytp_ECC with SM2: what it writes and how it draws. Vectors are in
+// encrypt_vectors_test.cpp, refusals in encrypt_checks_test.cpp.
+#include "tests/support/encryption_case.h"
+
+using namespace zokecc_test;
+
+namespace {
+
+const ByteString kMessage = test_bytes(kSmallL, 11);
+
+// One encryption on the small curve with the given nonces; the last one is the one that counts.
+void expect_encryption(uint32_t selector, std::initializer_list<uint32_t> nonces, const ByteString &message,
+                       const Encrypted &want) {
+    FakeEntropy entropy;
+    queue_numbers(entropy, nonces);
+    GuardedRecord<ECCCipher> out;
+    EXPECT_EQ(encrypt(small_session(selector), kSm2, small_public_key(), message, out.get()), ZOK_OK);
+    EXPECT_EQ(entropy.number_calls, nonces.size());
+    expect_cipher(out, want);
+}
+
+}  // namespace
+
+TEST(SdfExternalEncrytpEcc, WritesC1ThenTheMaskedMessageAndTheCheckValue) {
+    for (uint32_t selector : kKnownHashes)
+        expect_encryption(selector, {77}, kMessage, small_encryption(selector, 77, kMessage));
+}
+
+TEST(SdfExternalEncrytpEcc, EveryNonceOnTheSmallCurve) {
+    for (uint32_t k = 0; k < kSmallN; ++k) {
+        SCOPED_TRACE(k);
+        expect_encryption(HASH_ALG_SM3, {k}, kMessage, small_encryption(HASH_ALG_SM3, k, kMessage));
+    }
+}
+
+TEST(SdfExternalEncrytpEcc, MessagesOfZerosAndOnesAreMaskedLikeAnyOther) {
+    for (uint8_t value : {uint8_t{0x00}, uint8_t{0xFF}}) {
+        const ByteString message(kSmallL, value);
+        expect_encryption(HASH_ALG_SHA256, {5}, message, small_encryption(HASH_ALG_SHA256, 5, message));
+    }
+}
+
+TEST(SdfExternalEncrytpEcc, OneNonceBelowTheOrderIsDrawnAndNothingElse) {
+    // Without a queue the generator is asked; its answer is the same for the same clock.
+    mint k{};
+    const mint n = small_number(kSmallN);
+    unsigned rand_calls = 0;
+    {
+        FakeEntropy entropy;
+        gen_random_number(&k, &n);
+        rand_calls = entropy.rand_calls;
+    }
+    FakeEntropy entropy;
+    GuardedRecord<ECCCipher> out;
+    EXPECT_EQ(encrypt(small_session(), kSm2, small_public_key(), kMessage, out.get()), ZOK_OK);
+    EXPECT_EQ(entropy.number_calls, 1u);
+    EXPECT_EQ(entropy.rand_calls, rand_calls);
+    expect_cipher(out, small_encryption(HASH_ALG_SM3, k.len == 0 ? 0 : k.words[0], kMessage));
+}
+
+TEST(SdfExternalEncrytpEcc, SameNonceGivesTheSameRecord) {
+    GuardedRecord<ECCCipher> first, second;
+    for (GuardedRecord<ECCCipher> *out : {&first, &second}) {
+        FakeEntropy entropy;
+        queue_numbers(entropy, {400});
+        EXPECT_EQ(encrypt(small_session(), kSm2, small_public_key(), kMessage, out->get()), ZOK_OK);
+    }
+    EXPECT_EQ(to_hex(first.bytes()), to_hex(second.bytes()));
+}
+
+TEST(SdfExternalEncrytpEcc, KeptNonceOfZeroIsNotDrawnAgain) {
+    // C1 and the shared point are infinite and written as zero bytes; anybody can read the message.
+    const ByteString zero(kSmallL, 0);
+    expect_encryption(HASH_ALG_SM3, {0}, kMessage,
+                      model_encryption(HASH_ALG_SM3, zero, zero, zero, zero, kMessage));
+}
+
+TEST(SdfExternalEncrytpEcc, KeptNonceSixBelowTheOrderSharesThePointOfZeros) {
+    // On this curve the signed window gives infinity for n - 6, while C1 comes from the comb.
+    const Curve &c = curve("sm2p256v1");
+    mint k{};
+    const mint six = small_number(6);
+    mint_sub(&c.n, &six, &k);
+    ecc_point C1{};
+    ecc_fix_point_mul_1(&k, nullptr, &c.a, &c.b, &c.p, &C1,
+                        static_cast<SessionContext *>(sm2_session())->table.entry);
+    const ByteString message = test_bytes(32, 5), zero(32, 0);
+    FakeEntropy entropy;
+    entropy.queued_numbers = {k};
+    GuardedRecord<ECCCipher> out;
+    EXPECT_EQ(encrypt(sm2_session(), kSm2, public_key(fixed_bytes(c.G.x, 32), fixed_bytes(c.G.y, 32)),
+                      message, out.get()),
+              ZOK_OK);
+    EXPECT_EQ(entropy.number_calls, 1u);
+    expect_cipher(out, model_encryption(HASH_ALG_SM3, fixed_bytes(C1.x, 32), fixed_bytes(C1.y, 32), zero,
+                                        zero, message));
+}
+
+TEST(SdfExternalEncrytpEcc, KeptKeyOffTheCurveIsAccepted) {
+    // (5, 7) lies on another curve with the same a; the sums do not know b.
+    const TinyCurve other(kSmallP, 2, (7 * 7 + 2 * kSmallP - 5 * 5 * 5 - 2 * 5) % kSmallP);
+    const TinyPoint shared = other.library_window(small_number(77), {false, 5, 7});
+    ASSERT_FALSE(shared.infinite);
+    const TinyPoint C1 = small_multiple(77);
+    FakeEntropy entropy;
+    queue_numbers(entropy, {77});
+    GuardedRecord<ECCCipher> out;
+    EXPECT_EQ(encrypt(small_session(), kSm2, small_public_key(5, 7), kMessage, out.get()), ZOK_OK);
+    expect_cipher(out, model_encryption(HASH_ALG_SM3, small_bytes(C1.x), small_bytes(C1.y),
+                                        small_bytes(shared.x), small_bytes(shared.y), kMessage));
+}
+
+TEST(SdfExternalEncrytpEcc, KeyIsReadAtItsOwnSize) {
+    const Encrypted want = small_encryption(HASH_ALG_SM3, 9, kMessage);
+    for (size_t size : {size_t{2}, size_t{19}, size_t{21}, size_t{64}})
+        for (uint32_t spare_bits : {0u, 7u}) {
+            ECCrefPublicKey key =
+                public_key(fixed_bytes(small_number(346), size), fixed_bytes(small_number(763), size));
+            key.bits += spare_bits;
+            FakeEntropy entropy;
+            queue_numbers(entropy, {9});
+            GuardedRecord<ECCCipher> out;
+            EXPECT_EQ(encrypt(small_session(), kSm2, key, kMessage, out.get()), ZOK_OK) << key.bits;
+            expect_cipher(out, want);
+        }
+}
+
+TEST(SdfExternalEncrytpEcc, InputsStayAsTheyWere) {
+    const ECCrefPublicKey key = small_public_key(), before = key;
+    const ByteString message = kMessage;
+    GuardedRecord<ECCCipher> out;
+    for (uint32_t algorithm : kEncryptions)
+        EXPECT_EQ(encrypt(small_session(), algorithm, key, message, out.get()), ZOK_OK);
+    EXPECT_EQ(to_hex(image(key)), to_hex(image(before)));
+    EXPECT_EQ(to_hex(message), to_hex(kMessage));
+}
+
+TEST(SdfExternalEncrytpEcc, SessionStaysAsItWas) {
+    Session own(small_curve());
+    const ByteString before = image(*own.context());
+    GuardedRecord<ECCCipher> out;
+    for (uint32_t algorithm : kEncryptions)
+        EXPECT_EQ(encrypt(own.handle(), algorithm, small_public_key(), kMessage, out.get()), ZOK_OK);
+    EXPECT_TRUE(image(*own.context()) == before);
+}
+
+TEST(SdfExternalEncrytpEcc, DecryptsToTheMessageAndTheLengthOfACoordinate) {
+    for (uint32_t selector : kKnownHashes) {
+        void *session = small_session(selector);
+        GuardedRecord<ECCCipher> out;
+        ASSERT_EQ(encrypt(session, kSm2, small_public_key(), kMessage, out.get()), ZOK_OK);
+        expect_plain(decrypt(session, kSm2, small_private_key(), *out.get()), ZOK_OK, kMessage);
+    }
+}

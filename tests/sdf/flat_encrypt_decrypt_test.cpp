@@ -1,0 +1,244 @@
+// ZOK_ExternalDecrypt_ECC: ciphertexts of any length, changed ones, and what is refused.
+#include <zokecc/schemes.h>
+
+#include "tests/support/encryption_case.h"
+#include "tests/support/failing_alloc.h"
+
+using namespace zokecc_test;
+
+namespace {
+
+constexpr size_t kOverhead = 1 + 2 * kSmallL + 32;  // of a ciphertext beyond its message
+constexpr size_t kC2 = 1 + 2 * kSmallL;             // where the masked message begins
+
+Decrypted decrypt_small(const ByteString &cipher, uint32_t d = kSmallD, uint32_t selector = HASH_ALG_SM3) {
+    return flat_decrypt(small_session(selector), small_private_key(d), cipher);
+}
+
+ByteString good_cipher(size_t size, uint32_t selector = HASH_ALG_SM3) {
+    return small_encryption(selector, 77, test_bytes(size, 71)).flat();
+}
+
+}  // namespace
+
+TEST(ZokExternalDecryptEcc, EveryLengthUpToTwoHundred) {
+    for (uint32_t selector : kKnownHashes)
+        for (size_t size = 1; size <= 200; ++size) {
+            SCOPED_TRACE(size);
+            expect_plain(decrypt_small(good_cipher(size, selector), kSmallD, selector), ZOK_OK,
+                         test_bytes(size, 71));
+        }
+}
+
+TEST(ZokExternalDecryptEcc, SixtyFourKibibytes) {
+    expect_plain(decrypt_small(good_cipher(65536)), ZOK_OK, test_bytes(65536, 71));
+}
+
+TEST(ZokExternalDecryptEcc, WhatWasEncryptedComesBack) {
+    for (size_t size : {size_t{1}, size_t{20}, size_t{100}}) {
+        const ByteString message = test_bytes(size, 72);
+        GuardedBuffer out(kOverhead + size);
+        uint32_t length = 0;
+        ASSERT_EQ(flat_encrypt(small_session(), small_public_key(), message, out.data(), &length), ZOK_OK);
+        expect_plain(decrypt_small(out.first(length)), ZOK_OK, message);
+    }
+}
+
+TEST(ZokExternalDecryptEcc, CiphertextsOfTheProcessWideCallAreTheSameAndDecrypt) {
+    for (const char *name : {"secp192r1", "secp224r1", "sm2p256v1"}) {
+        SCOPED_TRACE(name);
+        const Curve &c = curve(name);
+        install(c);
+        const size_t L = c.byte_len;
+        const ByteString x = fixed_bytes(c.G.x, L), y = fixed_bytes(c.G.y, L);
+        ecc_point_bytes recipient{};
+        std::copy(x.begin(), x.end(), recipient.x);
+        std::copy(y.begin(), y.end(), recipient.y);
+        recipient.length = c.byte_len;
+        ByteString message = test_bytes(100, 76), legacy(1 + 2 * L + 100 + 32);
+        const sm3_msg text = {message.data(), 0, 100};
+        sm3_msg cipher = {legacy.data(), 0, 0};
+        GuardedBuffer out(legacy.size());
+        uint32_t length = 0;
+        FakeEntropy entropy;
+        queue_numbers(entropy, {0xC0FFEE, 0xC0FFEE});
+        ASSERT_EQ(sm2_Encry(&recipient, &text, &cipher, HASH_ALG_SM3), 0);
+        ASSERT_EQ(flat_encrypt(shared_session(c), public_key(x, y), message, out.data(), &length), ZOK_OK);
+        EXPECT_EQ(to_hex(out.all()), to_hex(legacy));
+        expect_plain(flat_decrypt(shared_session(c), private_key({1}), legacy), ZOK_OK, message);
+    }
+    uninstall();
+}
+
+TEST(ZokExternalDecryptEcc, DrawsNoNumber) {
+    FakeEntropy entropy;
+    EXPECT_EQ(decrypt_small(good_cipher(45)).status, ZOK_OK);
+    EXPECT_EQ(entropy.number_calls, 0u);
+    EXPECT_EQ(entropy.time_calls, 0u);
+}
+
+TEST(ZokExternalDecryptEcc, KeptPlaintextStaysWrittenAfterAMismatch) {
+    const ByteString cipher = good_cipher(45);
+    expect_plain(decrypt_small(flipped(cipher, 8 * (cipher.size() - 1))), ZOK_ERR_INTERNAL,
+                 test_bytes(45, 71));
+}
+
+TEST(ZokExternalDecryptEcc, EveryFlippedBitOfTheCheckValueIsAMismatch) {
+    const ByteString cipher = good_cipher(45);
+    for (size_t bit = 8 * (kC2 + 45); bit < 8 * cipher.size(); ++bit) {
+        SCOPED_TRACE(bit);
+        expect_plain(decrypt_small(flipped(cipher, bit)), ZOK_ERR_INTERNAL, test_bytes(45, 71));
+    }
+}
+
+TEST(ZokExternalDecryptEcc, EveryFlippedBitOfTheMaskedMessageFlipsThePlaintextAndIsAMismatch) {
+    const ByteString cipher = good_cipher(45);
+    for (size_t bit = 0; bit < 8 * 45; ++bit) {
+        SCOPED_TRACE(bit);
+        expect_plain(decrypt_small(flipped(cipher, 8 * kC2 + bit)), ZOK_ERR_INTERNAL,
+                     flipped(test_bytes(45, 71), bit));
+    }
+}
+
+TEST(ZokExternalDecryptEcc, FlippedBitOfC1IsAMismatch) {
+    const Curve &c = curve("sm2p256v1");
+    const ByteString message = test_bytes(33, 73);
+    GuardedBuffer out(97 + 33);
+    uint32_t length = 0;
+    FakeEntropy entropy;
+    queue_numbers(entropy, {0xC0FFEE});
+    ASSERT_EQ(flat_encrypt(sm2_session(), public_key(fixed_bytes(c.G.x, 32), fixed_bytes(c.G.y, 32)), message,
+                           out.data(), &length),
+              ZOK_OK);
+    for (size_t bit = 8; bit < 8 * 65; bit += 29) {
+        const Decrypted got = flat_decrypt(sm2_session(), private_key({1}), flipped(out.all(), bit));
+        EXPECT_EQ(got.status, ZOK_ERR_INTERNAL) << bit;
+        EXPECT_EQ(got.length, 33u) << bit;
+        EXPECT_TRUE(got.clean) << bit;
+    }
+}
+
+TEST(ZokExternalDecryptEcc, EveryOtherFirstByteReturns1000027) {
+    ByteString cipher = good_cipher(45);
+    for (uint32_t value = 0; value <= 255; ++value) {
+        cipher[0] = static_cast<uint8_t>(value);
+        if (value == 4)
+            expect_plain(decrypt_small(cipher), ZOK_OK, test_bytes(45, 71));
+        else
+            expect_no_plain(decrypt_small(cipher), ZOK_ERR_ARGUMENT);
+    }
+}
+
+TEST(ZokExternalDecryptEcc, EveryLengthWithoutAMessageByteReturns1000027) {
+    const ByteString cipher = good_cipher(1);
+    for (size_t size = 0; size <= kOverhead; ++size) {
+        SCOPED_TRACE(size);
+        expect_no_plain(
+            decrypt_small(ByteString(cipher.begin(), cipher.begin() + static_cast<std::ptrdiff_t>(size))),
+            ZOK_ERR_ARGUMENT);
+    }
+    expect_plain(decrypt_small(cipher), ZOK_OK, test_bytes(1, 71));
+}
+
+TEST(ZokExternalDecryptEcc, NinetySevenBytesOnA32ByteCurveReturn1000027) {
+    ByteString cipher(97, 0);
+    cipher[0] = 4;
+    expect_no_plain(flat_decrypt(sm2_session(), private_key({1}), cipher), ZOK_ERR_ARGUMENT);
+    cipher.push_back(0);
+    EXPECT_EQ(flat_decrypt(sm2_session(), private_key({1}), cipher).status, ZOK_ERR_INTERNAL);
+}
+
+TEST(ZokExternalDecryptEcc, ByteMoreOrLessIsAMismatch) {
+    ByteString cipher = good_cipher(45);
+    cipher.push_back(0);
+    EXPECT_EQ(decrypt_small(cipher).status, ZOK_ERR_INTERNAL);
+    cipher.resize(cipher.size() - 2);
+    EXPECT_EQ(decrypt_small(cipher).status, ZOK_ERR_INTERNAL);
+}
+
+TEST(ZokExternalDecryptEcc, StatedMessageAbove2To31Returns1000027WithoutAllocating) {
+    const ECCrefPrivateKey key = small_private_key();
+    const ByteString cipher = good_cipher(45);
+    void *session = small_session();
+    for (uint32_t size : {uint32_t{kOverhead} + 0x80000000u, 0xFFFFFFFEu, 0xFFFFFFFFu}) {
+        FailingAlloc counter(1);
+        GuardedBuffer plain(64);
+        uint32_t length = kUntouchedLength;
+        EXPECT_EQ(ZOK_ExternalDecrypt_ECC(session, &key, cipher.data(), size, plain.data(), &length),
+                  ZOK_ERR_ARGUMENT);
+        EXPECT_EQ(counter.allocations, 0u) << size;
+        EXPECT_TRUE(plain.untouched());
+        EXPECT_EQ(length, kUntouchedLength);
+    }
+}
+
+TEST(ZokExternalDecryptEcc, KeyStreamOfZeroReturns1000027) {
+    for (uint32_t selector : kKnownHashes) {
+        const Encrypted parts = small_encryption(selector, nonce_of_zero_stream(selector), {0x3C});
+        ASSERT_EQ(to_hex(parts.C2), "3c");
+        expect_no_plain(decrypt_small(parts.flat(), kSmallD, selector), ZOK_ERR_ARGUMENT);
+    }
+}
+
+TEST(ZokExternalDecryptEcc, KeyStreamThatOnlyStartsWithZeroIsUsed) {
+    const ByteString message = test_bytes(2, 74);
+    const Encrypted parts = small_encryption(HASH_ALG_SM3, nonce_of_zero_stream(HASH_ALG_SM3), message);
+    expect_plain(decrypt_small(parts.flat()), ZOK_OK, message);
+}
+
+TEST(ZokExternalDecryptEcc, NullSessionReturns1000026) {
+    expect_no_plain(flat_decrypt(nullptr, small_private_key(), good_cipher(45)), ZOK_ERR_SESSION);
+}
+
+TEST(ZokExternalDecryptEcc, NullPointersReturn1000027) {
+    const ECCrefPrivateKey key = small_private_key();
+    const ByteString cipher = good_cipher(45);
+    const uint32_t size = static_cast<uint32_t>(cipher.size());
+    GuardedBuffer plain(64);
+    uint32_t length = kUntouchedLength;
+    void *session = small_session();
+    EXPECT_EQ(ZOK_ExternalDecrypt_ECC(session, nullptr, cipher.data(), size, plain.data(), &length),
+              ZOK_ERR_ARGUMENT);
+    EXPECT_EQ(ZOK_ExternalDecrypt_ECC(session, &key, nullptr, size, plain.data(), &length), ZOK_ERR_ARGUMENT);
+    EXPECT_EQ(ZOK_ExternalDecrypt_ECC(session, &key, nullptr, 0, plain.data(), &length), ZOK_ERR_ARGUMENT);
+    EXPECT_EQ(ZOK_ExternalDecrypt_ECC(session, &key, cipher.data(), size, nullptr, &length),
+              ZOK_ERR_ARGUMENT);
+    EXPECT_EQ(ZOK_ExternalDecrypt_ECC(session, &key, cipher.data(), size, plain.data(), nullptr),
+              ZOK_ERR_ARGUMENT);
+    EXPECT_TRUE(plain.untouched());
+    EXPECT_EQ(length, kUntouchedLength);
+}
+
+TEST(ZokExternalDecryptEcc, KeyWiderThanItsFieldReturns1000027) {
+    for (uint32_t bits : {520u, 1024u, 0xFFFFFFFFu}) {
+        ECCrefPrivateKey key = small_private_key();
+        key.bits = bits;
+        expect_no_plain(flat_decrypt(small_session(), key, good_cipher(45)), ZOK_ERR_ARGUMENT);
+    }
+}
+
+TEST(ZokExternalDecryptEcc, KeyNotBelowTheOrderReturns1000027) {
+    for (uint32_t d : {kSmallN, kSmallN + 1, kSmallN + kSmallD, 0xFFFFFFFFu})
+        expect_no_plain(decrypt_small(good_cipher(45), d), ZOK_ERR_ARGUMENT);
+    EXPECT_EQ(decrypt_small(good_cipher(45), kSmallN - 1).status, ZOK_ERR_INTERNAL);
+    expect_no_plain(flat_decrypt(small_session(), private_key(ByteString(64, 0xFF)), good_cipher(45)),
+                    ZOK_ERR_ARGUMENT);
+}
+
+TEST(ZokExternalDecryptEcc, KeptC1OfZerosDecryptsUnderEveryKey) {
+    const ByteString zero(kSmallL, 0), message = test_bytes(45, 75);
+    const ByteString cipher = model_encryption(HASH_ALG_SM3, zero, zero, zero, zero, message).flat();
+    for (uint32_t d : {0u, 1u, 2u, kSmallD}) expect_plain(decrypt_small(cipher, d), ZOK_OK, message);
+}
+
+TEST(ZokExternalDecryptEcc, InputsStayAsTheyWere) {
+    const ECCrefPrivateKey key = small_private_key(), before = key;
+    const ByteString cipher = good_cipher(45), copy = cipher;
+    GuardedBuffer plain(64);
+    uint32_t length = 0;
+    EXPECT_EQ(ZOK_ExternalDecrypt_ECC(small_session(), &key, cipher.data(),
+                                      static_cast<uint32_t>(cipher.size()), plain.data(), &length),
+              ZOK_OK);
+    EXPECT_EQ(to_hex(image(key)), to_hex(image(before)));
+    EXPECT_TRUE(cipher == copy);
+}

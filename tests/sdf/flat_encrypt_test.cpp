@@ -1,0 +1,173 @@
+// ZOK_ExternalEncrytp_ECC: 0x04 || x1 || y1 || C2 || C3 for messages of any length.
+#include "tests/support/encryption_case.h"
+#include "tests/support/failing_alloc.h"
+
+using namespace zokecc_test;
+
+namespace {
+
+// One encryption on the small curve with the given nonces, which writes `want` and nothing more.
+void expect_encryption(uint32_t selector, std::initializer_list<uint32_t> nonces, const ByteString &message,
+                       const Encrypted &want) {
+    FakeEntropy entropy;
+    queue_numbers(entropy, nonces);
+    const ByteString flat = want.flat();
+    GuardedBuffer out(flat.size() + 64);
+    uint32_t length = kUntouchedLength;
+    EXPECT_EQ(flat_encrypt(small_session(selector), small_public_key(), message, out.data(), &length),
+              ZOK_OK);
+    EXPECT_EQ(entropy.number_calls, nonces.size());
+    EXPECT_EQ(length, 1 + 2 * kSmallL + message.size() + 32);
+    EXPECT_EQ(to_hex(out.first(flat.size())), to_hex(flat));
+    EXPECT_TRUE(out.untouched_from(flat.size()));
+}
+
+}  // namespace
+
+TEST(ZokExternalEncrytpEcc, EveryLengthUpToTwoHundred) {
+    for (uint32_t selector : kKnownHashes)
+        for (size_t size = 1; size <= 200; ++size) {
+            SCOPED_TRACE(size);
+            const ByteString message = test_bytes(size, 61);
+            expect_encryption(selector, {77}, message, small_encryption(selector, 77, message));
+        }
+}
+
+TEST(ZokExternalEncrytpEcc, SixtyFourKibibytes) {
+    const ByteString message = test_bytes(65536, 62);
+    expect_encryption(HASH_ALG_SM3, {77}, message, small_encryption(HASH_ALG_SM3, 77, message));
+}
+
+TEST(ZokExternalEncrytpEcc, HundredBytesOnA32ByteCurveAreHundredNinetySevenBytes) {
+    const Curve &c = curve("sm2p256v1");
+    const ByteString message = test_bytes(100, 63);
+    const ECCrefPublicKey key = public_key(fixed_bytes(c.G.x, 32), fixed_bytes(c.G.y, 32));
+    GuardedBuffer out(197);
+    uint32_t length = kUntouchedLength;
+    FakeEntropy entropy;
+    queue_numbers(entropy, {0xC0FFEE});
+    EXPECT_EQ(flat_encrypt(sm2_session(), key, message, out.data(), &length), ZOK_OK);
+    EXPECT_EQ(length, 197u);
+    EXPECT_TRUE(out.untouched_from(197));
+    expect_plain(flat_decrypt(sm2_session(), private_key({1}), out.all()), ZOK_OK, message);
+}
+
+TEST(ZokExternalEncrytpEcc, KeyStreamOfZeroIsDrawnAgain) {
+    for (uint32_t selector : kKnownHashes) {
+        const uint32_t zero = nonce_of_zero_stream(selector), good = nonce_of_nonzero_stream(selector);
+        const ByteString message = {0x3C};
+        expect_encryption(selector, {zero, good}, message, small_encryption(selector, good, message));
+        expect_encryption(selector, {zero, zero, zero, good}, message,
+                          small_encryption(selector, good, message));
+    }
+}
+
+TEST(ZokExternalEncrytpEcc, KeyStreamThatOnlyStartsWithZeroIsUsed) {
+    const uint32_t k = nonce_of_zero_stream(HASH_ALG_SM3);
+    for (size_t size : {size_t{2}, size_t{33}}) {
+        const ByteString message = test_bytes(size, 64);
+        expect_encryption(HASH_ALG_SM3, {k}, message, small_encryption(HASH_ALG_SM3, k, message));
+    }
+}
+
+TEST(ZokExternalEncrytpEcc, ThousandAndTwentyFourFruitlessNoncesEndWithMinusOne) {
+    const uint32_t k = nonce_of_zero_stream(HASH_ALG_SM3);
+    const ByteString message = {0x3C};
+    FakeEntropy entropy;
+    entropy.queued_numbers.assign(1024, small_number(k));
+    entropy.queued_numbers.push_back(small_number(nonce_of_nonzero_stream(HASH_ALG_SM3)));
+    GuardedBuffer out(128);
+    uint32_t length = kUntouchedLength;
+    EXPECT_EQ(flat_encrypt(small_session(), small_public_key(), message, out.data(), &length),
+              ZOK_ERR_INTERNAL);
+    EXPECT_EQ(entropy.number_calls, 1024u);
+    EXPECT_EQ(length, kUntouchedLength);
+    EXPECT_TRUE(out.untouched_from(1 + 2 * kSmallL));
+}
+
+TEST(ZokExternalEncrytpEcc, LastOfThousandAndTwentyFourNoncesCounts) {
+    const uint32_t zero = nonce_of_zero_stream(HASH_ALG_SM3), good = nonce_of_nonzero_stream(HASH_ALG_SM3);
+    const ByteString message = {0x3C};
+    FakeEntropy entropy;
+    entropy.queued_numbers.assign(1023, small_number(zero));
+    entropy.queued_numbers.push_back(small_number(good));
+    GuardedBuffer out(1 + 2 * kSmallL + 1 + 32);
+    uint32_t length = kUntouchedLength;
+    EXPECT_EQ(flat_encrypt(small_session(), small_public_key(), message, out.data(), &length), ZOK_OK);
+    EXPECT_EQ(entropy.number_calls, 1024u);
+    EXPECT_EQ(to_hex(out.all()), to_hex(small_encryption(HASH_ALG_SM3, good, message).flat()));
+}
+
+TEST(ZokExternalEncrytpEcc, KeptNonceOfZeroIsNotDrawnAgain) {
+    const ByteString zero(kSmallL, 0), message = test_bytes(45, 65);
+    expect_encryption(HASH_ALG_SHA256, {0}, message,
+                      model_encryption(HASH_ALG_SHA256, zero, zero, zero, zero, message));
+}
+
+TEST(ZokExternalEncrytpEcc, InputsStayAsTheyWere) {
+    const ECCrefPublicKey key = small_public_key(), before = key;
+    const ByteString message = test_bytes(45, 66), copy = message;
+    GuardedBuffer out(200);
+    uint32_t length = 0;
+    EXPECT_EQ(flat_encrypt(small_session(), key, message, out.data(), &length), ZOK_OK);
+    EXPECT_EQ(to_hex(image(key)), to_hex(image(before)));
+    EXPECT_TRUE(message == copy);
+}
+
+TEST(ZokExternalEncrytpEcc, NullSessionReturns1000026) {
+    expect_no_flat_cipher(nullptr, small_public_key(), test_bytes(5), ZOK_ERR_SESSION);
+}
+
+TEST(ZokExternalEncrytpEcc, NullPointersReturn1000027) {
+    const ECCrefPublicKey key = small_public_key();
+    const ByteString message = test_bytes(5);
+    GuardedBuffer out(200);
+    uint32_t length = kUntouchedLength;
+    void *session = small_session();
+    FakeEntropy entropy;
+    FailingAlloc counter;
+    EXPECT_EQ(ZOK_ExternalEncrytp_ECC(session, nullptr, message.data(), 5, out.data(), &length),
+              ZOK_ERR_ARGUMENT);
+    EXPECT_EQ(ZOK_ExternalEncrytp_ECC(session, &key, nullptr, 5, out.data(), &length), ZOK_ERR_ARGUMENT);
+    EXPECT_EQ(ZOK_ExternalEncrytp_ECC(session, &key, message.data(), 5, nullptr, &length), ZOK_ERR_ARGUMENT);
+    EXPECT_EQ(ZOK_ExternalEncrytp_ECC(session, &key, message.data(), 5, out.data(), nullptr),
+              ZOK_ERR_ARGUMENT);
+    EXPECT_EQ(counter.allocations, 0u);
+    EXPECT_EQ(entropy.number_calls, 0u);
+    EXPECT_TRUE(out.untouched());
+    EXPECT_EQ(length, kUntouchedLength);
+}
+
+TEST(ZokExternalEncrytpEcc, KeyWiderThanItsFieldReturns1000027) {
+    for (uint32_t bits : {520u, 1024u, 0xFFFFFFFFu}) {
+        ECCrefPublicKey key = small_public_key();
+        key.bits = bits;
+        expect_no_flat_cipher(small_session(), key, test_bytes(5), ZOK_ERR_ARGUMENT);
+    }
+}
+
+TEST(ZokExternalEncrytpEcc, KeyWithAZeroCoordinateReturns1000027) {
+    expect_no_flat_cipher(small_session(), small_public_key(0, 763), test_bytes(5), ZOK_ERR_ARGUMENT);
+    expect_no_flat_cipher(small_session(), small_public_key(346, 0), test_bytes(5), ZOK_ERR_ARGUMENT);
+    ECCrefPublicKey without_size = small_public_key();
+    without_size.bits = 0;
+    expect_no_flat_cipher(small_session(), without_size, test_bytes(5), ZOK_ERR_ARGUMENT);
+}
+
+TEST(ZokExternalEncrytpEcc, MessageLengthBelowOneReturns1000027WithoutAllocating) {
+    const ECCrefPublicKey key = small_public_key();
+    const ByteString message = test_bytes(5);
+    void *session = small_session();
+    for (int32_t length : {0, -1, -21, INT32_MIN}) {
+        FakeEntropy entropy;
+        FailingAlloc counter;
+        GuardedBuffer out(200);
+        uint32_t written = kUntouchedLength;
+        EXPECT_EQ(ZOK_ExternalEncrytp_ECC(session, &key, message.data(), length, out.data(), &written),
+                  ZOK_ERR_ARGUMENT);
+        EXPECT_EQ(counter.allocations, 0u);
+        EXPECT_EQ(entropy.number_calls, 0u);
+        EXPECT_EQ(written, kUntouchedLength);
+        EXPECT_TRUE(out.untouched());
+    }
+}
