@@ -156,23 +156,23 @@ coverage() {
     find build/coverage -name '*.gcda' -delete
     ctest --preset coverage
     gcovr --root . --object-directory build/coverage --csv build/coverage/lines.csv \
-        --filter 'mint/' --filter 'hash/' --filter 'ecc/' --filter 'sdf/' --txt
+        --filter 'mint/' --filter 'hash/' --filter 'ecc/' --filter 'schemes/' --filter 'sdf/' --txt
     awk -F, -v floor="$coverage_floor" '
         function percent(part, whole) { return whole > 0 ? 100 * part / whole : 0 }
         NR > 1 { split($1, path, "/"); lines[path[1]] += $2; covered[path[1]] += $3; all += $2; hit += $3 }
         END {
             for (folder in lines)
-                printf "%-6s %5d of %5d lines  %6.2f %%\n", folder, covered[folder], lines[folder],
+                printf "%-8s %5d of %5d lines  %6.2f %%\n", folder, covered[folder], lines[folder],
                     percent(covered[folder], lines[folder]) | "sort"
             close("sort")
-            printf "%-6s %5d of %5d lines  %6.2f %%, floor %s %%\n", "all", hit, all, percent(hit, all), floor
+            printf "%-8s %5d of %5d lines  %6.2f %%, floor %s %%\n", "all", hit, all, percent(hit, all), floor
             exit percent(hit, all) < floor
         }' build/coverage/lines.csv
 }
 
 # The public headers are laid out by hand: tables of declarations and their manual.
 sources() {
-    find mint hash ecc sdf tests examples -name '*.cpp' -o -name '*.h' -o -name '*.c' | sort
+    find mint hash ecc schemes sdf tests examples -name '*.cpp' -o -name '*.h' -o -name '*.c' | sort
 }
 
 command=${1:-help}

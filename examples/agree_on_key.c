@@ -1,0 +1,119 @@
+/*
+ * Two users agree on a key with SM2 over an open channel, and each makes sure that the other one
+ * has it, too.
+ *
+ *     agree_on_key
+ *
+ * Prints the key. The exit status is 0 if both sides have the same key and their confirmation
+ * values match, and if they do not match for somebody under another identity. Both users run in
+ * this one program; what goes over the channel is named where it does.
+ */
+#include <stdio.h>
+#include <stdlib.h>
+#include <string.h>
+
+#include <zokecc/sdf.h>
+
+#include "curves.h"
+
+/* Both sides need the same curve and the same hash. */
+static const CurvePara curve = {SM2P256V1_NUMBERS, .type = 4, .hash_selector = HASH_ALG_SM3};
+
+enum { KEY_BITS = 128, KEY_BYTES = KEY_BITS / 8, CONFIRMATION_BYTES = 32 };
+
+/* What a user keeps: a session, a key pair, an identity, and what the agreement gives. */
+typedef struct user {
+    void *session;
+    ECCrefPrivateKey priv;
+    ECCrefPublicKey pub;
+    const char *id;
+    uint8_t key[KEY_BYTES];
+    KeyAgreementResult result;
+} user;
+
+static void require(int condition, const char *what)
+{
+    if (condition) return;
+    fprintf(stderr, "agree_on_key: %s\n", what);
+    exit(EXIT_FAILURE);
+}
+
+/* Every session call answers a status; ZOK_OK is success. */
+static void check(uint32_t status, const char *step)
+{
+    if (status != ZOK_OK) fprintf(stderr, "status %08x: ", (unsigned)status);
+    require(status == ZOK_OK, step);
+}
+
+static const uint8_t *bytes(const char *text) { return (const uint8_t *)text; }
+static uint32_t length(const char *text) { return (uint32_t)strlen(text); }
+
+/* Looks at every byte, so that the time does not tell how many of them match. */
+static int same(const uint8_t *a, const uint8_t *b, int count)
+{
+    int difference = 0;
+    for (int i = 0; i < count; ++i) difference |= a[i] ^ b[i];
+    return difference == 0;
+}
+
+static void set_up(user *u, const char *id)
+{
+    memset(u, 0, sizeof *u);
+    u->id = id;
+    u->result.key = u->key; /* the library writes KEY_BYTES bytes there */
+    check(ZOK_OpenSession(&u->session, &curve), "open a session");
+    check(SDF_GenerateKeyPair_ECC(u->session, ZOK_ALG_SM2_KEY, 256, &u->pub, &u->priv), "make a key pair");
+}
+
+/* One agreement; Alice begins, and takes the other side for somebody called bobs_name. Each side has
+ * the other's public key from a source that it trusts. Returns whether both confirmations match. */
+static int agree(user *alice, user *bob, const char *bobs_name)
+{
+    ECCrefPrivateKey rA;
+    ECCrefPublicKey RA, RB;
+
+    /* Alice makes a temporary key pair for this one agreement.        Alice -> Bob: RA */
+    check(ZOK_SM2_GenerateAgreementDataWithECC(alice->session, &rA, &RA), "Alice's temporary key");
+
+    /* Bob makes his temporary key, the shared key and both confirmation values in one call. The
+     * initiator's identity and length come first on both sides.       Bob -> Alice: RB, send */
+    check(ZOK_SM2_GenerateAgreementDataAndKeyWithECC(bob->session, KEY_BITS, bytes(alice->id),
+                                                     length(alice->id), bytes(bob->id), length(bob->id),
+                                                     &bob->priv, &alice->pub, &RA, &RB, &bob->result),
+          "Bob's key");
+
+    /* Alice makes the same of what she has.                           Alice -> Bob: send */
+    check(ZOK_SM2_GenerateKeyWithECC(alice->session, KEY_BITS, bytes(alice->id), length(alice->id),
+                                     bytes(bobs_name), length(bobs_name), &alice->priv, &rA, &RA, &bob->pub,
+                                     &RB, &alice->result),
+          "Alice's key");
+
+    /* No call compares: each application holds what it received against its own "check", and must
+     * not use the key before. */
+    memset(&rA, 0, sizeof rA); /* a temporary key serves once */
+    return same(alice->result.check, bob->result.send, CONFIRMATION_BYTES) &&
+           same(bob->result.check, alice->result.send, CONFIRMATION_BYTES);
+}
+
+int main(void)
+{
+    user alice, bob;
+    set_up(&alice, "alice@example.org");
+    set_up(&bob, "bob@example.org");
+
+    require(agree(&alice, &bob, bob.id), "the confirmation values differ");
+    require(same(alice.key, bob.key, KEY_BYTES), "the keys differ");
+    printf("agreed, %d bits: ", (int)KEY_BITS);
+    for (int i = 0; i < KEY_BYTES; ++i) printf("%02x", alice.key[i]); /* never in a product */
+
+    /* Every status is ZOK_OK here, too. Only the confirmation values tell. */
+    require(!agree(&alice, &bob, "carol@example.org"), "another identity was confirmed");
+    require(!same(alice.key, bob.key, KEY_BYTES), "another identity gave the same key");
+    printf("\nnot confirmed: Alice took the other side for Carol\n");
+
+    check(ZOK_CloseSession(alice.session), "close Alice's session");
+    check(ZOK_CloseSession(bob.session), "close Bob's session");
+    memset(&alice, 0, sizeof alice); /* in a product by a call that the compiler does not drop */
+    memset(&bob, 0, sizeof bob);
+    return EXIT_SUCCESS;
+}

@@ -1,0 +1,101 @@
+/*
+ * Encrypts a message for somebody's key with SM2, decrypts it, and shows that changed bytes are
+ * noticed.
+ *
+ *     encrypt_message [MESSAGE]
+ *
+ * The exit status is 0 if the message comes back as it was and every changed ciphertext is refused.
+ *
+ * The key pair and the nonces come from the C library's rand. A product links rand, srand and time
+ * of its own over a source that deserves trust.
+ */
+#include <stdio.h>
+#include <stdlib.h>
+#include <string.h>
+
+#include <zokecc/sdf.h>
+
+#include "curves.h"
+
+/* Type 4 says 256 bits. The session hashes with SM3, for the key stream and the check value. */
+static const CurvePara curve = {SM2P256V1_NUMBERS, .type = 4, .hash_selector = HASH_ALG_SM3};
+
+enum {
+    L = 32,                   /* bytes of a coordinate on this curve */
+    OVERHEAD = 1 + 2 * L + 32 /* what a ciphertext has beside the message: 04, C1 = (x1, y1), C3 */
+};
+
+static void fail(const char *what)
+{
+    fprintf(stderr, "encrypt_message: %s\n", what);
+    exit(EXIT_FAILURE);
+}
+
+/* Every session call answers a status; ZOK_OK is success. */
+static void check(uint32_t status, const char *step)
+{
+    if (status == ZOK_OK) return;
+    fprintf(stderr, "status %08x: ", (unsigned)status);
+    fail(step);
+}
+
+/* A ciphertext with one changed bit has to be refused. The plaintext may be written before the
+ * check value is compared, so after any other answer than ZOK_OK it is thrown away unread. */
+static void expect_refusal(void *session, const ECCrefPrivateKey *priv, uint8_t *cipher, uint32_t cipher_len,
+                           uint8_t *plain, uint32_t position)
+{
+    uint32_t plain_len = 0;
+    cipher[position] ^= 1;
+    const uint32_t status = ZOK_ExternalDecrypt_ECC(session, priv, cipher, cipher_len, plain, &plain_len);
+    cipher[position] ^= 1;
+    memset(plain, 0, cipher_len - OVERHEAD);
+    if (status == ZOK_OK) fail("a changed ciphertext was decrypted");
+    printf("refused: byte %u changed, status %08x\n", (unsigned)position, (unsigned)status);
+}
+
+int main(int argc, char **argv)
+{
+    const char *text = argc > 1 ? argv[1] : "The pump station opens at six.";
+    const size_t text_len = strlen(text);
+    /* An empty message cannot be encrypted. The length is a signed 32-bit number. */
+    if (text_len < 1 || text_len > 1000000) fail("the message is empty or too long");
+    const int32_t message_len = (int32_t)text_len;
+
+    void *session = NULL;
+    ECCrefPublicKey pub;
+    ECCrefPrivateKey priv;
+    check(ZOK_OpenSession(&session, &curve), "open a session");
+    check(SDF_GenerateKeyPair_ECC(session, ZOK_ALG_SM2_KEY, 8 * L, &pub, &priv), "make a key pair");
+
+    /* The ciphertext's size is known before: the message's and 97 bytes. No capacity is passed. */
+    uint32_t cipher_len = 0, plain_len = 0;
+    uint8_t *cipher = malloc(text_len + OVERHEAD);
+    uint8_t *plain = malloc(text_len);
+    if (cipher == NULL || plain == NULL) fail("no memory");
+
+    /* The sender needs the public key only. */
+    check(ZOK_ExternalEncrytp_ECC(session, &pub, (const uint8_t *)text, message_len, cipher, &cipher_len),
+          "encrypt");
+    if (cipher_len != text_len + OVERHEAD) fail("the ciphertext has another length");
+    printf("encrypted: %u bytes of message, %u of ciphertext\n", (unsigned)text_len, (unsigned)cipher_len);
+
+    /* The receiver. A ciphertext from elsewhere must be at least one byte longer than OVERHEAD, which
+     * the call tests, and its plaintext area as long as the ciphertext less OVERHEAD, which it cannot. */
+    check(ZOK_ExternalDecrypt_ECC(session, &priv, cipher, cipher_len, plain, &plain_len), "decrypt");
+    if (plain_len != text_len || memcmp(plain, text, text_len) != 0) fail("another message came back");
+    printf("decrypted: %.*s\n", (int)plain_len, (const char *)plain);
+
+    /* C1, C2 and C3: a change anywhere shows. */
+    expect_refusal(session, &priv, cipher, cipher_len, plain, 0);              /* the leading 04 */
+    expect_refusal(session, &priv, cipher, cipher_len, plain, 1 + L / 2);      /* x1 */
+    expect_refusal(session, &priv, cipher, cipher_len, plain, 1 + 2 * L);      /* C2, the message */
+    expect_refusal(session, &priv, cipher, cipher_len, plain, cipher_len - 1); /* C3, the check value */
+
+    /* Records are the caller's to clear, in a product by a call that the compiler does not drop; a
+     * session holds no secret. */
+    memset(&priv, 0, sizeof priv);
+    free(plain);
+    free(cipher);
+    check(ZOK_CloseSession(session), "close the session");
+    return EXIT_SUCCESS;
+}

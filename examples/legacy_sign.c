@@ -1,0 +1,106 @@
+/*
+ * Signs a message with SM2 over the curve of the process, without a session, and verifies it.
+ *
+ *     legacy_sign [MESSAGE [IDENTITY]]
+ *
+ * Prints Z, the public key and the signature (r, s) in hexadecimal. The exit status is 0 if the
+ * signature verifies, and is refused for another Z and for a changed message.
+ *
+ * These calls answer small integers that differ from call to call; each comment in
+ * zokecc/schemes.h says which. The value Z, which a session computes by itself, is made here.
+ */
+#include <stdio.h>
+#include <stdlib.h>
+#include <string.h>
+
+#include <zokecc/schemes.h>
+
+#include "curves.h"
+
+/* Type 1 of this record says 256 bits; the record of a session counts its types differently. */
+static const ecc_curve_bytes curve = {SM2P256V1_NUMBERS, .type = 1};
+
+enum { L = 32, MAX_ID = 8191, HASH = HASH_ALG_SM3, NEW_KEY = 0 };
+
+static void require(int condition, const char *what)
+{
+    if (condition) return;
+    fprintf(stderr, "legacy_sign: %s\n", what);
+    exit(EXIT_FAILURE);
+}
+
+/* Behind the bytes that are there, the next count bytes. */
+static uint8_t *put(uint8_t *at, const uint8_t *bytes, size_t count)
+{
+    memcpy(at, bytes, count);
+    return at + count;
+}
+
+/* Z = H(identity's length in bits, identity, a, b, G, public key), GB/T 32918.2 section 5.5. */
+static void make_z(const char *id, const ecc_point_bytes *pub, uint8_t z[32])
+{
+    static uint8_t input[2 + MAX_ID + 6 * L];
+    const size_t id_len = strlen(id);
+    require(id_len <= MAX_ID, "the identity is too long: its bits are counted in two bytes");
+    uint8_t *end = input;
+    *end++ = (uint8_t)(8 * id_len >> 8);
+    *end++ = (uint8_t)(8 * id_len);
+    end = put(end, (const uint8_t *)id, id_len);
+    end = put(end, curve.a, L);
+    end = put(end, curve.b, L);
+    end = put(end, curve.Gx, L);
+    end = put(end, curve.Gy, L);
+    end = put(end, pub->x, L);
+    end = put(end, pub->y, L);
+    const hash_msg message = {HASH, input, 0, (uint32_t)(end - input)};
+    require(hash_byte(&message, z) == 32, "hash");
+}
+
+static void print_hex(const char *label, const uint8_t *bytes)
+{
+    printf("%-2s = ", label);
+    for (int i = 0; i < L; ++i) printf("%02x", bytes[i]);
+    printf("\n");
+}
+
+int main(int argc, char **argv)
+{
+    char standard_text[] = "The pump station opens at six.";
+    char *text = argc > 1 && argv[1][0] != '\0' ? argv[1] : standard_text;
+    const char *id = argc > 2 ? argv[2] : "1234567812345678";
+    const sm3_msg message = {(uint8_t *)text, 0, (uint32_t)strlen(text)}; /* the 0 is not read */
+
+    /* Once, before any other call of this program that uses the curve. Other threads wait. */
+    require(Curve_Init(&curve) == 0, "install the curve");
+
+    /* A scalar is a pointer and a length. When a key is made the length is the room that there is,
+     * and afterwards the bytes that were written: 0 would say that the key is lost. */
+    uint8_t key_bytes[L];
+    ecc_scalar key = {key_bytes, sizeof key_bytes};
+    ecc_point_bytes pub, sig;
+    require(Ecc_KeyPair_Gen(&key, &pub, NEW_KEY) == 0 && key.length == L, "make a key pair");
+
+    /* 0 is success. The signature is a record of the same form as a point: r in x, s in y. */
+    uint8_t z[32];
+    make_z(id, &pub, z);
+    require(sm2_DigitalSign(&key, &message, z, &sig, HASH) == 0, "sign");
+    print_hex("Z", z);
+    print_hex("x", pub.x);
+    print_hex("y", pub.y);
+    print_hex("r", sig.x);
+    print_hex("s", sig.y);
+
+    /* 0 is valid, 1 is not, and -1 says that the signature could not even be tried. (ECDSA in the
+     * same header has it the other way round: 1 is valid there.) */
+    require(sm2_DigitalVeriy(&pub, &message, &sig, z, HASH) == 0, "verify");
+    printf("verified: signed by \"%s\"\n", id);
+    z[0] ^= 1;
+    require(sm2_DigitalVeriy(&pub, &message, &sig, z, HASH) == 1, "another Z was not refused");
+    z[0] ^= 1;
+    text[0] ^= 1;
+    require(sm2_DigitalVeriy(&pub, &message, &sig, z, HASH) == 1, "a changed message was not refused");
+    printf("refused: the same signature for another Z, and for a changed message\n");
+
+    memset(key_bytes, 0, sizeof key_bytes); /* in a product by a call that the compiler does not drop */
+    return EXIT_SUCCESS;
+}
