@@ -9,6 +9,13 @@ bool is_all_zero(const uint8_t *bytes, uint32_t count)
     return any == 0;
 }
 
+bool are_equal(const uint8_t *a, const uint8_t *b, uint32_t count)
+{
+    uint8_t any = 0;
+    for (uint32_t i = 0; i < count; ++i) any = static_cast<uint8_t>(any | (a[i] ^ b[i]));
+    return any == 0;
+}
+
 void mask(const uint8_t *in, const uint8_t *stream, uint32_t m, uint8_t *out)
 {
     for (uint32_t i = 0; i < m; ++i) out[i] = static_cast<uint8_t>(in[i] ^ stream[i]);

@@ -22,6 +22,9 @@ inline bool is_known_hash(uint32_t selector)
 
 bool is_all_zero(const uint8_t *bytes, uint32_t count);
 
+// True if a[count] equals b[count], in a time that does not tell where they differ.
+bool are_equal(const uint8_t *a, const uint8_t *b, uint32_t count);
+
 // out[m] = in[m] xor stream[m]. out may be in.
 void mask(const uint8_t *in, const uint8_t *stream, uint32_t m, uint8_t *out);
 

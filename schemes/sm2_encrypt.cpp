@@ -1,6 +1,4 @@
 // SM2 encryption over the process-wide curve (GB/T 32918.4): 0x04 || x1 || y1 || C2 || C3.
-#include <cstring>
-
 #include "hash/digest.h"
 #include "hash/sm2_digests.h"
 #include "hash/sm2_kdf.h"
@@ -115,5 +113,5 @@ int32_t sm2_Decry(const ecc_scalar *priv, const sm3_msg *cipher, sm3_msg *plain,
     plain->len_high = 0;
     uint8_t check[kDigestBytes] = {};
     const int32_t length = zokecc::sm2_check_value(alg, *shared, plain->data, m, work.data(), check);
-    return std::memcmp(check, C2, static_cast<size_t>(length)) == 0 ? 0 : kFailed;
+    return zokecc::are_equal(check, C2, static_cast<uint32_t>(length)) ? 0 : kFailed;
 }

@@ -50,7 +50,7 @@ uint32_t decrypt_sm2(const SessionContext &session, const mint &d, const ECCCiph
     *plain_len_out = L;
     uint8_t check[kDigestBytes] = {};
     zokecc::sm2_check_value(session.hash_selector, *shared, plain_out, L, *work, check);
-    return std::memcmp(check, cipher.M, kDigestBytes) == 0 ? ZOK_OK : ZOK_ERR_INTERNAL;
+    return zokecc::are_equal(check, cipher.M, kDigestBytes) ? ZOK_OK : ZOK_ERR_INTERNAL;
 }
 
 // C1 = k G and P2 = k Q with an x other than zero.

@@ -1,8 +1,6 @@
 // SM2 encryption of messages of any length (GB/T 32918.4): 0x04 || x1 || y1 || C2 || C3.
 #include <zokecc/sdf.h>
 
-#include <cstring>
-
 #include "hash/digest.h"
 #include "hash/sm2_kdf.h"
 #include "mint/wipe.h"
@@ -91,5 +89,5 @@ uint32_t ZOK_ExternalDecrypt_ECC(void *session, const ECCrefPrivateKey *priv, co
     *plain_len_out = m;
     uint8_t check[kDigestBytes] = {};
     zokecc::sm2_check_value(s.hash_selector, *shared, plain_out, m, check_input.data(), check);
-    return std::memcmp(check, C2 + m, kDigestBytes) == 0 ? ZOK_OK : ZOK_ERR_INTERNAL;
+    return zokecc::are_equal(check, C2 + m, kDigestBytes) ? ZOK_OK : ZOK_ERR_INTERNAL;
 }

@@ -173,3 +173,19 @@ TEST(Sm2Confirmation, UnknownHashWritesNothing) {
     zokecc::sm2_confirmation(2, 0x02, point_of(part, part), view(part), out.data());
     EXPECT_TRUE(out.untouched());
 }
+
+TEST(AreEqual, EveryByteCounts) {
+    const ByteString a(32, 0x5A);
+    EXPECT_TRUE(zokecc::are_equal(a.data(), a.data(), 32));
+    EXPECT_TRUE(zokecc::are_equal(a.data(), ByteString(32, 0x5A).data(), 32));
+    for (size_t at = 0; at < a.size(); ++at) {
+        for (unsigned bit = 0; bit < 8; ++bit) {
+            ByteString b = a;
+            b[at] = static_cast<uint8_t>(b[at] ^ (1u << bit));
+            EXPECT_FALSE(zokecc::are_equal(a.data(), b.data(), 32)) << at << ", bit " << bit;
+            EXPECT_TRUE(zokecc::are_equal(a.data(), b.data(), static_cast<uint32_t>(at)));
+        }
+    }
+}
+
+TEST(AreEqual, NothingEqualsNothing) { EXPECT_TRUE(zokecc::are_equal(nullptr, nullptr, 0)); }
