@@ -105,8 +105,8 @@ TEST(SdfExternalDecryptEcc, FlippedBitOfC1IsAMismatch) {
     for (size_t bit = 0; bit < 256; bit += 37)
         for (bool in_y : {false, true}) {
             ECCCipher cipher = *good.get();
-            uint8_t &byte = (in_y ? cipher.y : cipher.x)[bit / 8];
-            byte = static_cast<uint8_t>(byte ^ (1u << (bit % 8)));
+            uint8_t *const field = in_y ? cipher.y : cipher.x;
+            field[bit / 8] = static_cast<uint8_t>(field[bit / 8] ^ (1u << (bit % 8)));
             const Decrypted got = decrypt(sm2_session(), kSm2, priv, cipher);
             EXPECT_EQ(got.status, ZOK_ERR_INTERNAL) << bit;
             EXPECT_EQ(got.length, 32u);
