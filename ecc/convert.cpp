@@ -4,9 +4,17 @@
 
 using zokecc::ExactField;
 
+namespace {
+
+// For what copies and does not calculate.
+constexpr mint kZero{};
+constexpr ExactField kNoModulus{kZero};
+
+}  // namespace
+
 int32_t ecc_affine_jacobin(ecc_jac_point *out, const ecc_point *in)
 {
-    zokecc::affine_to_jacobian<ExactField>(*in, *out);
+    zokecc::affine_to_jacobian(kNoModulus, *in, *out);
     return 0;
 }
 
@@ -30,6 +38,6 @@ int32_t ecc_invert_point(const mint *p, ecc_jac_point *point)
 
 int32_t ecc_copy_point(ecc_jac_point *out, const ecc_jac_point *in)
 {
-    zokecc::copy_jacobian<ExactField>(*in, *out);
+    zokecc::copy_jacobian(kNoModulus, *in, *out);
     return 1;
 }

@@ -19,8 +19,30 @@ struct ExactField {
 
     const mint &p;
 
+    // Any number is taken as it stands.
+    static bool load(const mint &in, mint &out)
+    {
+        copy(in, out);
+        return true;
+    }
+    static bool load(const ecc_point &in, ecc_point &out)
+    {
+        store(in, out);
+        return true;
+    }
+    static void store(const ecc_point &in, ecc_point &out)
+    {
+        out.infinity = in.infinity;
+        copy(in.x, out.x);
+        copy(in.y, out.y);
+    }
+
     void add(const mint &a, const mint &b, mint &out) const { mod_add(a, b, p, out); }
     void sub(const mint &a, const mint &b, mint &out) const { mint_mod_sub(&a, &b, &p, &out); }
+    // out = p - a, reduced to 0 for 0
+    void negate(const mint &a, mint &out) const { sub(p, a, out); }
+    // out = p - a, which is p for 0
+    void subtract_from_p(const mint &a, mint &out) const { mint_sub(&p, &a, &out); }
     void mul(const mint &a, const mint &b, mint &out) const { mint_mod_mul(&a, &b, &p, &out); }
     void twice(const mint &a, mint &out) const { mint_mod_left_move_1(&out, &a, &p); }
     // out = a * 2^bits
@@ -43,6 +65,7 @@ struct ExactField {
     static bool equal(const mint &a, const mint &b) { return mint_compare(&a, &b) == 0; }
     static bool is_zero(const mint &a) { return zokecc::is_zero(a); }
     static bool is_one(const mint &a) { return zokecc::is_one(a); }
+    static void clear(mint &a) { a.len = 0; }
     static void set_zero(mint &a) { zokecc::set_zero(a); }
     static void set_one(mint &a) { set_small(a, 1); }
 };

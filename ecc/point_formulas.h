@@ -9,22 +9,17 @@
 #ifndef ZOKECC_ECC_POINT_FORMULAS_H
 #define ZOKECC_ECC_POINT_FORMULAS_H
 
+#include <zokecc/ecc.h>
+
 #include <cstdint>
+
+#include "mint/linkage.h"
 
 namespace zokecc {
 
 constexpr uint32_t kInfinity = 1;  // the only flag value that means infinity
 
-template <class Field>
-void copy_affine(const typename Field::Affine &in, typename Field::Affine &out)
-{
-    out.infinity = in.infinity;
-    Field::copy(in.x, out.x);
-    Field::copy(in.y, out.y);
-}
-
-template <class Field>
-void set_affine_infinity(typename Field::Affine &out)
+inline void set_infinity(ecc_point &out)
 {
     out.infinity = kInfinity;
     out.x.len = 0;
@@ -32,40 +27,65 @@ void set_affine_infinity(typename Field::Affine &out)
 }
 
 template <class Field>
-void copy_jacobian(const typename Field::Jacobian &in, typename Field::Jacobian &out)
+void copy_affine(const Field &f, const typename Field::Affine &in, typename Field::Affine &out)
 {
-    Field::copy(in.X, out.X);
-    Field::copy(in.Y, out.Y);
-    Field::copy(in.Z, out.Z);
+    out.infinity = in.infinity;
+    f.copy(in.x, out.x);
+    f.copy(in.y, out.y);
+}
+
+template <class Field>
+void set_affine_infinity(const Field &f, typename Field::Affine &out)
+{
+    out.infinity = kInfinity;
+    f.clear(out.x);
+    f.clear(out.y);
+}
+
+template <class Field>
+void copy_jacobian(const Field &f, const typename Field::Jacobian &in, typename Field::Jacobian &out)
+{
+    f.copy(in.X, out.X);
+    f.copy(in.Y, out.Y);
+    f.copy(in.Z, out.Z);
 }
 
 // (1, 1, 0)
 template <class Field>
-void set_jacobian_infinity(typename Field::Jacobian &out)
+void set_jacobian_infinity(const Field &f, typename Field::Jacobian &out)
 {
-    Field::set_one(out.X);
-    Field::set_one(out.Y);
-    Field::set_zero(out.Z);
+    f.set_one(out.X);
+    f.set_one(out.Y);
+    f.set_zero(out.Z);
 }
 
 template <class Field>
-void affine_to_jacobian(const typename Field::Affine &in, typename Field::Jacobian &out)
+void affine_to_jacobian(const Field &f, const typename Field::Affine &in, typename Field::Jacobian &out)
 {
     if (in.infinity == kInfinity) {
-        set_jacobian_infinity<Field>(out);
+        set_jacobian_infinity(f, out);
         return;
     }
-    Field::copy(in.x, out.X);
-    Field::copy(in.y, out.Y);
-    Field::set_one(out.Z);
+    f.copy(in.x, out.X);
+    f.copy(in.y, out.Y);
+    f.set_one(out.Z);
+}
+
+// P becomes -P.
+template <class Field>
+void jacobian_negate(const Field &f, typename Field::Jacobian &P)
+{
+    if (f.is_zero(P.Z) || f.is_zero(P.Y)) return;
+    f.subtract_from_p(P.Y, P.Y);
 }
 
 // 1 I + 4 M
 template <class Field>
-void jacobian_to_affine(const Field &f, const typename Field::Jacobian &in, typename Field::Affine &out)
+ZOKECC_OUT_OF_LINE void jacobian_to_affine(const Field &f, const typename Field::Jacobian &in,
+                                           typename Field::Affine &out)
 {
-    if (Field::is_zero(in.Z)) {
-        set_affine_infinity<Field>(out);
+    if (f.is_zero(in.Z)) {
+        set_affine_infinity(f, out);
         return;
     }
     typename Field::Element i{};
@@ -81,8 +101,9 @@ void jacobian_to_affine(const Field &f, const typename Field::Jacobian &in, type
 // The chord or tangent of slope lambda through (x1, y1), meeting the curve at x2 as well. A
 // result of (0, 0) counts as infinity.
 template <class Field>
-void affine_from_slope(const Field &f, const typename Field::Element &lambda, const typename Field::Affine &P,
-                       const typename Field::Element &x2, typename Field::Affine &out)
+ZOKECC_OUT_OF_LINE void affine_from_slope(const Field &f, const typename Field::Element &lambda,
+                                          const typename Field::Affine &P, const typename Field::Element &x2,
+                                          typename Field::Affine &out)
 {
     typename Field::Element s{};
     typename Field::Element x3{};
@@ -93,26 +114,27 @@ void affine_from_slope(const Field &f, const typename Field::Element &lambda, co
     f.sub(P.x, x3, s);
     f.mul(lambda, s, s);
     f.sub(s, P.y, y3);  // y3 = lambda (x1 - x3) - y1
-    if (Field::is_zero(x3) && Field::is_zero(y3)) {
-        set_affine_infinity<Field>(out);
+    if (f.is_zero(x3) && f.is_zero(y3)) {
+        set_affine_infinity(f, out);
         return;
     }
     out.infinity = 0;
-    Field::copy(x3, out.x);
-    Field::copy(y3, out.y);
+    f.copy(x3, out.x);
+    f.copy(y3, out.y);
 }
 
 // The doubling, for P = Q by value; P's y is compared with p - y of Q. 1 I + 4 M
 template <class Field>
-void affine_tangent(const Field &f, const typename Field::Affine &P, const typename Field::Affine &Q,
-                    const typename Field::Element &a, typename Field::Affine &out)
+ZOKECC_OUT_OF_LINE void affine_tangent(const Field &f, const typename Field::Affine &P,
+                                       const typename Field::Affine &Q, const typename Field::Element &a,
+                                       typename Field::Affine &out)
 {
     typename Field::Element s{};
     typename Field::Element u{};
     typename Field::Element v{};
-    f.sub(f.p, Q.y, s);  // reduces to 0 for y = 0
-    if (Field::equal(P.y, s)) {
-        set_affine_infinity<Field>(out);
+    f.negate(Q.y, s);
+    if (f.equal(P.y, s)) {
+        set_affine_infinity(f, out);
         return;
     }
     f.mul(P.x, P.x, s);
@@ -131,21 +153,22 @@ void affine_tangent(const Field &f, const typename Field::Affine &P, const typen
 // is the finite point (-2 x1, -y1). Table building and signature checks on deployed devices
 // meet it the same way. Held by EccPointAdd.KeptOppositePointsGiveFinitePoint.
 template <class Field>
-void affine_add(const Field &f, const typename Field::Affine &P, const typename Field::Affine &Q,
-                const typename Field::Element &a, typename Field::Affine &out)
+ZOKECC_OUT_OF_LINE void affine_add(const Field &f, const typename Field::Affine &P,
+                                   const typename Field::Affine &Q, const typename Field::Element &a,
+                                   typename Field::Affine &out)
 {
     if (P.infinity == kInfinity) {
         if (Q.infinity == kInfinity)
-            set_affine_infinity<Field>(out);
+            set_affine_infinity(f, out);
         else
-            copy_affine<Field>(Q, out);
+            copy_affine(f, Q, out);
         return;
     }
     if (Q.infinity == kInfinity) {
-        copy_affine<Field>(P, out);
+        copy_affine(f, P, out);
         return;
     }
-    if (Field::equal(P.x, Q.x) && Field::equal(P.y, Q.y)) {
+    if (f.equal(P.x, Q.x) && f.equal(P.y, Q.y)) {
         affine_tangent(f, P, Q, a, out);
         return;
     }
@@ -160,14 +183,14 @@ void affine_add(const Field &f, const typename Field::Affine &P, const typename 
 
 // 2 P. 6 M for Z = 1, else 10 M. For Z = 0 the formula gives Z3 = 0 by itself.
 template <class Field>
-void jacobian_double(const Field &f, const typename Field::Jacobian &P, const typename Field::Element &a,
-                     typename Field::Jacobian &out)
+ZOKECC_OUT_OF_LINE void jacobian_double(const Field &f, const typename Field::Jacobian &P,
+                                        const typename Field::Element &a, typename Field::Jacobian &out)
 {
     typename Field::Element M{};
     typename Field::Element S{};
     typename Field::Element t{};
     typename Field::Element u{};
-    const bool z_is_one = Field::is_one(P.Z);
+    const bool z_is_one = f.is_one(P.Z);
     f.mul(P.X, P.X, t);
     f.twice(t, u);
     f.add(t, u, t);  // t = 3 X^2
@@ -198,15 +221,16 @@ void jacobian_double(const Field &f, const typename Field::Jacobian &P, const ty
 
 // P + Q for an affine Q. 11 M
 template <class Field>
-void jacobian_add_affine(const Field &f, const typename Field::Jacobian &P, const typename Field::Affine &Q,
-                         const typename Field::Element &a, typename Field::Jacobian &out)
+ZOKECC_OUT_OF_LINE void jacobian_add_affine(const Field &f, const typename Field::Jacobian &P,
+                                            const typename Field::Affine &Q, const typename Field::Element &a,
+                                            typename Field::Jacobian &out)
 {
     if (Q.infinity == kInfinity) {
-        copy_jacobian<Field>(P, out);
+        copy_jacobian(f, P, out);
         return;
     }
-    if (Field::is_zero(P.Z)) {
-        affine_to_jacobian<Field>(Q, out);
+    if (f.is_zero(P.Z)) {
+        affine_to_jacobian(f, Q, out);
         return;
     }
     typename Field::Element A{};
@@ -219,13 +243,13 @@ void jacobian_add_affine(const Field &f, const typename Field::Jacobian &P, cons
     f.mul(B, Q.y, B);
     f.sub(A, P.X, A);  // H = x2 Z1^2 - X1
     f.sub(B, P.Y, B);  // r = y2 Z1^3 - Y1
-    if (Field::is_zero(A)) {
-        if (!Field::is_zero(B)) {
-            set_jacobian_infinity<Field>(out);
+    if (f.is_zero(A)) {
+        if (!f.is_zero(B)) {
+            set_jacobian_infinity(f, out);
             return;
         }
         typename Field::Jacobian doubled{};
-        affine_to_jacobian<Field>(Q, doubled);
+        affine_to_jacobian(f, Q, doubled);
         jacobian_double(f, doubled, a, out);
         return;
     }
@@ -246,13 +270,13 @@ void jacobian_add_affine(const Field &f, const typename Field::Jacobian &P, cons
 
 // Coordinates of point over the denominator of other: U = X Z'^2, S = Y Z'^3.
 template <class Field>
-void bring_to_denominator(const Field &f, const typename Field::Jacobian &point,
-                          const typename Field::Jacobian &other, typename Field::Element &U,
-                          typename Field::Element &S)
+ZOKECC_OUT_OF_LINE void bring_to_denominator(const Field &f, const typename Field::Jacobian &point,
+                                             const typename Field::Jacobian &other,
+                                             typename Field::Element &U, typename Field::Element &S)
 {
-    if (Field::is_one(other.Z)) {
-        Field::copy(point.X, U);
-        Field::copy(point.Y, S);
+    if (f.is_one(other.Z)) {
+        f.copy(point.X, U);
+        f.copy(point.Y, S);
         return;
     }
     typename Field::Element t{};
@@ -264,14 +288,14 @@ void bring_to_denominator(const Field &f, const typename Field::Jacobian &point,
 
 // Z3 of the full addition: (Z1 Z2) W without the factors that are one.
 template <class Field>
-void multiply_denominators(const Field &f, const typename Field::Jacobian &P,
-                           const typename Field::Jacobian &Q, const typename Field::Element &W,
-                           typename Field::Element &out)
+ZOKECC_OUT_OF_LINE void multiply_denominators(const Field &f, const typename Field::Jacobian &P,
+                                              const typename Field::Jacobian &Q,
+                                              const typename Field::Element &W, typename Field::Element &out)
 {
-    const bool p_is_one = Field::is_one(P.Z);
-    const bool q_is_one = Field::is_one(Q.Z);
+    const bool p_is_one = f.is_one(P.Z);
+    const bool q_is_one = f.is_one(Q.Z);
     if (p_is_one && q_is_one) {
-        Field::copy(W, out);
+        f.copy(W, out);
     } else if (p_is_one) {
         f.mul(Q.Z, W, out);
     } else if (q_is_one) {
@@ -289,19 +313,20 @@ void multiply_denominators(const Field &f, const typename Field::Jacobian &P,
 // below the order, and deployed devices see infinity. Held by
 // EccJacPointAdd1.KeptEqualPointsInTwoRecordsGiveInfinity.
 template <class Field>
-void jacobian_add(const Field &f, const typename Field::Jacobian &P, const typename Field::Jacobian &Q,
-                  const typename Field::Element &a, typename Field::Jacobian &out)
+ZOKECC_OUT_OF_LINE void jacobian_add(const Field &f, const typename Field::Jacobian &P,
+                                     const typename Field::Jacobian &Q, const typename Field::Element &a,
+                                     typename Field::Jacobian &out)
 {
     if (&P == &Q) {
         jacobian_double(f, P, a, out);
         return;
     }
-    if (Field::is_zero(P.Z)) {
-        copy_jacobian<Field>(Q, out);
+    if (f.is_zero(P.Z)) {
+        copy_jacobian(f, Q, out);
         return;
     }
-    if (Field::is_zero(Q.Z)) {
-        copy_jacobian<Field>(P, out);
+    if (f.is_zero(Q.Z)) {
+        copy_jacobian(f, P, out);
         return;
     }
     typename Field::Element U0{};

@@ -1,20 +1,13 @@
 // Multiples of any point: signed digits in a sliding window, and a table of odd multiples.
+#include "ecc/wnaf.h"
+
 #include <zokecc/ecc.h>
 
-#include "ecc/exact_field.h"
-#include "ecc/point_formulas.h"
+#include "ecc/fast_path.h"
 #include "mint/value.h"
-#include "mint/wipe.h"
 #include "mint/work_buffer.h"
 
 namespace {
-
-using zokecc::ExactField;
-using zokecc::Wiping;
-
-// 608 bits are the most a scalar has, so the width is 4 at most and the odd multiples are eight.
-constexpr uint32_t kMaxWidth = 4;
-constexpr uint32_t kMaxOddMultiples = 1u << (kMaxWidth - 1);
 
 uint32_t window_width(int32_t bits)
 {
@@ -51,43 +44,6 @@ int32_t recode(const mint &k, int32_t bits, uint32_t width, int8_t *digits)
     return j;
 }
 
-// out[i] = (2 i + 1) P
-void odd_multiples(const ExactField &f, const ecc_point &P, const mint &a, uint32_t count, ecc_jac_point *out)
-{
-    zokecc::affine_to_jacobian<ExactField>(P, out[0]);
-    Wiping<ecc_jac_point> twice;
-    zokecc::jacobian_double(f, out[0], a, *twice);
-    for (uint32_t i = 1; i < count; ++i) zokecc::jacobian_add(f, out[i - 1], *twice, a, out[i]);
-}
-
-// R = sum of digits[j] 2^j P, from the highest digit down. R is held negated where that saves a
-// negation: an addition of a negative digit to R is one of a positive digit to -R.
-void evaluate(const ExactField &f, const mint &a, const int8_t *digits, int32_t count,
-              const ecc_jac_point *odd, ecc_jac_point &R)
-{
-    bool at_infinity = true;
-    bool inverted = false;
-    for (int32_t j = count - 1; j >= 0; --j) {
-        if (!at_infinity) zokecc::jacobian_double(f, R, a, R);
-        const int32_t digit = digits[j];
-        if (digit == 0) continue;
-        if ((digit < 0) != inverted) {
-            if (!at_infinity) ecc_invert_point(&f.p, &R);
-            inverted = !inverted;
-        }
-        const ecc_jac_point &multiple = odd[(digit < 0 ? -digit : digit) >> 1];
-        if (at_infinity)
-            zokecc::copy_jacobian<ExactField>(multiple, R);
-        else
-            zokecc::jacobian_add(f, multiple, R, a, R);
-        at_infinity = false;
-    }
-    if (at_infinity)
-        ecc_infinite_point(&R);
-    else if (inverted)
-        ecc_invert_point(&f.p, &R);
-}
-
 }  // namespace
 
 // KEPT: the digit buffer stays allocated. Deployed systems account for it as part of this call's
@@ -98,22 +54,19 @@ int32_t ecc_unknown_point_mul(const mint *k, const ecc_point *P, const mint *a, 
 {
     const bool k_is_zero = zokecc::is_zero(*k);
     const ecc_point base = *P;
-    if (k_is_zero || base.infinity == zokecc::kInfinity) zokecc::set_affine_infinity<ExactField>(*out);
+    if (k_is_zero || base.infinity == zokecc::kInfinity) zokecc::set_infinity(*out);
 
     const int32_t bits = k_is_zero ? 0 : get_mint_bit_len(k);
     const uint32_t width = window_width(bits);
     zokecc::WorkBuffer buffer(static_cast<uint32_t>(bits) + 1);
     if (!buffer) return -1;
-    int8_t *const digits = reinterpret_cast<int8_t *>(buffer.data());
-    const int32_t count = k_is_zero ? 1 : recode(*k, bits, width, digits);
+    int8_t *const digit = reinterpret_cast<int8_t *>(buffer.data());
+    const int32_t count = k_is_zero ? 1 : recode(*k, bits, width, digit);
 
     if (count >= 0) {
-        const ExactField f{*p};
-        Wiping<ecc_jac_point[kMaxOddMultiples]> odd;
-        Wiping<ecc_jac_point> R;
-        odd_multiples(f, base, *a, 1u << (width - 1), *odd);
-        evaluate(f, *a, digits, count, *odd, *R);
-        zokecc::jacobian_to_affine(f, *R, *out);
+        const zokecc::WindowDigits digits{digit, count, width};
+        zokecc::on_best_field(
+            *p, [&](const auto &field) { return zokecc::window_multiple(field, digits, base, *a, *out); });
     }
     buffer.release();
     return count >= 0 ? 1 : -1;

@@ -40,6 +40,7 @@ struct PointBytes {
 // Byte strings put one behind the other, up to 448 bytes, cleared at the end of the scope.
 class Transcript {
 public:
+    // cppcheck-suppress uninitMemberVar ; bytes behind used_ are never read
     Transcript() = default;
     ~Transcript() { wipe(bytes_, sizeof bytes_); }
     Transcript(const Transcript &) = delete;

@@ -18,7 +18,7 @@ constexpr uint32_t kInitialState[8] = {0x7380166f, 0x4914b2b9, 0x172442d7, 0xda8
 
 constexpr uint32_t round_constant(uint32_t j)
 {
-    return std::rotl(j < 16 ? 0x79cc4519u : 0x7a879d8au, j % 32);
+    return std::rotl(j < 16 ? 0x79cc4519u : 0x7a879d8au, static_cast<int>(j % 32));
 }
 static_assert(round_constant(1) == 0xf3988a32u && round_constant(16) == 0x9d8a7a87u);
 

@@ -2,13 +2,13 @@
 // in base 2^32. Every result is exact.
 #include "mint/divide.h"
 
+#include "mint/fast_divide.h"
 #include "mint/plain.h"
 #include "mint/words.h"
 
 namespace {
 
 using zokecc::kMintWords;
-using zokecc::kProductWords;
 
 // out[count + 1] = x[count] * 2^bits, bits below 32.
 void shift_up(const uint32_t *x, uint32_t count, uint32_t bits, uint32_t *out)
@@ -85,6 +85,15 @@ void divide_words(const uint32_t *u, uint32_t u_count, const uint32_t *v, uint32
     shift_down(dividend, v_count, shift, remainder);
 }
 
+void divide_quickly(const uint32_t *u, uint32_t u_count, const uint32_t *v, uint32_t v_count,
+                    uint32_t *quotient, uint32_t *remainder)
+{
+    if (v_count > kWordsPerLimb<NativeLimb>)
+        divide_limbs<NativeLimb>(u, u_count, v, v_count, quotient, remainder);
+    else
+        divide_words(u, u_count, v, v_count, quotient, remainder);
+}
+
 void reduce_product(const uint32_t *x, uint32_t count, const mint &modulus, mint &out)
 {
     if (is_zero(modulus)) return;
@@ -96,7 +105,7 @@ void reduce_product(const uint32_t *x, uint32_t count, const mint &modulus, mint
     const uint32_t trimmed = trimmed_words(modulus);
     if (trimmed == 0) return;
     uint32_t remainder[kMintWords];
-    divide_words(x, count, modulus.words, trimmed, nullptr, remainder);
+    divide_quickly(x, count, modulus.words, trimmed, nullptr, remainder);
     set_words(out, remainder, trimmed);
 }
 
@@ -121,7 +130,8 @@ int32_t mint_div(const mint *dividend, const mint *divisor, mint *quotient, mint
         if (quotient != nullptr) zokecc::set_zero(*quotient);
         return 1;
     }
-    zokecc::divide_words(dividend->words, u_count, divisor->words, v_count, quotient_words, remainder_words);
+    zokecc::divide_quickly(dividend->words, u_count, divisor->words, v_count, quotient_words,
+                           remainder_words);
     zokecc::set_words(*remainder, remainder_words, v_count);
     if (quotient != nullptr) zokecc::set_words(*quotient, quotient_words, u_count - v_count + 1);
     return 1;

@@ -14,6 +14,10 @@ namespace zokecc {
 void divide_words(const uint32_t *u, uint32_t u_count, const uint32_t *v, uint32_t v_count,
                   uint32_t *quotient, uint32_t *remainder);
 
+// The same on limbs, with a reciprocal, where the divisor has two of them or more.
+void divide_quickly(const uint32_t *u, uint32_t u_count, const uint32_t *v, uint32_t v_count,
+                    uint32_t *quotient, uint32_t *remainder);
+
 }  // namespace zokecc
 
 #endif

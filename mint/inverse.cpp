@@ -2,7 +2,10 @@
 //
 // Neither tests that the inverse exists. What they leave is what deployed devices leave: every
 // subtraction goes through mint_sub, and the odd method subtracts in place.
+#include "mint/fast_divide.h"
+#include "mint/fast_inverse.h"
 #include "mint/plain.h"
+#include "mint/trace.h"
 #include "mint/value.h"
 #include "mint/words.h"
 
@@ -48,7 +51,7 @@ void make_odd(mint &value, mint &cofactor, const mint &m)
 // (1/2 modulo the order of the recommended SM2 curve, for one). Keys and signatures on deployed
 // devices went through this iteration. Held by MintEeaAlgo.KeptSmallInverseOfTwoModuloTheSm2Order
 // and MintEeaAlgo.KeptSmallInverseOfElevenModuloP256NeedsSubtractionInPlace.
-void invert_modulo_odd(mint &u, const mint &m, mint &out)
+ZOKECC_OUT_OF_LINE void invert_modulo_odd(mint &u, const mint &m, mint &out)
 {
     // a * x1 = u and a * x2 = -v (mod m): the cofactors are only ever added.
     mint v = m;
@@ -69,6 +72,27 @@ void invert_modulo_odd(mint &u, const mint &m, mint &out)
         }
     }
     write_negated(x2, m, out);
+}
+
+// The same on limbs: false where the fast inverse does not serve.
+ZOKECC_OUT_OF_LINE bool invert_on_limbs(const mint &a, const mint &m, mint &out)
+{
+    using L = zokecc::NativeLimb;
+    if (m.len > zokecc::kMaxFastWords || zokecc::is_zero(a) || zokecc::is_one(m)) return false;
+    L a_limbs[zokecc::kMaxFastLimbs<L>] = {};
+    L m_limbs[zokecc::kMaxFastLimbs<L>] = {};
+    std::memcpy(a_limbs, a.words, 4 * a.len);
+    std::memcpy(m_limbs, m.words, 4 * m.len);
+    const unsigned n = zokecc::limbs_for<L>(m.len);
+    zokecc::FastInverse<L, zokecc::NoTrace> inverse(a_limbs, m_limbs, n);
+    const bool done = inverse.run(a_limbs);
+    if (done) {
+        uint32_t words[zokecc::kMaxFastWords + 1];
+        std::memcpy(words, a_limbs, 4 * m.len);
+        zokecc::set_words(out, words, m.len);
+    }
+    zokecc::wipe(a_limbs, sizeof a_limbs);
+    return done;
 }
 
 // r0 >= 3 * r1, where 3 * r1 may be one word longer than a record.
@@ -140,9 +164,9 @@ int32_t mint_EEA_algo(const mint *a, const mint *modulus, mint *out)
     const mint m = trimmed(*modulus);
     mint u = trimmed(*a);
     if (mint_compare(&u, &m) >= 0) mint_mod(&u, &m, &u);
-    if (zokecc::is_odd(m))
-        invert_modulo_odd(u, m, *out);
-    else
+    if (!zokecc::is_odd(m))
         invert_modulo_even(u, m, *out);
+    else if (!invert_on_limbs(u, m, *out))
+        invert_modulo_odd(u, m, *out);
     return 0;
 }

@@ -1,6 +1,7 @@
 // Modular addition, subtraction, multiplication and doubling.
 //
 // Operands are expected to be reduced; nothing checks it. A zero modulus writes nothing.
+#include "mint/fast_divide.h"
 #include "mint/plain.h"
 #include "mint/value.h"
 
@@ -51,6 +52,14 @@ int32_t mint_mod_mul(const mint *a, const mint *b, const mint *p, mint *out)
     }
     const uint32_t a_used = zokecc::used_words(*a);
     const uint32_t b_used = zokecc::used_words(*b);
+    const uint32_t p_used = zokecc::used_words(*p);
+    if (p_used > zokecc::kWordsPerLimb<zokecc::NativeLimb> && p->words[p_used - 1] != 0) {
+        uint32_t remainder[zokecc::kMintWords];
+        zokecc::multiply_and_divide<zokecc::NativeLimb>(a->words, a_used, b->words, b_used, p->words, p_used,
+                                                        remainder);
+        zokecc::set_words(*out, remainder, p_used);
+        return 0;
+    }
     uint32_t product[zokecc::kProductWords];
     mul_2(a->words, static_cast<int32_t>(a_used), b->words, static_cast<int32_t>(b_used), product);
     zokecc::reduce_product(product, zokecc::trimmed_count(product, a_used + b_used), *p, *out);

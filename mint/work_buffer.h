@@ -32,7 +32,7 @@ public:
     {
         if (bytes_ != nullptr) wipe(bytes_, size_);
         bytes_ = nullptr;
-    }
+    }  // NOLINT(clang-analyzer-unix.Malloc): that is what it is for
 
 private:
     uint8_t *bytes_;

@@ -14,7 +14,6 @@
 namespace {
 
 using zokecc::Bytes;
-using zokecc::CurveView;
 using zokecc::ExchangePublics;
 using zokecc::is_readable;
 using zokecc::is_zero;

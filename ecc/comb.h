@@ -1,0 +1,58 @@
+// The comb over the precomputed table, as a template over the field.
+//
+// Each 32-bit word of the scalar is split in two halves of 16 bits. Round i takes bit 15 - i of
+// every low half at once (first half of the table) and bit 31 - i of every high half (second
+// half), so 16 doublings and at most 32 mixed additions serve a scalar of any size up to p's.
+#ifndef ZOKECC_ECC_COMB_H
+#define ZOKECC_ECC_COMB_H
+
+#include "ecc/point_formulas.h"
+#include "mint/value.h"
+#include "mint/wipe.h"
+
+namespace zokecc {
+
+constexpr uint32_t kCombRounds = 16;
+
+// Bit number bit of words 0..m-1, side by side.
+inline uint32_t comb_column(const mint &k, uint32_t m, uint32_t bit)
+{
+    const uint32_t count = used_words(k) < m ? used_words(k) : m;
+    uint32_t out = 0;
+    for (uint32_t j = 0; j < count; ++j) out |= (k.words[j] >> bit & 1) << j;
+    return out;
+}
+
+// out = k times the point that table was made for; k has at most m words. False, with nothing
+// written, where the field does not take a number of the table or a.
+template <class Field>
+ZOKECC_OUT_OF_LINE bool comb_multiple(const Field &f, const mint &k, uint32_t m, const ecc_point *table,
+                                      const mint &a_record, ecc_point &out)
+{
+    typename Field::Element a{};
+    if (!f.load(a_record, a)) return false;
+    Wiping<typename Field::Jacobian> sum;
+    typename Field::Affine entry{};
+    set_jacobian_infinity(f, *sum);
+    for (uint32_t i = 0; i < kCombRounds; ++i) {
+        jacobian_double(f, *sum, a, *sum);
+        const uint32_t low = comb_column(k, m, 15 - i);
+        const uint32_t high = comb_column(k, m, 31 - i);
+        if (low != 0) {
+            if (!f.load(table[low], entry)) return false;
+            jacobian_add_affine(f, *sum, entry, a, *sum);
+        }
+        if (high != 0) {
+            if (!f.load(table[(1u << m) + high], entry)) return false;
+            jacobian_add_affine(f, *sum, entry, a, *sum);
+        }
+    }
+    Wiping<typename Field::Affine> product;
+    jacobian_to_affine(f, *sum, *product);
+    f.store(*product, out);
+    return true;
+}
+
+}  // namespace zokecc
+
+#endif

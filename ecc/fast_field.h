@@ -1,0 +1,249 @@
+// The prime field on limbs: the bits of ExactField, several times faster.
+//
+// For odd moduli of 5 to 9 words and for reduced, trimmed numbers only; load() refuses the rest and
+// leaves it to ExactField. Results stay reduced, so a number is its limbs and needs no length. The
+// one that is not, the inverse of zero, is p, and only products take it: they reduce it.
+#ifndef ZOKECC_ECC_FAST_FIELD_H
+#define ZOKECC_ECC_FAST_FIELD_H
+
+#include <zokecc/ecc.h>
+
+#include "mint/borrow_rule.h"
+#include "mint/fast_inverse.h"
+#include "mint/full_limbs.h"
+#include "mint/linkage.h"
+#include "mint/plain.h"
+#include "mint/short_limbs.h"
+#include "mint/trace.h"
+#include "mint/value.h"
+
+namespace zokecc {
+
+template <class Modulus, class Trace = NoTrace>
+class FastField {
+public:
+    using Limb = typename Modulus::Limb;
+    struct Element {
+        Element() {}  // nothing is read before it is written
+        Limb limb[Modulus::kElementLimbs];
+    };
+    struct Affine {
+        uint32_t infinity;
+        Element x, y;
+    };
+    struct Jacobian {
+        Element X, Y, Z;
+    };
+
+    // True if p is a modulus for this field.
+    static bool serves(const mint &p)
+    {
+        const uint32_t words = used_words(p);
+        return words >= 5 && words <= kMaxFastWords && p.words[words - 1] != 0 && is_odd(p) &&
+               Modulus::fits(p.words, words);
+    }
+
+    explicit FastField(const mint &p) : p_record_(p)
+    {
+        modulus_.prepare(p.words, p.len);
+        copy_words(p, p_);
+    }
+
+    // A record's number, or false for one that is not below p or not trimmed.
+    ZOKECC_SHORT_BODY bool load(const mint &in, Element &out) const
+    {
+        const uint32_t words = in.len;
+        if (words > p_record_.len || (words > 0 && in.words[words - 1] == 0)) return false;
+        copy_words(in, out);
+        return is_below(out.limb, p_.limb, limbs());
+    }
+
+    ZOKECC_SHORT_BODY bool load(const ecc_point &in, Affine &out) const
+    {
+        out.infinity = in.infinity;
+        return in.infinity == 1 || (load(in.x, out.x) && load(in.y, out.y));
+    }
+
+    ZOKECC_SHORT_BODY void store(const Element &in, mint &out) const
+    {
+        const unsigned words = used_words_of(in.limb, limbs());
+        std::memcpy(out.words, in.limb, 4 * words);
+        out.len = words;
+    }
+
+    ZOKECC_SHORT_BODY void store(const Affine &in, ecc_point &out) const
+    {
+        out.infinity = in.infinity;
+        store(in.x, out.x);
+        store(in.y, out.y);
+    }
+
+    ZOKECC_SHORT_BODY void add(const Element &a, const Element &b, Element &out) const
+    {
+        Limb ones;
+        const Limb carry = add_limbs(a.limb, b.limb, limbs(), out.limb);
+        if (carry != 0 || !is_below(out.limb, p_.limb, limbs())) subtract(out, p_, out, ones);
+    }
+
+    // KEPT: like ExactField, word for word: for a < b there are two differences, and the borrow
+    // rule acts on each. Held by FastField.KeptBorrowRuleInModularSubtraction.
+    ZOKECC_SHORT_BODY void sub(const Element &a, const Element &b, Element &out) const
+    {
+        Limb ones;
+        Element d;
+        const bool below = subtract(a, b, d, ones) != 0;
+        if (below) subtract(b, a, d, ones);
+        if (ones != 0) [[unlikely]] {
+            Trace::first_difference();
+            keep_equal_words((below ? b : a).limb, (below ? a : b).limb, limbs(), d.limb);
+        }
+        if (below)
+            subtract_from_p(d, out);
+        else
+            copy(d, out);
+    }
+
+    // p - a as the definition subtracts it from p: 0 for 0.
+    void negate(const Element &a, Element &out) const
+    {
+        if (is_zero(a))
+            out = a;
+        else
+            subtract_from_p(a, out);
+    }
+
+    // out = p - a by the borrow rule, for 0 < a < p.
+    ZOKECC_SHORT_BODY void subtract_from_p(const Element &a, Element &out) const
+    {
+        Limb ones;
+        Element d;
+        subtract(p_, a, d, ones);
+        if (ones != 0) [[unlikely]] {
+            Trace::second_difference();
+            keep_equal_words(p_.limb, a.limb, limbs(), d.limb);
+        }
+        copy(d, out);
+    }
+
+    ZOKECC_SHORT_BODY void mul(const Element &a, const Element &b, Element &out) const
+    {
+        if (!modulus_.multiply(a.limb, b.limb, out.limb)) [[unlikely]]
+            multiply_by_division(a, b, out);
+    }
+
+    ZOKECC_SHORT_BODY void twice(const Element &a, Element &out) const
+    {
+        Limb ones;
+        Element doubled;
+        const Limb carry = add_limbs(a.limb, a.limb, limbs(), doubled.limb);
+        if (carry == 0 && is_below(doubled.limb, p_.limb, limbs())) {
+            copy(doubled, out);
+            return;
+        }
+        subtract(doubled, p_, out, ones);
+        if (ones == 0) [[likely]]
+            return;
+        Trace::doubled_difference();
+        keep_equal_words(doubled.limb, p_.limb, limbs(), out.limb);
+    }
+
+    // The definition shifts up to p's bit length in one go. Until there nothing has to be
+    // subtracted, so one bit after the other meets the same subtractions.
+    void shift_left(const Element &a, int32_t bits, Element &out) const
+    {
+        twice(a, out);
+        while (--bits > 0) twice(out, out);
+    }
+
+    ZOKECC_SHORT_BODY void halve(const Element &a, Element &out) const
+    {
+        Limb top = 0;
+        Element sum = a;
+        if ((a.limb[0] & 1) != 0) top = add_limbs(a.limb, p_.limb, limbs(), sum.limb);
+        const unsigned last = limbs() - 1;
+        for (unsigned i = 0; i < last; ++i)
+            out.limb[i] = sum.limb[i] >> 1 | sum.limb[i + 1] << (kLimbBits<Limb> - 1);
+        out.limb[last] = sum.limb[last] >> 1 | top << (kLimbBits<Limb> - 1);
+    }
+
+    ZOKECC_SHORT_BODY void invert(const Element &a, Element &out) const
+    {
+        if (is_zero(a)) {
+            out = p_;  // what the definition leaves for zero
+            return;
+        }
+        FastInverse<Limb, Trace> inverse(a.limb, p_.limb, limbs());
+        if (!inverse.run(out.limb)) invert_by_definition(a, out);
+    }
+
+    static void copy(const Element &a, Element &out) { out = a; }
+    ZOKECC_SHORT_BODY bool equal(const Element &a, const Element &b) const
+    {
+        Limb difference = 0;
+        for (unsigned i = 0; i < limbs(); ++i) difference |= a.limb[i] ^ b.limb[i];
+        return difference == 0;
+    }
+    ZOKECC_SHORT_BODY bool is_zero(const Element &a) const
+    {
+        Limb any = 0;
+        for (unsigned i = 0; i < limbs(); ++i) any |= a.limb[i];
+        return any == 0;
+    }
+    ZOKECC_SHORT_BODY bool is_one(const Element &a) const
+    {
+        Limb any = a.limb[0] ^ 1;
+        for (unsigned i = 1; i < limbs(); ++i) any |= a.limb[i];
+        return any == 0;
+    }
+    static void clear(Element &a) { set_small(a, 0); }
+    static void set_zero(Element &a) { set_small(a, 0); }
+    static void set_one(Element &a) { set_small(a, 1); }
+
+private:
+    unsigned limbs() const { return modulus_.limbs(); }
+
+    static void set_small(Element &a, Limb number)
+    {
+        std::memset(a.limb, 0, sizeof a.limb);
+        a.limb[0] = number;
+    }
+
+    static void copy_words(const mint &in, Element &out)
+    {
+        set_zero(out);
+        std::memcpy(out.limb, in.words, 4 * in.len);
+    }
+
+    Limb subtract(const Element &a, const Element &b, Element &out, Limb &ones) const
+    {
+        return sub_limbs(a.limb, b.limb, limbs(), out.limb, ones);
+    }
+
+    void multiply_by_division(const Element &a, const Element &b, Element &out) const
+    {
+        Trace::quotient_unsure();
+        mint x;
+        mint y;
+        store(a, x);
+        store(b, y);
+        mint_mod_mul(&x, &y, &p_record_, &x);
+        copy_words(x, out);
+    }
+
+    void invert_by_definition(const Element &a, Element &out) const
+    {
+        Trace::inverse_by_definition();
+        mint x;
+        store(a, x);
+        mint_EEA_algo(&x, &p_record_, &x);
+        copy_words(x, out);
+    }
+
+    const mint &p_record_;
+    Modulus modulus_;
+    Element p_;
+};
+
+}  // namespace zokecc
+
+#endif

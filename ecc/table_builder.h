@@ -1,0 +1,67 @@
+// The sums behind the table of fixed-base multiplication, as a template over the field.
+#ifndef ZOKECC_ECC_TABLE_BUILDER_H
+#define ZOKECC_ECC_TABLE_BUILDER_H
+
+#include "ecc/point_formulas.h"
+
+namespace zokecc {
+
+constexpr uint32_t kWordShift = 32;      // doublings from one base point to the next
+constexpr uint32_t kHalfWordShift = 16;  // doublings from the first half of the table to the second
+
+// The sums that make a table, as the field sees them. False where it does not take a number.
+template <class Field>
+class TableBuilder {
+public:
+    explicit TableBuilder(const Field &f) : f_(f) {}
+
+    bool load(const mint &a) { return f_.load(a, a_); }
+
+    // out = 2^times point
+    bool doubled(const ecc_point &point, uint32_t times, ecc_point &out)
+    {
+        typename Field::Affine P{};
+        if (!f_.load(point, P)) return false;
+        for (uint32_t i = 0; i < times; ++i) affine_add(f_, P, P, a_, P);
+        out = point;
+        f_.store(P, out);
+        return true;
+    }
+
+    // From base points at the powers of two, entry i for every other i below size: the sum of its
+    // base points from the lowest bit up, which is the entry without the top bit plus the last one.
+    bool fill_sums(ecc_point *half, uint32_t size)
+    {
+        typename Field::Affine P{};
+        typename Field::Affine Q{};
+        for (uint32_t top = 2; top < size; top *= 2)
+            for (uint32_t low = 1; low < top; ++low) {
+                if (!f_.load(half[low], P) || !f_.load(half[top], Q)) return false;
+                affine_add(f_, P, Q, a_, P);
+                half[top + low] = ecc_point{};
+                f_.store(P, half[top + low]);
+            }
+        return true;
+    }
+
+    bool fill_table(const ecc_point &G, ecc_point *table, uint32_t size)
+    {
+        ecc_point *const low = table;
+        ecc_point *const high = table + size;
+        low[0] = G;
+        low[1] = G;
+        for (uint32_t bit = 1; bit < size / 2; bit *= 2)
+            if (!doubled(low[bit], kWordShift, low[2 * bit])) return false;
+        for (uint32_t bit = 1; bit < size; bit *= 2)
+            if (!doubled(low[bit], kHalfWordShift, high[bit])) return false;
+        return fill_sums(low, size) && fill_sums(high, size);
+    }
+
+private:
+    const Field &f_;
+    typename Field::Element a_{};
+};
+
+}  // namespace zokecc
+
+#endif

@@ -1,0 +1,82 @@
+// The product by a signed sliding window, as templates over the field.
+#ifndef ZOKECC_ECC_WNAF_H
+#define ZOKECC_ECC_WNAF_H
+
+#include "ecc/point_formulas.h"
+#include "mint/wipe.h"
+
+namespace zokecc {
+
+// 608 bits are the most a scalar has, so the width is 4 at most and the odd multiples are eight.
+constexpr uint32_t kMaxWindowWidth = 4;
+constexpr uint32_t kMaxOddMultiples = 1u << (kMaxWindowWidth - 1);
+
+// The digits of a scalar, least significant first.
+struct WindowDigits {
+    const int8_t *digit;
+    int32_t count;
+    uint32_t width;
+};
+
+// out[i] = (2 i + 1) P
+template <class Field>
+void odd_multiples(const Field &f, const typename Field::Affine &P, const typename Field::Element &a,
+                   uint32_t count, typename Field::Jacobian *out)
+{
+    affine_to_jacobian(f, P, out[0]);
+    Wiping<typename Field::Jacobian> twice;
+    jacobian_double(f, out[0], a, *twice);
+    for (uint32_t i = 1; i < count; ++i) jacobian_add(f, out[i - 1], *twice, a, out[i]);
+}
+
+// R = sum of digits[j] 2^j P, from the highest digit down. R is held negated where that saves a
+// negation: an addition of a negative digit to R is one of a positive digit to -R.
+template <class Field>
+void evaluate(const Field &f, const typename Field::Element &a, const WindowDigits &digits,
+              const typename Field::Jacobian *odd, typename Field::Jacobian &R)
+{
+    bool at_infinity = true;
+    bool inverted = false;
+    for (int32_t j = digits.count - 1; j >= 0; --j) {
+        if (!at_infinity) jacobian_double(f, R, a, R);
+        const int32_t digit = digits.digit[j];
+        if (digit == 0) continue;
+        if ((digit < 0) != inverted) {
+            if (!at_infinity) jacobian_negate(f, R);
+            inverted = !inverted;
+        }
+        const typename Field::Jacobian &multiple = odd[(digit < 0 ? -digit : digit) >> 1];
+        if (at_infinity)
+            copy_jacobian(f, multiple, R);
+        else
+            jacobian_add(f, multiple, R, a, R);
+        at_infinity = false;
+    }
+    if (at_infinity)
+        f.set_zero(R.Z);
+    else if (inverted)
+        jacobian_negate(f, R);
+}
+
+// out = the digits' number times P. False, with nothing written, where the field does not take P
+// or a.
+template <class Field>
+ZOKECC_OUT_OF_LINE bool window_multiple(const Field &f, const WindowDigits &digits, const ecc_point &P_record,
+                                        const mint &a_record, ecc_point &out)
+{
+    typename Field::Affine P{};
+    typename Field::Element a{};
+    if (!f.load(P_record, P) || !f.load(a_record, a)) return false;
+    Wiping<typename Field::Jacobian[kMaxOddMultiples]> odd;
+    Wiping<typename Field::Jacobian> R;
+    odd_multiples(f, P, a, 1u << (digits.width - 1), *odd);
+    evaluate(f, a, digits, *odd, *R);
+    Wiping<typename Field::Affine> product;
+    jacobian_to_affine(f, *R, *product);
+    f.store(*product, out);
+    return true;
+}
+
+}  // namespace zokecc
+
+#endif

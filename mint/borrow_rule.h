@@ -1,0 +1,72 @@
+// The kept rule of subtraction, applied to a true difference.
+//
+// mint_sub departs from the true difference D = X - Y only where D has a 32-bit word of all ones
+// (add_sub.cpp has the rule and why it is kept):
+//   - below Y's used words it writes FFFFFFFE where X and Y have equal words and a borrow comes
+//     in. Of x == y only the borrow makes x - y - borrow all ones.
+//   - above them, and only in place, it loses the borrow behind a zero word of X. There D has
+//     0 - 1, all ones.
+// Every other word and every other borrow is the true one. So whoever has the true difference
+// looks for words of all ones, and comes here only where there is one.
+#ifndef ZOKECC_MINT_BORROW_RULE_H
+#define ZOKECC_MINT_BORROW_RULE_H
+
+#include "mint/limb.h"
+#include "mint/linkage.h"
+
+namespace zokecc {
+
+constexpr unsigned kMaxFastWords = 9;
+template <class L>
+constexpr unsigned kMaxFastLimbs = (kMaxFastWords + kWordsPerLimb<L> - 1) / kWordsPerLimb<L>;
+
+template <class L>
+inline uint32_t word_of(const L *limbs, unsigned i)
+{
+    return static_cast<uint32_t>(limbs[i / kWordsPerLimb<L>] >> (32 * (i % kWordsPerLimb<L>)));
+}
+
+template <class L>
+inline void set_word(L *limbs, unsigned i, uint32_t word)
+{
+    const unsigned position = 32 * (i % kWordsPerLimb<L>);
+    L &limb = limbs[i / kWordsPerLimb<L>];
+    limb = (limb & ~(L{0xFFFFFFFFu} << position)) | L{word} << position;
+}
+
+template <class L>
+inline unsigned used_words_of(const L *limbs, unsigned n)
+{
+    unsigned used = n * kWordsPerLimb<L>;
+    while (used > 0 && word_of(limbs, used - 1) == 0) --used;
+    return used;
+}
+
+// Turns d[n] = x[n] - y[n], x > y, into what mint_sub writes to a record other than x's.
+template <class L>
+ZOKECC_OUT_OF_LINE void keep_equal_words(const L *x, const L *y, unsigned n, L *d)
+{
+    const unsigned y_used = used_words_of(y, n);
+    for (unsigned i = 0; i < y_used; ++i)
+        if (word_of(d, i) == 0xFFFFFFFFu && word_of(x, i) == word_of(y, i)) set_word(d, i, 0xFFFFFFFEu);
+}
+
+// Turns d[n] = x[n] - y[n], x > y, which has taken the place of x, into what mint_sub leaves there.
+template <class L>
+ZOKECC_OUT_OF_LINE void keep_in_place(const L *y, unsigned n, L *d)
+{
+    L x[kMaxFastLimbs<L>];
+    add_limbs(d, y, n, x);
+    const unsigned words = n * kWordsPerLimb<L>;
+    unsigned i = used_words_of(y, n);
+    while (i < words && word_of(d, i) != 0xFFFFFFFFu) ++i;
+    while (++i < words) set_word(d, i, word_of(x, i));  // the borrow stopped at the word before
+    keep_equal_words(x, y, n, d);
+}
+
+extern template void keep_equal_words(const NativeLimb *, const NativeLimb *, unsigned, NativeLimb *);
+extern template void keep_in_place(const NativeLimb *, unsigned, NativeLimb *);
+
+}  // namespace zokecc
+
+#endif

@@ -1,0 +1,11 @@
+// The bodies of division on the machine's own limbs, once for all their users.
+#include "mint/fast_divide.h"
+
+namespace zokecc {
+
+template void divide_limbs<NativeLimb>(const uint32_t *, uint32_t, const uint32_t *, uint32_t, uint32_t *,
+                                       uint32_t *);
+template void multiply_and_divide<NativeLimb>(const uint32_t *, uint32_t, const uint32_t *, uint32_t,
+                                              const uint32_t *, uint32_t, uint32_t *);
+
+}  // namespace zokecc

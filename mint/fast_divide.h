@@ -1,0 +1,215 @@
+// Long division on limbs, with a reciprocal in place of the divisions.
+//
+// The digits are those of Knuth's algorithm D; each is found from the three highest limbs of the
+// span and a reciprocal of the two highest limbs of the divisor: N. Moller and T. Granlund,
+// "Improved division by invariant integers", IEEE Transactions on Computers 60 (2011), algorithms
+// 4 and 6. Every result is exact.
+#ifndef ZOKECC_MINT_FAST_DIVIDE_H
+#define ZOKECC_MINT_FAST_DIVIDE_H
+
+#include "mint/limb.h"
+#include "mint/linkage.h"
+#include "mint/value.h"
+
+namespace zokecc {
+
+template <class L>
+constexpr unsigned limbs_for(unsigned words)
+{
+    return (words + kWordsPerLimb<L> - 1) / kWordsPerLimb<L>;
+}
+
+// The limbs of x[count], a zero word above an odd count: in room, unless words are limbs.
+template <class L>
+inline const L *as_limbs(const uint32_t *x, unsigned count, L *room)
+{
+    if constexpr (kWordsPerLimb<L> == 1) {
+        return x;
+    } else {
+        if (count % kWordsPerLimb<L> != 0) room[count / kWordsPerLimb<L>] = 0;
+        std::memcpy(room, x, 4 * count);
+        return room;
+    }
+}
+
+// floor((B^2 - 1) / d) - B for a d with its top bit set.
+#ifdef __SIZEOF_INT128__
+inline uint64_t reciprocal_limb(uint64_t d)
+{
+    return static_cast<uint64_t>(~Double<uint64_t>{0} / d - (Double<uint64_t>{1} << 64));
+}
+#endif
+
+// Without a division, which small processors do in software: Newton's iteration for x = 2^63 / d
+// from 48/17 - 32/17 d on, which is right to four bits, and the last units one by one.
+inline uint32_t reciprocal_limb(uint32_t d)
+{
+    constexpr uint64_t kConstant = (uint64_t{48} << 31) / 17;
+    constexpr uint64_t kSlope = (uint64_t{32} << 31) / 17;
+    uint64_t x = kConstant - (d * kSlope >> 32);
+    for (int bits = 4; bits < 32; bits *= 2) {
+        const int64_t error = static_cast<int64_t>((uint64_t{1} << 63) - d * x) >> 32;
+        x += static_cast<uint64_t>(static_cast<int64_t>(x) * error >> 31);
+    }
+    uint32_t v = static_cast<uint32_t>(2 * x);
+    int64_t rest = static_cast<int64_t>(~(x * 2 * d));  // 2^64 - 1 - (2^32 + v) d
+    for (; rest < 0; rest += d) --v;
+    for (; rest >= static_cast<int64_t>(d); rest -= d) ++v;
+    return v;
+}
+
+// Division by a two-limb divisor whose top bit is set.
+template <class L>
+class DigitFinder {
+public:
+    DigitFinder(L d1, L d0) : d1_(d1), d0_(d0)
+    {
+        // v = floor((B^3 - 1) / (d1 B + d0)) - B, from the reciprocal of d1 alone.
+        L v = reciprocal_limb(d1);
+        L p = static_cast<L>(d1 * v + d0);
+        if (p < d0) {
+            --v;
+            if (p >= d1) {
+                --v;
+                p -= d1;
+            }
+            p -= d1;
+        }
+        const D t = D{v} * d0;
+        const L t1 = static_cast<L>(t >> kLimbBits<L>);
+        p += t1;
+        if (p < t1) {
+            --v;
+            if (join(p, static_cast<L>(t)) >= join(d1, d0)) --v;
+        }
+        v_ = v;
+    }
+
+    // floor((u2 B^2 + u1 B + u0) / (d1 B + d0)), at most B - 1.
+    L digit(L u2, L u1, L u0) const
+    {
+        const D divisor = join(d1_, d0_);
+        if (join(u2, u1) >= divisor) return static_cast<L>(~L{0});
+        D q = D{v_} * u2 + join(u2, u1);
+        L q1 = static_cast<L>(q >> kLimbBits<L>);
+        const L q0 = static_cast<L>(q);
+        const L r1 = static_cast<L>(u1 - q1 * d1_);
+        D r = join(r1, u0) - D{d0_} * q1 - divisor;
+        ++q1;
+        if (static_cast<L>(r >> kLimbBits<L>) >= q0) {
+            --q1;
+            r += divisor;
+        }
+        if (r >= divisor) ++q1;
+        return q1;
+    }
+
+private:
+    using D = Double<L>;
+    static D join(L high, L low) { return D{high} << kLimbBits<L> | low; }
+
+    L d1_, d0_, v_;
+};
+
+// u[u_count + 1] becomes its rest by v[v_count] 2^bits, with v's top bit set after that shift, and
+// quotient[u_count - v_count + 1], which may be null, the quotient; v_count is 2 or more. u's top
+// limb is the one that a shift by bits left there.
+template <class L>
+ZOKECC_OUT_OF_LINE void divide_normalised(L *u, unsigned u_count, const L *v, unsigned v_count, L *quotient)
+{
+    const DigitFinder<L> finder(v[v_count - 1], v[v_count - 2]);
+    for (unsigned position = u_count - v_count + 1; position-- > 0;) {
+        L *const span = u + position;
+        L digit = finder.digit(span[v_count], span[v_count - 1], span[v_count - 2]);
+        const L taken = mul_sub_limbs(v, digit, v_count, span);
+        const bool too_large = span[v_count] < taken;
+        span[v_count] -= taken;
+        if (too_large) {  // by one: three limbs of the span against two of the divisor
+            --digit;
+            span[v_count] += add_limbs(span, v, v_count, span);
+        }
+        if (quotient != nullptr) quotient[position] = digit;
+    }
+}
+
+// remainder[count] = x 2^-bits, for what divide_normalised leaves.
+template <class L>
+inline void write_remainder(L *x, unsigned count, unsigned bits, uint32_t *remainder)
+{
+    if (bits != 0) shift_limbs_down(x, limbs_for<L>(count), bits);
+    std::memcpy(remainder, x, 4 * count);
+}
+
+// x[n] shifted, in room[n + 1], or as it stands for no bits. room may be x.
+template <class L>
+inline const L *shifted_up(const L *x, unsigned n, unsigned bits, L *room)
+{
+    if (bits == 0) return x;
+    shift_limbs_up(x, n, bits, room);
+    return room;
+}
+
+// The same contract as divide_words, with v_count above the words of a limb.
+template <class L>
+ZOKECC_OUT_OF_LINE void divide_limbs(const uint32_t *u, uint32_t u_count, const uint32_t *v, uint32_t v_count,
+                                     uint32_t *quotient, uint32_t *remainder)
+{
+    L dividend[limbs_for<L>(kProductWords) + 1];
+    L divisor_room[limbs_for<L>(kMintWords) + 1];
+    L digits[limbs_for<L>(kProductWords)];
+    const unsigned u_limbs = limbs_for<L>(u_count);
+    const unsigned v_limbs = limbs_for<L>(v_count);
+    const L *divisor = as_limbs(v, v_count, divisor_room);
+    const unsigned bits = static_cast<unsigned>(std::countl_zero(divisor[v_limbs - 1]));
+    divisor = shifted_up(divisor, v_limbs, bits, divisor_room);
+    shift_limbs_up(as_limbs(u, u_count, dividend), u_limbs, bits, dividend);
+    divide_normalised(dividend, u_limbs, divisor, v_limbs, digits);
+    if (quotient != nullptr) std::memcpy(quotient, digits, 4 * (u_count - v_count + 1));
+    write_remainder(dividend, v_count, bits, remainder);
+}
+
+// remainder[p_count] = a[a_count] * b[b_count] mod p[p_count]. The counts are 1 to 19, p's top word is
+// not zero and p_count is above the words of a limb.
+template <class L>
+ZOKECC_OUT_OF_LINE void multiply_and_divide(const uint32_t *a, uint32_t a_count, const uint32_t *b,
+                                            uint32_t b_count, const uint32_t *p, uint32_t p_count,
+                                            uint32_t *remainder)
+{
+    constexpr unsigned kLimbs = limbs_for<L>(kMintWords);
+    L divisor_room[kLimbs + 1];
+    L x_room[kLimbs + 1];
+    L y_room[kLimbs];
+    L product[2 * kLimbs + 2];
+    const unsigned p_limbs = limbs_for<L>(p_count);
+    unsigned x_limbs = limbs_for<L>(a_count);
+    const unsigned y_limbs = limbs_for<L>(b_count);
+    const L *divisor = as_limbs(p, p_count, divisor_room);
+    const L *x = as_limbs(a, a_count, x_room);
+    const L *y = as_limbs(b, b_count, y_room);
+    // One factor is shifted as far as the divisor, and the product with it.
+    const unsigned bits = static_cast<unsigned>(std::countl_zero(divisor[p_limbs - 1]));
+    divisor = shifted_up(divisor, p_limbs, bits, divisor_room);
+    x = shifted_up(x, x_limbs, bits, x_room);
+    if (bits != 0 && x[x_limbs] != 0) ++x_limbs;
+
+    for (unsigned i = 0; i < x_limbs; ++i) product[i] = 0;
+    for (unsigned j = 0; j < y_limbs; ++j)
+        product[j + x_limbs] = mul_add_limbs(x, y[j], x_limbs, product + j);
+    unsigned count = x_limbs + y_limbs;
+    while (count > p_limbs && product[count - 1] == 0) --count;
+    product[count] = 0;
+    // The product of reduced factors is below p 2^(all of p's bits): its first digit is zero.
+    if (count > p_limbs && is_below(product + count - p_limbs, divisor, p_limbs)) --count;
+    if (count >= p_limbs) divide_normalised<L>(product, count, divisor, p_limbs, nullptr);
+    for (unsigned i = count; i <= p_limbs; ++i) product[i] = 0;
+    write_remainder(product, p_count, bits, remainder);
+}
+
+extern template void divide_limbs<NativeLimb>(const uint32_t *, uint32_t, const uint32_t *, uint32_t,
+                                              uint32_t *, uint32_t *);
+extern template void multiply_and_divide<NativeLimb>(const uint32_t *, uint32_t, const uint32_t *, uint32_t,
+                                                     const uint32_t *, uint32_t, uint32_t *);
+
+}  // namespace zokecc
+
+#endif

@@ -1,0 +1,10 @@
+// The bodies of the fast inverse, once for all its users.
+#include "mint/fast_inverse.h"
+
+namespace zokecc {
+
+template void keep_equal_words(const NativeLimb *, const NativeLimb *, unsigned, NativeLimb *);
+template void keep_in_place(const NativeLimb *, unsigned, NativeLimb *);
+template class FastInverse<NativeLimb, NoTrace>;
+
+}  // namespace zokecc

@@ -1,0 +1,227 @@
+// The modular inverse for odd moduli on limbs, with the bits of the definition in inverse.cpp.
+//
+// What the definition leaves rests on every one of its subtractions, because the kept borrow rule
+// acts on real operands. So u and v take the same steps here, each tested for a word of all ones.
+// The cofactors are only added and halved, and only their remainders by m show in the end. They
+// are held as a matrix F of single limbs over the last written out pair (X1, X2):
+//     x1 * 2^shift = F11 X1 + F12 X2,   x2 * 2^shift = F21 X1 + F22 X2   (mod m).
+// Halving x1 doubles the second row, and the other way round. Each addition of a row to the other
+// is followed by at least one halving, for the difference of two odd numbers is even; so by
+// induction the entries of a row sum up to 2^shift at most, or to twice that between the addition
+// and its halving. The matrix is applied before shift passes the bits of a limb less two.
+#ifndef ZOKECC_MINT_FAST_INVERSE_H
+#define ZOKECC_MINT_FAST_INVERSE_H
+
+#include "mint/borrow_rule.h"
+#include "mint/limb.h"
+#include "mint/linkage.h"
+#include "mint/trace.h"
+#include "mint/wipe.h"
+
+namespace zokecc {
+
+template <class L, class Trace>
+class FastInverse {
+public:
+    // m is odd and above 1, 0 < a < m; both have n limbs.
+    FastInverse(const L *a, const L *m, unsigned n) : m_(m), n_(n), active_(n)
+    {
+        std::memcpy(u_.value, a, n * sizeof(L));
+        std::memcpy(v_.value, m, n * sizeof(L));
+        x1_[0][0] = 1;
+        // Newton: m * m is 1 modulo 8, and each step doubles the bits that are right.
+        inverse_ = m[0];
+        for (unsigned bits = 3; bits < kLimbBits<L>; bits *= 2) inverse_ *= 2 - m[0] * inverse_;
+    }
+    ~FastInverse() { wipe(this, sizeof *this); }
+    FastInverse(const FastInverse &) = delete;
+    FastInverse &operator=(const FastInverse &) = delete;
+
+    // out[n] = what mint_EEA_algo leaves for a. False, and nothing written, where the cofactor is
+    // a multiple of m: then it depends on which multiple, and the definition has to be asked.
+    ZOKECC_OUT_OF_LINE bool run(L *out)
+    {
+        make_odd(u_, v_);
+        while (!is_short())
+            if (!step()) break;
+        if (is_short()) finish_short();
+        apply();
+        L ones;
+        L result[kMaxFastLimbs<L>];
+        const L *const x2 = x2_[now_];
+        if (used_words_of(x2, n_) == 0) return false;
+        sub_limbs(m_, x2, n_, result, ones);
+        if (ones != 0) {
+            Trace::last_difference();
+            keep_equal_words(m_, x2, n_, result);
+        }
+        std::memcpy(out, result, n_ * sizeof(L));
+        return true;
+    }
+
+private:
+    using D = Double<L>;
+    static constexpr unsigned kMaxShift = kLimbBits<L> - 2;
+    static constexpr unsigned kRoom = (kMaxFastLimbs<L> + kLimbGroup<L> - 1) / kLimbGroup<L> * kLimbGroup<L>;
+
+    // u with the row of x1, or v with that of x2.
+    struct Side {
+        L value[kRoom];
+        L f1, f2;
+    };
+
+    bool is_short()
+    {
+        while (active_ > 2 && (u_.value[active_ - 1] | v_.value[active_ - 1]) == 0) --active_;
+        return active_ <= 2;
+    }
+
+    // active_ in whole groups: the limbs above are zero and cost less than groups that are not full.
+    unsigned grouped() const { return (active_ + kLimbGroup<L> - 1) / kLimbGroup<L> * kLimbGroup<L>; }
+
+    // One subtraction of the definition's loop and the halvings after it. False once u is zero.
+    bool step()
+    {
+        const bool below = is_below(u_.value, v_.value, active_);
+        Side &larger = below ? v_ : u_;
+        Side &smaller = below ? u_ : v_;
+        larger.f1 += smaller.f1;
+        larger.f2 += smaller.f2;
+        L ones;
+        sub_limbs(larger.value, smaller.value, grouped(), larger.value, ones);
+        if (ones != 0) [[unlikely]] {
+            Trace::difference_in_place();
+            keep_in_place(smaller.value, grouped(), larger.value);
+        }
+        if (larger.value[0] == 0 && used_words_of(larger.value, active_) == 0) return false;
+        make_odd(larger, smaller);
+        return true;
+    }
+
+    // The same steps until u is zero, for u and v of two limbs.
+    void finish_short()
+    {
+        D u = join(u_.value);
+        D v = join(v_.value);
+        for (;;) {
+            const bool below = u < v;
+            Side &larger = below ? v_ : u_;
+            Side &smaller = below ? u_ : v_;
+            larger.f1 += smaller.f1;
+            larger.f2 += smaller.f2;
+            D rest = below ? v - u : u - v;
+            if ((all_ones_mark(static_cast<L>(rest)) | all_ones_mark(static_cast<L>(rest >> kLimbBits<L>))) !=
+                0) [[unlikely]]
+                rest = kept_rest(below ? u : v, rest);
+            if (rest == 0) return;
+            while ((static_cast<L>(rest) & 1) == 0) {
+                const unsigned zeros = count_halvings(static_cast<L>(rest), smaller);
+                rest >>= zeros;
+            }
+            if (below)
+                v = rest;
+            else
+                u = rest;
+        }
+    }
+
+    static D kept_rest(D smaller, D rest)
+    {
+        Trace::difference_in_place();
+        L y[kMaxFastLimbs<L>] = {static_cast<L>(smaller), static_cast<L>(smaller >> kLimbBits<L>)};
+        L x[2] = {static_cast<L>(rest), static_cast<L>(rest >> kLimbBits<L>)};
+        keep_in_place(y, 2, x);
+        return join(x);
+    }
+
+    static D join(const L *x) { return D{x[1]} << kLimbBits<L> | x[0]; }
+
+    // Halves a value other than zero until it is odd.
+    void make_odd(Side &side, Side &other)
+    {
+        while ((side.value[0] & 1) == 0) {
+            const unsigned zeros = count_halvings(side.value[0], other);
+            if (zeros != 0) shift_limbs_down(side.value, grouped(), zeros);
+        }
+    }
+
+    // How often a value with this even low limb is to be halved before one looks again: 0 to
+    // kMaxShift times. The row of the cofactor that is not halved with it is doubled as often.
+    unsigned count_halvings(L low, Side &other)
+    {
+        unsigned zeros = low != 0 ? static_cast<unsigned>(std::countr_zero(low)) : kMaxShift;
+        if (shift_ + zeros > kMaxShift) {
+            zeros = kMaxShift - shift_;
+            if (zeros == 0) {
+                apply();
+                return 0;
+            }
+        }
+        shift_ += zeros;
+        other.f1 <<= zeros;
+        other.f2 <<= zeros;
+        return zeros;
+    }
+
+    // Writes the cofactors out and makes the matrix the unit matrix again.
+    void apply()
+    {
+        const unsigned next = 1 - now_;
+        combine(u_, x1_[next]);
+        combine(v_, x2_[next]);
+        now_ = next;
+        u_.f1 = v_.f2 = 1;
+        u_.f2 = v_.f1 = 0;
+        shift_ = 0;
+    }
+
+    // out = (f1 x1 + f2 x2) / 2^shift mod m. The multiple q m makes the low bits zero. Both
+    // cofactors are below m and the row sums up to 2^(shift + 1) at most, so the quotient is below
+    // 3 m, and a column of the three products and what came from below stays within two limbs.
+    ZOKECC_OUT_OF_LINE void combine(const Side &row, L *out) const
+    {
+        const L *const x1 = x1_[now_];
+        const L *const x2 = x2_[now_];
+        const L f1 = row.f1;
+        const L f2 = row.f2;
+        const L low = f1 * x1[0] + f2 * x2[0];
+        const L q = (0 - low * inverse_) & ((L{1} << shift_) - 1);
+        const unsigned n = n_;
+        const unsigned down = shift_;
+        const unsigned up = kLimbBits<L> - 1 - down;  // and one more: down may be 0
+        D sum = column(f1, x1[0], f2, x2[0], q, m_[0], 0);
+        for (unsigned i = 1; i < n; ++i) {
+            const L below = static_cast<L>(sum);
+            sum = column(f1, x1[i], f2, x2[i], q, m_[i], static_cast<L>(sum >> kLimbBits<L>));
+            *out++ = static_cast<L>(below >> down | static_cast<L>(sum) << 1 << up);
+        }
+        L above = static_cast<L>(sum >> kLimbBits<L>);
+        *out = static_cast<L>(static_cast<L>(sum) >> down | above << 1 << up);
+        out -= n - 1;
+        above >>= down;
+        L ones;
+        while (above != 0 || !is_below(out, m_, n)) above -= sub_limbs(out, m_, n, out, ones);
+    }
+
+    static D column(L f1, L x1, L f2, L x2, L q, L m, L carry)
+    {
+        return multiply_add(multiply_add(multiply_add(D{carry}, f1, x1), f2, x2), q, m);
+    }
+
+    const L *m_;
+    unsigned n_;
+    unsigned active_;     // limbs of u and v that may be other than zero, and never below 2
+    unsigned shift_ = 0;  // halvings since the last apply()
+    L inverse_;           // of m modulo the limb
+    Side u_ = {{}, 1, 0};
+    Side v_ = {{}, 0, 1};
+    unsigned now_ = 0;  // which of the two places of a cofactor is the one in use
+    L x1_[2][kMaxFastLimbs<L>] = {};
+    L x2_[2][kMaxFastLimbs<L>] = {};
+};
+
+extern template class FastInverse<NativeLimb, NoTrace>;
+
+}  // namespace zokecc
+
+#endif

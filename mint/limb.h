@@ -1,0 +1,227 @@
+// Limbs: the machine's own words, for arithmetic that is faster than the 32-bit words of a mint.
+//
+// On a little-endian machine the words of a mint are its limbs, two to one where a limb has 64
+// bits. Each step has a portable body; the few lines of assembly below say the same to a
+// compiler that would not find the instruction by itself, and pass the same tests.
+#ifndef ZOKECC_MINT_LIMB_H
+#define ZOKECC_MINT_LIMB_H
+
+#include <bit>
+#include <cstdint>
+#include <cstring>
+
+namespace zokecc {
+
+static_assert(std::endian::native == std::endian::little);
+
+template <class L>
+struct DoubleLimb;
+template <>
+struct DoubleLimb<uint32_t> {
+    using Type = uint64_t;
+};
+#ifdef __SIZEOF_INT128__
+template <>
+struct DoubleLimb<uint64_t> {
+    __extension__ using Type = unsigned __int128;
+};
+using NativeLimb = uint64_t;
+#else
+using NativeLimb = uint32_t;
+#endif
+
+template <class L>
+using Double = typename DoubleLimb<L>::Type;
+template <class L>
+constexpr unsigned kLimbBits = 8 * sizeof(L);
+template <class L>
+constexpr unsigned kWordsPerLimb = sizeof(L) / 4;
+
+// Returns a + b + carry; carry (0 or 1) becomes the carry out.
+template <class L>
+inline L add_limb(L a, L b, L &carry)
+{
+    const L sum = a + b;
+    const L out = sum + carry;
+    carry = static_cast<L>(sum < a) | static_cast<L>(out < sum);
+    return out;
+}
+
+// Returns a - b - borrow; borrow (0 or 1) becomes the borrow out.
+template <class L>
+inline L sub_limb(L a, L b, L &borrow)
+{
+    const L difference = a - b;
+    const L out = difference - borrow;
+    borrow = static_cast<L>(a < b) | static_cast<L>(difference < out);
+    return out;
+}
+
+// Not zero if and only if a 32-bit word of limb has all bits set. A word w of ~limb is zero there,
+// and (w - 1) & ~w has its top bit set for w = 0 and, where no word below is zero, for no other.
+template <class L>
+inline L all_ones_mark(L limb)
+{
+    if constexpr (sizeof(L) == 4)
+        return static_cast<L>(limb == 0xFFFFFFFFu);
+    else
+        return (~limb - 0x0000000100000001u) & limb & 0x8000000080000000u;
+}
+
+// The steps below are done for so many limbs at a time; counts that it divides cost the least.
+template <class L>
+constexpr unsigned kLimbGroup = sizeof(L) == 4 ? 4 : 1;
+
+// out[n] = a[n] + b[n]; returns the carry. out may be a or b.
+template <class L>
+inline L add_limbs(const L *a, const L *b, unsigned n, L *out)
+{
+    L carry = 0;
+#pragma GCC unroll 5
+    for (unsigned i = 0; i < n; ++i) out[i] = add_limb(a[i], b[i], carry);
+    return carry;
+}
+
+// out[n] = a[n] - b[n]; returns the borrow. out may be a or b. Of ones, something other than zero
+// is left if and only if a 32-bit word of out has all bits set.
+template <class L>
+inline L sub_limbs(const L *a, const L *b, unsigned n, L *out, L &ones)
+{
+    L borrow = 0;
+    L marks = 0;
+#pragma GCC unroll 5
+    for (unsigned i = 0; i < n; ++i) {
+        out[i] = sub_limb(a[i], b[i], borrow);
+        marks |= all_ones_mark(out[i]);
+    }
+    ones = marks;
+    return borrow;
+}
+
+template <class L>
+inline bool is_below(const L *a, const L *b, unsigned n)
+{
+    while (n-- > 0)
+        if (a[n] != b[n]) return a[n] < b[n];
+    return false;
+}
+
+// out[n + 1] = x[n] * 2^bits, bits below those of a limb. out may be x.
+template <class L>
+inline void shift_limbs_up(const L *x, unsigned n, unsigned bits, L *out)
+{
+    L below = 0;
+    for (unsigned i = 0; i < n; ++i) {
+        const L limb = x[i];
+        out[i] = bits == 0 ? limb : limb << bits | below;
+        below = bits == 0 ? 0 : limb >> (kLimbBits<L> - bits);
+    }
+    out[n] = below;
+}
+
+// x[n] /= 2^bits, 0 < bits < those of a limb.
+template <class L>
+inline void shift_limbs_down(L *x, unsigned n, unsigned bits)
+{
+    for (unsigned i = 0; i + 1 < n; ++i) x[i] = x[i] >> bits | x[i + 1] << (kLimbBits<L> - bits);
+    x[n - 1] >>= bits;
+}
+
+// sum + a * b, for a sum that fits.
+template <class L>
+inline Double<L> multiply_add(Double<L> sum, L a, L b)
+{
+    return sum + Double<L>{a} * b;
+}
+
+// sum + a[0] b[count - 1] + a[1] b[count - 2] + ... + a[count - 1] b[0], for a sum that fits.
+template <unsigned count, class L>
+inline Double<L> add_column(Double<L> sum, const L *a, const L *b)
+{
+#pragma GCC unroll 11
+    for (unsigned i = 0; i < count; ++i) sum = multiply_add(sum, a[i], b[count - 1 - i]);
+    return sum;
+}
+
+// out[n] += x[n] * w; returns the limb above.
+template <class L>
+inline L mul_add_limbs(const L *x, L w, unsigned n, L *out)
+{
+    L carry = 0;
+    for (unsigned i = 0; i < n; ++i) {
+        const Double<L> sum = Double<L>{x[i]} * w + out[i] + carry;
+        out[i] = static_cast<L>(sum);
+        carry = static_cast<L>(sum >> kLimbBits<L>);
+    }
+    return carry;
+}
+
+// out[n] -= x[n] * w; returns the limb that is to be taken off above.
+template <class L>
+inline L mul_sub_limbs(const L *x, L w, unsigned n, L *out)
+{
+    L carry = 0;
+    for (unsigned i = 0; i < n; ++i) {
+        const Double<L> product = Double<L>{x[i]} * w + carry;
+        const L low = static_cast<L>(product);
+        carry = static_cast<L>(product >> kLimbBits<L>) + static_cast<L>(out[i] < low);
+        out[i] -= low;
+    }
+    return carry;
+}
+
+// A sum of products, three limbs wide. Adds of up to 2^(bits of a limb) products cannot overflow.
+struct PortableSum {
+    uint64_t low = 0, middle = 0, high = 0;
+
+    void add(uint64_t limb)
+    {
+        uint64_t carry = 0;
+        low = add_limb(low, limb, carry);
+        middle = add_limb(middle, uint64_t{0}, carry);
+        high += carry;
+    }
+#ifdef __SIZEOF_INT128__
+    void add_product(uint64_t a, uint64_t b)
+    {
+        const Double<uint64_t> product = Double<uint64_t>{a} * b;
+        uint64_t carry = 0;
+        low = add_limb(low, static_cast<uint64_t>(product), carry);
+        middle = add_limb(middle, static_cast<uint64_t>(product >> 64), carry);
+        high += carry;
+    }
+#endif
+    // Takes off the lowest limb.
+    uint64_t shift()
+    {
+        const uint64_t out = low;
+        low = middle;
+        middle = high;
+        high = 0;
+        return out;
+    }
+};
+
+#if defined(__x86_64__) && !defined(ZOKECC_NO_ASSEMBLY)
+struct AssembledSum : PortableSum {
+    void add_product(uint64_t a, uint64_t b)
+    {
+        uint64_t top;
+        __asm__("mulq %[b]\n\taddq %%rax, %[low]\n\tadcq %%rdx, %[middle]\n\tadcq $0, %[high]"
+                : [low] "+&r"(low), [middle] "+&r"(middle), [high] "+&r"(high), "+&a"(a), "=&d"(top)
+                : [b] "rm"(b)
+                : "cc");
+    }
+};
+using NativeSum = AssembledSum;
+#else
+using NativeSum = PortableSum;
+#endif
+
+}  // namespace zokecc
+
+#if defined(__arm__) && !defined(__thumb__) && !defined(ZOKECC_NO_ASSEMBLY)
+#include "mint/limb_arm.h"
+#endif
+
+#endif

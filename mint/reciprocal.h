@@ -1,0 +1,39 @@
+// Division by a modulus that stays the same: one exact quotient, without a correction.
+//
+// With limbs of base B, N of them, pn = p 2^s with its top bit set (below B^N) and
+// M = floor(B^(2N+1) / pn), the quotient of x = a b 2^s by pn, for a and b up to p, is taken from
+// the top N + 1 limbs of x and M alone. Their product is formed from column N on; columns N + 2
+// and up are the quotient, and column N + 1 is a guard. What is left out is worth, in units of the
+// guard column:
+//   - the columns below N: column j holds at most j + 1 products of (B - 1)^2 (the part of M above
+//     N limbs only reaches columns from N on), in all less than N + 1;
+//   - the fraction that M lacks, less than 1 times the top of x, below B^(N+1): less than 1;
+//   - the low N - 1 limbs of x times M, at most 2 B^(N+1): less than 2.
+// So the true quotient is larger by less than N + 4 of these units, and where the guard is below
+// B - (N + 4) its integer part is exact. Where it is not, the callers divide digit by digit.
+#ifndef ZOKECC_MINT_RECIPROCAL_H
+#define ZOKECC_MINT_RECIPROCAL_H
+
+#include "mint/divide.h"
+#include "mint/limb.h"
+
+namespace zokecc {
+
+// out[count] = floor(2^exponent / p[words]), p's top word not zero. count words have to hold it, and
+// exponent stays below 38 words.
+inline void reciprocal_words(const uint32_t *p, uint32_t words, uint32_t exponent, uint32_t *out,
+                             uint32_t count)
+{
+    uint32_t power[kProductWords] = {};
+    uint32_t quotient[kProductWords];
+    uint32_t remainder[kMintWords];
+    const uint32_t power_words = exponent / 32 + 1;
+    power[power_words - 1] = 1u << (exponent % 32);
+    divide_quickly(power, power_words, p, words, quotient, remainder);
+    const uint32_t available = power_words - words + 1;
+    for (uint32_t i = 0; i < count; ++i) out[i] = i < available ? quotient[i] : 0;
+}
+
+}  // namespace zokecc
+
+#endif

@@ -1,0 +1,125 @@
+// Short limbs in loops, for any width.
+#include "mint/short_limbs.h"
+
+namespace zokecc {
+
+namespace {
+
+// out[limbs], 29 bits each, of x[count].
+void split(const uint32_t *x, unsigned count, uint32_t *out, unsigned limbs)
+{
+    uint64_t bits = 0;
+    unsigned available = 0;
+    for (unsigned i = 0; i < limbs; ++i) {
+        if (available < kShortBits) {
+            if (count > 0) {
+                bits |= uint64_t{*x++} << available;
+                --count;
+            }
+            available += 32;
+        }
+        out[i] = static_cast<uint32_t>(bits) & kShortMask;
+        bits >>= kShortBits;
+        available -= kShortBits;
+    }
+}
+
+// out[count] = the words of x[limbs].
+void join(const uint32_t *x, unsigned limbs, uint32_t *out, unsigned count)
+{
+    uint64_t bits = 0;
+    unsigned available = 0;
+    for (unsigned i = 0; i < count; ++i) {
+        for (; available < 32; available += kShortBits)
+            if (limbs > 0) {
+                bits |= uint64_t{*x++} << available;
+                --limbs;
+            }
+        out[i] = static_cast<uint32_t>(bits);
+        bits >>= 32;
+        available -= 32;
+    }
+}
+
+uint64_t add_columns(uint64_t sum, const uint32_t *a, const uint32_t *b, unsigned count)
+{
+    for (b += count; count >= 2; count -= 2) {
+        b -= 2;
+        sum = add_column<2>(sum, a, b);
+        a += 2;
+    }
+    return count > 0 ? multiply_add(sum, *a, b[-1]) : sum;
+}
+
+uint32_t take_limb(uint64_t &sum)
+{
+    const uint32_t limb = static_cast<uint32_t>(sum) & kShortMask;
+    sum >>= kShortBits;
+    return limb;
+}
+
+// x[2 n] = a[n] * b[n]
+void product(const uint32_t *a, const uint32_t *b, unsigned n, uint32_t *x)
+{
+    uint64_t sum = 0;
+    for (unsigned k = 0; k < n; ++k) {
+        sum = add_columns(sum, a, b, k + 1);
+        *x++ = take_limb(sum);
+    }
+    for (unsigned k = n - 1; k > 0; --k) {
+        sum = add_columns(sum, ++a, ++b, k);
+        *x++ = take_limb(sum);
+    }
+    *x = static_cast<uint32_t>(sum);
+}
+
+}  // namespace
+
+void ShortModulus::prepare(const uint32_t *p, uint32_t count)
+{
+    const unsigned n = short_limbs(count);
+    words = count;
+    shift = shift_of(p, count);
+    uint32_t wide[kMaxFastWords + 4];
+    shift_limbs_up(p, count, shift, wide);
+    split(wide, count + 1, modulus, n);
+    reciprocal_words(p, count, kShortBits * (2 * n + 1) - shift, wide, count + 4);
+    split(wide, count + 4, reciprocal, n + 1);
+    reciprocal[n] |= (wide[kShortBits * (n + 1) / 32] >> (kShortBits * (n + 1) % 32) & 1) << kShortBits;
+}
+
+bool multiply_looped(const ShortModulus &p, const uint32_t *a, const uint32_t *b, uint32_t *out)
+{
+    const unsigned n = short_limbs(p.words);
+    uint32_t wide[kMaxFastWords + 1];
+    uint32_t a_limbs[kMaxShortLimbs];  // and the quotient, once they are multiplied
+    uint32_t b_limbs[kMaxShortLimbs];  // and the remainder
+    uint32_t x[2 * kMaxShortLimbs];
+    shift_limbs_up(a, p.words, p.shift, wide);
+    split(wide, p.words + 1, a_limbs, n);
+    split(b, p.words, b_limbs, n);
+    product(a_limbs, b_limbs, n, x);
+
+    uint64_t sum = add_columns(0, x + n - 1, p.reciprocal, n + 1) >> kShortBits;
+    sum = add_columns(sum, x + n, p.reciprocal + 1, n);
+    if (take_limb(sum) > kShortMask - (n + 4)) return false;
+    for (unsigned k = 0; k + 1 < n; ++k) {
+        sum = add_columns(sum, x + n + 1 + k, p.reciprocal + 2 + k, n - 1 - k);
+        a_limbs[k] = take_limb(sum);
+    }
+    a_limbs[n - 1] = static_cast<uint32_t>(sum);
+
+    sum = 0;
+    int32_t borrow = 0;
+    for (unsigned k = 0; k < n; ++k) {
+        sum = add_columns(sum, a_limbs, p.modulus, k + 1);
+        const int32_t difference = static_cast<int32_t>(x[k]) - static_cast<int32_t>(take_limb(sum)) - borrow;
+        b_limbs[k] = static_cast<uint32_t>(difference) & kShortMask;
+        borrow = difference < 0 ? 1 : 0;
+    }
+    join(b_limbs, n, wide, p.words + 1);
+    for (unsigned i = 0; i < p.words; ++i) out[i] = wide[i] >> p.shift | wide[i + 1] << (32 - p.shift);
+    return true;
+}
+
+}  // namespace zokecc

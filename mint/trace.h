@@ -1,0 +1,19 @@
+// What a fast path tells a test about the road it took: nothing, in the library.
+#ifndef ZOKECC_MINT_TRACE_H
+#define ZOKECC_MINT_TRACE_H
+
+namespace zokecc {
+
+struct NoTrace {
+    static void quotient_unsure() {}        // the guard of an exact quotient left two answers
+    static void first_difference() {}       // a word of all ones in a - b
+    static void second_difference() {}      // one in p - (b - a)
+    static void doubled_difference() {}     // one in 2 a - p
+    static void difference_in_place() {}    // one in the inverse's u or v
+    static void last_difference() {}        // one in m - x
+    static void inverse_by_definition() {}  // an inverse that the fast one left to the definition
+};
+
+}  // namespace zokecc
+
+#endif
