@@ -1,0 +1,16 @@
+/* What the counted program and the plugin agree on. */
+#ifndef ZOKECC_BENCH_ARM_MARK_H
+#define ZOKECC_BENCH_ARM_MARK_H
+
+/* A system call that does not exist. */
+#define ZOKECC_MARK_NUMBER 0x7A6F
+
+/* Its argument: what ends here. */
+enum {
+    ZOKECC_MARK_START = 0, /* whatever came before */
+    ZOKECC_MARK_EMPTY = 1, /* nothing: the cost of a mark */
+    ZOKECC_MARK_OURS = 2,
+    ZOKECC_MARK_PEER = 3
+};
+
+#endif

@@ -1,0 +1,179 @@
+#!/usr/bin/env python3
+"""Reports what the benchmarks measured: a table as markdown on standard output, and a plot.
+
+    bench/report.py host RESULT.json... PLOT.svg [--partial | --update]
+    bench/report.py arm  RESULT.json    PLOT.svg [--partial | --update]
+
+The result fails if an operation is missing, unknown or was not measured on both sides; --partial
+allows for missing ones. --update also writes the table, and that of the calls, into
+docs/performance.md and the plot beside it.
+"""
+import json
+import pathlib
+import statistics
+import sys
+
+import plot
+from operations import GROUPS, OPERATIONS
+
+DOCS = pathlib.Path(__file__).resolve().parent.parent / "docs"
+ALONE = {"session_open", "curve_init"}  # OpenSSL has nothing that compares
+PLOTS = {"host": DOCS / "performance.svg", "arm": DOCS / "performance-arm.svg"}
+TITLES = {"host": "Times as fast as OpenSSL (mark: goal)",
+          "arm": "OpenSSL's instructions for each of ours (mark: goal)"}
+
+
+def read_host(paths):
+    """Google Benchmark's files: {name: {side: seconds of each repetition}}."""
+    context, samples, faults = {}, {}, []
+    for path in paths:
+        text = pathlib.Path(path).read_text(encoding="utf-8")
+        result = json.loads(text) if text.strip() else {"benchmarks": []}  # empty where a filter took all
+        context.update(result.get("context", {}))
+        for run in result["benchmarks"]:
+            name, side = run["run_name"].split("/")[:2]
+            if run.get("error_occurred"):
+                faults.append(f"{run['run_name']}: {run['error_message']}")
+            elif run["run_type"] == "iteration":
+                unit = {"ns": 1e-9, "us": 1e-6, "ms": 1e-3, "s": 1}[run["time_unit"]]
+                samples.setdefault(name, {}).setdefault(side, []).append(run["cpu_time"] * unit)
+    return context, samples, faults
+
+
+def read_arm(paths):
+    result = json.loads(pathlib.Path(paths[0]).read_text(encoding="ascii"))
+    samples = {name: {side: [counts[side]] for side in ("zokecc", "openssl") if side in counts}
+               for name, counts in result["operations"].items()}
+    return result["context"], samples, []
+
+
+def completeness(samples, partial):
+    known = {operation.name for operation in OPERATIONS}
+    for name in sorted(set(samples) - known):
+        yield f"{name}: not in bench/operations.py"
+    for name in sorted(set() if partial else known - set(samples)):
+        yield f"{name}: not measured"
+    for name, sides in samples.items():
+        if set(sides) != ({"zokecc"} if name in ALONE else {"zokecc", "openssl"}):
+            yield f"{name}: measured only for {', '.join(sides)}"
+
+
+def scaled(value, units):
+    """Three digits with the greatest unit that leaves something before the point."""
+    factor, unit = next(((f, u) for f, u in units if value >= f), units[-1])
+    value /= factor
+    digits = 0 if value >= 99.95 else 1 if value >= 9.995 else 2
+    return f"{value:.{digits}f}{unit}"
+
+
+def seconds(value, _operation):
+    return scaled(value, ((1, " s"), (1e-3, " ms"), (1e-6, " us"), (1e-9, " ns")))
+
+
+def instructions(value, operation):
+    if operation.bytes:
+        return f"{value / operation.bytes:.1f} per byte"
+    return f"{value:.0f}" if value < 1000 else scaled(value, ((1e6, " M"), (1e3, " k")))
+
+
+def times(ratio):
+    return f"{ratio:.2f}" if ratio >= 0.1 else f"{ratio:.1g}"
+
+
+def arm_goal(operation):
+    return operation.arm * (operation.bytes or 1) if operation.arm else None
+
+
+class Row:
+    def __init__(self, operation, sides):
+        self.operation = operation
+        self.ours = statistics.mean(sides["zokecc"])
+        self.peer = statistics.mean(sides["openssl"]) if "openssl" in sides else None
+        self.ratio = self.peer / self.ours if self.peer else None
+        self.spread = max(statistics.stdev(side) / statistics.mean(side) if len(side) > 1 else 0
+                          for side in sides.values())
+
+    def cells(self, target):
+        show = seconds if target == "host" else instructions
+        cells = [self.operation.what, show(self.ours, self.operation),
+                 show(self.peer, self.operation) if self.peer else "",
+                 times(self.ratio) if self.ratio else ""]
+        if target == "host":
+            goal, met = self.operation.host, (self.ratio or 0) >= (self.operation.host or 0)
+            return cells + [f"{100 * self.spread:.0f} %", f">= {goal:g}" if goal else "",
+                            ("yes" if met else "no") if goal else ""]
+        goal = arm_goal(self.operation)
+        return cells + [f"<= {instructions(goal, self.operation)}" if goal else "",
+                        ("yes" if self.ours <= goal else "no") if goal else ""]
+
+    def plotted(self, target):
+        """The goal as a ratio: on ARM it is a number of instructions."""
+        goal = self.operation.host
+        if target == "arm":
+            goal = self.peer / arm_goal(self.operation) if arm_goal(self.operation) else None
+        return (self.operation.what, self.ratio, goal)
+
+
+def grouped(samples):
+    """(heading, rows) of what was measured."""
+    for heading, group in GROUPS.items():
+        rows = [Row(operation, samples[operation.name]) for operation in group if operation.name in samples]
+        if rows:
+            yield heading, rows
+
+
+def table(target, context, samples):
+    titles = ["Operation", "zokecc", "OpenSSL", "Ratio"]
+    titles += ["Spread", "Goal", "Met"] if target == "host" else ["Goal", "Met"]
+    lines = [f"{context['processor']}; {context['compiler']}; {context['openssl']}.", "",
+             f"| {' | '.join(titles)} |", "|---" + "|--:" * (len(titles) - 1) + "|"]
+    for heading, rows in grouped(samples):
+        lines.append(f"| **{heading}** |" + " |" * (len(titles) - 1))
+        lines += [f"| {' | '.join(row.cells(target))} |" for row in rows]
+    return "\n".join(lines) + "\n"
+
+
+def plot_rows(target, samples):
+    for heading, rows in grouped(samples):
+        yield (heading, None, None)
+        yield from (row.plotted(target) for row in rows if row.ratio)
+
+
+def calls():
+    lines = ["| Operation | Call |", "|---|---|"]
+    for heading, group in GROUPS.items():
+        lines.append(f"| **{heading}** | |")
+        lines += [f"| {operation.what} | `{operation.call}` |" for operation in group]
+    return "\n".join(lines) + "\n"
+
+
+def update(target, text):
+    """Replaces what stands between the markers of the target."""
+    page = DOCS / "performance.md"
+    begin, end = f"<!-- {target}: begin -->\n", f"<!-- {target}: end -->\n"
+    before, rest = page.read_text(encoding="ascii").split(begin)
+    after = rest.split(end)[1]
+    page.write_text(f"{before}{begin}\n{text}\n{end}{after}", encoding="ascii")
+
+
+def main():
+    options = {word for word in sys.argv[1:] if word.startswith("--")}
+    target, *paths = [word for word in sys.argv[1:] if word not in options] or [""]
+    if target not in PLOTS or len(paths) < 2 or options - {"--partial", "--update"} or len(options) > 1:
+        sys.exit(__doc__)
+    context, samples, faults = (read_host if target == "host" else read_arm)(paths[:-1])
+    faults += completeness(samples, "--partial" in options)
+    if faults or not samples:
+        sys.exit("\n".join(faults) or "nothing was measured")
+    text, drawing = table(target, context, samples), plot.svg(TITLES[target],
+                                                              list(plot_rows(target, samples)))
+    print(text, end="")
+    pathlib.Path(paths[-1]).write_text(drawing, encoding="ascii")
+    if "--update" in options:
+        update(target, text)
+        update("calls", calls())
+        PLOTS[target].write_text(drawing, encoding="ascii")
+
+
+if __name__ == "__main__":
+    main()
