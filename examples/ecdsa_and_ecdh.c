@@ -52,6 +52,12 @@ static void make_key(ecc_scalar *key, uint8_t *bytes, ecc_point_bytes *pub)
     require(Ecc_KeyPair_Gen(key, pub, NEW_KEY) == 0 && key->length == L, "make a key pair");
 }
 
+static void make_keys(user *u)
+{
+    make_key(&u->sign_key, u->sign_bytes, &u->sign_pub);
+    make_key(&u->ecdh_key, u->ecdh_bytes, &u->ecdh_pub);
+}
+
 static letter write_letter(const user *from)
 {
     letter out;
@@ -84,11 +90,8 @@ int main(void)
     uint8_t alices[L], bobs[L];
 
     require(Curve_Init(&curve) == 0, "install the curve");
-    for (int i = 0; i < 2; ++i) {
-        user *u = i == 0 ? &alice : &bob;
-        make_key(&u->sign_key, u->sign_bytes, &u->sign_pub);
-        make_key(&u->ecdh_key, u->ecdh_bytes, &u->ecdh_pub);
-    }
+    make_keys(&alice);
+    make_keys(&bob);
     letter a = write_letter(&alice), b = write_letter(&bob); /* a goes to Bob, b goes to Alice */
 
     /* A letter counts only if the right one signed it. */

@@ -313,6 +313,8 @@ ZOKECC_API int32_t ecc_invert_point(const mint *p, ecc_jac_point *point);
  * @param[in]  in   one record
  * @return 1, always
  *
+ * @par Aliasing
+ *      out may be in.
  * @par Timing
  *      Depends on the len of the coordinates.
  */
@@ -428,6 +430,8 @@ ZOKECC_API int32_t ecc_test_point(const ecc_point *P, const mint *a, const mint 
  *
  * @par Threads
  *      Must not run while another thread rebuilds the table.
+ * @par Aliasing
+ *      out may be G.
  * @par Timing
  *      Depends on the values, the scalar included: 16 doublings and up to 32 additions.
  */

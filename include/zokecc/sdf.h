@@ -342,6 +342,8 @@ ZOKECC_API uint32_t SDF_ExternalVerify_ECC(void *session, uint32_t algorithm, co
  *       counts as one of 0. The record is that of the last ZOK_CurveParaCfg, also of one that failed.
  * @par Caller checks
  *      That id_len is at most 8,191.
+ * @par Aliasing
+ *      Z_out may overlap id and *pub, which are read first.
  * @par Timing
  *      Depends on the lengths.
  * @par Standard

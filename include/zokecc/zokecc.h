@@ -9,6 +9,11 @@
  * - zokecc/schemes.h: signatures, encryption and key exchange over the curve of the process
  * - zokecc/sdf.h: devices, sessions, key pairs, signatures, encryption and key agreement
  */
+/**
+ * @mainpage
+ * zokecc is a library of elliptic-curve cryptography for small devices. Read first what all calls share,
+ * conventions.h, and then the header of the family you need.
+ */
 #ifndef ZOKECC_ZOKECC_H
 #define ZOKECC_ZOKECC_H
 

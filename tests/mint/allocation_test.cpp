@@ -27,29 +27,29 @@ unsigned allocations_of(Calls calls) {
 TEST(MintAllocation, PlainArithmeticAsksForNoMemory) {
     Numbers n;
     EXPECT_EQ(0u, allocations_of([&n] {
-        mint_add(&n.a, &n.b, &n.out);
-        mint_sub(&n.a, &n.b, &n.out);
-        mint_mul(&n.a, &n.b, &n.out);
-        mint_div(&n.out, &n.p, &n.out, &n.rest);
-        mint_mod(&n.a, &n.b, &n.rest);
-        mint_mod_reduce(&n.a, &n.b, &n.rest);
-        mint_left_move(&n.rest, 300);
-        mint_right_move(&n.rest, 33);
-    }));
+                  mint_add(&n.a, &n.b, &n.out);
+                  mint_sub(&n.a, &n.b, &n.out);
+                  mint_mul(&n.a, &n.b, &n.out);
+                  mint_div(&n.out, &n.p, &n.out, &n.rest);
+                  mint_mod(&n.a, &n.b, &n.rest);
+                  mint_mod_reduce(&n.a, &n.b, &n.rest);
+                  mint_left_move(&n.rest, 300);
+                  mint_right_move(&n.rest, 33);
+              }));
 }
 
 TEST(MintAllocation, ModularArithmeticAsksForNoMemory) {
     Numbers n;
     EXPECT_EQ(0u, allocations_of([&n] {
-        mint_mod_add(&n.a, &n.b, &n.p, &n.out);
-        mint_mod_sub(&n.b, &n.a, &n.p, &n.out);
-        mint_mod_mul(&n.a, &n.b, &n.p, &n.out);
-        mint_mod_left_move_1(&n.out, &n.a, &n.p);
-        mint_mod_left_move_n(&n.out, &n.a, &n.p, 77);
-        mint_EEA_algo(&n.a, &n.p, &n.out);
-        mint_exp(&n.a, &n.b, &n.p, &n.out);
-        mint_sqrt(&n.b, &n.p, &n.out);
-    }));
+                  mint_mod_add(&n.a, &n.b, &n.p, &n.out);
+                  mint_mod_sub(&n.b, &n.a, &n.p, &n.out);
+                  mint_mod_mul(&n.a, &n.b, &n.p, &n.out);
+                  mint_mod_left_move_1(&n.out, &n.a, &n.p);
+                  mint_mod_left_move_n(&n.out, &n.a, &n.p, 77);
+                  mint_EEA_algo(&n.a, &n.p, &n.out);
+                  mint_exp(&n.a, &n.b, &n.p, &n.out);
+                  mint_sqrt(&n.b, &n.p, &n.out);
+              }));
 }
 
 TEST(MintAllocation, SquareRootWithItsTableAsksForNoMemory) {
@@ -64,10 +64,10 @@ TEST(MintAllocation, ConversionsAskForNoMemory) {
     uint8_t bytes[80];
     uint32_t len = 0;
     EXPECT_EQ(0u, allocations_of([&] {
-        mint_to_octetstring(&n.a, sizeof bytes, bytes, &len);
-        mint_to_fixedlen_os(&n.a, 66, sizeof bytes, &len, bytes);
-        octetstring_to_mint(bytes, len, &n.out);
-    }));
+                  mint_to_octetstring(&n.a, sizeof bytes, bytes, &len);
+                  mint_to_fixedlen_os(&n.a, 66, sizeof bytes, &len, bytes);
+                  octetstring_to_mint(bytes, len, &n.out);
+              }));
     EXPECT_TRUE(is_value(n.out, n.a));
 }
 

@@ -10,8 +10,8 @@ namespace zokecc_test {
 namespace {
 
 TEST(MintDiv, ByZeroReturnsZeroAndWritesNothing) {
-    for (const mint &zero : {empty_zero(), word_zero(), of_words({0, 0}), of_words({0, 0, 0}),
-                             counting_words(0xFFFFFFFFu)}) {
+    for (const mint &zero :
+         {empty_zero(), word_zero(), of_words({0, 0}), of_words({0, 0, 0}), counting_words(0xFFFFFFFFu)}) {
         mint a = of_words({1, 2, 3}), given = a;
         GuardedRecord<mint> q, r;
         EXPECT_EQ(0, mint_div(&a, &zero, q.get(), r.get()));

@@ -23,8 +23,8 @@ inline mint of_words(std::initializer_list<uint32_t> words) {
 }
 
 inline mint one_word(uint32_t value) { return of_words({value}); }
-inline mint empty_zero() { return of_words({}); }    // zero held as no word
-inline mint word_zero() { return of_words({0}); }    // zero held as one word
+inline mint empty_zero() { return of_words({}); }  // zero held as no word
+inline mint word_zero() { return of_words({0}); }  // zero held as one word
 
 // A normalised value with rubbish above it.
 inline mint of_hex(const std::string &text) {

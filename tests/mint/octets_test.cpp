@@ -156,7 +156,10 @@ TEST(MintToOctetstring, LenAboveTheRecordReadsNineteenWords) {
     Written w = minimal(counting_words(1000), 100);
     EXPECT_EQ(0, w.returned);
     EXPECT_EQ(73u, w.len);
-    EXPECT_EQ("13" "00000012" "00000011", w.hex(9));
+    EXPECT_EQ("13"
+              "00000012"
+              "00000011",
+              w.hex(9));
     EXPECT_TRUE(w.buffer.untouched_from(73));
 }
 

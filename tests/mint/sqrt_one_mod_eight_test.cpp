@@ -24,9 +24,7 @@ constexpr uint32_t kTwentyTwoQualifies = 157753;
 // Modulo 9 the square of no power of a unit is -1, so no candidate ever qualifies.
 constexpr uint32_t kHopeless = 9;
 
-uint32_t times(uint32_t a, uint32_t b, uint32_t p) {
-    return static_cast<uint32_t>(uint64_t{a} * b % p);
-}
+uint32_t times(uint32_t a, uint32_t b, uint32_t p) { return static_cast<uint32_t>(uint64_t{a} * b % p); }
 uint32_t power_mod(uint32_t a, uint32_t e, uint32_t p) {
     uint32_t out = 1;
     for (uint32_t square = a % p; e > 0; e >>= 1, square = times(square, square, p))

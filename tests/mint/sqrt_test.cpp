@@ -90,7 +90,7 @@ TEST(MintSqrt, KeptZeroHasNoRootForFiveModEight) {
 }
 
 TEST(MintSqrt, UnreducedOperandHasNoRootModuloThreeModFour) {
-    EXPECT_EQ(0, root_of(9, 7).returned);    // 9 = 2, a square, but the square found is 2 and not 9
+    EXPECT_EQ(0, root_of(9, 7).returned);  // 9 = 2, a square, but the square found is 2 and not 9
     EXPECT_EQ(0, root_of(7, 7).returned);
     EXPECT_EQ(0, root_of(700, 7).returned);
 }

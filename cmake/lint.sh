@@ -1,0 +1,64 @@
+#!/bin/sh
+# What tools say about the sources without running them; ./build.sh lint calls it.
+#
+#     cmake/lint.sh SOURCE...
+#
+# The arguments are the sources whose format is checked; the other tools take the library, the examples
+# and the programs of tools/. All of them run, whatever one finds; then the exit status tells.
+set -u
+cd "$(dirname "$0")/.." || exit 1
+folder=build/lint
+failed=
+
+# step NAME COMMAND...: quiet unless something is found.
+step() {
+    name=$1
+    shift
+    echo "==> $name"
+    if ! "$@" > "$folder/$name.log" 2>&1; then
+        grep -vE '^[0-9]+ warnings? generated|^Suppressed |^Use -header-filter' "$folder/$name.log"
+        failed="$failed $name"
+    fi
+}
+
+library() { find mint hash ecc schemes sdf -name '*.cpp' -print0; }
+programs() { find examples tools -name '*.c' -print0; }
+cpp='-std=c++20 -fno-exceptions -fno-rtti -I. -Iinclude'
+c='-std=c99 -Iinclude -Iexamples'
+
+# clang-tidy reads .clang-tidy, which has the reason of every check that is off.
+tidy() { { library; programs; } | xargs -0 -P2 -n4 clang-tidy -p "$folder" --quiet; }
+
+# shellcheck disable=SC2086 # words
+check_cpp() { cppcheck $checks $taken_for_comparison --std=c++20 -I. -Iinclude mint hash ecc schemes sdf; }
+# shellcheck disable=SC2086
+check_c() { cppcheck $checks --std=c99 -Iinclude -Iexamples examples tools; }
+# It reads the angle brackets of a variable template, such as kLimbBits<Limb> - 1, as comparisons.
+taken_for_comparison=--suppress=compareBoolExpressionWithInt
+checks='-j2 --quiet --inline-suppr --error-exitcode=1 --enable=warning,performance,portability'
+
+# GCC 12 loses track of arrays that a loop fills, and then says that they are not initialised.
+# shellcheck disable=SC2086
+analyze() {
+    library | xargs -0 -P2 -n1 g++ $cpp -O2 -fanalyzer -Werror \
+        -Wno-analyzer-use-of-uninitialized-value -o /dev/null -c &&
+        programs | xargs -0 -P2 -n1 gcc $c -O2 -fanalyzer -Werror -o /dev/null -c
+}
+
+mkdir -p "$folder"
+if ! cmake --preset release -B "$folder" -DZOKECC_TESTS=OFF -DCMAKE_EXPORT_COMPILE_COMMANDS=ON \
+    > "$folder/configure.log" 2>&1; then
+    cat "$folder/configure.log"
+    exit 1
+fi
+step format clang-format --dry-run --Werror "$@"
+step cppcheck-library check_cpp
+step cppcheck-programs check_c
+step analyzer analyze
+step clang-tidy tidy
+
+if [ -n "$failed" ]; then
+    echo "found something:$failed"
+    exit 1
+fi
+echo 'nothing found'

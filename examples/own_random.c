@@ -1,0 +1,68 @@
+/*
+ * Gives the library random numbers that deserve trust: the program defines rand and srand, and the
+ * library, which draws from them by these names, takes the program's.
+ *
+ *     own_random
+ *
+ * Makes two key pairs and prints how often the library asked. The exit status is 0 if it asked often
+ * enough for both and they differ.
+ *
+ * The C library's own rand starts anew from the clock at every draw: two devices, or two runs, that
+ * make a key in the same second make the same one. With the two functions below it does not matter
+ * what the clock says.
+ */
+#include <stdio.h>
+#include <stdlib.h>
+#include <string.h>
+
+#include <zokecc/sdf.h>
+
+#include "curves.h"
+
+static unsigned long draws;
+
+/* From the kernel's generator. A product that has a hardware source reads that. There is no way to
+ * report a failure from here, and no key is better than a key that can be guessed. */
+int rand(void)
+{
+    static FILE *source;
+    unsigned value = 0;
+    if (source == NULL) {
+        source = fopen("/dev/urandom", "rb");
+        if (source != NULL) setvbuf(source, NULL, _IONBF, 0); /* no byte waits where a fork doubles it */
+    }
+    if (source == NULL || fread(&value, sizeof value, 1, source) != 1) abort();
+    ++draws;
+    return (int)(value & 0x7fffffffu); /* 0 to RAND_MAX */
+}
+
+/* Called with the time before every draw: there is nothing to start anew. */
+void srand(unsigned seed) { (void)seed; }
+
+static const CurvePara curve = {SM2P256V1_NUMBERS, .type = 4, .hash_selector = HASH_ALG_SM3};
+
+static void require(int condition, const char *what)
+{
+    if (condition) return;
+    fprintf(stderr, "own_random: %s\n", what);
+    exit(EXIT_FAILURE);
+}
+
+int main(void)
+{
+    enum { KEYS = 2, SEEDINGS = 2, DRAWS = 24 }; /* a key of 32 bytes takes two seedings */
+    void *session = NULL;
+    ECCrefPublicKey pub[KEYS];
+    ECCrefPrivateKey priv[KEYS];
+    require(RAND_MAX == 0x7fffffff, "another RAND_MAX");
+    require(ZOK_OpenSession(&session, &curve) == ZOK_OK, "open a session");
+    for (int i = 0; i < KEYS; ++i)
+        require(SDF_GenerateKeyPair_ECC(session, ZOK_ALG_SM2_KEY, 256, &pub[i], &priv[i]) == ZOK_OK,
+                "make a key");
+    require(memcmp(pub[0].x, pub[1].x, 32) != 0, "the same key twice");
+    require(draws == KEYS * SEEDINGS * DRAWS, "the library drew from elsewhere");
+    printf("two key pairs from %lu numbers of this program's rand\n", draws);
+    memset(priv, 0, sizeof priv); /* in a product by a call that the compiler does not drop */
+    require(ZOK_CloseSession(session) == ZOK_OK, "close the session");
+    return EXIT_SUCCESS;
+}

@@ -1,0 +1,34 @@
+/* What selftest and speed share: two curves in both kinds of record, and bytes from hexadecimal digits. */
+#ifndef ZOKECC_TOOLS_COMMON_H
+#define ZOKECC_TOOLS_COMMON_H
+
+#include <stddef.h>
+
+#include <zokecc/zokecc.h>
+
+enum {
+    L = 32,            /* bytes of a coordinate on both curves */
+    DIGEST_BYTES = 32, /* of either hash */
+    FLAT_OVERHEAD = 97 /* what an SM2 ciphertext has beside the message: 04, C1 and C3 */
+};
+
+/* sm2p256v1 with SM3, and P-256 with SHA-256. */
+extern const CurvePara sm2_of_session, p256_of_session;
+extern const ecc_curve_bytes sm2_of_process, p256_of_process;
+
+/* Turns pairs of digits into bytes, and returns how many. The caller has the room. */
+uint32_t from_hex(const char *digits, uint8_t *out);
+
+/* True if the bytes are what the digits say. */
+int is_hex(const uint8_t *bytes, const char *digits);
+
+/* A number, and a finite point, from digits. */
+mint number(const char *digits);
+ecc_point point(const char *x, const char *y);
+
+/* Key and point records of 32-byte numbers. */
+ECCrefPublicKey public_key(const char *x, const char *y);
+ECCrefPrivateKey private_key(const char *d);
+ecc_point_bytes point_bytes(const char *x, const char *y);
+
+#endif

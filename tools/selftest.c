@@ -1,0 +1,62 @@
+/*
+ * Runs known answers and round trips through every family of calls, on the device itself.
+ *
+ *     selftest [PART]
+ *
+ * Prints one line for each case, or for each whose name contains PART. The exit status is 0 if all of
+ * them went well and there was at least one. The curve of the process is another afterwards.
+ */
+#include "selftest.h"
+
+#include <stdio.h>
+#include <stdlib.h>
+#include <string.h>
+
+typedef struct selftest_family {
+    const char *file; /* where a failing line is to be looked up */
+    const selftest_case *cases;
+} selftest_family;
+
+static const selftest_family families[] = {
+    {"selftest_mint.c", mint_cases},
+    {"selftest_hash.c", hash_cases},
+    {"selftest_ecc.c", ecc_cases},
+    {"selftest_signature.c", signature_cases},
+    {"selftest_encryption.c", encryption_cases},
+    {"selftest_exchange.c", exchange_cases},
+    {"selftest_session.c", session_cases},
+    {"selftest_session_encryption.c", session_encryption_cases},
+    {"selftest_agreement.c", agreement_cases},
+};
+
+static int passes(const selftest_family *family, const selftest_case *c)
+{
+    static const char dots[] = "........................................";
+    const size_t name_len = strlen(c->name);
+    printf("%s %s ", c->name, dots + (name_len < sizeof dots ? name_len : sizeof dots - 1));
+    fflush(stdout);
+    const int line = c->run();
+    if (line == 0)
+        printf("ok\n");
+    else
+        printf("FAILED, %s:%d\n", family->file, line);
+    return line == 0;
+}
+
+int main(int argc, char **argv)
+{
+    const char *part = argc > 1 ? argv[1] : "";
+    unsigned passed = 0;
+    unsigned failed = 0;
+    for (size_t i = 0; i < sizeof families / sizeof families[0]; ++i) {
+        for (const selftest_case *c = families[i].cases; c->name != NULL; ++c) {
+            if (strstr(c->name, part) == NULL) continue;
+            if (passes(&families[i], c))
+                ++passed;
+            else
+                ++failed;
+        }
+    }
+    printf("%u passed, %u failed\n", passed, failed);
+    return passed > 0 && failed == 0 ? EXIT_SUCCESS : EXIT_FAILURE;
+}
