@@ -1,0 +1,257 @@
+// Every call that allocates, with each of its allocations failing in turn: the call answers a failure
+// of its own, and memory is as before but for digit buffers of signed-window products.
+//
+// The exact numbers of each call are with its other tests; this table has all of them at once.
+#include <cstdio>
+
+#include "tests/ecc/tiny_record.h"
+#include "tests/robustness/session_arguments.h"
+#include "tests/schemes/scheme_arguments.h"
+#include "tests/support/legacy_exchange.h"
+#include "tests/support/session_exchange.h"
+
+using namespace zokecc_test;
+using namespace zokecc_test::robustness;
+
+namespace {
+
+// What a call gave under a given failure.
+struct Outcome {
+    int64_t status;
+    unsigned allocations;
+    int outstanding;
+    size_t last_size;
+};
+
+// The longest digit buffer of a call; its other areas are longer. The scalars here have ten bits,
+// and the 128 of x-bar in an exchange.
+constexpr size_t kShortDigits = 12, kXBarDigits = 130;
+
+struct Allocating {
+    const char *name;
+    int digit_buffers;                     // that stay when nothing fails
+    unsigned allocations;                  // when nothing fails
+    bool hides_failure;                    // KEPT calls that answer as if nothing had happened
+    std::function<Outcome(unsigned)> run;  // with the failure of the k-th allocation; 0 for none
+    size_t longest_digits = kShortDigits;
+};
+
+template <class Call>
+Outcome counted(unsigned fail_at, Call call) {
+    FakeEntropy entropy;
+    FailingAlloc counter(fail_at);
+    const int64_t status = static_cast<int64_t>(call());
+    return {status, counter.allocations, counter.outstanding, counter.last_size};
+}
+
+Allocating session_row(const NamedSessionCall &call, int digits, unsigned allocations,
+                       void (*change)(SessionArguments &) = nullptr) {
+    return {call.name, digits, allocations, false, [=](unsigned fail_at) {
+                SessionArguments a;
+                if (change != nullptr) change(a);
+                return counted(fail_at, [&] { return (a.*call.call)(); });
+            }};
+}
+
+// With a message whose areas are longer than any digits.
+Allocating scheme_row(const char *name, SchemeCall call, int digits, unsigned allocations,
+                      bool hides = false) {
+    return {name, digits, allocations, hides, [=](unsigned fail_at) {
+                install_small(32);
+                SchemeArguments a;
+                ByteString text = test_bytes(40);
+                a.cipher_bytes = small_sm2_cipher(123, 77, 32, text, HASH_ALG_SM3);
+                a.cipher = {a.cipher_bytes.data(), 0, static_cast<uint32_t>(a.cipher_bytes.size())};
+                a.msg = {text.data(), 0, static_cast<uint32_t>(text.size())};
+                return counted(fail_at, [&] { return (a.*call)(); });
+            }};
+}
+
+const exchange::ExchangeCase &small_exchange() {
+    static const exchange::ExchangeCase out = exchange::tiny_case(exchange::prime_group(), 32, 0);
+    return out;
+}
+
+Allocating exchange_row(const exchange::LegacyKeyCall &call) {
+    return {call.name, 2, 2, false, [=](unsigned fail_at) {
+                install(small_exchange().curve);
+                exchange::LegacyExchange side(small_exchange(), call.role);
+                const auto function =
+                    call.call == exchange::kResponderCall.call ? &exchange::LegacyExchange::b1_10 : call.call;
+                FakeEntropy entropy;
+                entropy.queued_numbers.push_back(mint_from_hex(to_hex(side.r->bytes, side.r->length)));
+                FailingAlloc counter(fail_at);
+                const int32_t status = (side.*function)();
+                return Outcome{status, counter.allocations, counter.outstanding, counter.last_size};
+            }};
+}
+
+// Two areas for Z where a call makes it.
+Allocating agreement_row(const exchange::SessionKeyCall &call) {
+    return {call.name, 2, call.makes_Z ? 4u : 2u, false, [=](unsigned fail_at) {
+                exchange::SessionExchange side(small_exchange(), call.role);
+                FakeEntropy entropy;
+                entropy.queued_numbers.push_back(
+                    mint_from_hex(to_hex(side.r_record.K, side.r_record.bits / 8)));
+                FailingAlloc counter(fail_at);
+                const uint32_t status = (side.*call.call)();
+                return Outcome{status, counter.allocations, counter.outstanding, counter.last_size};
+            }};
+}
+
+const mint kScalar = small(5), kWide = power_of_two(300), kA = small(2), kP = small(kSmallP);
+const ecc_point kG = affine(small(2), small(365));
+
+template <class Product>
+Allocating product_row(const char *name, bool hides, Product product) {
+    return {name, 1, 1, hides, [=](unsigned fail_at) {
+                install_small(32);
+                ecc_point out{};
+                return counted(fail_at, [&] { return product(&out); });
+            }};
+}
+
+std::vector<Allocating> curve_rows() {
+    static const CurvePara record = tiny_record<CurvePara>(20, 1);
+    return {
+        product_row(
+            "ecc_unknown_point_mul", false,
+            [](ecc_point *out) { return ecc_unknown_point_mul(&kScalar, &kG, &kA, nullptr, &kP, out); }),
+        product_row("ecc_point_mul", true,
+                    [](ecc_point *out) {
+                        const ecc_point other = affine(small(346), small(763));
+                        return ecc_point_mul(&kScalar, &other, &kG, &kA, nullptr, &kP, out);
+                    }),
+        product_row(
+            "ecc_fix_point_mul", true,
+            [](ecc_point *out) { return ecc_fix_point_mul(&kWide, nullptr, &kA, nullptr, &kP, out); }),
+        product_row("ecc_fix_point_mul_1", true,
+                    [](ecc_point *out) {
+                        return ecc_fix_point_mul_1(&kWide, nullptr, &kA, nullptr, &kP, out,
+                                                   global_curve.table.entry);
+                    }),
+        product_row("ZOK_CurveVerify", false, [](ecc_point *) { return ZOK_CurveVerify(1, &record); }),
+        {"SDF_OpenDevice", 0, 1, false,
+         [](unsigned fail_at) {
+             return counted(fail_at, [] {
+                 void *device = nullptr;
+                 const uint32_t status = SDF_OpenDevice(&device);
+                 if (status == ZOK_OK) {
+                     EXPECT_EQ(SDF_CloseDevice(device), ZOK_OK);
+                 }
+                 return status;
+             });
+         }},
+        {"SDF_OpenSession and ZOK_CurveParaCfg", 0, 3, false,
+         [](unsigned fail_at) {
+             return counted(fail_at, [] {
+                 void *device = nullptr, *session = nullptr;
+                 uint32_t status = SDF_OpenDevice(&device);
+                 if (status != ZOK_OK) return status;
+                 status = SDF_OpenSession(device, &session);
+                 if (status == ZOK_OK) {
+                     status = ZOK_CurveParaCfg(session, 1, &record);
+                     EXPECT_EQ(SDF_CloseSession(session), ZOK_OK);
+                 }
+                 EXPECT_EQ(SDF_CloseDevice(device), ZOK_OK);
+                 return status;
+             });
+         }},
+        {"ZOK_OpenSession", 0, 2, true,
+         [](unsigned fail_at) {
+             return counted(fail_at, [] {
+                 void *session = nullptr;
+                 const uint32_t status = ZOK_OpenSession(&session, &record);
+                 EXPECT_EQ(session == nullptr, status != ZOK_OK);
+                 if (session != nullptr) {
+                     EXPECT_EQ(ZOK_CloseSession(session), ZOK_OK);
+                 }
+                 return status;
+             });
+         }},
+    };
+}
+
+std::vector<Allocating> hash_rows() {
+    auto derive = [](uint8_t *out) { return ZOK_KD_HMAC_SM3(out, out, 3, out, 4, out, 100); };
+    auto code = [](uint8_t *out) { return ZOK_HMAC_SM3(out, out, 3, out, 4, out, 32); };
+    return {{"ZOK_HMAC_SM3", 0, 1, false,
+             [=](unsigned fail_at) {
+                 uint8_t area[100] = {};
+                 return counted(fail_at, [&] { return code(area); });
+             }},
+            {"ZOK_KD_HMAC_SM3", 0, 4, true, [=](unsigned fail_at) {
+                 uint8_t area[100] = {};
+                 return counted(fail_at, [&] { return derive(area); });
+             }}};
+}
+
+void with_product(SessionArguments &a) { a.encryption = ZOK_ALG_MULTIPLICATIVE; }
+void with_wide_key(SessionArguments &a) { a.private_record = private_key(ByteString(64, 0x55)); }
+
+std::vector<Allocating> all_rows() {
+    std::vector<Allocating> rows = {
+        session_row(kVerify, 1, 1),
+        session_row(kUserInfo, 0, 1),
+        session_row(kSignHash, 0, 2),
+        session_row(kVerifyHash, 1, 3),
+        session_row(kEncrypt, 2, 2),
+        session_row(kEncrypt, 1, 1, with_product),
+        session_row(kDecrypt, 2, 2),
+        session_row(kDecrypt, 1, 1, with_product),
+        session_row(kFlatEncrypt, 2, 4),
+        session_row(kFlatDecrypt, 2, 4),
+        session_row(kEcdh, 1, 1),
+        scheme_row("Ecdsa_DigitalVeriy", &SchemeArguments::ecdsa_verify, 1, 1, true),
+        scheme_row("sm2_DigitalSign", &SchemeArguments::sm2_sign, 0, 1),
+        scheme_row("sm2_DigitalVeriy", &SchemeArguments::sm2_verify, 1, 2),
+        scheme_row("Ecdh_KeyExChg", &SchemeArguments::exchange, 1, 1, true),
+        scheme_row("Eces_Encry", &SchemeArguments::eces_encry, 1, 1, true),
+        scheme_row("Eces_Decry", &SchemeArguments::eces_decry, 1, 1),
+        scheme_row("sm2_Encry", &SchemeArguments::encrypt, 2, 4),
+        scheme_row("sm2_Decry", &SchemeArguments::decrypt, 2, 4, true),
+    };
+    for (const auto &more : {curve_rows(), hash_rows()}) rows.insert(rows.end(), more.begin(), more.end());
+    const size_t ordinary = rows.size();
+    for (const auto &call : exchange::kLegacyKeyCalls) rows.push_back(exchange_row(call));
+    for (const auto &call : exchange::kSessionKeyCalls) rows.push_back(agreement_row(call));
+    for (size_t i = ordinary; i < rows.size(); ++i) rows[i].longest_digits = kXBarDigits;
+    return rows;
+}
+
+}  // namespace
+
+TEST(Allocations, EachFailingInTurnLeavesNothingButDigits) {
+    unsigned failed = 0;
+    small_session();  // opened before anything is counted
+    for (const Allocating &row : all_rows()) {
+        SCOPED_TRACE(row.name);
+        const Outcome whole = row.run(0);
+        EXPECT_EQ(whole.allocations, row.allocations);
+        EXPECT_EQ(whole.outstanding, row.digit_buffers);
+        int digits = 0;  // buffers that were there when the call ended
+        for (unsigned k = 1; k <= whole.allocations; ++k) {
+            SCOPED_TRACE(k);
+            const Outcome outcome = row.run(k);
+            ++failed;
+            EXPECT_GE(outcome.allocations, k);
+            if (outcome.allocations == k) {
+                EXPECT_EQ(outcome.outstanding, digits);
+                if (row.digit_buffers > 0 && outcome.last_size <= row.longest_digits) ++digits;
+            } else {  // it went on without
+                EXPECT_GE(outcome.outstanding, 0);
+                EXPECT_LE(outcome.outstanding, row.digit_buffers);
+            }
+            if (!row.hides_failure) {
+                EXPECT_NE(outcome.status, whole.status);
+            }
+        }
+    }
+    std::printf("%u allocations failed in turn\n", failed);
+}
+
+TEST(Allocations, WideKeyOfAHashSignatureKeepsItsDigits) {
+    const Allocating row = session_row(kSignHash, 1, 3, with_wide_key);
+    EXPECT_EQ(row.run(0).outstanding, 1);
+    for (unsigned k = 1; k <= 3; ++k) EXPECT_EQ(row.run(k).outstanding, k == 1 ? 0 : 1);
+}

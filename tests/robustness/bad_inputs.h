@@ -1,0 +1,39 @@
+// The table of bad inputs: a row for each, with the exported call that gets it.
+//
+// A row makes the call and expects the exact answer, and that nothing was written that the call's
+// comment does not name. The files of this folder add their rows before main; table_test.cpp runs
+// all of them and sees to it that no exported call is left out.
+#ifndef ZOKECC_TESTS_ROBUSTNESS_BAD_INPUTS_H
+#define ZOKECC_TESTS_ROBUSTNESS_BAD_INPUTS_H
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace zokecc_test::robustness {
+
+struct Row {
+    std::string call, input;
+    std::function<void()> run;
+};
+
+inline std::vector<Row> &table() {
+    static std::vector<Row> rows;
+    return rows;
+}
+
+inline void bad(const std::string &call, const std::string &input, std::function<void()> run) {
+    table().push_back({call, input, std::move(run)});
+}
+
+// A file's rows.
+struct Rows {
+    explicit Rows(void (*add)()) { add(); }
+};
+
+}  // namespace zokecc_test::robustness
+
+#endif

@@ -1,0 +1,132 @@
+// Bad inputs of the key exchange over the curve of the process.
+#include "tests/robustness/bad_inputs.h"
+#include "tests/support/failing_alloc.h"
+#include "tests/support/legacy_exchange.h"
+
+using namespace zokecc_test;
+using namespace zokecc_test::exchange;
+using robustness::bad;
+
+namespace {
+
+using Change = std::function<void(LegacyExchange &)>;
+
+const ExchangeCase &small_exchange() {
+    static const ExchangeCase exchange = tiny_case(prime_group(), 32, 0);
+    install(exchange.curve);
+    return exchange;
+}
+
+struct Target {
+    const char *name;
+    LegacyCall call;
+    Role role;
+    bool has_own_r, has_own_R;
+};
+const Target kTargets[] = {
+    {"sm2_KeyExChg_A4_10", &LegacyExchange::a4_10, Role::kInitiator, true, true},
+    {"sm2_KeyExChg_B1_10", &LegacyExchange::b1_10, Role::kResponder, false, false},
+    {"sm2_KeyExChg", &LegacyExchange::whole, Role::kInitiator, true, true},
+    {"sm2_KeyExChg", &LegacyExchange::whole, Role::kResponder, true, true},
+};
+
+void refuses(const Target &target, const std::string &input, const Change &change) {
+    bad(target.name, input, [=] {
+        LegacyExchange side(small_exchange(), target.role);
+        install(small_exchange().curve);
+        change(side);
+        FakeEntropy entropy;
+        FailingAlloc counter;
+        EXPECT_EQ((side.*target.call)(), -1);
+        EXPECT_TRUE(side.nothing_written());
+        EXPECT_TRUE(entropy.call_order.empty() && entropy.number_calls == 0);
+        EXPECT_EQ(counter.allocations, 0u);
+    });
+}
+
+void zero_coordinates(const Target &target, const std::string &what,
+                      ecc_point_bytes LegacyExchange::*record) {
+    refuses(target, what + " with x = 0", [=](LegacyExchange &s) { std::memset((s.*record).x, 0, 32); });
+    refuses(target, what + " with y = 0", [=](LegacyExchange &s) { std::memset((s.*record).y, 0, 32); });
+    refuses(target, what + " of no bytes", [=](LegacyExchange &s) { (s.*record).length = 0; });
+}
+void lengths(const Target &target, const std::string &what, ecc_point_bytes LegacyExchange::*record) {
+    for (uint32_t length : {66u, 0x80000000u, 0xFFFFFFFFu})
+        refuses(target, what + " of " + std::to_string(length) + " bytes",
+                [=](LegacyExchange &s) { (s.*record).length = length; });
+}
+
+void add_pointers(const Target &target) {
+    refuses(target, "no d", [](LegacyExchange &s) { s.d = nullptr; });
+    refuses(target, "no bytes of d", [](LegacyExchange &s) { s.d->bytes = nullptr; });
+    refuses(target, "no key of the peer", [](LegacyExchange &s) { s.peerP = nullptr; });
+    refuses(target, "no R of the peer", [](LegacyExchange &s) { s.peerR = nullptr; });
+    refuses(target, "no ZA", [](LegacyExchange &s) { s.ZA = nullptr; });
+    refuses(target, "no ZB", [](LegacyExchange &s) { s.ZB = nullptr; });
+    refuses(target, "no key area", [](LegacyExchange &s) { s.K = nullptr; });
+    refuses(target, "no value with 02", [](LegacyExchange &s) { s.out02 = nullptr; });
+    refuses(target, "no value with 03", [](LegacyExchange &s) { s.out03 = nullptr; });
+    if (target.has_own_r) {
+        refuses(target, "no r", [](LegacyExchange &s) { s.r = nullptr; });
+        refuses(target, "no bytes of r", [](LegacyExchange &s) { s.r->bytes = nullptr; });
+        refuses(target, "an r of 77 bytes", [](LegacyExchange &s) { s.r->length = 77; });
+        refuses(target, "no own R", [](LegacyExchange &s) { s.R = nullptr; });
+    } else {
+        refuses(target, "no room for R", [](LegacyExchange &s) { s.R_out = nullptr; });
+    }
+}
+
+void add_values(const Target &target) {
+    for (const ByteString &d : {tiny_bytes(991, 32), tiny_bytes(992, 32), ByteString(32, 0xFF),
+                                ByteString(76, 0xFF), ByteString(77, 0)})
+        refuses(target, "d = " + to_hex(d), [=](LegacyExchange &s) { s.d_bytes.set(d); });
+    zero_coordinates(target, "the peer's key", &LegacyExchange::peerP_record);
+    lengths(target, "the peer's key", &LegacyExchange::peerP_record);
+    lengths(target, "the peer's R", &LegacyExchange::peerR_record);
+    refuses(target, "the peer's R off the curve", [](LegacyExchange &s) { s.peerR_record.y[31] ^= 1; });
+    refuses(target, "the peer's R of zero bytes", [](LegacyExchange &s) {
+        std::memset(s.peerR_record.x, 0, 32);
+        std::memset(s.peerR_record.y, 0, 32);
+    });
+    refuses(target, "no curve", [](LegacyExchange &) { uninstall(); });
+    if (target.has_own_R) {
+        zero_coordinates(target, "the own R", &LegacyExchange::R_record);
+        lengths(target, "the own R", &LegacyExchange::R_record);
+    }
+}
+
+void add_exchange() {
+    for (const Target &target : kTargets) {
+        add_pointers(target);
+        add_values(target);
+    }
+    refuses(kTargets[2], "the own R off the curve", [](LegacyExchange &s) { s.R_record.y[31] ^= 1; });
+
+    const Target first{"sm2_KeyExChg_A1_3", &LegacyExchange::a1_3, Role::kInitiator, true, false};
+    refuses(first, "no r", [](LegacyExchange &s) { s.r = nullptr; });
+    refuses(first, "no bytes of r", [](LegacyExchange &s) { s.r->bytes = nullptr; });
+    refuses(first, "no room for R", [](LegacyExchange &s) { s.R_out = nullptr; });
+    refuses(first, "no curve", [](LegacyExchange &) { uninstall(); });
+    for (const ByteString &r :
+         {tiny_bytes(991, 32), tiny_bytes(992, 32), ByteString(32, 0xFF), ByteString(77, 0)})
+        refuses(first, "r = " + to_hex(r), [=](LegacyExchange &s) { s.r_bytes.set(r); });
+
+    for (bool scalar : {false, true})
+        bad("sm2_RPoint", scalar ? "no output" : "no scalar", [=] {
+            const uint8_t byte = 1;
+            GuardedRecord<ecc_point_bytes> out;
+            EXPECT_EQ(sm2_RPoint(scalar ? &byte : nullptr, 1, scalar ? nullptr : out.get()), 1);
+            EXPECT_TRUE(out.unchanged());
+        });
+    bad("sm2_RPoint", "no curve, a count beyond everything", [] {
+        uninstall();
+        const uint8_t byte = 1;
+        GuardedRecord<ecc_point_bytes> out;
+        EXPECT_EQ(sm2_RPoint(&byte, 0xFFFFFFFFu, out.get()), 0);
+        EXPECT_EQ(out->length, 0u);
+    });
+}
+
+const robustness::Rows rows(add_exchange);
+
+}  // namespace
