@@ -22,10 +22,20 @@ usage() {
   test-clang      build and test with clang++, optimised
   test-sanitize   build and test with address, leak and undefined behaviour checks
   test-arm        build for 32-bit soft-float ARM and test under QEMU
+  cross           build for ARMv5TE, ARMv6 and ARMv7-A, for size and for speed, and run the examples
+  musl            the same for ARMv5TE with musl as the C library, which is fetched into build/
+  packages        the Debian packages for this machine and for armel, and a program built from each
+  test-threads    what may run on several threads does, on eight, under ThreadSanitizer
+  fuzz [SECONDS]  every fuzz target for that long, 60 unless told otherwise; fails on a finding
+  bench [FILTER | --update]      times of every operation beside OpenSSL's, as a table and a plot
+  bench-arm [FILTER | --update]  executed instructions on ARM, likewise; --update writes into docs/
+  bench-check     every benchmark for a moment, to see that it works
   coverage        lines that the tests execute, per folder; fails below the floor
   exports         write cmake/exports.map from the public headers
   format          bring the C and C++ sources into the project's format
   format-check    name the sources that are not in it
+  lint            format-check, clang-tidy, cppcheck and g++'s analyzer
+  manual          pages in build/manual and man pages in build/manual/man, from the public headers
   clean           remove build/
   help            this list
 END
@@ -67,13 +77,32 @@ require_build() { require cmake cmake ninja ninja-build g++ g++; }
 require_suite() {
     require_build
     require python3 python3 openssl openssl /usr/include/openssl/evp.h libssl-dev \
-        /usr/include/gtest/gtest.h libgtest-dev
+        /usr/include/gtest/gtest.h libgtest-dev pkg-config pkgconf
 }
 require_clang() { require clang++ clang; }
-require_arm() {
+# The sanitizers' run-time libraries; clang alone only recommends them.
+require_clang_runtime() {
+    require_clang
+    require /usr/lib/clang/14/lib/linux/libclang_rt.fuzzer-x86_64.a libclang-rt-14-dev
+}
+require_cross() {
     require arm-linux-gnueabi-g++ g++-arm-linux-gnueabi qemu-arm qemu-user \
-        /usr/arm-linux-gnueabi/include/stdio.h libc6-dev-armel-cross \
-        /usr/src/googletest/CMakeLists.txt googletest
+        /usr/arm-linux-gnueabi/include/stdio.h libc6-dev-armel-cross
+}
+require_arm() {
+    require_cross
+    require /usr/src/googletest/CMakeLists.txt googletest
+}
+
+require_bench() {
+    require_build
+    require python3 python3 /usr/include/openssl/evp.h libssl-dev \
+        /usr/include/benchmark/benchmark.h libbenchmark-dev
+}
+# The headers and the library of OpenSSL for ARM are unpacked into build/.
+build_bench_arm() {
+    cmake/fetch_armel.sh libssl3 libssl-dev build/armel
+    build_preset bench-arm
 }
 
 # ---- Building and testing ---------------------------------------------------------------------
@@ -132,6 +161,36 @@ suites() {
     echo 'all tests passed'
 }
 
+# cross PRESET...: builds the library and its programs for other processors, sees what the library
+# needs from outside, and runs the examples under emulation.
+cross() {
+    for preset in "$@"; do
+        build_preset "$preset"
+        library=build/$preset/libzokecc.so
+        python3 -B tests/boundary/imports_check.py arm-linux-gnueabi-nm arm-linux-gnueabi-readelf "$library"
+        if ! cmake --build --preset "$preset" --target run_examples > "build/$preset/examples.log" 2>&1; then
+            tail -n 100 "build/$preset/examples.log"
+            return 1
+        fi
+        arm-linux-gnueabi-size "$library" |
+            awk 'NR == 2 { printf "%d bytes of code, %d of data; the examples run\n", $1, $2 + $3 }'
+    done
+}
+
+packages() {
+    for preset in package package-armel; do
+        build_preset "$preset"
+        rm -f "build/$preset/"*.deb
+        (cd "build/$preset" && cpack --config CPackConfig.cmake) > "build/$preset/cpack.log" 2>&1 ||
+            { cat "build/$preset/cpack.log"; return 1; }
+    done
+    check=tests/boundary/packages_check.sh
+    "$check" cmake build/package "$(dpkg --print-architecture)" readelf gcc ''
+    "$check" cmake build/package-armel armel arm-linux-gnueabi-readelf arm-linux-gnueabi-gcc \
+        "$(pwd)/cmake/armv5te.toolchain.cmake" qemu-arm -cpu arm926 -L /usr/arm-linux-gnueabi
+    ls -s --block-size=1 build/package/*.deb build/package-armel/*.deb
+}
+
 demo() {
     case ${1:-} in
     '') file=README.md ;;
@@ -172,7 +231,18 @@ coverage() {
 
 # The public headers are laid out by hand: tables of declarations and their manual.
 sources() {
-    find mint hash ecc schemes sdf tests examples -name '*.cpp' -o -name '*.h' -o -name '*.c' | sort
+    find mint hash ecc schemes sdf tests fuzz bench examples tools \
+        -name '*.cpp' -o -name '*.h' -o -name '*.c' | sort
+}
+
+# The public headers as pages; fails on a warning.
+manual() {
+    rm -rf build/manual
+    mkdir -p build/manual
+    python3 -B tests/boundary/manual_check.py
+    doxygen docs/Doxyfile
+    pages=$(find build/manual/man/man3 -name '*.3' | wc -l)
+    echo "==> build/manual/index.html, and $pages man pages: man -M build/manual/man mint_sub"
 }
 
 command=${1:-help}
@@ -213,6 +283,59 @@ test-arm)
     install_missing
     suites arm
     ;;
+cross | musl)
+    require_build
+    require_cross
+    require python3 python3 openssl openssl
+    install_missing
+    if [ "$command" = musl ]; then
+        cmake/fetch_armel.sh musl musl-dev build/musl-root
+        cross musl
+    else
+        cross armv5te-os armv5te-o2 armv6-os armv6-o2 armv7a-os armv7a-o2
+    fi
+    ;;
+packages)
+    require_build
+    require_cross
+    require pkg-config pkgconf
+    install_missing
+    packages
+    ;;
+test-threads)
+    require_suite
+    install_missing
+    suites threads
+    ;;
+fuzz)
+    require_suite
+    require_clang_runtime
+    install_missing
+    build_preset fuzz
+    fuzz/run.sh "${1:-60}"
+    ;;
+bench)
+    require_bench
+    install_missing
+    build_preset bench
+    bench/run.sh host "$@"
+    ;;
+bench-arm)
+    require_build
+    require_cross
+    require python3 python3
+    install_missing
+    build_bench_arm
+    bench/run.sh arm "$@"
+    ;;
+bench-check)
+    require_bench
+    require_cross
+    install_missing
+    build_preset bench
+    build_bench_arm
+    bench/run.sh check
+    ;;
 coverage)
     require_suite
     require gcovr gcovr
@@ -235,6 +358,18 @@ format | format-check)
     else
         clang-format --dry-run --Werror $(sources)
     fi
+    ;;
+lint)
+    require_build
+    require clang-format clang-format clang-tidy clang-tidy cppcheck cppcheck
+    install_missing
+    # shellcheck disable=SC2046 # names without blanks
+    cmake/lint.sh $(sources)
+    ;;
+manual)
+    require python3 python3 doxygen doxygen
+    install_missing
+    manual
     ;;
 clean) rm -rf build ;;
 help | -h | --help) usage ;;

@@ -13,6 +13,9 @@ C_LIBRARY = {
     "rand", "srand", "time",
     "printf", "putchar",
 }
+# musl with a time of 64 bits on a 32-bit processor calls time by another name.
+MUSL = "libc.so"
+MUSL_TIME = {"__time64"}
 # Weak references of the start-up files that every shared library is linked with.
 START_UP = {"__cxa_finalize", "__gmon_start__", "_ITM_deregisterTMCloneTable", "_ITM_registerTMCloneTable"}
 # Arithmetic that the compiler calls where the processor has no instruction, as on ARM. Its
@@ -38,7 +41,7 @@ def stray_symbols(listing, foreseen):
 
 def stray_libraries(listing):
     needed = re.findall(r"\(NEEDED\).*\[(.*)\]", listing)
-    return [f"needs the library {name}" for name in needed if name != "libc.so.6"]
+    return [f"needs the library {name}" for name in needed if name not in ("libc.so.6", MUSL)]
 
 
 def detours(relocations, exported):
@@ -51,6 +54,8 @@ def main(nm, readelf, library):
     foreseen = set(C_LIBRARY)
     if re.search(r"Machine:\s+ARM", run(readelf, "--file-header", library)):
         foreseen |= ARM_DIVISION
+        if f"[{MUSL}]" in run(readelf, "--wide", "--dynamic", library):
+            foreseen |= MUSL_TIME
     imports = run(nm, "-D", "--undefined-only", library)
     exports = run(nm, "-D", "--defined-only", library)
     faults = list(stray_symbols(imports, foreseen))

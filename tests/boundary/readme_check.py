@@ -1,25 +1,51 @@
 #!/usr/bin/env python3
-"""The C that README.md shows is a piece of the example that the tests build and run."""
+"""The C that README.md and docs/integrating.md show is a piece of an example that the tests build and
+run, and the tables of results in docs/integrating.md name every function that has a result of its own."""
 import pathlib
 import re
 import sys
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent.parent
-EXAMPLE = ROOT / "examples" / "sign_with_identity.c"
-LONGEST = 20
+GUIDE = "docs/integrating.md"
+LONGEST = {"README.md": 20, GUIDE: 20}
+SESSION_CALL = re.compile(r"(SDF|ZOK)_")  # these share one table of status codes
+
+
+def examples():
+    """Name and text of each."""
+    return {path.name: path.read_text(encoding="ascii") for path in sorted((ROOT / "examples").glob("*.c"))}
+
+
+def excerpt_faults(page, text, programs):
+    excerpts = re.findall(r"^```c\n(.*?)^```$", text, re.MULTILINE | re.DOTALL)
+    if not excerpts:
+        yield f"{page} shows no C"
+    for excerpt in excerpts:
+        first = excerpt.splitlines()[0].strip()
+        if len(excerpt.splitlines()) > LONGEST[page]:
+            yield f"{page}: the excerpt from '{first}' on has more than {LONGEST[page]} lines"
+        if not any(excerpt in program for program in programs.values()):
+            yield f"{page}: the excerpt from '{first}' on is in no example"
+
+
+def result_faults(text):
+    names = (ROOT / "tests" / "boundary" / "exports.txt").read_text(encoding="ascii").split()
+    told = text.partition("\n## What the calls answer\n")[2].partition("\n## ")[0]
+    for name in names:
+        if not SESSION_CALL.match(name) and f"`{name}`" not in told:
+            yield f"{GUIDE}: the results of {name} are missing"
+    header = (ROOT / "include" / "zokecc" / "conventions.h").read_text(encoding="ascii")
+    for name, value in re.findall(r"#define (ZOK_\w+)\s+0x(\w{8})u", header):
+        if f"| {value} | `{name}` |" not in told:
+            yield f"{GUIDE}: the code {value}, {name}, is missing"
 
 
 def main():
-    readme = (ROOT / "README.md").read_text(encoding="ascii")
-    excerpts = re.findall(r"^```c\n(.*?)^```$", readme, re.MULTILINE | re.DOTALL)
-    faults = [] if excerpts else ["README.md shows no C"]
-    for excerpt in excerpts:
-        first = excerpt.splitlines()[0].strip()
-        if len(excerpt.splitlines()) > LONGEST:
-            faults.append(f"the excerpt from '{first}' on has more than {LONGEST} lines")
-        if excerpt not in EXAMPLE.read_text(encoding="ascii"):
-            faults.append(f"the excerpt from '{first}' on is not in examples/{EXAMPLE.name}")
-    print("\n".join(faults) if faults else f"{len(excerpts)} excerpt, as in examples/{EXAMPLE.name}")
+    programs, faults = examples(), []
+    for page in LONGEST:
+        faults += excerpt_faults(page, (ROOT / page).read_text(encoding="ascii"), programs)
+    faults += result_faults((ROOT / GUIDE).read_text(encoding="ascii"))
+    print("\n".join(faults) if faults else f"{', '.join(LONGEST)}: as in examples/ and in the headers")
     return 1 if faults else 0
 
 
