@@ -1,7 +1,7 @@
 // Point arithmetic on the field of small machines.
 #include "ecc/fast_path.h"
 
-#ifndef __SIZEOF_INT128__
+#if !defined(__SIZEOF_INT128__) && !defined(ZOKECC_SMALL)
 
 namespace zokecc {
 

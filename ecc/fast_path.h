@@ -40,7 +40,10 @@ ZOKECC_POINT_ARITHMETIC(extern, SmallField)
 template <class Work>
 bool on_fast_field(const mint &p, const Work &work)
 {
-#ifdef __SIZEOF_INT128__
+#if defined(ZOKECC_SMALL)
+    static_cast<void>(p);
+    static_cast<void>(work);
+#elif defined(__SIZEOF_INT128__)
     if (FastField<FullLimbs<4>>::serves(p)) return work(FastField<FullLimbs<4>>(p));
     if (FastField<FullLimbs<3>>::serves(p)) return work(FastField<FullLimbs<3>>(p));
     if (FastField<FullLimbs<5>>::serves(p)) return work(FastField<FullLimbs<5>>(p));

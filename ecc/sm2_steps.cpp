@@ -149,13 +149,13 @@ Step sm2_exchange_point(const CurveView &curve, uint32_t len, const ExchangeSide
     mod_add(side.d, *t, curve.n, *t);
     mint_mod_mul(&curve.h, t.get(), &curve.p, t.get());
 
-    ecc_point sum{};
-    if (!multiply(curve, side.peer_x_bar, side.peer_random, sum)) return Step::failed;
-    ecc_point_add(&side.peer_key, &sum, &curve.a, &curve.b, &curve.p, &sum);
-    Wiping<ecc_point> shared;
-    if (!multiply(curve, *t, sum, *shared)) return Step::failed;
-    if (is_zero(*t) || sum.infinity == 1 || shared->infinity == 1) return Step::refused;
-    write_point(*shared, len, U);
+    Wiping<ecc_point> point;
+    if (!multiply(curve, side.peer_x_bar, side.peer_random, *point)) return Step::failed;
+    ecc_point_add(&side.peer_key, point.get(), &curve.a, &curve.b, &curve.p, point.get());
+    const bool sum_is_infinity = point->infinity == 1;
+    if (!multiply(curve, *t, *point, *point)) return Step::failed;  // the shared point
+    if (is_zero(*t) || sum_is_infinity || point->infinity == 1) return Step::refused;
+    write_point(*point, len, U);
     return Step::done;
 }
 

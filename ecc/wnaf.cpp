@@ -53,8 +53,8 @@ int32_t ecc_unknown_point_mul(const mint *k, const ecc_point *P, const mint *a, 
                               ecc_point *out)
 {
     const bool k_is_zero = zokecc::is_zero(*k);
-    const ecc_point base = *P;
-    if (k_is_zero || base.infinity == zokecc::kInfinity) zokecc::set_infinity(*out);
+    // Where out is P, P is infinity from here on, and so is its every multiple.
+    if (k_is_zero || P->infinity == zokecc::kInfinity) zokecc::set_infinity(*out);
 
     const int32_t bits = k_is_zero ? 0 : get_mint_bit_len(k);
     const uint32_t width = window_width(bits);
@@ -66,7 +66,7 @@ int32_t ecc_unknown_point_mul(const mint *k, const ecc_point *P, const mint *a, 
     if (count >= 0) {
         const zokecc::WindowDigits digits{digit, count, width};
         zokecc::on_best_field(
-            *p, [&](const auto &field) { return zokecc::window_multiple(field, digits, base, *a, *out); });
+            *p, [&](const auto &field) { return zokecc::window_multiple(field, digits, *P, *a, *out); });
     }
     buffer.release();
     return count >= 0 ? 1 : -1;

@@ -58,23 +58,47 @@ void evaluate(const Field &f, const typename Field::Element &a, const WindowDigi
         jacobian_negate(f, R);
 }
 
-// out = the digits' number times P. False, with nothing written, where the field does not take P
-// or a.
+// out = the digits' number times P, with room for as many odd multiples as the width takes. False,
+// with nothing written, where the field does not take P or a.
 template <class Field>
-ZOKECC_OUT_OF_LINE bool window_multiple(const Field &f, const WindowDigits &digits, const ecc_point &P_record,
-                                        const mint &a_record, ecc_point &out)
+ZOKECC_OUT_OF_LINE bool window_multiple_in(const Field &f, const WindowDigits &digits,
+                                           const ecc_point &P_record, const mint &a_record,
+                                           typename Field::Jacobian *odd, ecc_point &out)
 {
-    typename Field::Affine P{};
+    Wiping<typename Field::Affine> point;  // P, and then the product
     typename Field::Element a{};
-    if (!f.load(P_record, P) || !f.load(a_record, a)) return false;
-    Wiping<typename Field::Jacobian[kMaxOddMultiples]> odd;
+    if (!f.load(P_record, *point) || !f.load(a_record, a)) return false;
     Wiping<typename Field::Jacobian> R;
-    odd_multiples(f, P, a, 1u << (digits.width - 1), *odd);
-    evaluate(f, a, digits, *odd, *R);
-    Wiping<typename Field::Affine> product;
-    jacobian_to_affine(f, *R, *product);
-    f.store(*product, out);
+    odd_multiples(f, *point, a, 1u << (digits.width - 1), odd);
+    evaluate(f, a, digits, odd, *R);
+    jacobian_to_affine(f, *R, *point);
+    f.store(*point, out);
     return true;
+}
+
+// Scalars below 300 bits, which is all that the curves of the field have, take four multiples.
+template <class Field>
+ZOKECC_OUT_OF_LINE bool narrow_window_multiple(const Field &f, const WindowDigits &digits, const ecc_point &P,
+                                               const mint &a, ecc_point &out)
+{
+    Wiping<typename Field::Jacobian[kMaxOddMultiples / 2]> odd;
+    return window_multiple_in(f, digits, P, a, *odd, out);
+}
+
+template <class Field>
+ZOKECC_OUT_OF_LINE bool wide_window_multiple(const Field &f, const WindowDigits &digits, const ecc_point &P,
+                                             const mint &a, ecc_point &out)
+{
+    Wiping<typename Field::Jacobian[kMaxOddMultiples]> odd;
+    return window_multiple_in(f, digits, P, a, *odd, out);
+}
+
+template <class Field>
+bool window_multiple(const Field &f, const WindowDigits &digits, const ecc_point &P, const mint &a,
+                     ecc_point &out)
+{
+    return digits.width < kMaxWindowWidth ? narrow_window_multiple(f, digits, P, a, out)
+                                          : wide_window_multiple(f, digits, P, a, out);
 }
 
 }  // namespace zokecc

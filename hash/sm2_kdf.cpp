@@ -1,6 +1,7 @@
 #include "hash/sm2_kdf.h"
 
 #include <zokecc/hash.h>
+#include <zokecc/mint.h>
 
 #include <cstring>
 
@@ -53,15 +54,18 @@ int32_t derive(const uint8_t *z, int32_t z_len, int32_t klen, int32_t step_len, 
     if (z_len > 0) std::memcpy(secret->bytes, z, static_cast<size_t>(z_len));
     secret->z_len = static_cast<uint32_t>(z_len);
 
-    const int32_t steps = klen / step_len;
+    // div_2 is there in any case; on ARM a division of its own would bring 500 bytes of libgcc.
+    const uint32_t steps =
+        static_cast<uint32_t>(div_2(0, static_cast<uint32_t>(klen), static_cast<uint32_t>(step_len)));
+    const uint32_t rest = static_cast<uint32_t>(klen) - steps * static_cast<uint32_t>(step_len);
     int32_t part = 0;
-    for (int32_t i = 0; i < steps; ++i) {
-        part = smaller(klen, hash_with_counter(*secret, static_cast<uint32_t>(i) + 1, alg, *digest));
+    for (uint32_t i = 0; i < steps; ++i) {
+        part = smaller(klen, hash_with_counter(*secret, i + 1, alg, *digest));
         if (part == 0) break;
         copy_digest(*digest, part, out + int64_t{i} * part);
     }
-    if (klen % step_len == 0) return 0;
-    part = smaller(klen, hash_with_counter(*secret, static_cast<uint32_t>(steps) + 1, alg, *digest));
+    if (rest == 0) return 0;
+    part = smaller(klen, hash_with_counter(*secret, steps + 1, alg, *digest));
     // Whole digests may already have passed klen; then nothing is left to copy.
     const int64_t done = int64_t{steps} * part;
     if (klen > done) copy_digest(*digest, klen - done, out + done);

@@ -7,6 +7,7 @@
 #include <cstring>
 
 #include "hash/bytes.h"
+#include "mint/linkage.h"
 #include "mint/wipe.h"
 
 namespace {
@@ -16,31 +17,51 @@ constexpr uint32_t kBlockBytes = 64;
 constexpr uint32_t kInitialState[8] = {0x7380166f, 0x4914b2b9, 0x172442d7, 0xda8a0600,
                                        0xa96f30bc, 0x163138aa, 0xe38dee4d, 0xb0fb0e4e};
 
-constexpr uint32_t round_constant(uint32_t j)
-{
-    return std::rotl(j < 16 ? 0x79cc4519u : 0x7a879d8au, static_cast<int>(j % 32));
-}
-static_assert(round_constant(1) == 0xf3988a32u && round_constant(16) == 0x9d8a7a87u);
+constexpr uint32_t kEarlyConstant = 0x79cc4519;  // rounds 0 to 15, rotated by one more in each
+constexpr uint32_t kLateConstant = 0x7a879d8a;
 
-constexpr uint32_t p0(uint32_t x) { return x ^ std::rotl(x, 9) ^ std::rotl(x, 17); }
-constexpr uint32_t p1(uint32_t x) { return x ^ std::rotl(x, 15) ^ std::rotl(x, 23); }
+constexpr uint32_t p0(uint32_t x) { return x ^ std::rotl(x ^ std::rotl(x, 8), 9); }   // x, x <<< 9, x <<< 17
+constexpr uint32_t p1(uint32_t x) { return x ^ std::rotl(x ^ std::rotl(x, 8), 15); }  // x, x <<< 15, x <<< 23
 
-constexpr uint32_t ff(uint32_t j, uint32_t x, uint32_t y, uint32_t z)
+// W[16 + i]; the second expansion W' is W[j] ^ W[j + 4].
+inline void expand(uint32_t *w, uint32_t i)
 {
-    return j < 16 ? x ^ y ^ z : (x & y) | (x & z) | (y & z);
+    w[16 + i] = p1(w[i] ^ w[7 + i] ^ std::rotl(w[13 + i], 15)) ^ std::rotl(w[3 + i], 7) ^ w[10 + i];
 }
 
-constexpr uint32_t gg(uint32_t j, uint32_t x, uint32_t y, uint32_t z)
+struct State {
+    uint32_t a, b, c, d, e, f, g, h;
+};
+
+// One round on registers that do not move: the callers turn their names instead. The sums are
+// written in the order in which they need the fewest registers.
+template <bool early, int j>
+ZOKECC_INLINE void round(uint32_t a, uint32_t &b, uint32_t c, uint32_t &d, uint32_t e, uint32_t &f,
+                         uint32_t g, uint32_t &h, uint32_t constant, const uint32_t *w)
 {
-    return j < 16 ? x ^ y ^ z : (x & y) | (~x & z);
+    uint32_t ss1 = e + std::rotl(constant, j);
+    ss1 += std::rotl(a, 12);  // SS1 before its rotation by 7, which the uses make
+    uint32_t tt2 = early ? e ^ f ^ g : ((f ^ g) & e) ^ g;
+    tt2 += h;
+    tt2 += w[j];
+    tt2 += std::rotl(ss1, 7);
+    uint32_t tt1 = early ? a ^ b ^ c : (a & b) | (c & (a | b));
+    tt1 += d;
+    tt1 += w[j] ^ w[j + 4];
+    tt1 += std::rotl(ss1 ^ std::rotl(a, 5), 7);  // SS2
+    d = tt1;
+    h = p0(tt2);
+    b = std::rotl(b, 9);
+    f = std::rotl(f, 19);
 }
 
-// W[0..67]; the second expansion W' is W[j] ^ W[j + 4].
-void expand(const uint8_t *block, uint32_t *w)
+template <bool early>
+ZOKECC_INLINE void four_rounds(State &s, uint32_t constant, const uint32_t *w)
 {
-    for (uint32_t j = 0; j < 16; ++j) w[j] = zokecc::load_big_endian(block + 4 * j);
-    for (uint32_t j = 16; j < 68; ++j)
-        w[j] = p1(w[j - 16] ^ w[j - 9] ^ std::rotl(w[j - 3], 15)) ^ std::rotl(w[j - 13], 7) ^ w[j - 6];
+    round<early, 0>(s.a, s.b, s.c, s.d, s.e, s.f, s.g, s.h, constant, w);
+    round<early, 1>(s.d, s.a, s.b, s.c, s.h, s.e, s.f, s.g, constant, w);
+    round<early, 2>(s.c, s.d, s.a, s.b, s.g, s.h, s.e, s.f, constant, w);
+    round<early, 3>(s.b, s.c, s.d, s.a, s.f, s.g, s.h, s.e, constant, w);
 }
 
 }  // namespace
@@ -48,31 +69,33 @@ void expand(const uint8_t *block, uint32_t *w)
 void sm3_compress(uint32_t *state, const uint8_t *block)
 {
     uint32_t w[68];
-    expand(block, w);
-    uint32_t a = state[0], b = state[1], c = state[2], d = state[3];
-    uint32_t e = state[4], f = state[5], g = state[6], h = state[7];
-    for (uint32_t j = 0; j < 64; ++j) {
-        const uint32_t ss1 = std::rotl(std::rotl(a, 12) + e + round_constant(j), 7);
-        const uint32_t ss2 = ss1 ^ std::rotl(a, 12);
-        const uint32_t tt1 = ff(j, a, b, c) + d + ss2 + (w[j] ^ w[j + 4]);
-        const uint32_t tt2 = gg(j, e, f, g) + h + ss1 + w[j];
-        d = c;
-        c = std::rotl(b, 9);
-        b = a;
-        a = tt1;
-        h = g;
-        g = std::rotl(f, 19);
-        f = e;
-        e = p0(tt2);
+    zokecc::load_block(block, w);
+    for (uint32_t *p = w; p < w + 52; p += 4) {
+        expand(p, 0);
+        expand(p, 1);
+        expand(p, 2);
+        expand(p, 3);
     }
-    state[0] ^= a;
-    state[1] ^= b;
-    state[2] ^= c;
-    state[3] ^= d;
-    state[4] ^= e;
-    state[5] ^= f;
-    state[6] ^= g;
-    state[7] ^= h;
+    State s = {state[0], state[1], state[2], state[3], state[4], state[5], state[6], state[7]};
+    uint32_t constant = kEarlyConstant;
+    const uint32_t *p = w;
+    for (; p < w + 16; p += 4) {
+        four_rounds<true>(s, constant, p);
+        constant = std::rotl(constant, 4);
+    }
+    constant = std::rotl(kLateConstant, 16);
+    for (; p < w + 64; p += 4) {
+        four_rounds<false>(s, constant, p);
+        constant = std::rotl(constant, 4);
+    }
+    state[0] ^= s.a;
+    state[1] ^= s.b;
+    state[2] ^= s.c;
+    state[3] ^= s.d;
+    state[4] ^= s.e;
+    state[5] ^= s.f;
+    state[6] ^= s.g;
+    state[7] ^= s.h;
 }
 
 uint32_t sm3_hash(const sm3_msg *msg, uint8_t *out)

@@ -156,7 +156,9 @@ ZOKECC_OUT_OF_LINE void divide_limbs(const uint32_t *u, uint32_t u_count, const 
 {
     L dividend[limbs_for<L>(kProductWords) + 1];
     L divisor_room[limbs_for<L>(kMintWords) + 1];
-    L digits[limbs_for<L>(kProductWords)];
+    L digits_room[kWordsPerLimb<L> == 1 ? 1 : limbs_for<L>(kProductWords)];
+    L *digits = digits_room;
+    if constexpr (kWordsPerLimb<L> == 1) digits = quotient;
     const unsigned u_limbs = limbs_for<L>(u_count);
     const unsigned v_limbs = limbs_for<L>(v_count);
     const L *divisor = as_limbs(v, v_count, divisor_room);
@@ -164,7 +166,8 @@ ZOKECC_OUT_OF_LINE void divide_limbs(const uint32_t *u, uint32_t u_count, const 
     divisor = shifted_up(divisor, v_limbs, bits, divisor_room);
     shift_limbs_up(as_limbs(u, u_count, dividend), u_limbs, bits, dividend);
     divide_normalised(dividend, u_limbs, divisor, v_limbs, digits);
-    if (quotient != nullptr) std::memcpy(quotient, digits, 4 * (u_count - v_count + 1));
+    if (quotient != nullptr && kWordsPerLimb < L >> 1)
+        std::memcpy(quotient, digits, 4 * (u_count - v_count + 1));
     write_remainder(dividend, v_count, bits, remainder);
 }
 

@@ -1,6 +1,8 @@
 // The bodies of the fast inverse, once for all its users.
 #include "mint/fast_inverse.h"
 
+#ifndef ZOKECC_SMALL
+
 namespace zokecc {
 
 template void keep_equal_words(const NativeLimb *, const NativeLimb *, unsigned, NativeLimb *);
@@ -8,3 +10,5 @@ template void keep_in_place(const NativeLimb *, unsigned, NativeLimb *);
 template class FastInverse<NativeLimb, NoTrace>;
 
 }  // namespace zokecc
+
+#endif

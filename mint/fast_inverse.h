@@ -91,7 +91,7 @@ private:
         sub_limbs(larger.value, smaller.value, grouped(), larger.value, ones);
         if (ones != 0) [[unlikely]] {
             Trace::difference_in_place();
-            keep_in_place(smaller.value, grouped(), larger.value);
+            keep_in_place(smaller.value, active_, larger.value);
         }
         if (larger.value[0] == 0 && used_words_of(larger.value, active_) == 0) return false;
         make_odd(larger, smaller);

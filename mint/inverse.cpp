@@ -74,6 +74,7 @@ ZOKECC_OUT_OF_LINE void invert_modulo_odd(mint &u, const mint &m, mint &out)
     write_negated(x2, m, out);
 }
 
+#ifndef ZOKECC_SMALL
 // The same on limbs: false where the fast inverse does not serve.
 ZOKECC_OUT_OF_LINE bool invert_on_limbs(const mint &a, const mint &m, mint &out)
 {
@@ -94,6 +95,9 @@ ZOKECC_OUT_OF_LINE bool invert_on_limbs(const mint &a, const mint &m, mint &out)
     zokecc::wipe(a_limbs, sizeof a_limbs);
     return done;
 }
+#else
+bool invert_on_limbs(const mint &, const mint &, mint &) { return false; }
+#endif
 
 // r0 >= 3 * r1, where 3 * r1 may be one word longer than a record.
 bool holds_three_times(const mint &r0, const mint &r1)
@@ -109,7 +113,7 @@ bool holds_three_times(const mint &r0, const mint &r1)
 
 // Quotient and remainder of r0 by r1. Where the bit lengths are equal or one apart the quotient
 // is 1, 2 or 3 and the remainder comes from mint_sub.
-void divide_by_bit_lengths(const mint &r0, const mint &r1, mint &quotient, mint &remainder)
+ZOKECC_OUT_OF_LINE void divide_by_bit_lengths(const mint &r0, const mint &r1, mint &quotient, mint &remainder)
 {
     const int32_t longer_by = get_mint_bit_len(&r0) - get_mint_bit_len(&r1);
     if (longer_by != 0 && longer_by != 1) {
@@ -132,7 +136,7 @@ void divide_by_bit_lengths(const mint &r0, const mint &r1, mint &quotient, mint 
     }
 }
 
-void invert_modulo_even(mint &r1, const mint &m, mint &out)
+ZOKECC_OUT_OF_LINE void invert_modulo_even(mint &r1, const mint &m, mint &out)
 {
     mint r0 = m;
     mint x1{};

@@ -202,26 +202,17 @@ struct PortableSum {
     }
 };
 
-#if defined(__x86_64__) && !defined(ZOKECC_NO_ASSEMBLY)
-struct AssembledSum : PortableSum {
-    void add_product(uint64_t a, uint64_t b)
-    {
-        uint64_t top;
-        __asm__("mulq %[b]\n\taddq %%rax, %[low]\n\tadcq %%rdx, %[middle]\n\tadcq $0, %[high]"
-                : [low] "+&r"(low), [middle] "+&r"(middle), [high] "+&r"(high), "+&a"(a), "=&d"(top)
-                : [b] "rm"(b)
-                : "cc");
-    }
-};
-using NativeSum = AssembledSum;
-#else
-using NativeSum = PortableSum;
-#endif
-
 }  // namespace zokecc
 
+#if defined(__x86_64__) && !defined(ZOKECC_NO_ASSEMBLY)
+#include "mint/limb_x86.h"
+#else
+namespace zokecc {
+using NativeSum = PortableSum;
+}
 #if defined(__arm__) && !defined(__thumb__) && !defined(ZOKECC_NO_ASSEMBLY)
 #include "mint/limb_arm.h"
+#endif
 #endif
 
 #endif

@@ -17,7 +17,12 @@ inline uint32_t add_limbs(const uint32_t *a, const uint32_t *b, unsigned n, uint
             : [a] "+r"(a), [b] "+r"(b), [out] "+r"(out), [carry] "+r"(carry)
             :
             : "r4", "r5", "r6", "r8", "r9", "r10", "ip", "lr", "cc", "memory");
-    for (; n > 0; --n) *out++ = add_limb(*a++, *b++, carry);
+    for (; n > 0; --n)
+        __asm__ volatile("ldr r4, [%[a]], #4\n\tldr r5, [%[b]], #4\n\tcmp %[carry], #1\n\tadcs r4, r4, r5\n\t"
+                         "str r4, [%[out]], #4\n\tmov %[carry], #0\n\tadc %[carry], %[carry], #0"
+                         : [a] "+r"(a), [b] "+r"(b), [out] "+r"(out), [carry] "+r"(carry)
+                         :
+                         : "r4", "r5", "cc", "memory");
     return carry;
 }
 
@@ -35,10 +40,15 @@ inline uint32_t sub_limbs(const uint32_t *a, const uint32_t *b, unsigned n, uint
             : [a] "+r"(a), [b] "+r"(b), [out] "+r"(out), [borrow] "+r"(borrow), [marks] "+r"(marks)
             :
             : "r4", "r5", "r6", "r8", "r9", "r10", "ip", "lr", "cc", "memory");
-    for (; n > 0; --n) {
-        *out = sub_limb(*a++, *b++, borrow);
-        marks |= all_ones_mark(*out++);
-    }
+    for (; n > 0; --n)
+        __asm__ volatile(
+            "ldr r4, [%[a]], #4\n\tldr r5, [%[b]], #4\n\trsbs %[borrow], %[borrow], #0\n\t"
+            "sbcs r4, r4, r5\n\t"
+            "str r4, [%[out]], #4\n\tmovcs %[borrow], #0\n\tmovcc %[borrow], #1\n\t"
+            "cmn r4, #1\n\tmoveq %[marks], #1"
+            : [a] "+r"(a), [b] "+r"(b), [out] "+r"(out), [borrow] "+r"(borrow), [marks] "+r"(marks)
+            :
+            : "r4", "r5", "cc", "memory");
     ones = marks;
     return borrow;
 }

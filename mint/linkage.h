@@ -5,7 +5,8 @@
 
 #define ZOKECC_INTERNAL extern "C" __attribute__((visibility("hidden")))
 
-// One copy of a function template's body for all callers, where inlining would only make several.
+// A body of its own: one copy of a template's for all callers, or a frame that is gone again before
+// the caller goes deeper.
 #define ZOKECC_OUT_OF_LINE __attribute__((noinline))
 
 // For what is to be unrolled by recursion over a template parameter.

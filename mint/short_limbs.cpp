@@ -1,6 +1,8 @@
 // Short limbs in loops, for any width.
 #include "mint/short_limbs.h"
 
+#ifndef ZOKECC_SMALL
+
 namespace zokecc {
 
 namespace {
@@ -123,3 +125,5 @@ bool multiply_looped(const ShortModulus &p, const uint32_t *a, const uint32_t *b
 }
 
 }  // namespace zokecc
+
+#endif

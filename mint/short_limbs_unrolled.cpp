@@ -1,6 +1,8 @@
 // Short limbs unrolled for the common widths: 192, 224 and 256 bits.
 #include "mint/short_limbs.h"
 
+#ifndef ZOKECC_SMALL
+
 namespace zokecc {
 
 bool AnyShortLimbs::multiply(const Limb *a, const Limb *b, Limb *out) const
@@ -15,3 +17,5 @@ bool AnyShortLimbs::multiply(const Limb *a, const Limb *b, Limb *out) const
 }
 
 }  // namespace zokecc
+
+#endif

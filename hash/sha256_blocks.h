@@ -1,0 +1,31 @@
+// The block transformation of SHA-256 (FIPS 180-4 section 6.2.2), over blocks where they lie.
+#ifndef ZOKECC_HASH_SHA256_BLOCKS_H
+#define ZOKECC_HASH_SHA256_BLOCKS_H
+
+#include <cstdint>
+
+// x86-64 may have instructions for it; ZOKECC_NO_SHA_INSTRUCTIONS leaves them out.
+#if defined(__x86_64__) && !defined(ZOKECC_NO_SHA_INSTRUCTIONS)
+#define ZOKECC_SHA_INSTRUCTIONS 1
+#else
+#define ZOKECC_SHA_INSTRUCTIONS 0
+#endif
+
+namespace zokecc {
+
+extern const uint32_t kSha256Constants[64];
+
+// Compresses count blocks of 64 bytes into the eight hash words, on the fastest of the routines
+// below that the processor has.
+void sha256_blocks(uint32_t *hash, const uint8_t *data, uint32_t count);
+
+void sha256_blocks_portable(uint32_t *hash, const uint8_t *data, uint32_t count);
+
+#if ZOKECC_SHA_INSTRUCTIONS
+bool has_sha_instructions();
+void sha256_blocks_x86(uint32_t *hash, const uint8_t *data, uint32_t count);
+#endif
+
+}  // namespace zokecc
+
+#endif
