@@ -24,7 +24,8 @@ class FastField {
 public:
     using Limb = typename Modulus::Limb;
     struct Element {
-        Element() {}  // nothing is read before it is written
+        // Not defaulted: {} would clear the limbs, and nothing is read before it is written.
+        Element() {}  // NOLINT(modernize-use-equals-default)
         Limb limb[Modulus::kElementLimbs];
     };
     struct Affine {

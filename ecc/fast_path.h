@@ -12,6 +12,7 @@
 namespace zokecc {
 
 // The bodies that are written out once, in exact_path.cpp and fast_path.cpp.
+// NOLINTBEGIN(bugprone-macro-parentheses): the arguments are a keyword and a type
 #define ZOKECC_POINT_ARITHMETIC(linkage, Field) \
     linkage template void jacobian_to_affine(const Field &, const Field::Jacobian &, Field::Affine &); \
     linkage template void affine_add(const Field &, const Field::Affine &, const Field::Affine &, \
@@ -27,6 +28,7 @@ namespace zokecc {
     linkage template bool window_multiple(const Field &, const WindowDigits &, const ecc_point &, \
                                           const mint &, ecc_point &); \
     linkage template class TableBuilder<Field>;
+// NOLINTEND(bugprone-macro-parentheses)
 
 ZOKECC_POINT_ARITHMETIC(extern, ExactField)
 #ifndef __SIZEOF_INT128__

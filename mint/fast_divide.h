@@ -19,6 +19,13 @@ constexpr unsigned limbs_for(unsigned words)
     return (words + kWordsPerLimb<L> - 1) / kWordsPerLimb<L>;
 }
 
+// Of a limb other than zero. Analysers that do not know that are told by the remainder.
+template <class L>
+inline unsigned leading_zeros(L limb)
+{
+    return static_cast<unsigned>(std::countl_zero(limb)) % kLimbBits<L>;
+}
+
 // The limbs of x[count], a zero word above an odd count: in room, unless words are limbs.
 template <class L>
 inline const L *as_limbs(const uint32_t *x, unsigned count, L *room)
@@ -162,7 +169,7 @@ ZOKECC_OUT_OF_LINE void divide_limbs(const uint32_t *u, uint32_t u_count, const 
     const unsigned u_limbs = limbs_for<L>(u_count);
     const unsigned v_limbs = limbs_for<L>(v_count);
     const L *divisor = as_limbs(v, v_count, divisor_room);
-    const unsigned bits = static_cast<unsigned>(std::countl_zero(divisor[v_limbs - 1]));
+    const unsigned bits = leading_zeros(divisor[v_limbs - 1]);
     divisor = shifted_up(divisor, v_limbs, bits, divisor_room);
     shift_limbs_up(as_limbs(u, u_count, dividend), u_limbs, bits, dividend);
     divide_normalised(dividend, u_limbs, divisor, v_limbs, digits);
@@ -190,7 +197,7 @@ ZOKECC_OUT_OF_LINE void multiply_and_divide(const uint32_t *a, uint32_t a_count,
     const L *x = as_limbs(a, a_count, x_room);
     const L *y = as_limbs(b, b_count, y_room);
     // One factor is shifted as far as the divisor, and the product with it.
-    const unsigned bits = static_cast<unsigned>(std::countl_zero(divisor[p_limbs - 1]));
+    const unsigned bits = leading_zeros(divisor[p_limbs - 1]);
     divisor = shifted_up(divisor, p_limbs, bits, divisor_room);
     x = shifted_up(x, x_limbs, bits, x_room);
     if (bits != 0 && x[x_limbs] != 0) ++x_limbs;
