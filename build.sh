@@ -30,6 +30,7 @@ usage() {
   bench [FILTER | --update]      times of every operation beside OpenSSL's, as a table and a plot
   bench-arm [FILTER | --update]  executed instructions on ARM, likewise; --update writes into docs/
   bench-check     every benchmark for a moment, to see that it works
+  footprint [--check | --update | --chains]  code, data, stack and heap on ARM; --check holds the limits
   coverage        lines that the tests execute, per folder; fails below the floor
   exports         write cmake/exports.map from the public headers
   format          bring the C and C++ sources into the project's format
@@ -335,6 +336,13 @@ bench-check)
     build_preset bench
     build_bench_arm
     bench/run.sh check
+    ;;
+footprint)
+    require_build
+    require_cross
+    require python3 python3
+    install_missing
+    python3 -B bench/footprint/footprint.py "$@"
     ;;
 coverage)
     require_suite
