@@ -60,7 +60,6 @@ inline uint32_t reciprocal_limb(uint32_t d)
     }
     uint32_t v = static_cast<uint32_t>(2 * x);
     int64_t rest = static_cast<int64_t>(~(x * 2 * d));  // 2^64 - 1 - (2^32 + v) d
-    for (; rest < 0; rest += d) --v;
     for (; rest >= static_cast<int64_t>(d); rest -= d) ++v;
     return v;
 }

@@ -54,10 +54,10 @@ int32_t mint_mod_mul(const mint *a, const mint *b, const mint *p, mint *out)
     const uint32_t b_used = zokecc::used_words(*b);
     const uint32_t p_used = zokecc::used_words(*p);
     if (p_used > zokecc::kWordsPerLimb<zokecc::NativeLimb> && p->words[p_used - 1] != 0) {
-        uint32_t remainder[zokecc::kMintWords];
+        // Written last, so out may be any of the operands.
         zokecc::multiply_and_divide<zokecc::NativeLimb>(a->words, a_used, b->words, b_used, p->words, p_used,
-                                                        remainder);
-        zokecc::set_words(*out, remainder, p_used);
+                                                        out->words);
+        out->len = zokecc::trimmed_count(out->words, p_used);
         return 0;
     }
     uint32_t product[zokecc::kProductWords];
