@@ -86,7 +86,7 @@ def update(all_measured):
     record = {"compiler": build.compiler(), "builds": {
         name: {"code": measured["code"],
                "stored": {what: sizes[0] for what, sizes in measured["stored"].items()},
-               "stack": {family: {what: sizes[what] for what in ("measured", "bound")}
+               "stack": {family: {what: sizes[what] for what in ("usual", "measured", "bound")}
                          for family, sizes in measured["stack"].items()}}
         for name, measured in all_measured.items()}}
     RECORD.write_text(json.dumps(record, indent=1) + "\n", encoding="ascii")
