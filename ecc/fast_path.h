@@ -38,7 +38,7 @@ ZOKECC_POINT_ARITHMETIC(extern, SmallField)
 #endif
 
 // Runs work(field) over the fast field that serves p. False if there is none, or if work says that
-// it met a number which such a field does not take; then nothing has been written.
+// it met a number which such a field does not take; what it has written by then is written again.
 template <class Work>
 bool on_fast_field(const mint &p, const Work &work)
 {

@@ -210,7 +210,7 @@ private:
 
     const L *m_;
     unsigned n_;
-    unsigned active_;     // limbs of u and v that may be other than zero, and never below 2
+    unsigned active_;     // limbs of u and v that may be other than zero; two are always looked at
     unsigned shift_ = 0;  // halvings since the last apply()
     L inverse_;           // of m modulo the limb
     Side u_ = {{}, 1, 0};

@@ -135,8 +135,8 @@ inline Double<L> multiply_add(Double<L> sum, L a, L b)
     return sum + Double<L>{a} * b;
 }
 
-// The analyser does not follow that short_limbs.cpp splits numbers into at least six limbs.
-// sum + a[0] b[count - 1] + a[1] b[count - 2] + ... + a[count - 1] b[0], for a sum that fits.
+// sum + a[0] b[count - 1] + a[1] b[count - 2] + ... + a[count - 1] b[0], for a sum that fits. The
+// analyser does not follow that short_limbs.cpp splits numbers into at least six limbs.
 template <unsigned count, class L>
 inline Double<L> add_column(Double<L> sum, const L *a, const L *b)
 {
