@@ -25,11 +25,14 @@ usage() {
   cross           build for ARMv5TE, ARMv6 and ARMv7-A, for size and for speed, and run the examples
   musl            the same for ARMv5TE with musl as the C library, which is fetched into build/
   packages        the Debian packages for this machine and for armel, and a program built from each
+  test-hardened   build and test with g++, optimised, the hardened build
+  soak [ROUNDS SESSIONS]  a million signatures and 100,000 sessions in both builds: what memory they leave
   test-threads    what may run on several threads does, on eight, under ThreadSanitizer
   fuzz [SECONDS]  every fuzz target for that long, 60 unless told otherwise; fails on a finding
   bench [FILTER | --update]      times of every operation beside OpenSSL's, as a table and a plot
   bench-arm [FILTER | --update]  executed instructions on ARM, likewise; --update writes into docs/
   bench-check     every benchmark for a moment, to see that it works
+  footprint [--check | --update | --chains]  code, data, stack and heap on ARM; --check holds the limits
   coverage        lines that the tests execute, per folder; fails below the floor
   exports         write cmake/exports.map from the public headers
   format          bring the C and C++ sources into the project's format
@@ -266,10 +269,18 @@ test)
     install_missing
     suites release clang sanitize arm
     ;;
-test-host | test-sanitize)
+test-host | test-sanitize | test-hardened)
     require_suite
     install_missing
-    if [ "$command" = test-host ]; then suites release; else suites sanitize; fi
+    preset=${command#test-}
+    [ "$preset" != host ] || preset=release
+    suites "$preset"
+    ;;
+soak)
+    require_suite
+    require valgrind valgrind
+    install_missing
+    tests/soak/run.sh "$@"
     ;;
 test-clang)
     require_suite
@@ -335,6 +346,13 @@ bench-check)
     build_preset bench
     build_bench_arm
     bench/run.sh check
+    ;;
+footprint)
+    require_build
+    require_cross
+    require python3 python3
+    install_missing
+    python3 -B bench/footprint/footprint.py "$@"
     ;;
 coverage)
     require_suite

@@ -219,6 +219,16 @@ ZOKECC_OUT_OF_LINE void jacobian_double(const Field &f, const typename Field::Ja
     f.sub(t, u, out.Y);  // Y3 = M (S - X3) - 8 Y^4
 }
 
+// 2 Q for an affine Q.
+template <class Field>
+ZOKECC_OUT_OF_LINE void double_affine(const Field &f, const typename Field::Affine &Q,
+                                      const typename Field::Element &a, typename Field::Jacobian &out)
+{
+    typename Field::Jacobian Q_jacobian{};
+    affine_to_jacobian(f, Q, Q_jacobian);
+    jacobian_double(f, Q_jacobian, a, out);
+}
+
 // P + Q for an affine Q. 11 M
 template <class Field>
 ZOKECC_OUT_OF_LINE void jacobian_add_affine(const Field &f, const typename Field::Jacobian &P,
@@ -248,9 +258,7 @@ ZOKECC_OUT_OF_LINE void jacobian_add_affine(const Field &f, const typename Field
             set_jacobian_infinity(f, out);
             return;
         }
-        typename Field::Jacobian doubled{};
-        affine_to_jacobian(f, Q, doubled);
-        jacobian_double(f, doubled, a, out);
+        double_affine(f, Q, a, out);
         return;
     }
     f.mul(P.Z, A, out.Z);  // Z3 = Z1 H
@@ -306,29 +314,11 @@ ZOKECC_OUT_OF_LINE void multiply_denominators(const Field &f, const typename Fie
     }
 }
 
-// P + Q. 16 M, fewer where a Z is one.
-//
-// KEPT: only the same record doubles. Equal points in two records run through the formula with
-// W = 0 and give Z3 = 0, infinity. The signed-window product ends there for a few scalars just
-// below the order, and deployed devices see infinity. Held by
-// EccJacPointAdd1.KeptEqualPointsInTwoRecordsGiveInfinity.
+// P + Q for two records and neither at infinity. 16 M, fewer where a Z is one.
 template <class Field>
-ZOKECC_OUT_OF_LINE void jacobian_add(const Field &f, const typename Field::Jacobian &P,
-                                     const typename Field::Jacobian &Q, const typename Field::Element &a,
-                                     typename Field::Jacobian &out)
+ZOKECC_OUT_OF_LINE void jacobian_add_finite(const Field &f, const typename Field::Jacobian &P,
+                                            const typename Field::Jacobian &Q, typename Field::Jacobian &out)
 {
-    if (&P == &Q) {
-        jacobian_double(f, P, a, out);
-        return;
-    }
-    if (f.is_zero(P.Z)) {
-        copy_jacobian(f, Q, out);
-        return;
-    }
-    if (f.is_zero(Q.Z)) {
-        copy_jacobian(f, P, out);
-        return;
-    }
     typename Field::Element U0{};
     typename Field::Element S0{};
     typename Field::Element U1{};
@@ -356,6 +346,27 @@ ZOKECC_OUT_OF_LINE void jacobian_add(const Field &f, const typename Field::Jacob
     f.mul(S1, W, V);
     f.sub(t, V, t);
     f.halve(t, out.Y);  // Y3 = (R (V - 2 X3) - M W^3) / 2
+}
+
+// P + Q.
+//
+// KEPT: only the same record doubles. Equal points in two records run through the formula with
+// W = 0 and give Z3 = 0, infinity. The signed-window product ends there for a few scalars just
+// below the order, and deployed devices see infinity. Held by
+// EccJacPointAdd1.KeptEqualPointsInTwoRecordsGiveInfinity.
+template <class Field>
+ZOKECC_OUT_OF_LINE void jacobian_add(const Field &f, const typename Field::Jacobian &P,
+                                     const typename Field::Jacobian &Q, const typename Field::Element &a,
+                                     typename Field::Jacobian &out)
+{
+    if (&P == &Q)
+        jacobian_double(f, P, a, out);
+    else if (f.is_zero(P.Z))
+        copy_jacobian(f, Q, out);
+    else if (f.is_zero(Q.Z))
+        copy_jacobian(f, P, out);
+    else
+        jacobian_add_finite(f, P, Q, out);
 }
 
 }  // namespace zokecc

@@ -58,11 +58,10 @@ void ecdsa_second_half(const CurveView &curve, const mint &e, const mint &d, con
 
 bool add_multiples(const CurveView &curve, const mint &u, const ecc_point &Q, const mint &v, ecc_point &out)
 {
-    ecc_point of_base{};
     ecc_point of_key{};
-    multiply_base(curve, u, of_base);
+    multiply_base(curve, u, out);
     if (!multiply(curve, v, Q, of_key)) return false;
-    ecc_point_add(&of_base, &of_key, &curve.a, &curve.b, &curve.p, &out);
+    ecc_point_add(&out, &of_key, &curve.a, &curve.b, &curve.p, &out);
     return true;
 }
 
@@ -78,12 +77,11 @@ bool sm2_recomputed_r(const CurveView &curve, const mint &e, const ecc_point &Q,
 bool ecdsa_recomputed_r(const CurveView &curve, const mint &e, const ecc_point &Q, const mint &r,
                         const mint &s, mint &R)
 {
-    mint w{};
     mint u1{};
     mint u2{};
-    mint_EEA_algo(&s, &curve.n, &w);
-    mint_mod_mul(&e, &w, &curve.n, &u1);
-    mint_mod_mul(&r, &w, &curve.n, &u2);
+    mint_EEA_algo(&s, &curve.n, &u2);      // w = 1 / s
+    mint_mod_mul(&e, &u2, &curve.n, &u1);  // e w
+    mint_mod_mul(&r, &u2, &curve.n, &u2);  // r w
     ecc_point sum{};
     if (!add_multiples(curve, u1, Q, u2, sum)) return false;
     mint_mod(&x_of(sum), &curve.n, &R);

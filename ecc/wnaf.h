@@ -20,8 +20,9 @@ struct WindowDigits {
 
 // out[i] = (2 i + 1) P
 template <class Field>
-void odd_multiples(const Field &f, const typename Field::Affine &P, const typename Field::Element &a,
-                   uint32_t count, typename Field::Jacobian *out)
+ZOKECC_OUT_OF_LINE void odd_multiples(const Field &f, const typename Field::Affine &P,
+                                      const typename Field::Element &a, uint32_t count,
+                                      typename Field::Jacobian *out)
 {
     affine_to_jacobian(f, P, out[0]);
     Wiping<typename Field::Jacobian> twice;
@@ -32,8 +33,8 @@ void odd_multiples(const Field &f, const typename Field::Affine &P, const typena
 // R = sum of digits[j] 2^j P, from the highest digit down. R is held negated where that saves a
 // negation: an addition of a negative digit to R is one of a positive digit to -R.
 template <class Field>
-void evaluate(const Field &f, const typename Field::Element &a, const WindowDigits &digits,
-              const typename Field::Jacobian *odd, typename Field::Jacobian &R)
+ZOKECC_OUT_OF_LINE void evaluate(const Field &f, const typename Field::Element &a, const WindowDigits &digits,
+                                 const typename Field::Jacobian *odd, typename Field::Jacobian &R)
 {
     bool at_infinity = true;
     bool inverted = false;

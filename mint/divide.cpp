@@ -49,11 +49,11 @@ uint32_t estimate_digit(uint32_t u0, uint32_t u1, uint32_t u2, uint32_t d1, uint
 // Takes digit * v[count] off span[count + 1] and returns the true digit.
 uint32_t subtract_multiple(uint32_t *span, const uint32_t *v, uint32_t count, uint32_t digit)
 {
-    const int32_t n = static_cast<int32_t>(count);
-    uint32_t row[kMintWords + 1];
-    row[count] = zokecc::mul_word(v, digit, n, row);
-    if (zokecc::sub_words(span, row, n + 1, span) != 0) {
-        span[count] += zokecc::add_words(span, v, n, span);
+    const uint32_t taken = zokecc::mul_sub_limbs<uint32_t>(v, digit, count, span);
+    const bool too_large = span[count] < taken;
+    span[count] -= taken;
+    if (too_large) {
+        span[count] += zokecc::add_words(span, v, static_cast<int32_t>(count), span);
         --digit;
     }
     return digit;

@@ -8,6 +8,7 @@
 #include "ecc/sm2_steps.h"
 #include "hash/digest.h"
 #include "hash/sm2_digests.h"
+#include "mint/linkage.h"
 #include "mint/value.h"
 #include "mint/wipe.h"
 #include "sdf/agreement_steps.h"
@@ -48,13 +49,19 @@ bool make_Z(SessionContext &session, const ECCrefPublicKey &key, Octets id, User
     return ZOK_GenerateUserInfo(&session, &key, id.bytes, id.len, Z.bytes, &length) == ZOK_OK;
 }
 
-// Z of the own key, derived from the private scalar.
-bool make_own_Z(SessionContext &session, const mint &d, Octets id, UserZ &Z)
+// The point of a private scalar.
+ZOKECC_OUT_OF_LINE void make_public_point(const SessionContext &session, const mint &r, ECCrefPublicKey &out)
 {
-    ecc_point P{};
+    ecc_point R{};
+    zokecc::multiply_base(zokecc::view_of(session), r, R);
+    zokecc::write_public_key(session, R, out);
+}
+
+// Z of the own key, derived from the private scalar.
+ZOKECC_OUT_OF_LINE bool make_own_Z(SessionContext &session, const mint &d, Octets id, UserZ &Z)
+{
     ECCrefPublicKey key{};
-    zokecc::multiply_base(zokecc::view_of(session), d, P);
-    zokecc::write_public_key(session, P, key);
+    make_public_point(session, d, key);
     return make_Z(session, key, id, Z);
 }
 
@@ -109,7 +116,7 @@ uint32_t ZOK_SM2_GenerateResponseTmpKeyWithECC(void *session, ECCrefPrivateKey *
     const SessionContext &s = *static_cast<const SessionContext *>(session);
     if (zokecc::is_zero(s.n) || zokecc::is_zero(s.p)) return ZOK_ERR_ARGUMENT;
     Wiping<mint> r;
-    zokecc::make_temporary_key(s, *r, *tmp_pub_out);
+    if (!zokecc::make_temporary_key(s, *r, *tmp_pub_out)) return ZOK_ERR_INTERNAL;
     zokecc::write_private_key(s, *r, *tmp_priv_out);
     return ZOK_OK;
 }
@@ -196,10 +203,8 @@ uint32_t ZOK_GenerateKeyWithECC(void *session, uint32_t klen_bits, const uint8_t
     Wiping<mint> d;
     Wiping<mint> r;
     if (!read_below_order(s, *dA, *d) || !read_below_order(s, *rA, *r)) return ZOK_ERR_ARGUMENT;
-    ecc_point R{};
     ECCrefPublicKey RA{};
-    zokecc::multiply_base(zokecc::view_of(s), *r, R);
-    zokecc::write_public_key(s, R, RA);
+    make_public_point(s, *r, RA);
     return initiate(s, klen_bits / 8, own_Z.view(), peer_Z.view(), *d, *r, RA, *PB, *RB, *result);
 }
 

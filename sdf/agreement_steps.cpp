@@ -7,6 +7,7 @@
 #include "hash/key_sink.h"
 #include "hash/sm2_digests.h"
 #include "hash/sm2_kdf.h"
+#include "mint/linkage.h"
 #include "mint/value.h"
 #include "mint/wipe.h"
 #include "sdf/records.h"
@@ -57,7 +58,7 @@ bool is_on_curve(const SessionContext &session, const ecc_point &point)
     return ecc_test_point(&point, &session.a, &session.b, &session.p) == 0;
 }
 
-uint32_t compute_shared_point(const Agreement &a, PointBytes &U)
+ZOKECC_OUT_OF_LINE uint32_t compute_shared_point(const Agreement &a, PointBytes &U)
 {
     const mint own_x_bar = x_bar_of(a.session, a.own_random);
     const mint peer_x_bar = x_bar_of(a.session, a.peer_random);
@@ -72,7 +73,7 @@ uint32_t compute_shared_point(const Agreement &a, PointBytes &U)
 // KEPT: the status of the key derivation is not looked at. Z values too long for it, or an unknown
 // hash and whole steps, leave the key buffer as it was, with the answer 0. Held by
 // ZokGenerateKeyWithEcc.KeptRefusedDerivationIsNotReported.
-void derive_key(const Agreement &a, const PointBytes &U, KeySink &sink)
+ZOKECC_OUT_OF_LINE void derive_key(const Agreement &a, const PointBytes &U, KeySink &sink)
 {
     zokecc::Transcript secret;
     secret.put(U.xy, 2 * U.len).put(a.ZA).put(a.ZB);
@@ -82,7 +83,7 @@ void derive_key(const Agreement &a, const PointBytes &U, KeySink &sink)
     if (status == 0) sink.deliver();
 }
 
-void write_confirmations(const Agreement &a, const PointBytes &U)
+ZOKECC_OUT_OF_LINE void write_confirmations(const Agreement &a, const PointBytes &U)
 {
     const bool initiates = a.role == Role::initiator;
     const ECCrefPublicKey &RA = initiates ? a.own_random : a.peer_random;
@@ -149,12 +150,13 @@ uint32_t initiate(SessionContext &session, uint32_t klen, Bytes ZA, Bytes ZB, co
                   sink);
 }
 
-void make_temporary_key(const SessionContext &session, mint &r, ECCrefPublicKey &R_out)
+bool make_temporary_key(const SessionContext &session, mint &r, ECCrefPublicKey &R_out)
 {
     ecc_point R{};
-    gen_random_number(&r, &session.n);
+    if (gen_random_number(&r, &session.n) != 0) return false;
     zokecc::multiply_base(zokecc::view_of(session), r, R);
     zokecc::write_public_key(session, R, R_out);
+    return true;
 }
 
 uint32_t respond(SessionContext &session, uint32_t klen, Bytes ZA, Bytes ZB, const mint &dB,
@@ -172,8 +174,8 @@ uint32_t respond(SessionContext &session, uint32_t klen, Bytes ZA, Bytes ZB, con
     if (rB != nullptr) {
         read_private_key(*rB, *r);
         RB.bits = 8 * session.byte_len;
-    } else {
-        make_temporary_key(session, *r, RB);
+    } else if (!make_temporary_key(session, *r, RB)) {
+        return ZOK_ERR_INTERNAL;
     }
     return finish({session, Role::responder, klen, ZA, ZB, dB, *r, RB, peer_key, RA, peer_point, result},
                   sink);

@@ -19,10 +19,17 @@ UPWARD_CALL = ("mint/sqrt.cpp", "gen_random_number")
 
 # The narrow part of the C++ library that is allowed everywhere, and what one file alone may use.
 ANYWHERE = {"array", "bit", "cstddef", "cstdint", "cstdlib", "cstring", "limits", "span", "type_traits"}
-ONE_FILE_HEADERS = {"cstdio": "mint/dump.cpp", "ctime": "hash/entropy.cpp"}
+ONE_FILE_HEADERS = {
+    "cstdio": "mint/dump.cpp", "ctime": "hash/entropy.cpp", "x86intrin.h": "mint/limb_x86.h",
+    "cpuid.h": "hash/sha256_x86.cpp", "immintrin.h": "hash/sha256_x86.cpp",
+    "cerrno": "hash/kernel_random.cpp", "sys/random.h": "hash/kernel_random.cpp",
+    "fcntl.h": "hash/kernel_random.cpp", "unistd.h": "hash/kernel_random.cpp",
+}
 ONE_FILE_CALLS = {
     "printf": "mint/dump.cpp", "putchar": "mint/dump.cpp",
     "rand": "hash/entropy.cpp", "srand": "hash/entropy.cpp", "time": "hash/entropy.cpp",
+    "getrandom": "hash/kernel_random.cpp", "open": "hash/kernel_random.cpp",
+    "read": "hash/kernel_random.cpp", "close": "hash/kernel_random.cpp",
 }
 INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^>"]+)[>"]', re.MULTILINE)
 

@@ -1,0 +1,13 @@
+/* The heap as the library uses it, counted. Needs -Wl,--wrap=malloc,--wrap=calloc,--wrap=free. */
+#ifndef ZOKECC_BENCH_FOOTPRINT_HEAP_H
+#define ZOKECC_BENCH_FOOTPRINT_HEAP_H
+
+#include <stddef.h>
+
+/* Bytes that were asked for and not given back, the most of them at once, and in how many blocks. */
+size_t heap_bytes(void);
+size_t heap_peak(void);
+size_t heap_blocks(void);
+void heap_forget_peak(void);
+
+#endif

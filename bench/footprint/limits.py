@@ -1,0 +1,47 @@
+"""What the footprint must not exceed: fixed goals, and what docs/footprint.json has recorded."""
+import sections
+
+GROWTH = 1.05
+CODE_GOAL = {"os": 40 * 1024, "o2": 64 * 1024}  # code and constants of the whole library
+# Of any call on an odd modulus of five to nine words, where the fast paths are built in. By definition
+# the temporary numbers are twice as long.
+STACK_GOAL = {"o2": 4 * 1024}
+UNUSUAL = {"secp128r1", "even p"}
+# The curve of the process, and the exponents of the square root: 200 records.
+ZEROED = {"global_curve": 88644, "(anonymous namespace)::exponents": 200 * 80}
+
+
+def goal_faults(name, measured):
+    total = measured["code"]["all"]
+    if total > CODE_GOAL[name]:
+        yield f"{total} bytes of code and constants, the goal is {CODE_GOAL[name]}"
+    for family, sizes in measured["stack"].items():
+        if sizes["usual"] > STACK_GOAL.get(name, sizes["usual"]):
+            yield f"{family}: {sizes['usual']} bytes of stack, the goal is {STACK_GOAL[name]}"
+    for size, symbol in sections.zeroed_objects(name):
+        if ZEROED.get(symbol) != size:
+            yield f"{symbol}: {size} bytes of zeroed data"
+
+
+def growth_faults(measured, recorded):
+    for part, size in measured["code"].items():
+        before = recorded["code"].get(part, 0)
+        if size > GROWTH * before:
+            yield f"{part}: {size} bytes of code and constants, recorded are {before}"
+    for what, (size, _) in measured["stored"].items():
+        before = recorded["stored"].get(what, 0)
+        if size > GROWTH * before:
+            yield f"{what}: {size} bytes of heap, recorded are {before}"
+    for family, sizes in measured["stack"].items():
+        for what in ("usual", "measured", "bound"):
+            before = recorded["stack"].get(family, {}).get(what, 0)
+            if sizes[what] > GROWTH * before:
+                yield f"{family}: {sizes[what]} bytes of stack ({what}), recorded are {before}"
+
+
+def faults(name, measured, recorded):
+    yield from goal_faults(name, measured)
+    if recorded is None:
+        yield "nothing is recorded; --update does it"
+    else:
+        yield from growth_faults(measured, recorded)

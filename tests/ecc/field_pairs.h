@@ -1,0 +1,81 @@
+// A fast field beside the definition, and the fields there are to test.
+#ifndef ZOKECC_TESTS_ECC_FIELD_PAIRS_H
+#define ZOKECC_TESTS_ECC_FIELD_PAIRS_H
+
+#include <vector>
+
+#include "ecc/exact_field.h"
+#include "ecc/fast_field.h"
+#include "tests/mint/moduli.h"
+#include "tests/support/counting_trace.h"
+#include "tests/support/hard_words.h"
+
+namespace zokecc_test {
+
+template <class Modulus>
+using Counted = zokecc::FastField<Modulus, CountingTrace>;
+
+// The fields that the library chooses from, of either kind of machine.
+using ChosenFields = ::testing::Types<
+#ifdef __SIZEOF_INT128__
+    Counted<zokecc::FullLimbs<3>>, Counted<zokecc::FullLimbs<4>>, Counted<zokecc::FullLimbs<5>>,
+#endif
+    Counted<zokecc::AnyShortLimbs>>;
+
+// These and what they are made of.
+using AllFields = ::testing::Types<
+#ifdef __SIZEOF_INT128__
+    Counted<zokecc::FullLimbs<3>>, Counted<zokecc::FullLimbs<4>>, Counted<zokecc::FullLimbs<5>>,
+    Counted<zokecc::FullLimbs<4, zokecc::PortableSum>>,
+#endif
+    Counted<zokecc::ShortLimbs<5>>, Counted<zokecc::ShortLimbs<6>>, Counted<zokecc::ShortLimbs<7>>,
+    Counted<zokecc::ShortLimbs<8>>, Counted<zokecc::ShortLimbs<9>>, Counted<zokecc::AnyShortLimbs>>;
+
+// Odd moduli of five to nine words that Field serves: with a name, and `hard` hard ones.
+template <class Field>
+std::vector<mint> served_moduli(HardWords &draw, int hard) {
+    std::vector<mint> out;
+    for (const Modulus &modulus : odd_moduli()) {
+        if (modulus.value.word_count() > MINT_WORDS) continue;
+        const mint p = modulus.value.to_mint();
+        if (Field::serves(p)) out.push_back(p);
+    }
+    while (hard > 0) {
+        mint p = draw.untrimmed(draw.between(5, 9));
+        p.words[0] |= 1;
+        if (draw.below(2) == 0) p.words[p.len - 1] |= 0x80000000u;
+        if (!Field::serves(p)) continue;
+        out.push_back(p);
+        --hard;
+    }
+    return out;
+}
+
+// Below p and trimmed: what load() takes. Short ones too, and ones that share words with p.
+inline mint loadable(HardWords &draw, const mint &p) {
+    switch (draw.below(10)) {
+    case 0: return Natural(draw.below(3)).to_mint();
+    case 1: return Natural::power_of_two(draw.below(Natural(p).bit_length() - 1)).to_mint();
+    case 2: {
+        const mint shorter = draw.trimmed(p.len - 1);
+        return Natural(shorter).to_mint();
+    }
+    default: {
+        const mint out = draw.reduced(p);
+        return Natural(out).to_mint();
+    }
+    }
+}
+
+// A point of no curve, sometimes at infinity: the formulas do not ask.
+inline ecc_point loadable_point(HardWords &draw, const mint &p) {
+    ecc_point out{};
+    out.infinity = draw.below(8) == 0 ? 1 : 0;
+    out.x = loadable(draw, p);
+    out.y = loadable(draw, p);
+    return out;
+}
+
+}  // namespace zokecc_test
+
+#endif

@@ -1,0 +1,94 @@
+// The kept rule of subtraction, applied to true differences of limbs.
+#include "mint/borrow_rule.h"
+
+#include "tests/mint/kept_rules.h"
+#include "tests/mint/limb_rows.h"
+#include "tests/support/counting_trace.h"
+
+namespace zokecc_test {
+namespace {
+
+constexpr uint32_t kWords = zokecc::kMaxFastWords;
+
+template <class L>
+class BorrowRule : public testing::Test {
+protected:
+    static constexpr unsigned kLimbs = zokecc::kMaxFastLimbs<L>;
+
+    static Row<L> limbs_of(const mint &value) {
+        Row<L> out(kLimbs);
+        std::memcpy(out.data(), value.words, 4 * value.len);
+        return out;
+    }
+
+    // x > y, with equal words and with words of zeros above y.
+    void draw_pair() {
+        do {
+            x = draw.trimmed(kWords);
+            y = draw.below(3) == 0 ? draw.trimmed(kWords) : draw.relative_of(x);
+            for (uint32_t i = y.len; i + 1 < x.len; ++i)
+                if (draw.below(3) == 0) x.words[i] = 0;
+            if (mint_compare(&x, &y) < 0) std::swap(x, y);
+        } while (mint_compare(&x, &y) == 0);
+        n = static_cast<unsigned>(zokecc::kWordsPerLimb<L> == 1 ? x.len : (x.len + 1) / 2);
+        if (draw.below(2) == 0) n = kLimbs;
+    }
+
+    // How often the kept difference was not the true one.
+    template <class Keep>
+    int departures(Over over, Keep keep) {
+        int departed = 0;
+        for (int round = 0; round < rounds(6000); ++round) {
+            draw_pair();
+            const Row<L> larger = limbs_of(x);
+            const Row<L> smaller = limbs_of(y);
+            Row<L> d(kLimbs);
+            L ones = 0;
+            EXPECT_EQ(0u, zokecc::sub_limbs(larger.data(), smaller.data(), n, d.data(), ones));
+            const Natural exact = natural(d);
+            const Natural kept = kept_sub(Natural(x), Natural(y), over);
+            keep(larger.data(), smaller.data(), n, d.data());
+            EXPECT_EQ(kept, natural(d)) << mint_to_hex(x) << " - " << mint_to_hex(y) << ", " << draw.where();
+            EXPECT_TRUE(kept == exact || ones != 0) << "nothing would have looked at this difference";
+            if (this->HasFailure()) break;
+            departed += kept == exact ? 0 : 1;
+        }
+        return departed;
+    }
+
+    HardWords draw{7101 + sizeof(L)};
+    mint x, y;
+    unsigned n = 0;
+};
+TYPED_TEST_SUITE(BorrowRule, LimbTypes);
+
+TYPED_TEST(BorrowRule, KeptEqualWordsApartFromTheLargerOperand) {
+    using L = TypeParam;
+    EXPECT_GE(
+        this->departures(Over::kOther, [](const L *larger, const L *smaller, unsigned limbs,
+                                          L *d) { zokecc::keep_equal_words<L>(larger, smaller, limbs, d); }),
+        rounds(300));
+}
+
+TYPED_TEST(BorrowRule, KeptEqualWordsAndLostBorrowsInPlace) {
+    using L = TypeParam;
+    EXPECT_GE(this->departures(Over::kLarger, [](const L *, const L *smaller, unsigned limbs,
+                                                 L *d) { zokecc::keep_in_place<L>(smaller, limbs, d); }),
+              rounds(500));
+}
+
+TYPED_TEST(BorrowRule, WordsAreReadAndWrittenSingly) {
+    using L = TypeParam;
+    Row<L> limbs(3);
+    for (unsigned word = 0; word < 3 * zokecc::kWordsPerLimb<L>; ++word) {
+        EXPECT_EQ(word, zokecc::used_words_of(limbs.data(), 3));
+        zokecc::set_word(limbs.data(), word, 0xFFFFFFFFu);
+        zokecc::set_word(limbs.data(), word, 0xA0000000u + word);
+        for (unsigned i = 0; i <= word; ++i) EXPECT_EQ(0xA0000000u + i, zokecc::word_of(limbs.data(), i));
+    }
+    EXPECT_EQ(3 * zokecc::kWordsPerLimb<L>, zokecc::used_words_of(limbs.data(), 3));
+    EXPECT_EQ(0u, zokecc::used_words_of(limbs.data(), 0));
+}
+
+}  // namespace
+}  // namespace zokecc_test

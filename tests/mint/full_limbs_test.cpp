@@ -1,0 +1,40 @@
+// Products on 64-bit limbs, summed by the compiler's code and by the assembly.
+#include "mint/full_limbs.h"
+
+#include "tests/mint/limb_products.h"
+
+#ifdef __SIZEOF_INT128__
+
+namespace zokecc_test {
+namespace {
+
+template <class Product>
+class FullLimbs : public testing::Test {};
+
+using Products = testing::Types<
+#if defined(__x86_64__) && !defined(ZOKECC_NO_ASSEMBLY)
+    zokecc::FullLimbs<3, zokecc::AssembledSum>, zokecc::FullLimbs<4, zokecc::AssembledSum>,
+    zokecc::FullLimbs<5, zokecc::AssembledSum>,
+#endif
+    zokecc::FullLimbs<3, zokecc::PortableSum>, zokecc::FullLimbs<4, zokecc::PortableSum>,
+    zokecc::FullLimbs<5, zokecc::PortableSum>>;
+TYPED_TEST_SUITE(FullLimbs, Products);
+
+// The widths that N limbs serve: 2 N words and one less, and five to nine words in all.
+TYPED_TEST(FullLimbs, ProductsAreThoseOfTheDefinition) {
+    for (uint32_t words = 2 * TypeParam::N - 1; words <= 2 * TypeParam::N && words <= 9; ++words)
+        check_width<TypeParam>(words, 64, 7300);
+}
+
+TYPED_TEST(FullLimbs, WidthIsThatOfTheModulus) {
+    const uint32_t words[2 * TypeParam::N + 1] = {};
+    EXPECT_FALSE(TypeParam::fits(words, 2 * TypeParam::N - 2));
+    EXPECT_TRUE(TypeParam::fits(words, 2 * TypeParam::N - 1));
+    EXPECT_TRUE(TypeParam::fits(words, 2 * TypeParam::N));
+    EXPECT_FALSE(TypeParam::fits(words, 2 * TypeParam::N + 1));
+}
+
+}  // namespace
+}  // namespace zokecc_test
+
+#endif

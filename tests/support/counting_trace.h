@@ -1,0 +1,37 @@
+// Counts how often a fast path took each of its slow roads, and how often tests go round.
+#ifndef ZOKECC_TESTS_SUPPORT_COUNTING_TRACE_H
+#define ZOKECC_TESTS_SUPPORT_COUNTING_TRACE_H
+
+#include "mint/trace.h"
+
+namespace zokecc_test {
+
+// The template argument in the place of zokecc::NoTrace. The counts are those since reset().
+struct CountingTrace {
+    struct Counts {
+        int quotient_unsure, first_difference, second_difference, doubled_difference;
+        int difference_in_place, last_difference, inverse_by_definition;
+    };
+    static inline Counts counts{};
+
+    static void reset() { counts = Counts{}; }
+    static void quotient_unsure() { ++counts.quotient_unsure; }
+    static void first_difference() { ++counts.first_difference; }
+    static void second_difference() { ++counts.second_difference; }
+    static void doubled_difference() { ++counts.doubled_difference; }
+    static void difference_in_place() { ++counts.difference_in_place; }
+    static void last_difference() { ++counts.last_difference; }
+    static void inverse_by_definition() { ++counts.inverse_by_definition; }
+};
+
+// Emulation is ten to twenty times slower: a quarter of the rounds, and of what they have to meet.
+#ifdef __arm__
+constexpr bool kEmulated = true;
+#else
+constexpr bool kEmulated = false;
+#endif
+constexpr int rounds(int full) { return kEmulated ? (full + 3) / 4 : full; }
+
+}  // namespace zokecc_test
+
+#endif
