@@ -25,6 +25,8 @@ usage() {
   cross           build for ARMv5TE, ARMv6 and ARMv7-A, for size and for speed, and run the examples
   musl            the same for ARMv5TE with musl as the C library, which is fetched into build/
   packages        the Debian packages for this machine and for armel, and a program built from each
+  test-hardened   build and test with g++, optimised, the hardened build
+  soak [ROUNDS SESSIONS]  a million signatures and 100,000 sessions in both builds: what memory they leave
   test-threads    what may run on several threads does, on eight, under ThreadSanitizer
   fuzz [SECONDS]  every fuzz target for that long, 60 unless told otherwise; fails on a finding
   bench [FILTER | --update]      times of every operation beside OpenSSL's, as a table and a plot
@@ -267,10 +269,18 @@ test)
     install_missing
     suites release clang sanitize arm
     ;;
-test-host | test-sanitize)
+test-host | test-sanitize | test-hardened)
     require_suite
     install_missing
-    if [ "$command" = test-host ]; then suites release; else suites sanitize; fi
+    preset=${command#test-}
+    [ "$preset" != host ] || preset=release
+    suites "$preset"
+    ;;
+soak)
+    require_suite
+    require valgrind valgrind
+    install_missing
+    tests/soak/run.sh "$@"
     ;;
 test-clang)
     require_suite

@@ -47,7 +47,7 @@ int32_t recode(const mint &k, int32_t bits, uint32_t width, int8_t *digits)
 }  // namespace
 
 // KEPT: the digit buffer stays allocated. Deployed systems account for it as part of this call's
-// footprint. It is cleared, so no digit of the scalar stays behind. Held by
+// footprint. It is cleared, so no digit of the scalar stays behind. The hardened build frees it. Held by
 // EccUnknownPointMul.KeptDigitBufferStaysAllocated.
 int32_t ecc_unknown_point_mul(const mint *k, const ecc_point *P, const mint *a, const mint *, const mint *p,
                               ecc_point *out)
@@ -68,6 +68,8 @@ int32_t ecc_unknown_point_mul(const mint *k, const ecc_point *P, const mint *a, 
         zokecc::on_best_field(
             *p, [&](const auto &field) { return zokecc::window_multiple(field, digits, *P, *a, *out); });
     }
+#ifndef ZOKECC_HARDENED
     buffer.release();
+#endif
     return count >= 0 ? 1 : -1;
 }

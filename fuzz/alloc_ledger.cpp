@@ -57,7 +57,11 @@ void __wrap_free(void *block) {
 
 namespace zokecc_fuzz {
 
+#ifdef ZOKECC_HARDENED
+AllocLedger::AllocLedger(unsigned) : digit_buffers_(0) {
+#else
 AllocLedger::AllocLedger(unsigned digit_buffers) : digit_buffers_(digit_buffers) {
+#endif
     blocks().clear();
     active = true;
 }

@@ -1,20 +1,19 @@
-// The seam to the C library's clock and generator.
+// The seam to the clock and to the source of randomness.
 #include "hash/entropy.h"
 
 #include <zokecc/hash.h>
 
-#include <cstdlib>
 #include <ctime>
 
-uint32_t seed_counter = 0;
+#ifdef ZOKECC_HARDENED
+#include "hash/kernel_random.h"
+#else
+#include <cstdlib>
+#endif
 
 namespace {
 
 constexpr uint32_t kSeedWords = 8;
-constexpr uint32_t kShifts[] = {0, 11, 22};
-
-// c / 2 with c taken as signed, rounded down.
-uint32_t arithmetic_half(uint32_t c) { return static_cast<uint32_t>(static_cast<int32_t>(c) >> 1); }
 
 }  // namespace
 
@@ -24,6 +23,26 @@ uint32_t ecc_time(uint32_t *t)
     if (t != nullptr) *t = now;
     return now;
 }
+
+#ifdef ZOKECC_HARDENED
+
+int32_t gen_random_seed(uint32_t *words)
+{
+    return zokecc::kernel_random(reinterpret_cast<uint8_t *>(words), 4 * kSeedWords) ? 0 : -1;
+}
+
+#else
+
+uint32_t seed_counter = 0;
+
+namespace {
+
+constexpr uint32_t kShifts[] = {0, 11, 22};
+
+// c / 2 with c taken as signed, rounded down.
+uint32_t arithmetic_half(uint32_t c) { return static_cast<uint32_t>(static_cast<int32_t>(c) >> 1); }
+
+}  // namespace
 
 // KEPT: every seeding restarts the C library's generator from the clock, the application's own
 // use of rand included; bit 0 of every word is set and the shifted values overlap. What a known
@@ -43,3 +62,5 @@ int32_t gen_random_seed(uint32_t *words)
     }
     return 0;
 }
+
+#endif

@@ -1,9 +1,11 @@
-// The only place where the library meets the clock and the C library's generator.
+// The only place where the library meets the clock and a source of randomness.
 //
-// rand, srand and time are called by those names, so that whoever links the library can put
-// a source of their own in their place. How often each is called, and in which order, is
-// visible to such a source and part of the interface: every seeding calls time once, srand
-// once and rand 24 times.
+// In the default build the source is the C library's generator. rand, srand and time are called by
+// those names, so that whoever links the library can put a source of their own in their place. How
+// often each is called, and in which order, is visible to such a source and part of the interface:
+// every seeding calls time once, srand once and rand 24 times.
+//
+// In the hardened build the source is the kernel's generator.
 #ifndef ZOKECC_HASH_ENTROPY_H
 #define ZOKECC_HASH_ENTROPY_H
 
@@ -11,11 +13,14 @@
 
 #include "mint/linkage.h"
 
+#ifndef ZOKECC_HARDENED
 // Counts the rand calls of all seedings of the process, modulo 2^32. Never reset; it alone
 // makes two seedings within one second differ.
 ZOKECC_INTERNAL uint32_t seed_counter;
+#endif
 
-// Fills 8 seed words. Bit 0 of every word is 1. Returns 0.
+// Fills 8 seed words. In the default build bit 0 of every word is 1. Returns 0, or -1 in the
+// hardened build if the kernel gives no random bytes.
 ZOKECC_INTERNAL int32_t gen_random_seed(uint32_t *words);
 
 #endif

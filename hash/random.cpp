@@ -17,12 +17,15 @@ struct Block {
     uint8_t bytes[kBlockBytes];
 };
 
-void seed(Block &block)
+// The functions of this file that answer a bool fail only with gen_random_seed, so never in the
+// default build.
+bool seed(Block &block)
 {
     zokecc::Wiping<uint32_t[kBlockBytes / 4]> words;
-    gen_random_seed(*words);
+    if (gen_random_seed(*words) != 0) return false;
     for (uint32_t i = 0; i < kBlockBytes / 4; ++i)
         zokecc::store_little_endian((*words)[i], block.bytes + 4 * i);
+    return true;
 }
 
 void hash(const Block &in, Block &out)
@@ -41,12 +44,13 @@ void hash_of_xor(const Block &a, const Block &b, Block &out)
 }
 
 // One output block from the state and fresh seed material; leaves the intermediate value.
-void next_output(const Block &state, Block &intermediate, Block &output)
+bool next_output(const Block &state, Block &intermediate, Block &output)
 {
     zokecc::Wiping<Block> fresh;
-    seed(*fresh);
+    if (!seed(*fresh)) return false;
     hash(*fresh, intermediate);
     hash_of_xor(state, intermediate, output);
+    return true;
 }
 
 }  // namespace
@@ -56,16 +60,18 @@ int32_t gen_random(uint8_t *out, uint32_t len)
     zokecc::Wiping<Block> state;
     zokecc::Wiping<Block> intermediate;
     zokecc::Wiping<Block> output;
-    seed(*state);
-    for (; len >= kBlockBytes; len -= kBlockBytes) {
-        next_output(*state, *intermediate, *output);
-        hash_of_xor(*intermediate, *output, *state);
-        std::memcpy(out, output->bytes, kBlockBytes);
-        out += kBlockBytes;
-    }
-    if (len > 0) {
-        next_output(*state, *intermediate, *output);
-        std::memcpy(out, output->bytes, len);
+    if (!seed(*state)) return -1;
+    uint8_t *const first = out;
+    while (len > 0) {
+        if (!next_output(*state, *intermediate, *output)) {
+            zokecc::wipe(first, static_cast<size_t>(out - first));
+            return -1;
+        }
+        const uint32_t taken = len < kBlockBytes ? len : kBlockBytes;
+        if (taken == kBlockBytes) hash_of_xor(*intermediate, *output, *state);
+        std::memcpy(out, output->bytes, taken);
+        out += taken;
+        len -= taken;
     }
     return 0;
 }
@@ -76,7 +82,7 @@ int32_t gen_random_number(mint *out, const mint *bound)
 {
     const uint32_t words = zokecc::used_words(*bound);
     zokecc::Wiping<uint8_t[zokecc::kMintBytes]> bytes;
-    gen_random(*bytes, 4 * words);
+    if (gen_random(*bytes, 4 * words) != 0) return -1;
     zokecc::Wiping<mint> drawn;
     for (uint32_t i = 0; i < words; ++i) drawn->words[i] = zokecc::load_little_endian(*bytes + 4 * i);
     drawn->len = words;

@@ -49,6 +49,5 @@ uint32_t SDF_GenerateRandom(void *session, uint32_t len, uint8_t *out)
 {
     if (session == nullptr) return ZOK_ERR_SESSION;
     if (out == nullptr && len > 0) return ZOK_ERR_ARGUMENT;
-    gen_random(out, len);
-    return ZOK_OK;
+    return gen_random(out, len) == 0 ? ZOK_OK : ZOK_ERR_INTERNAL;
 }

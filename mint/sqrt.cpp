@@ -102,8 +102,7 @@ bool find_non_residue(const mint &p, const mint &half, const mint &p_minus_1, mi
     for (uint32_t i = 0; i < kFixedCandidates + kRandomCandidates; ++i) {
         g = small(i + 2);
         if (i >= kFixedCandidates) {
-            gen_random_number(&g, &p);
-            if (zokecc::is_zero(g)) return false;
+            if (gen_random_number(&g, &p) != 0 || zokecc::is_zero(g)) return false;
         }
         const mint sign = power(g, half, p);
         if (mint_compare(&sign, &p_minus_1) == 0) return true;

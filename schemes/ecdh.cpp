@@ -2,9 +2,19 @@
 #include "mint/wipe.h"
 #include "schemes/records.h"
 
+namespace {
+
+#ifdef ZOKECC_HARDENED
+constexpr bool kFailsWithoutMemory = true;
+#else
+constexpr bool kFailsWithoutMemory = false;
+#endif
+
+}  // namespace
+
 // KEPT: the peer's point is not validated, a key of zero is accepted, and the status of the
 // multiplication is not looked at: without memory the secret is zero bytes and the answer is a
-// success. Held by EcdhKeyExChg.KeptPeerPointIsNotValidated and
+// success, but for the hardened build, which fails then. Held by EcdhKeyExChg.KeptPeerPointIsNotValidated and
 // EcdhKeyExChg.KeptFailedMultiplicationGivesAZeroSecret.
 int32_t Ecdh_KeyExChg(const ecc_scalar *d, const ecc_point_bytes *peer, uint8_t *out, uint32_t out_capacity)
 {
@@ -18,7 +28,8 @@ int32_t Ecdh_KeyExChg(const ecc_scalar *d, const ecc_point_bytes *peer, uint8_t 
     if (mint_compare(scalar.get(), &global_curve.n) >= 0) return zokecc::kFailed;
 
     zokecc::Wiping<ecc_point> shared;
-    zokecc::multiply(zokecc::global_view(), *scalar, P, *shared);
+    const bool multiplied = zokecc::multiply(zokecc::global_view(), *scalar, P, *shared);
+    if (kFailsWithoutMemory && !multiplied) return zokecc::kFailed;
     uint32_t written = 0;
     mint_to_fixedlen_os(&shared->x, L, out_capacity, &written, out);
     return static_cast<int32_t>(written);

@@ -33,7 +33,7 @@ bool sign(const CurveView &curve, const mint &d, const mint &e, mint &r, mint &s
 {
     Wiping<mint> k;
     for (uint32_t draw = 0; draw < zokecc::kMaxFruitlessDraws; ++draw) {
-        gen_random_number(k.get(), &curve.n);
+        if (gen_random_number(k.get(), &curve.n) != 0) return false;
         zokecc::ecdsa_first_half(curve, *k, r);
         if (is_zero(r)) continue;
         zokecc::ecdsa_second_half(curve, e, d, *k, r, s);

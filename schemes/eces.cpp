@@ -59,7 +59,7 @@ bool draw_points(const zokecc::CurveView &curve, const ecc_point &Q, ecc_point &
 {
     Wiping<mint> k;
     for (uint32_t draw = 0; draw < zokecc::kMaxFruitlessDraws; ++draw) {
-        gen_random_number(k.get(), &curve.n);
+        if (gen_random_number(k.get(), &curve.n) != 0) return false;
         zokecc::multiply_base(curve, *k, C1);
         S = ecc_point{};
         zokecc::multiply(curve, *k, Q, S);

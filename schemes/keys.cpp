@@ -33,7 +33,7 @@ bool make_key(ecc_scalar *key, mint &d)
     if (!zokecc::curve_is_installed() || key == nullptr) return false;
     const bool has_room = key->length >= L;
     if (has_room && key->bytes == nullptr) return false;
-    gen_random_number(&d, &global_curve.n);
+    if (gen_random_number(&d, &global_curve.n) != 0) return false;
     if (has_room)
         mint_to_fixedlen_os(&d, L, key->length, &key->length, key->bytes);
     else

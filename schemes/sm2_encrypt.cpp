@@ -38,7 +38,7 @@ bool draw_key_stream(const CurveView &curve, const ecc_point &Q, uint32_t m, uin
     const uint32_t L = global_curve.byte_len;
     Wiping<mint> k;
     for (uint32_t draw = 0; draw < zokecc::kMaxFruitlessDraws; ++draw) {
-        gen_random_number(k.get(), &curve.n);
+        if (gen_random_number(k.get(), &curve.n) != 0) return false;
         cipher[0] = kPrefix;
         if (zokecc::sm2_encryption_points(curve, L, *k, Q, cipher + 1, cipher + 1 + L, shared) != Step::done)
             return false;

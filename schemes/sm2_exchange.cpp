@@ -190,7 +190,7 @@ int32_t sm2_KeyExChg_B1_10(const ecc_scalar *dB, const ecc_point_bytes *PA, cons
     KeySink sink(K_out, klen, global_curve.byte_len, hash_sel);
     if (!sink.is_ready()) return kFailed;
 
-    gen_random_number(r.get(), &global_curve.n);
+    if (gen_random_number(r.get(), &global_curve.n) != 0) return kFailed;
     zokecc::multiply_base(zokecc::global_view(), *r, point);
     zokecc::write_point_record(point, *RB_out);
     Wiping<PointBytes> V;

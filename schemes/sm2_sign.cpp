@@ -45,7 +45,7 @@ bool sign(const CurveView &curve, const mint &d, const mint &e, mint &r, mint &s
 {
     Wiping<mint> k;
     for (uint32_t draw = 0; draw < zokecc::kMaxFruitlessDraws; ++draw) {
-        gen_random_number(k.get(), &curve.n);
+        if (gen_random_number(k.get(), &curve.n) != 0) return false;
         zokecc::sm2_first_half(curve, e, *k, r);
         if (!is_zero(r) && is_sum_of_order(r, *k, curve.n)) continue;
         zokecc::sm2_second_half(curve, d, *k, r, s);

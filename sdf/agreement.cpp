@@ -116,7 +116,7 @@ uint32_t ZOK_SM2_GenerateResponseTmpKeyWithECC(void *session, ECCrefPrivateKey *
     const SessionContext &s = *static_cast<const SessionContext *>(session);
     if (zokecc::is_zero(s.n) || zokecc::is_zero(s.p)) return ZOK_ERR_ARGUMENT;
     Wiping<mint> r;
-    zokecc::make_temporary_key(s, *r, *tmp_pub_out);
+    if (!zokecc::make_temporary_key(s, *r, *tmp_pub_out)) return ZOK_ERR_INTERNAL;
     zokecc::write_private_key(s, *r, *tmp_priv_out);
     return ZOK_OK;
 }

@@ -150,12 +150,13 @@ uint32_t initiate(SessionContext &session, uint32_t klen, Bytes ZA, Bytes ZB, co
                   sink);
 }
 
-void make_temporary_key(const SessionContext &session, mint &r, ECCrefPublicKey &R_out)
+bool make_temporary_key(const SessionContext &session, mint &r, ECCrefPublicKey &R_out)
 {
     ecc_point R{};
-    gen_random_number(&r, &session.n);
+    if (gen_random_number(&r, &session.n) != 0) return false;
     zokecc::multiply_base(zokecc::view_of(session), r, R);
     zokecc::write_public_key(session, R, R_out);
+    return true;
 }
 
 uint32_t respond(SessionContext &session, uint32_t klen, Bytes ZA, Bytes ZB, const mint &dB,
@@ -173,8 +174,8 @@ uint32_t respond(SessionContext &session, uint32_t klen, Bytes ZA, Bytes ZB, con
     if (rB != nullptr) {
         read_private_key(*rB, *r);
         RB.bits = 8 * session.byte_len;
-    } else {
-        make_temporary_key(session, *r, RB);
+    } else if (!make_temporary_key(session, *r, RB)) {
+        return ZOK_ERR_INTERNAL;
     }
     return finish({session, Role::responder, klen, ZA, ZB, dB, *r, RB, peer_key, RA, peer_point, result},
                   sink);

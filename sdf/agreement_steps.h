@@ -9,8 +9,8 @@
 
 namespace zokecc {
 
-// r = random below n and R = r G.
-void make_temporary_key(const SessionContext &session, mint &r, ECCrefPublicKey &R_out);
+// r = random below n and R = r G. False, with nothing written to R, if no number could be drawn.
+bool make_temporary_key(const SessionContext &session, mint &r, ECCrefPublicKey &R_out);
 
 // What an initiator's calls do once Z values and own keys are there. klen in bytes.
 uint32_t initiate(SessionContext &session, uint32_t klen, Bytes ZA, Bytes ZB, const mint &dA, const mint &rA,

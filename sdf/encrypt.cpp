@@ -60,7 +60,7 @@ uint32_t draw_mask(const SessionContext &session, const ecc_point &Q, ecc_point 
     const zokecc::CurveView curve = zokecc::view_of(session);
     Wiping<mint> k;
     for (uint32_t draw = 0; draw < zokecc::kMaxFruitlessDraws; ++draw) {
-        gen_random_number(k.get(), &session.n);
+        if (gen_random_number(k.get(), &session.n) != 0) return ZOK_ERR_INTERNAL;
         zokecc::multiply_base(curve, *k, C1);
         if (!zokecc::multiply(curve, *k, Q, P2)) return ZOK_ERR_INTERNAL;
         if (!zokecc::is_zero(P2.x)) return ZOK_OK;

@@ -36,7 +36,7 @@ uint32_t draw_key_stream(const SessionContext &session, const ecc_point &Q, uint
     const CurveView curve = view_of(session);
     Wiping<mint> k;
     for (uint32_t draw = 0; draw < kMaxFruitlessDraws; ++draw) {
-        gen_random_number(k.get(), &session.n);
+        if (gen_random_number(k.get(), &session.n) != 0) return ZOK_ERR_INTERNAL;
         const Step step = sm2_encryption_points(curve, session.byte_len, *k, Q, x1, y1, shared);
         if (step != Step::done) return step == Step::refused ? ZOK_ERR_ARGUMENT : ZOK_ERR_INTERNAL;
         if (derive_key_stream(session, shared, m, stream)) return ZOK_OK;

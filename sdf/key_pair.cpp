@@ -20,7 +20,7 @@ uint32_t SDF_GenerateKeyPair_ECC(void *session, uint32_t algorithm, uint32_t key
     if (algorithm != ZOK_ALG_SM2_KEY && algorithm != ZOK_ALG_ECDSA_KEY) return ZOK_ERR_INTERNAL;
 
     zokecc::Wiping<mint> d;
-    gen_random_number(d.get(), &s.n);
+    if (gen_random_number(d.get(), &s.n) != 0) return ZOK_ERR_INTERNAL;
     ecc_point Q{};
     zokecc::multiply_base(zokecc::view_of(s), *d, Q);
     zokecc::write_private_key(s, *d, *priv_out);

@@ -45,7 +45,7 @@ bool sign_sm2(const CurveView &curve, const mint &d, const mint &e, mint &r, min
     mint one{};
     zokecc::set_small(one, 1);
     for (uint32_t draw = 0; draw < zokecc::kMaxFruitlessDraws; ++draw) {
-        gen_random_number(k.get(), &curve.n);
+        if (gen_random_number(k.get(), &curve.n) != 0) return false;
         zokecc::sm2_first_half(curve, e, *k, r);
         if (!is_zero(r)) zokecc::add_values(r, *k, *compared);
         if (mint_compare(compared.get(), &curve.n) == 0) continue;
@@ -62,7 +62,7 @@ bool sign_ecdsa(const CurveView &curve, const mint &d, const mint &digest, mint 
     mint_mod(&digest, &curve.n, &e);
     Wiping<mint> k;
     for (uint32_t draw = 0; draw < zokecc::kMaxFruitlessDraws; ++draw) {
-        gen_random_number(k.get(), &curve.n);
+        if (gen_random_number(k.get(), &curve.n) != 0) return false;
         zokecc::ecdsa_first_half(curve, *k, r);
         if (is_zero(r)) continue;
         zokecc::ecdsa_second_half(curve, e, d, *k, r, s);

@@ -177,7 +177,7 @@ TEST(EccPointUnpress, DrawsNothingWhereAFixedCandidateQualifies) {
     FakeEntropy entropy;
     expect_y(kTiny, small(3), 0, small(6));
     EXPECT_EQ(entropy.number_calls, 0u);
-    EXPECT_EQ(entropy.rand_calls, 0u);
+    EXPECT_EQ(entropy.calls(), 0u);
 }
 
 TEST(EccPointUnpress, OutputMayBeXOrACoefficient) {

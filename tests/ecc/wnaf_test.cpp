@@ -238,7 +238,8 @@ TEST(EccUnknownPointMul, LeavesInputsAsTheyWereAndDoesNotReadB) {
     EXPECT_TRUE(same_bytes(P0, P));
 }
 
-// KEPT: L + 1 bytes for a scalar of L bits, one byte for zero, and never given back.
+// KEPT: L + 1 bytes for a scalar of L bits, one byte for zero, and given back in the hardened build
+// only.
 TEST(EccUnknownPointMul, KeptDigitBufferStaysAllocated) {
     const Curve &c = curve("brainpoolP160r1");
     for (unsigned bits : {1u, 2u, 19u, 20u, 70u, 160u, 300u, 607u, 608u}) {
@@ -247,7 +248,7 @@ TEST(EccUnknownPointMul, KeptDigitBufferStaysAllocated) {
         times(c, k, c.G);
         EXPECT_EQ(1u, counting.allocations) << bits;
         EXPECT_EQ(bits + 1, counting.last_size) << bits;
-        EXPECT_EQ(1, counting.outstanding) << bits;
+        EXPECT_EQ(kept_digit_buffers(1), counting.outstanding) << bits;
     }
     for (const mint &k : {untrimmed(small(6)), untrimmed(zero_in_one_word())}) {
         FailingAlloc counting;
@@ -259,7 +260,7 @@ TEST(EccUnknownPointMul, KeptDigitBufferStaysAllocated) {
         times(c, zero, c.G);
         EXPECT_EQ(1u, counting.allocations);
         EXPECT_EQ(1u, counting.last_size);
-        EXPECT_EQ(1, counting.outstanding);
+        EXPECT_EQ(kept_digit_buffers(1), counting.outstanding);
     }
 }
 

@@ -1,4 +1,4 @@
-// The seeding step: clock, srand, rand and the counter.
+// The clock, and the seeding step of the default build: clock, srand, rand and the counter.
 #include <gtest/gtest.h>
 #include <zokecc/hash.h>
 
@@ -12,17 +12,6 @@
 namespace {
 
 using namespace zokecc_test;
-
-constexpr uint32_t kNow = 0x65432100u;
-
-using Seed = std::array<uint32_t, 8>;
-
-Seed draw() {
-    GuardedRecord<Seed> words;
-    EXPECT_EQ(gen_random_seed(words->data()), 0);
-    EXPECT_TRUE(words.guards_intact());
-    return *words.get();
-}
 
 TEST(EccTime, ReturnsTheClockWithAndWithoutAPointer) {
     FakeEntropy entropy(0x01020304u);
@@ -39,6 +28,19 @@ TEST(EccTime, KeepsAllThirtyTwoBits) {
     uint32_t stored = 0;
     EXPECT_EQ(ecc_time(&stored), 0xFEDCBA98u);
     EXPECT_EQ(stored, 0xFEDCBA98u);
+}
+
+#ifndef ZOKECC_HARDENED
+
+constexpr uint32_t kNow = 0x65432100u;
+
+using Seed = std::array<uint32_t, 8>;
+
+Seed draw() {
+    GuardedRecord<Seed> words;
+    EXPECT_EQ(gen_random_seed(words->data()), 0);
+    EXPECT_TRUE(words.guards_intact());
+    return *words.get();
 }
 
 TEST(GenRandomSeed, CallsTimeOnceThenSrandOnceThenRandTwentyFourTimes) {
@@ -158,5 +160,7 @@ TEST(GenRandomSeed, KeptReseedsFromTheClockOnEverySeeding) {
     EXPECT_EQ(std::rand(), behind);
     EXPECT_EQ(entropy.srand_calls, 4u);
 }
+
+#endif
 
 }  // namespace

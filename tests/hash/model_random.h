@@ -1,5 +1,7 @@
 // The random generator a second time, over the stand-in for the clock and for rand, and over
 // the model's SHA-256. It shares no code with the library.
+//
+// The stand-in for the kernel gives the same words, so this is the model of the hardened build too.
 #ifndef ZOKECC_TESTS_HASH_MODEL_RANDOM_H
 #define ZOKECC_TESTS_HASH_MODEL_RANDOM_H
 

@@ -28,7 +28,7 @@ struct Target {
             FailingAlloc counter;
             EXPECT_EQ(call(arguments), status);
             EXPECT_TRUE(arguments.outputs_untouched());
-            EXPECT_EQ(entropy.srand_calls + entropy.rand_calls + entropy.number_calls, 0u);
+            EXPECT_EQ(entropy.calls() + entropy.number_calls, 0u);
             EXPECT_EQ(counter.allocations, 0u);
         });
     }

@@ -19,7 +19,7 @@ void refuses(const NamedSessionCall &call, uint32_t status, const std::string &i
         FailingAlloc counter;
         EXPECT_EQ((arguments.*run)(), status);
         EXPECT_TRUE(arguments.nothing_written());
-        EXPECT_EQ(entropy.number_calls + entropy.srand_calls, 0u);
+        EXPECT_EQ(entropy.number_calls + entropy.calls(), 0u);
         EXPECT_EQ(counter.outstanding, 0);
     });
 }

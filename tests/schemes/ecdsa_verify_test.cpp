@@ -233,7 +233,7 @@ TEST(EcdsaDigitalVeriy, DrawsNothing) {
     install_small(32);
     FakeEntropy entropy;
     EXPECT_EQ(verify(signature_of(kText, HASH_ALG_SM3)), 1);
-    EXPECT_EQ(entropy.rand_calls + entropy.srand_calls + entropy.number_calls, 0u);
+    EXPECT_EQ(entropy.calls() + entropy.number_calls, 0u);
 }
 
 TEST(EcdsaDigitalVeriy, NullMessageHashesAsTheEmptyOne) {

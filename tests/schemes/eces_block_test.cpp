@@ -71,14 +71,14 @@ TEST(EcesFormat, EverySizeUpTo40) {
                 EXPECT_EQ(call.run(k, message), 1);
                 EXPECT_TRUE(call.out.untouched());
                 EXPECT_EQ(call.out_len, kUntouched);
-                EXPECT_EQ(entropy.srand_calls + entropy.rand_calls, 0u);
+                EXPECT_EQ(entropy.calls(), 0u);
                 continue;
             }
             const uint32_t drawn = k - m - 1;
             EXPECT_EQ(call.run(k, message), 0);
             EXPECT_EQ(call.out_len, k);
             // One seeding at the start, and one for every 32 bytes begun.
-            EXPECT_EQ(entropy.srand_calls, 1 + (drawn + 31) / 32);
+            EXPECT_EQ(entropy.seedings(), 1 + (drawn + 31) / 32);
             ByteString expected = joined({ByteString(1, 0xA5), drawn_bytes(drawn, now), message});
             expected[drawn] = 0;
             EXPECT_EQ(to_hex(call.out.first(k)), to_hex(expected));
@@ -93,8 +93,7 @@ TEST(EcesFormat, LongestMessageLeavesOnlyTheSeparatorAndStillDrawsAByte) {
     Format call;
     EXPECT_EQ(call.run(32, message), 0);
     EXPECT_EQ(to_hex(call.out.first(32)), "a500" + to_hex(message));
-    EXPECT_EQ(entropy.srand_calls, 2u);
-    EXPECT_EQ(entropy.rand_calls, 48u);
+    EXPECT_EQ(entropy.seedings(), 2u);
 }
 
 TEST(EcesFormat, MessageOneByteTooLongReturnsOneAndWritesNothing) {
@@ -103,7 +102,7 @@ TEST(EcesFormat, MessageOneByteTooLongReturnsOneAndWritesNothing) {
     EXPECT_EQ(call.run(32, test_bytes(31)), 1);
     EXPECT_TRUE(call.out.untouched());
     EXPECT_EQ(call.out_len, kUntouched);
-    EXPECT_EQ(entropy.rand_calls, 0u);
+    EXPECT_EQ(entropy.calls(), 0u);
 }
 
 TEST(EcesFormat, SizesNearTheEndOfTheRangeReturnOne) {

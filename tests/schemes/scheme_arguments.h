@@ -80,7 +80,7 @@ void expect_scheme_refuses(SchemeCall call, int32_t status, Spoil spoil) {
     FailingAlloc counter;
     EXPECT_EQ((arguments.*call)(), status);
     EXPECT_TRUE(arguments.outputs_untouched());
-    EXPECT_EQ(entropy.srand_calls + entropy.rand_calls + entropy.number_calls, 0u);
+    EXPECT_EQ(entropy.calls() + entropy.number_calls, 0u);
     EXPECT_EQ(counter.allocations, 0u);
 }
 

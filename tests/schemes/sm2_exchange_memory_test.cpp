@@ -47,7 +47,7 @@ Outcome run(const LegacyKeyCall &call, unsigned byte_len, int32_t klen, unsigned
 void expect_two_digit_buffers(const Outcome &done, unsigned allocations, const char *name) {
     EXPECT_EQ(done.status, 0) << name;
     EXPECT_EQ(done.allocations, allocations) << name;
-    EXPECT_EQ(done.outstanding, 2) << name;
+    EXPECT_EQ(done.outstanding, kept_digit_buffers(2)) << name;
 }
 
 }  // namespace
@@ -74,7 +74,7 @@ TEST(Sm2KeyExChgMemory, FailedDigitBufferReturnsMinusOneWithoutResults) {
             EXPECT_EQ(done.status, -1) << call.name;
             EXPECT_FALSE(done.results_written) << call.name;
             EXPECT_EQ(done.point_written, call.call == kResponderCall.call) << call.name;
-            EXPECT_LE(done.outstanding, 1) << call.name;
+            EXPECT_LE(done.outstanding, kept_digit_buffers(1)) << call.name;
         }
 }
 
@@ -84,7 +84,7 @@ TEST(Sm2KeyExChgMemory, AnyFailedAllocationReturnsMinusOneWithoutResults) {
             const Outcome done = run(call, 24, 48, fail_at);
             EXPECT_EQ(done.status, -1) << call.name << " " << fail_at;
             EXPECT_FALSE(done.results_written) << call.name << " " << fail_at;
-            EXPECT_LE(done.outstanding, 1) << call.name << " " << fail_at;
+            EXPECT_LE(done.outstanding, kept_digit_buffers(1)) << call.name << " " << fail_at;
         }
 }
 
@@ -116,6 +116,6 @@ TEST(Sm2KeyExChgMemory, UnknownSelectorNeedsNoBlock) {
         FailingAlloc counter;
         EXPECT_EQ((side.*function)(), 0) << call.name;
         EXPECT_EQ(counter.allocations, 2u) << call.name;
-        EXPECT_EQ(counter.outstanding, 2) << call.name;
+        EXPECT_EQ(counter.outstanding, kept_digit_buffers(2)) << call.name;
     }
 }

@@ -37,7 +37,7 @@ TEST(SdfExternalDecryptEcc, DrawsNoNumber) {
     FakeEntropy entropy;
     EXPECT_EQ(decrypt_small(small_encryption(HASH_ALG_SM3, 77, kMessage)).status, ZOK_OK);
     EXPECT_EQ(entropy.number_calls, 0u);
-    EXPECT_EQ(entropy.time_calls, 0u);
+    EXPECT_EQ(entropy.calls(), 0u);
 }
 
 TEST(SdfExternalDecryptEcc, BytesBehindThePartsAreNotRead) {

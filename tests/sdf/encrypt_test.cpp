@@ -44,17 +44,17 @@ TEST(SdfExternalEncrytpEcc, OneNonceBelowTheOrderIsDrawnAndNothingElse) {
     // Without a queue the generator is asked; its answer is the same for the same clock.
     mint k{};
     const mint n = small_number(kSmallN);
-    unsigned rand_calls = 0;
+    unsigned seedings = 0;
     {
         FakeEntropy entropy;
         gen_random_number(&k, &n);
-        rand_calls = entropy.rand_calls;
+        seedings = entropy.seedings();
     }
     FakeEntropy entropy;
     GuardedRecord<ECCCipher> out;
     EXPECT_EQ(encrypt(small_session(), kSm2, small_public_key(), kMessage, out.get()), ZOK_OK);
     EXPECT_EQ(entropy.number_calls, 1u);
-    EXPECT_EQ(entropy.rand_calls, rand_calls);
+    EXPECT_EQ(entropy.seedings(), seedings);
     expect_cipher(out, small_encryption(HASH_ALG_SM3, k.len == 0 ? 0 : k.words[0], kMessage));
 }
 

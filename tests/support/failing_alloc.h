@@ -9,6 +9,16 @@
 
 namespace zokecc_test {
 
+#ifdef ZOKECC_HARDENED
+inline constexpr bool kHardened = true;
+#else
+inline constexpr bool kHardened = false;
+#endif
+
+// How many of `count` digit buffers of signed-window products stay allocated: the hardened build
+// frees them.
+constexpr int kept_digit_buffers(int count) { return kHardened ? 0 : count; }
+
 class FailingAlloc {
 public:
     // The fail_at-th allocation from now on fails (1 = the next one; 0 = none).

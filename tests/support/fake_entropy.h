@@ -1,17 +1,48 @@
-// A deterministic clock and generator in place of the C library's, while an object lives.
+// A deterministic clock and generator in place of the C library's, and for the hardened build of the
+// kernel's, while an object lives.
 //
 // The test programs are linked with --wrap=rand, --wrap=srand, --wrap=time and
-// --wrap=gen_random_number; without a living FakeEntropy the real functions are called.
+// --wrap=gen_random_number, in the hardened build with --wrap=getrandom, --wrap=open, --wrap=read and
+// --wrap=close as well; without a living FakeEntropy the real functions are called.
 #ifndef ZOKECC_TESTS_SUPPORT_FAKE_ENTROPY_H
 #define ZOKECC_TESTS_SUPPORT_FAKE_ENTROPY_H
 
 #include <zokecc/mint.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <deque>
 #include <vector>
 
 namespace zokecc_test {
+
+// What the stand-in for the kernel hands out: the words that the default build makes of the same clock,
+// counter and rand. So both builds draw the same numbers in the tests.
+class KernelWords {
+public:
+    KernelWords(uint32_t now, uint32_t counter) : now_(now), counter_(counter) {}
+    uint32_t next();
+
+private:
+    uint32_t now_, counter_;
+    uint32_t state_ = 0;
+    unsigned given_ = 0;
+};
+
+// Which calls of the kernel's generator go wrong, and how often each was made. The answers of a list
+// come first, one per call; then those of the stand-in itself.
+struct FakeKernel {
+    struct Answer {
+        long count;  // bytes that are given, at most; -1 for an error
+        int error;   // errno, for -1
+    };
+    std::deque<Answer> getrandom_answers, open_answers, read_answers;
+    int getrandom_error = 0;  // when set, what every getrandom fails with
+    int open_error = 0;       // when set, what every open of /dev/urandom fails with
+    unsigned getrandom_calls = 0, open_calls = 0, read_calls = 0, close_calls = 0;
+    unsigned flags = 0;        // all that getrandom was given
+    unsigned bytes_given = 0;  // by either way
+};
 
 class FakeEntropy {
 public:
@@ -21,10 +52,15 @@ public:
     FakeEntropy(const FakeEntropy &) = delete;
     FakeEntropy &operator=(const FakeEntropy &) = delete;
 
+    // How often the library seeded. Throws if it made other calls than a seeding has.
+    unsigned seedings() const;
+    // Calls of any of the stand-ins but gen_random_number.
+    size_t calls() const { return call_order.size(); }
+
     // What the next rand() calls answer; when the script runs out, a small generator restarted
     // by every srand() answers.
     std::deque<int> scripted_rand;
-    // When set, every rand() answers stuck_value.
+    // When set, every rand() answers stuck_value, and every word of the kernel is stuck_value.
     bool stuck = false;
     int stuck_value = 0;
     // Values that the next gen_random_number() calls hand out instead of drawing.
@@ -36,12 +72,19 @@ public:
     unsigned time_calls = 0;
     unsigned number_calls = 0;          // gen_random_number() calls, queued or not
     std::vector<unsigned> srand_seeds;  // the argument of every srand()
-    std::vector<char> call_order;       // 't', 's' or 'r' per call
+    std::vector<char> call_order;       // 't', 's' or 'r' per call, 'g', 'o', 'd' or 'c' for the kernel's
 
     // The answer of the small generator: state starts at the seed of the last srand();
     // state = state * 1103515245 + 12345, answer = (state >> 1) & 0x7FFFFFFF.
     uint32_t generator_state = 1;
+
+    FakeKernel kernel;
+    KernelWords kernel_words;
+    uint32_t kernel_word = 0;  // the one that is being given, its bytes in the order of memory
 };
+
+// The living one, or null.
+FakeEntropy *active_entropy();
 
 }  // namespace zokecc_test
 

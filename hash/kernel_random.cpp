@@ -1,0 +1,71 @@
+#include "hash/kernel_random.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cerrno>
+
+#include "mint/wipe.h"
+
+// glibc has the call and the header since 2.25, musl since 1.1.20.
+#if __has_include(<sys/random.h>)
+#include <sys/random.h>
+#define ZOKECC_HAS_GETRANDOM
+#endif
+
+namespace zokecc {
+
+namespace {
+
+enum class Outcome { filled, failed, no_such_call };
+
+// Calls take(bytes, count) until all size bytes are there. It may give fewer than it is asked for,
+// and a signal may interrupt it.
+template <class Take>
+Outcome fill(uint8_t *out, size_t size, const Take &take)
+{
+    while (size > 0) {
+        const ssize_t got = take(out, size);
+        if (got < 0 && errno == EINTR) continue;
+        if (got < 0 && errno == ENOSYS) return Outcome::no_such_call;
+        if (got <= 0 || static_cast<size_t>(got) > size) return Outcome::failed;
+        out += got;
+        size -= static_cast<size_t>(got);
+    }
+    return Outcome::filled;
+}
+
+Outcome fill_by_call([[maybe_unused]] uint8_t *out, [[maybe_unused]] size_t size)
+{
+#ifdef ZOKECC_HAS_GETRANDOM
+    return fill(out, size, [](uint8_t *bytes, size_t count) { return getrandom(bytes, count, 0); });
+#else
+    return Outcome::no_such_call;
+#endif
+}
+
+bool fill_from_device(uint8_t *out, size_t size)
+{
+    int device = -1;
+    do {
+        device = open("/dev/urandom", O_RDONLY | O_CLOEXEC);
+    } while (device < 0 && errno == EINTR);
+    if (device < 0) return false;
+    const Outcome outcome =
+        fill(out, size, [device](uint8_t *bytes, size_t count) { return read(device, bytes, count); });
+    close(device);
+    return outcome == Outcome::filled;
+}
+
+}  // namespace
+
+bool kernel_random(uint8_t *out, size_t size)
+{
+    const Outcome outcome = fill_by_call(out, size);
+    if (outcome == Outcome::filled) return true;
+    if (outcome == Outcome::no_such_call && fill_from_device(out, size)) return true;
+    wipe(out, size);
+    return false;
+}
+
+}  // namespace zokecc

@@ -1,0 +1,22 @@
+// What the library has allocated and not given back: it calls malloc, calloc and free through this.
+#ifndef ZOKECC_TESTS_SOAK_MEMORY_COUNT_H
+#define ZOKECC_TESTS_SOAK_MEMORY_COUNT_H
+
+#include <cstddef>
+
+namespace zokecc_soak {
+
+struct MemoryCount {
+    size_t blocks;
+    size_t bytes;    // as they were asked for
+    size_t largest;  // size of the largest block so far, freed or not
+};
+
+MemoryCount memory_in_use();
+
+// The C library's own view: bytes of its arena that are in use. 0 where it does not tell.
+size_t arena_in_use();
+
+}  // namespace zokecc_soak
+
+#endif
