@@ -3,7 +3,7 @@
 
 #include "tests/ecc/multiples.h"
 
-using namespace zokecc_test;
+namespace zokecc_test::affine_test {
 
 namespace {
 
@@ -290,3 +290,5 @@ TEST(EccTestPoint, ZeroPrimeComparesTwoZeros) {
 }
 
 }  // namespace
+
+}  // namespace zokecc_test::affine_test

@@ -8,7 +8,7 @@
 #include "tests/support/failing_alloc.h"
 #include "tests/support/model_curve.h"
 
-using namespace zokecc_test;
+namespace zokecc_test::comb_test {
 
 namespace {
 
@@ -279,3 +279,5 @@ TEST(EccFixPointMul, UnusableFieldSizeGivesInfinity) {
 }
 
 }  // namespace
+
+}  // namespace zokecc_test::comb_test

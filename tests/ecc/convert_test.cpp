@@ -3,7 +3,7 @@
 
 #include "tests/ecc/multiples.h"
 
-using namespace zokecc_test;
+namespace zokecc_test::convert_test {
 
 namespace {
 
@@ -186,3 +186,5 @@ TEST(EccInvertPoint, KeptBorrowIsLostWhenYHasMoreWordsThanP) {
 }
 
 }  // namespace
+
+}  // namespace zokecc_test::convert_test

@@ -8,7 +8,7 @@
 #include "tests/ecc/tiny_record.h"
 #include "tests/support/model_curve.h"
 
-using namespace zokecc_test;
+namespace zokecc_test::curve_init_test {
 
 namespace {
 
@@ -204,3 +204,5 @@ TEST(CurveExit, ReturnsZeroAndKeepsTheCurve) {
 }
 
 }  // namespace
+
+}  // namespace zokecc_test::curve_init_test

@@ -9,7 +9,7 @@
 #include "tests/support/legacy_curve.h"
 #include "tests/support/legacy_records.h"
 
-using namespace zokecc_test;
+namespace zokecc_test::encode_read_test {
 
 namespace {
 
@@ -270,3 +270,5 @@ TEST_F(EccByteToPoint, InputStaysAsItWas) {
         EXPECT_EQ(to_hex(in), to_hex(before));
     }
 }
+
+}  // namespace zokecc_test::encode_read_test

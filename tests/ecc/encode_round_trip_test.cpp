@@ -7,7 +7,7 @@
 #include "tests/support/legacy_curve.h"
 #include "tests/support/legacy_records.h"
 
-using namespace zokecc_test;
+namespace zokecc_test::encode_round_trip_test {
 
 namespace {
 
@@ -134,3 +134,5 @@ TEST(EccPointOctets, WycheproofPublicKeysOfTheNist256BitCurve) {
 TEST(EccPointOctets, WycheproofPublicKeysOfTheNist224BitCurve) {
     expect_verdicts("wycheproof_ecdh_secp224r1_ecpoint.rsp", 229);
 }
+
+}  // namespace zokecc_test::encode_round_trip_test

@@ -10,7 +10,7 @@
 #include "tests/support/legacy_curve.h"
 #include "tests/support/model_hash.h"
 
-using namespace zokecc_test;
+namespace zokecc_test::encode_test {
 
 namespace {
 
@@ -169,3 +169,5 @@ TEST(EccPointToByte, WorksWithoutACurveAndDoesNotAskWhetherThePointIsOnIt) {
     expect_octets(some_point(32, false), kHybrid, 65);
     expect_octets(some_point(0, false), kUncompressed, 1);
 }
+
+}  // namespace zokecc_test::encode_test

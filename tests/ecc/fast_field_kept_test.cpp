@@ -2,7 +2,7 @@
 #include "tests/ecc/field_pairs.h"
 #include "tests/mint/numbers.h"
 
-namespace zokecc_test {
+namespace zokecc_test::fast_field_kept_test {
 namespace {
 
 // a - b modulo p in one of the fields.
@@ -104,4 +104,4 @@ TEST(FastField, ServesOddModuliOfFiveToNineWordsAlone) {
 }
 
 }  // namespace
-}  // namespace zokecc_test
+}  // namespace zokecc_test::fast_field_kept_test

@@ -2,7 +2,7 @@
 #include "tests/ecc/fast_field_on.h"
 #include "tests/mint/numbers.h"
 
-namespace zokecc_test {
+namespace zokecc_test::fast_field_test {
 namespace {
 
 TYPED_TEST_SUITE(FastFieldOn, AllFields);
@@ -193,4 +193,4 @@ TYPED_TEST(FastFieldOn, PointsAreLoadedAndStoredByTheirFlag) {
 }
 
 }  // namespace
-}  // namespace zokecc_test
+}  // namespace zokecc_test::fast_field_test

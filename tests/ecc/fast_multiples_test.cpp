@@ -9,7 +9,7 @@
 #include "tests/ecc/multiples.h"
 #include "tests/support/model_curve.h"
 
-namespace zokecc_test {
+namespace zokecc_test::fast_multiples_test {
 namespace {
 
 using zokecc::ExactField;
@@ -164,4 +164,4 @@ TYPED_TEST(FastMultiples, RefusedNumbersLeaveTheResultAlone) {
 }
 
 }  // namespace
-}  // namespace zokecc_test
+}  // namespace zokecc_test::fast_multiples_test

@@ -9,7 +9,7 @@
 #include "tests/mint/numbers.h"
 #include "tests/support/model_curve.h"
 
-namespace zokecc_test {
+namespace zokecc_test::fast_path_choice_test {
 namespace {
 
 using zokecc::ExactField;
@@ -217,4 +217,4 @@ TEST_F(FastPathChoice, TablesOfRefusedNumbers) {
 }
 
 }  // namespace
-}  // namespace zokecc_test
+}  // namespace zokecc_test::fast_path_choice_test

@@ -3,7 +3,7 @@
 #include "tests/ecc/field_pairs.h"
 #include "tests/support/points.h"
 
-namespace zokecc_test {
+namespace zokecc_test::fast_points_test {
 namespace {
 
 using zokecc::ExactField;
@@ -127,4 +127,4 @@ TYPED_TEST(FastPoints, FormulasOnHardCoordinates) {
 }
 
 }  // namespace
-}  // namespace zokecc_test
+}  // namespace zokecc_test::fast_points_test

@@ -11,7 +11,7 @@
 #include "tests/support/hard_words.h"
 #include "tests/support/model_curve.h"
 
-using namespace zokecc_test;
+namespace zokecc_test::hard_operands_test {
 
 namespace {
 
@@ -165,3 +165,5 @@ INSTANTIATE_TEST_SUITE_P(Moduli, HardOperands, testing::ValuesIn(moduli()),
                          [](const auto &tested) { return std::string("p").append(tested.param); });
 
 }  // namespace
+
+}  // namespace zokecc_test::hard_operands_test

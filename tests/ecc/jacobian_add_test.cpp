@@ -3,7 +3,7 @@
 
 #include "tests/ecc/multiples.h"
 
-using namespace zokecc_test;
+namespace zokecc_test::jacobian_add_test {
 
 namespace {
 
@@ -160,3 +160,5 @@ TEST(EccJacPointAdd1, LeavesInputsAsTheyWere) {
 }
 
 }  // namespace
+
+}  // namespace zokecc_test::jacobian_add_test

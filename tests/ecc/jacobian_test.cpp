@@ -4,7 +4,7 @@
 #include "tests/ecc/multiples.h"
 #include "tests/support/model_curve.h"
 
-using namespace zokecc_test;
+namespace zokecc_test::jacobian_test {
 
 namespace {
 
@@ -223,3 +223,5 @@ TEST(EccJacPointAdd, LeavesInputsAsTheyWere) {
 }
 
 }  // namespace
+
+}  // namespace zokecc_test::jacobian_test

@@ -4,7 +4,7 @@
 #include "tests/ecc/multiples.h"
 #include "tests/support/failing_alloc.h"
 
-using namespace zokecc_test;
+namespace zokecc_test::point_mul_test {
 
 namespace {
 
@@ -115,3 +115,5 @@ TEST_F(EccPointMul, DoesNotReadB) {
 }
 
 }  // namespace
+
+}  // namespace zokecc_test::point_mul_test

@@ -12,7 +12,7 @@
 #include "tests/support/failing_alloc.h"
 #include "tests/support/model_curve.h"
 
-using namespace zokecc_test;
+namespace zokecc_test::session_curve_test {
 
 namespace {
 
@@ -350,3 +350,5 @@ TEST_F(ZokCurveParaCfgBorrowed, RefusedTypeKeepsTheSharedRecord) {
 }
 
 }  // namespace
+
+}  // namespace zokecc_test::session_curve_test

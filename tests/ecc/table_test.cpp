@@ -7,7 +7,7 @@
 #include "tests/ecc/multiples.h"
 #include "tests/support/model_curve.h"
 
-using namespace zokecc_test;
+namespace zokecc_test::table_test {
 
 namespace {
 
@@ -233,3 +233,5 @@ TEST(EccPrecomputationPoint, UnusableFieldSizeReturnsOneAndWritesNothing) {
 }
 
 }  // namespace
+
+}  // namespace zokecc_test::table_test

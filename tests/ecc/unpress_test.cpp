@@ -7,7 +7,7 @@
 #include "tests/support/fake_entropy.h"
 #include "tests/support/hard_words.h"
 
-using namespace zokecc_test;
+namespace zokecc_test::unpress_test {
 
 namespace {
 
@@ -221,3 +221,5 @@ TEST(EccPointUnpress, UntrimmedCoefficientsAreLeftUntrimmed) {
     EXPECT_TRUE(same_record(a, untrimmed(small(2))));
     EXPECT_TRUE(same_record(b, untrimmed(small(3))));
 }
+
+}  // namespace zokecc_test::unpress_test

@@ -7,7 +7,7 @@
 #include "tests/support/hard_words.h"
 #include "tests/support/tiny_curve.h"
 
-using namespace zokecc_test;
+namespace zokecc_test::unpress_tiny_test {
 
 namespace {
 
@@ -105,3 +105,5 @@ TEST(EccPointUnpressTiny, EveryPointIsFoundFromItsXAndParity) {
         }
     }
 }
+
+}  // namespace zokecc_test::unpress_tiny_test

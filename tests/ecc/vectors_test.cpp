@@ -3,7 +3,7 @@
 
 #include "tests/ecc/multiples.h"
 
-using namespace zokecc_test;
+namespace zokecc_test::vectors_test {
 
 namespace {
 
@@ -104,3 +104,5 @@ INSTANTIATE_TEST_SUITE_P(Curves, LegacyPointMulVectors,
                          curve_test_name<testing::TestParamInfo<std::string>>);
 
 }  // namespace
+
+}  // namespace zokecc_test::vectors_test

@@ -12,7 +12,7 @@
 #include "tests/support/naive_int.h"
 #include "tests/support/tiny_curve.h"
 
-using namespace zokecc_test;
+namespace zokecc_test::verify_curve_test {
 
 namespace {
 
@@ -246,3 +246,5 @@ TEST(ZokCurveVerify, CurveOfTheProcessIsNeitherReadNorChanged) {
     EXPECT_EQ(verify(tiny()), ZOK_OK);
     EXPECT_TRUE(same_bytes(global_curve, none));
 }
+
+}  // namespace zokecc_test::verify_curve_test

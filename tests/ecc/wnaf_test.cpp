@@ -7,7 +7,7 @@
 #include "tests/support/failing_alloc.h"
 #include "tests/support/model_curve.h"
 
-using namespace zokecc_test;
+namespace zokecc_test::wnaf_test {
 
 namespace {
 
@@ -301,3 +301,5 @@ TEST(EccUnknownPointMul, FailedAllocationComesAfterTheInfinityOfZeroAndOfInfinit
 }
 
 }  // namespace
+
+}  // namespace zokecc_test::wnaf_test

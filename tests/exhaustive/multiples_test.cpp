@@ -10,7 +10,7 @@
 #include "tests/exhaustive/curves.h"
 #include "tests/support/model_curve.h"
 
-using namespace zokecc_test;
+namespace zokecc_test::multiples_test {
 
 namespace {
 
@@ -114,3 +114,5 @@ INSTANTIATE_TEST_SUITE_P(Curves, TinyPrimeOrder, testing::ValuesIn(curves_of_pri
                          [](const auto &tested) { return tiny_curve_name(tested.param); });
 
 }  // namespace
+
+}  // namespace zokecc_test::multiples_test

@@ -3,7 +3,7 @@
 
 #include "tests/exhaustive/curves.h"
 
-using namespace zokecc_test;
+namespace zokecc_test::points_test {
 
 namespace {
 
@@ -125,3 +125,5 @@ INSTANTIATE_TEST_SUITE_P(Curves, TinyPoints, testing::ValuesIn(kTinyCurves),
                          [](const auto &tested) { return tiny_curve_name(tested.param); });
 
 }  // namespace
+
+}  // namespace zokecc_test::points_test

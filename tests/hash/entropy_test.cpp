@@ -9,9 +9,9 @@
 #include "tests/hash/model_random.h"
 #include "tests/support/fake_entropy.h"
 
-namespace {
+namespace zokecc_test::entropy_test {
 
-using namespace zokecc_test;
+namespace {
 
 TEST(EccTime, ReturnsTheClockWithAndWithoutAPointer) {
     FakeEntropy entropy(0x01020304u);
@@ -164,3 +164,5 @@ TEST(GenRandomSeed, KeptReseedsFromTheClockOnEverySeeding) {
 #endif
 
 }  // namespace
+
+}  // namespace zokecc_test::entropy_test

@@ -5,9 +5,9 @@
 #include "tests/hash/helpers.h"
 #include "tests/support/model_hash.h"
 
-namespace {
+namespace zokecc_test::hmac_sha256_test {
 
-using namespace zokecc_test;
+namespace {
 
 constexpr int32_t kMinimum = INT32_MIN;
 
@@ -150,3 +150,5 @@ TEST(MhmacSha256, MacMayReplaceTextOrKey) {
 }
 
 }  // namespace
+
+}  // namespace zokecc_test::hmac_sha256_test

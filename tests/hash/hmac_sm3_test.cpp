@@ -6,9 +6,9 @@
 #include "tests/support/failing_alloc.h"
 #include "tests/support/model_hash.h"
 
-namespace {
+namespace zokecc_test::hmac_sm3_test {
 
-using namespace zokecc_test;
+namespace {
 
 // The largest message whose work buffer, 129 bytes longer, still has a 32-bit size.
 constexpr uint32_t kLongestData = 0xFFFFFFFFu - 129;
@@ -164,3 +164,5 @@ TEST(ZokHmacSm3, LongestDataStillAsksForItsBuffer) {
 }
 
 }  // namespace
+
+}  // namespace zokecc_test::hmac_sm3_test

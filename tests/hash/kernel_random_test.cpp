@@ -14,9 +14,9 @@
 #include "tests/hash/model_random.h"
 #include "tests/support/fake_entropy.h"
 
-namespace {
+namespace zokecc_test::kernel_random_test {
 
-using namespace zokecc_test;
+namespace {
 
 constexpr uint32_t kNow = 0x65432100u;
 
@@ -211,5 +211,7 @@ TEST(SdfGenerateRandom, FailureReturnsMinusOne) {
 }
 
 }  // namespace
+
+}  // namespace zokecc_test::kernel_random_test
 
 #endif

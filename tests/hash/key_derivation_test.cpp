@@ -6,9 +6,9 @@
 #include "tests/support/failing_alloc.h"
 #include "tests/support/model_hash.h"
 
-namespace {
+namespace zokecc_test::key_derivation_test {
 
-using namespace zokecc_test;
+namespace {
 
 using Mac = ByteString (*)(const ByteString &, const ByteString &);
 
@@ -214,3 +214,5 @@ TEST(ZokKdHmacSm3, KeptDataTooLongStillReturnsZeroAndLeavesTheFirstBlock) {
 }
 
 }  // namespace
+
+}  // namespace zokecc_test::key_derivation_test

@@ -9,7 +9,8 @@
 #include "tests/support/hex.h"
 #include "tests/support/kdf_model.h"
 
-using namespace zokecc_test;
+namespace zokecc_test::key_sink_test {
+
 using zokecc::KeySink;
 
 namespace {
@@ -171,3 +172,5 @@ TEST(DerivationWrites, AgreesWithTheDerivation) {
                     << "klen " << klen << " step_len " << step_len << " hash " << alg;
             }
 }
+
+}  // namespace zokecc_test::key_sink_test

@@ -6,9 +6,9 @@
 #include "tests/hash/model_random.h"
 #include "tests/support/fake_entropy.h"
 
-namespace {
+namespace zokecc_test::random_number_test {
 
-using namespace zokecc_test;
+namespace {
 
 constexpr uint32_t kNow = 0x65432100u;
 
@@ -135,3 +135,5 @@ TEST(GenRandomNumber, BoundOneAlwaysGivesZero) {
 }
 
 }  // namespace
+
+}  // namespace zokecc_test::random_number_test

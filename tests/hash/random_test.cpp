@@ -9,9 +9,9 @@
 #include "tests/hash/model_random.h"
 #include "tests/support/fake_entropy.h"
 
-namespace {
+namespace zokecc_test::random_test {
 
-using namespace zokecc_test;
+namespace {
 
 constexpr uint32_t kNow = 0x65432100u;
 
@@ -170,3 +170,5 @@ TEST(SdfGenerateRandom, NullOutputOfLengthZeroStillSeedsOnce) {
 }
 
 }  // namespace
+
+}  // namespace zokecc_test::random_test

@@ -5,9 +5,9 @@
 #include "tests/hash/helpers.h"
 #include "tests/support/model_hash.h"
 
-namespace {
+namespace zokecc_test::select_test {
 
-using namespace zokecc_test;
+namespace {
 
 // Found by search: the first four bytes of the SHA-256 digest are zero.
 const char kSha256Zero[] = "zero digest fff22752";
@@ -232,3 +232,5 @@ TEST(HashMintValue, KeptSha256IgnoresLenHigh) {
 }
 
 }  // namespace
+
+}  // namespace zokecc_test::select_test

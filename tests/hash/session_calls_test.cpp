@@ -5,9 +5,9 @@
 #include "tests/hash/helpers.h"
 #include "tests/support/model_hash.h"
 
-namespace {
+namespace zokecc_test::session_calls_test {
 
-using namespace zokecc_test;
+namespace {
 
 const uint32_t kUnset = 0x55AA55AAu;
 
@@ -197,3 +197,5 @@ TEST(ZokKdHmacSha256, KeptInnerFailureIsNotReported) {
 }
 
 }  // namespace
+
+}  // namespace zokecc_test::session_calls_test

@@ -8,9 +8,9 @@
 #include "tests/hash/sha256_context.h"
 #include "tests/support/model_hash.h"
 
-namespace {
+namespace zokecc_test::sha256_result_test {
 
-using namespace zokecc_test;
+namespace {
 
 TEST(Sha256Final, ClearsBlockAndLengthAndSetsComputed) {
     sha256_ctx context = fresh();
@@ -150,3 +150,5 @@ TEST(Sha256Compress, TransformsTheBlockAndResetsTheIndexOnly) {
 }
 
 }  // namespace
+
+}  // namespace zokecc_test::sha256_result_test

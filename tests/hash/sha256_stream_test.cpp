@@ -8,9 +8,9 @@
 #include "tests/hash/sha256_context.h"
 #include "tests/support/model_hash.h"
 
-namespace {
+namespace zokecc_test::sha256_stream_test {
 
-using namespace zokecc_test;
+namespace {
 
 // The digest of what the context holds; the context itself stays as it was.
 std::string digest_of(sha256_ctx context) {
@@ -194,3 +194,5 @@ TEST(Sha256Update, EveryLengthInOneUpdateOrManyAgreesWithTheModel) {
 }
 
 }  // namespace
+
+}  // namespace zokecc_test::sha256_stream_test

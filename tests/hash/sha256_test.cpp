@@ -5,9 +5,9 @@
 #include "tests/hash/helpers.h"
 #include "tests/support/model_hash.h"
 
-namespace {
+namespace zokecc_test::sha256_test {
 
-using namespace zokecc_test;
+namespace {
 
 const char kEmptyDigest[] = "e3b0c44298fc1c149afbf4c8996fb92427ae41e4649b934ca495991b7852b855";
 
@@ -87,3 +87,5 @@ TEST(MhashSha256, KeptNullOutputReturnsZero) {
 }
 
 }  // namespace
+
+}  // namespace zokecc_test::sha256_test

@@ -6,7 +6,8 @@
 #include "tests/support/hex.h"
 #include "tests/support/kdf_model.h"
 
-using namespace zokecc_test;
+namespace zokecc_test::sm2_digests_test {
+
 using zokecc::ExchangePublics;
 using zokecc::PointBytes;
 using zokecc::Transcript;
@@ -189,3 +190,5 @@ TEST(AreEqual, EveryByteCounts) {
 }
 
 TEST(AreEqual, NothingEqualsNothing) { EXPECT_TRUE(zokecc::are_equal(nullptr, nullptr, 0)); }
+
+}  // namespace zokecc_test::sm2_digests_test

@@ -10,7 +10,7 @@
 #include "tests/support/hex.h"
 #include "tests/support/kdf_model.h"
 
-using namespace zokecc_test;
+namespace zokecc_test::sm2_kdf_test {
 
 namespace {
 
@@ -249,3 +249,5 @@ TEST(KdfWrittenBytes, LongestRequestsDoNotWrapAround) {
     EXPECT_EQ(zokecc::kdf_written_bytes(0xFFFFFFFFu, 1), uint64_t{0xFFFFFFFFu} * 32);
     EXPECT_EQ(zokecc::kdf_written_bytes(0xFFFFFFFFu, 32), uint64_t{0xFFFFFFFFu});
 }
+
+}  // namespace zokecc_test::sm2_kdf_test

@@ -7,7 +7,7 @@
 #include "tests/support/kdf_model.h"
 #include "tests/support/vector_file.h"
 
-using namespace zokecc_test;
+namespace zokecc_test::sm2_kdf_vectors_test {
 
 namespace {
 
@@ -58,3 +58,5 @@ TEST(Sm2CheckValue, CheckValuesOfTheEncryptionVectors) {
     }
     EXPECT_EQ(seen, 77u);
 }
+
+}  // namespace zokecc_test::sm2_kdf_vectors_test

@@ -8,9 +8,9 @@
 #include "tests/hash/helpers.h"
 #include "tests/support/model_hash.h"
 
-namespace {
+namespace zokecc_test::sm3_test {
 
-using namespace zokecc_test;
+namespace {
 
 std::string digest_of(const ByteString &message) {
     const sm3_msg descriptor = sm3_message(message);
@@ -133,3 +133,5 @@ TEST(Sm3Compress, BlockAtAnOddAddressGivesTheSame) {
 }
 
 }  // namespace
+
+}  // namespace zokecc_test::sm3_test

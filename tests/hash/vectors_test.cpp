@@ -7,9 +7,9 @@
 #include "tests/support/model_hash.h"
 #include "tests/support/vector_file.h"
 
-namespace {
+namespace zokecc_test::vectors_test {
 
-using namespace zokecc_test;
+namespace {
 
 struct DigestCase {
     ByteString message, digest;
@@ -171,3 +171,5 @@ TEST(ModelHash, AgreesWithTheStandardVectorsUpToTwoHundredBytes) {
 }
 
 }  // namespace
+
+}  // namespace zokecc_test::vectors_test

@@ -10,9 +10,9 @@
 #include "tests/support/failing_alloc.h"
 #include "tests/support/guarded_buffer.h"
 
-namespace {
+namespace zokecc_test::wipe_test {
 
-using namespace zokecc_test;
+namespace {
 
 struct Secret {
     uint32_t words[9];
@@ -111,3 +111,5 @@ TEST(WorkBuffer, ReleasedBlockIsClearedAndStaysAllocated) {
 }
 
 }  // namespace
+
+}  // namespace zokecc_test::wipe_test

@@ -6,7 +6,7 @@
 #include "tests/mint/kept_rules.h"
 #include "tests/mint/numbers.h"
 
-namespace zokecc_test {
+namespace zokecc_test::add_sub_test {
 namespace {
 
 constexpr unsigned kCapacity = 32 * MINT_WORDS;
@@ -186,4 +186,4 @@ TEST(MintSub, NegativeLenReadsAsZeroAndAsTheSmaller) {
 }
 
 }  // namespace
-}  // namespace zokecc_test
+}  // namespace zokecc_test::add_sub_test

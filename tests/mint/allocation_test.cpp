@@ -6,7 +6,7 @@
 #include "tests/mint/numbers.h"
 #include "tests/support/failing_alloc.h"
 
-namespace zokecc_test {
+namespace zokecc_test::allocation_test {
 namespace {
 
 struct Numbers {
@@ -72,4 +72,4 @@ TEST(MintAllocation, ConversionsAskForNoMemory) {
 }
 
 }  // namespace
-}  // namespace zokecc_test
+}  // namespace zokecc_test::allocation_test

@@ -5,7 +5,7 @@
 
 #include "tests/mint/numbers.h"
 
-namespace zokecc_test {
+namespace zokecc_test::bits_test {
 namespace {
 
 int32_t bits_of(const mint &value) {
@@ -98,4 +98,4 @@ TEST(MintBit, EveryValueOfTheLowSixteenBits) {
 }
 
 }  // namespace
-}  // namespace zokecc_test
+}  // namespace zokecc_test::bits_test

@@ -5,7 +5,7 @@
 #include "tests/mint/limb_rows.h"
 #include "tests/support/counting_trace.h"
 
-namespace zokecc_test {
+namespace zokecc_test::borrow_rule_test {
 namespace {
 
 constexpr uint32_t kWords = zokecc::kMaxFastWords;
@@ -91,4 +91,4 @@ TYPED_TEST(BorrowRule, WordsAreReadAndWrittenSingly) {
 }
 
 }  // namespace
-}  // namespace zokecc_test
+}  // namespace zokecc_test::borrow_rule_test

@@ -6,7 +6,7 @@
 #include "tests/mint/numbers.h"
 #include "tests/support/guarded_buffer.h"
 
-namespace zokecc_test {
+namespace zokecc_test::divide_inputs_test {
 namespace {
 
 TEST(MintDiv, ByZeroReturnsZeroAndWritesNothing) {
@@ -113,4 +113,4 @@ TEST(MintDiv, LensOutOfRangeReadAsTheNearest) {
 }
 
 }  // namespace
-}  // namespace zokecc_test
+}  // namespace zokecc_test::divide_inputs_test

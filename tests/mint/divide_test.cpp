@@ -10,7 +10,7 @@
 #include "tests/mint/numbers.h"
 #include "tests/support/guarded_buffer.h"
 
-namespace zokecc_test {
+namespace zokecc_test::divide_test {
 namespace {
 
 // Divides between guards and holds mint_div and mint_mod to the identity.
@@ -189,4 +189,4 @@ TEST(MintMod, RemainderMayReplaceTheDividend) {
 }
 
 }  // namespace
-}  // namespace zokecc_test
+}  // namespace zokecc_test::divide_test

@@ -6,7 +6,7 @@
 #include <cstdio>
 #include <string>
 
-namespace zokecc_test {
+namespace zokecc_test::dump_test {
 namespace {
 
 // Dumps the bytes 0xA0, 0xA1, ... and gives back what was printed.
@@ -72,4 +72,4 @@ TEST(PrintStrArray, PercentSignsOfTheLabelArePrinted) {
 TEST(PrintStrArray, NegativeCountPrintsNoByte) { EXPECT_EQ("n(-1) :\n\n", dump("n", -1)); }
 
 }  // namespace
-}  // namespace zokecc_test
+}  // namespace zokecc_test::dump_test

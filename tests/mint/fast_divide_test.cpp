@@ -6,7 +6,7 @@
 #include "tests/mint/limb_rows.h"
 #include "tests/support/counting_trace.h"
 
-namespace zokecc_test {
+namespace zokecc_test::fast_divide_test {
 namespace {
 
 using zokecc::kMintWords;
@@ -218,4 +218,4 @@ TEST_F(FastDivideCalls, ProductAndReducedProduct) {
 }
 
 }  // namespace
-}  // namespace zokecc_test
+}  // namespace zokecc_test::fast_divide_test

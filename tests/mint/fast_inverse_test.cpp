@@ -15,7 +15,7 @@
 #include "tests/mint/moduli.h"
 #include "tests/support/counting_trace.h"
 
-namespace zokecc_test {
+namespace zokecc_test::fast_inverse_test {
 namespace {
 
 constexpr uint32_t kMaxWords = zokecc::kMaxFastWords;
@@ -163,4 +163,4 @@ TEST(FastInverseCalls, KeptIterationOnBothSidesOfTheChoice) {
 }
 
 }  // namespace
-}  // namespace zokecc_test
+}  // namespace zokecc_test::fast_inverse_test

@@ -5,7 +5,7 @@
 
 #ifdef __SIZEOF_INT128__
 
-namespace zokecc_test {
+namespace zokecc_test::full_limbs_test {
 namespace {
 
 template <class Product>
@@ -35,6 +35,6 @@ TYPED_TEST(FullLimbs, WidthIsThatOfTheModulus) {
 }
 
 }  // namespace
-}  // namespace zokecc_test
+}  // namespace zokecc_test::full_limbs_test
 
 #endif

@@ -9,7 +9,7 @@
 #include "tests/mint/moduli.h"
 #include "tests/mint/numbers.h"
 
-namespace zokecc_test {
+namespace zokecc_test::inverse_kept_test {
 namespace {
 
 const char kSm2Order[] = "fffffffeffffffffffffffffffffffff7203df6b21c6052b53bbf40939d54123";
@@ -128,4 +128,4 @@ TEST(MintEeaAlgo, KeptIterationForHardNumbersAndHardModuli) {
 }
 
 }  // namespace
-}  // namespace zokecc_test
+}  // namespace zokecc_test::inverse_kept_test

@@ -8,7 +8,7 @@
 #include "tests/mint/numbers.h"
 #include "tests/support/guarded_buffer.h"
 
-namespace zokecc_test {
+namespace zokecc_test::inverse_test {
 namespace {
 
 mint inverse(const mint &a, const mint &m) {
@@ -136,4 +136,4 @@ TEST(MintEeaAlgo, CommonFactorLeavesWhatTheIterationLeaves) {
 }
 
 }  // namespace
-}  // namespace zokecc_test
+}  // namespace zokecc_test::inverse_test

@@ -7,7 +7,7 @@
 
 #include "tests/mint/word_rows.h"
 
-namespace zokecc_test {
+namespace zokecc_test::kernel_products_test {
 namespace {
 
 TEST(Mul2, OneWordMultiplierWritesOneWordMore) {
@@ -109,4 +109,4 @@ TEST(Div2DeathTest, ZeroDivisorGoesToThePlatform) {
 }
 
 }  // namespace
-}  // namespace zokecc_test
+}  // namespace zokecc_test::kernel_products_test

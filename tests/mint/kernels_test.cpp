@@ -5,7 +5,7 @@
 
 #include "tests/mint/word_rows.h"
 
-namespace zokecc_test {
+namespace zokecc_test::kernels_test {
 namespace {
 
 constexpr int32_t kLongest = 20;
@@ -158,4 +158,4 @@ TEST(MintMul3, EveryCountApartAndInPlaceMatchesTheOracle) {
 }
 
 }  // namespace
-}  // namespace zokecc_test
+}  // namespace zokecc_test::kernels_test

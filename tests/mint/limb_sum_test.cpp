@@ -3,7 +3,7 @@
 #include "tests/mint/limb_rows.h"
 #include "tests/support/counting_trace.h"
 
-namespace zokecc_test {
+namespace zokecc_test::limb_sum_test {
 namespace {
 
 // The sum of products that add_column<count> forms, when it fits two limbs.
@@ -89,4 +89,4 @@ TYPED_TEST(LimbSum, LargestProductsCarryIntoTheThirdLimb) {
 #endif
 
 }  // namespace
-}  // namespace zokecc_test
+}  // namespace zokecc_test::limb_sum_test

@@ -4,7 +4,7 @@
 #include "tests/mint/limb_rows.h"
 #include "tests/support/counting_trace.h"
 
-namespace zokecc_test {
+namespace zokecc_test::limb_test {
 namespace {
 
 constexpr size_t kMaxRow = 19;
@@ -198,4 +198,4 @@ TYPED_TEST(LimbRows, RowsOfAllOnesCarryToTheTop) {
 }
 
 }  // namespace
-}  // namespace zokecc_test
+}  // namespace zokecc_test::limb_test

@@ -6,7 +6,7 @@
 #include "tests/mint/numbers.h"
 #include "tests/support/guarded_buffer.h"
 
-namespace zokecc_test {
+namespace zokecc_test::mod_reduce_test {
 namespace {
 
 mint reduced(const mint &a, const mint &m) {
@@ -75,4 +75,4 @@ TEST(MintModReduce, OracleAgrees) {
 }
 
 }  // namespace
-}  // namespace zokecc_test
+}  // namespace zokecc_test::mod_reduce_test

@@ -7,7 +7,7 @@
 #include "tests/mint/numbers.h"
 #include "tests/support/guarded_buffer.h"
 
-namespace zokecc_test {
+namespace zokecc_test::modular_mul_test {
 namespace {
 
 void expect_product(const mint &a, const mint &b, const mint &p) {
@@ -111,4 +111,4 @@ TEST(MintModSub, NegativeDifferenceModuloZeroIsZero) {
 }
 
 }  // namespace
-}  // namespace zokecc_test
+}  // namespace zokecc_test::modular_mul_test

@@ -7,7 +7,7 @@
 #include "tests/mint/moduli.h"
 #include "tests/mint/numbers.h"
 
-namespace zokecc_test {
+namespace zokecc_test::modular_shift_test {
 namespace {
 
 void expect_double(const mint &a, const mint &p) {
@@ -171,4 +171,4 @@ TEST(MintModLeftMoveN, HardNumbersForEveryModulus) {
 }
 
 }  // namespace
-}  // namespace zokecc_test
+}  // namespace zokecc_test::modular_shift_test

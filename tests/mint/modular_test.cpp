@@ -7,7 +7,7 @@
 #include "tests/mint/moduli.h"
 #include "tests/mint/numbers.h"
 
-namespace zokecc_test {
+namespace zokecc_test::modular_test {
 namespace {
 
 void expect_sum(const mint &a, const mint &b, const mint &p) {
@@ -155,4 +155,4 @@ TEST(MintModSub, KeptRuleHoldsForHardNumbersReducedAndNot) {
 }
 
 }  // namespace
-}  // namespace zokecc_test
+}  // namespace zokecc_test::modular_test

@@ -5,7 +5,7 @@
 
 #include "tests/mint/numbers.h"
 
-namespace zokecc_test {
+namespace zokecc_test::mul_test {
 namespace {
 
 void expect_product(const mint &a, const mint &b) {
@@ -91,4 +91,4 @@ TEST(MintMul, HardNumbersAboveTheCapacityInEveryPlace) {
 }
 
 }  // namespace
-}  // namespace zokecc_test
+}  // namespace zokecc_test::mul_test

@@ -6,7 +6,7 @@
 #include "tests/mint/numbers.h"
 #include "tests/support/guarded_buffer.h"
 
-namespace zokecc_test {
+namespace zokecc_test::octets_test {
 namespace {
 
 constexpr uint32_t kUnset = 0xDEADBEEFu;
@@ -256,4 +256,4 @@ TEST(MintToFixedlenOs, EveryWidthOfFieldAndValue) {
 }
 
 }  // namespace
-}  // namespace zokecc_test
+}  // namespace zokecc_test::octets_test

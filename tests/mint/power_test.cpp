@@ -7,7 +7,7 @@
 #include "tests/mint/moduli.h"
 #include "tests/mint/numbers.h"
 
-namespace zokecc_test {
+namespace zokecc_test::power_test {
 namespace {
 
 const char kP192[] = "fffffffffffffffffffffffffffffffeffffffffffffffff";
@@ -128,4 +128,4 @@ TEST(MintExp, HardNumbersMatchTheOracle) {
 }
 
 }  // namespace
-}  // namespace zokecc_test
+}  // namespace zokecc_test::power_test

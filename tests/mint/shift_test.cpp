@@ -6,7 +6,7 @@
 #include "tests/mint/numbers.h"
 #include "tests/support/guarded_buffer.h"
 
-namespace zokecc_test {
+namespace zokecc_test::shift_test {
 namespace {
 
 using Shift = int32_t (*)(mint *, uint32_t);
@@ -149,4 +149,4 @@ TEST(MintRightMove, LenOutOfRangeReadsAsTheNearestLength) {
 }
 
 }  // namespace
-}  // namespace zokecc_test
+}  // namespace zokecc_test::shift_test

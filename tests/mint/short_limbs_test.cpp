@@ -3,7 +3,7 @@
 
 #include "tests/mint/limb_products.h"
 
-namespace zokecc_test {
+namespace zokecc_test::short_limbs_test {
 namespace {
 
 // multiply_looped in the shape of the others.
@@ -80,4 +80,4 @@ TEST(ShortLimbs, LargestColumnsDoNotOverflow) {
 }
 
 }  // namespace
-}  // namespace zokecc_test
+}  // namespace zokecc_test::short_limbs_test

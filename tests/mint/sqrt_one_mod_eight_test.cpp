@@ -12,7 +12,7 @@
 #include "tests/support/fake_entropy.h"
 #include "tests/support/guarded_buffer.h"
 
-namespace zokecc_test {
+namespace zokecc_test::sqrt_one_mod_eight_test {
 namespace {
 
 // Modulo this prime 2, 3, ..., 21 are all squares; it is 1 modulo 16.
@@ -218,4 +218,4 @@ TEST(MintSqrt, SquareModulusNeverFindsANonResidue) {
 }
 
 }  // namespace
-}  // namespace zokecc_test
+}  // namespace zokecc_test::sqrt_one_mod_eight_test

@@ -9,7 +9,7 @@
 #include "tests/support/fake_entropy.h"
 #include "tests/support/guarded_buffer.h"
 
-namespace zokecc_test {
+namespace zokecc_test::sqrt_test {
 namespace {
 
 // One call between guards; `out` is untouched unless a root was found.
@@ -144,4 +144,4 @@ TEST(MintSqrt, ModuliOfTheFirstTwoKindsDrawNothing) {
 }
 
 }  // namespace
-}  // namespace zokecc_test
+}  // namespace zokecc_test::sqrt_test

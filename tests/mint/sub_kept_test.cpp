@@ -7,7 +7,7 @@
 #include "tests/mint/kept_rules.h"
 #include "tests/mint/numbers.h"
 
-namespace zokecc_test {
+namespace zokecc_test::sub_kept_test {
 namespace {
 
 // Where mint_sub is asked to store.
@@ -105,4 +105,4 @@ TEST(MintSub, KeptRuleHoldsForHardNumbersInEveryPlace) {
 }
 
 }  // namespace
-}  // namespace zokecc_test
+}  // namespace zokecc_test::sub_kept_test

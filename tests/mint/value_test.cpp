@@ -7,7 +7,7 @@
 #include "tests/mint/numbers.h"
 #include "tests/support/guarded_buffer.h"
 
-namespace zokecc_test {
+namespace zokecc_test::value_test {
 namespace {
 
 TEST(MintCopy, TakesUsedWordsAndLenOnly) {
@@ -177,4 +177,4 @@ TEST(MintAdjustLen, CountAboveTheRecordScansNineteenWords) {
 }
 
 }  // namespace
-}  // namespace zokecc_test
+}  // namespace zokecc_test::value_test

@@ -10,7 +10,7 @@
 #include "tests/peer/bignum.h"
 #include "tests/support/hard_words.h"
 
-namespace zokecc_test {
+namespace zokecc_test::bn_modular_test {
 namespace {
 
 constexpr int kRounds = 100;  // per modulus
@@ -154,4 +154,4 @@ TEST(BnMintSqrt, AgreesOnEveryCurvePrime) {
 }
 
 }  // namespace
-}  // namespace zokecc_test
+}  // namespace zokecc_test::bn_modular_test

@@ -8,7 +8,7 @@
 #include "tests/peer/bignum.h"
 #include "tests/support/hard_words.h"
 
-namespace zokecc_test {
+namespace zokecc_test::bn_test {
 namespace {
 
 constexpr int kRounds = 4000;
@@ -181,4 +181,4 @@ TEST(BnOctets, AgreesOnByteStrings) {
 }
 
 }  // namespace
-}  // namespace zokecc_test
+}  // namespace zokecc_test::bn_test

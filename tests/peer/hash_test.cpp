@@ -9,9 +9,9 @@
 #include "tests/support/guarded_buffer.h"
 #include "tests/support/hex.h"
 
-namespace {
+namespace zokecc_test::hash_test {
 
-using namespace zokecc_test;
+namespace {
 
 constexpr uint32_t kSeed = 20240229;
 constexpr int kRounds = 300;
@@ -114,3 +114,5 @@ TEST(PeerHmacSm3, MacsAgree) {
 }
 
 }  // namespace
+
+}  // namespace zokecc_test::hash_test

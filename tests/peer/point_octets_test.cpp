@@ -3,7 +3,7 @@
 
 #include "tests/peer/scheme_peer.h"
 
-using namespace zokecc_test;
+namespace zokecc_test::point_octets_test {
 
 namespace {
 
@@ -127,3 +127,5 @@ TEST(PeerPointOctets, KeptHybridParityIsComparedByThePeerOnly) {
     }
     uninstall();
 }
+
+}  // namespace zokecc_test::point_octets_test

@@ -12,7 +12,7 @@
 #include "tests/support/hard_words.h"
 #include "tests/support/points.h"
 
-using namespace zokecc_test;
+namespace zokecc_test::point_test {
 
 namespace {
 
@@ -212,3 +212,5 @@ INSTANTIATE_TEST_SUITE_P(Curves, PointPeer, testing::ValuesIn(kCurves),
                          [](const auto &tested) { return std::string(tested.param.name); });
 
 }  // namespace
+
+}  // namespace zokecc_test::point_test

@@ -6,9 +6,9 @@
 
 #include "tests/peer/scheme_peer.h"
 
-namespace {
+namespace zokecc_test::scheme_encrypt_test {
 
-using namespace zokecc_test;
+namespace {
 
 struct Parts {
     ByteString x1, y1, C2, C3;
@@ -181,3 +181,5 @@ TEST(PeerSm2Decry, KeptPlaintextOfThePeersCiphertextIsWrittenWithTheAnswerMinusO
         }
     }
 }
+
+}  // namespace zokecc_test::scheme_encrypt_test

@@ -1,9 +1,9 @@
 // Diffie-Hellman over the process-wide curve, and key generation, beside OpenSSL.
 #include "tests/peer/scheme_peer.h"
 
-namespace {
+namespace zokecc_test::scheme_exchange_test {
 
-using namespace zokecc_test;
+namespace {
 
 constexpr int kRounds = 15;
 
@@ -62,3 +62,5 @@ TEST(PeerLegacyExchange, PublicKeysAgree) {
         }
     }
 }
+
+}  // namespace zokecc_test::scheme_exchange_test

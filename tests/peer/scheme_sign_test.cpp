@@ -5,9 +5,9 @@
 #include "tests/peer/scheme_peer.h"
 #include "tests/support/model_hash.h"
 
-namespace {
+namespace zokecc_test::scheme_sign_test {
 
-using namespace zokecc_test;
+namespace {
 
 constexpr int kRounds = 15;
 
@@ -150,3 +150,5 @@ TEST(PeerLegacySign, WeVerifyWhatThePeerSigns) {
         }
     }
 }
+
+}  // namespace zokecc_test::scheme_sign_test

@@ -8,7 +8,7 @@
 
 #include "tests/peer/scheme_peer.h"
 
-using namespace zokecc_test;
+namespace zokecc_test::session_encrypt_test {
 
 namespace {
 
@@ -248,3 +248,5 @@ TEST(PeerSdfExternalEncrytpEcc, RecordsGoBothWays) {
         }
     }
 }
+
+}  // namespace zokecc_test::session_encrypt_test

@@ -13,9 +13,9 @@
 
 #include "tests/sdf/fixtures.h"
 
-namespace {
+namespace zokecc_test::sign_test {
 
-using namespace zokecc_test;
+namespace {
 
 constexpr uint32_t kSeed = 20240307;
 constexpr int kRounds = 25;
@@ -263,3 +263,5 @@ TEST(PeerSignature, GeneratedKeyPairsAreThePeersMultiples) {
             EXPECT_EQ(image(priv), image(keys.priv()));
         }
 }
+
+}  // namespace zokecc_test::sign_test

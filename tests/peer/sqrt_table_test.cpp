@@ -11,7 +11,7 @@
 #include "tests/support/fake_entropy.h"
 #include "tests/support/guarded_buffer.h"
 
-namespace zokecc_test {
+namespace zokecc_test::sqrt_table_test {
 namespace {
 
 mint prime_of(uint32_t c, unsigned s) {
@@ -56,4 +56,4 @@ TEST(BnMintSqrtTable, OtherNumbersModuloTheSamePrimeAreNotRefused) {
 }
 
 }  // namespace
-}  // namespace zokecc_test
+}  // namespace zokecc_test::sqrt_table_test

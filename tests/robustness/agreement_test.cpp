@@ -3,8 +3,9 @@
 #include "tests/support/failing_alloc.h"
 #include "tests/support/session_exchange.h"
 
-using namespace zokecc_test;
-using namespace zokecc_test::exchange;
+namespace zokecc_test::agreement_test {
+
+using namespace exchange;
 using robustness::bad;
 
 namespace {
@@ -155,3 +156,5 @@ void add_devices() {
 const robustness::Rows agreement(add_agreement), devices(add_devices);
 
 }  // namespace
+
+}  // namespace zokecc_test::agreement_test

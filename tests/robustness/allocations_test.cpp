@@ -11,8 +11,9 @@
 #include "tests/support/legacy_exchange.h"
 #include "tests/support/session_exchange.h"
 
-using namespace zokecc_test;
-using namespace zokecc_test::robustness;
+namespace zokecc_test::allocations_test {
+
+using namespace robustness;
 
 namespace {
 
@@ -256,3 +257,5 @@ TEST(Allocations, WideKeyOfAHashSignatureKeepsItsDigits) {
     EXPECT_EQ(row.run(0).outstanding, kept_digit_buffers(1));
     for (unsigned k = 1; k <= 3; ++k) EXPECT_EQ(row.run(k).outstanding, kept_digit_buffers(k == 1 ? 0 : 1));
 }
+
+}  // namespace zokecc_test::allocations_test

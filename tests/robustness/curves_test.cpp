@@ -10,7 +10,8 @@
 #include "tests/support/legacy_records.h"
 #include "tests/support/small_group.h"
 
-using namespace zokecc_test;
+namespace zokecc_test::curves_test {
+
 using robustness::bad;
 
 namespace {
@@ -160,3 +161,5 @@ void add_tables() {
 const robustness::Rows process(add_process_curve), sessions(add_session_curve), tables(add_tables);
 
 }  // namespace
+
+}  // namespace zokecc_test::curves_test

@@ -3,8 +3,9 @@
 #include "tests/support/failing_alloc.h"
 #include "tests/support/legacy_exchange.h"
 
-using namespace zokecc_test;
-using namespace zokecc_test::exchange;
+namespace zokecc_test::exchange_test {
+
+using namespace exchange;
 using robustness::bad;
 
 namespace {
@@ -130,3 +131,5 @@ void add_exchange() {
 const robustness::Rows rows(add_exchange);
 
 }  // namespace
+
+}  // namespace zokecc_test::exchange_test

@@ -9,7 +9,8 @@
 #include "tests/support/hex.h"
 #include "tests/support/model_hash.h"
 
-using namespace zokecc_test;
+namespace zokecc_test::hashes_test {
+
 using robustness::bad;
 
 namespace {
@@ -224,3 +225,5 @@ const robustness::Rows sha256(add_sha256), hmac(add_hmac_sha256), sm3(add_sm3), 
     random_calls(add_random);
 
 }  // namespace
+
+}  // namespace zokecc_test::hashes_test

@@ -7,7 +7,8 @@
 #include "tests/support/guarded_buffer.h"
 #include "tests/support/points.h"
 
-using namespace zokecc_test;
+namespace zokecc_test::integers_test {
+
 using robustness::bad;
 
 namespace {
@@ -174,3 +175,5 @@ void add_bytes() {
 const robustness::Rows plain(add_plain), words(add_words), bytes(add_bytes);
 
 }  // namespace
+
+}  // namespace zokecc_test::integers_test

@@ -4,8 +4,9 @@
 #include "tests/schemes/scheme_arguments.h"
 #include "tests/support/legacy_exchange.h"
 
-using namespace zokecc_test;
-using namespace zokecc_test::robustness;
+namespace zokecc_test::loops_test {
+
+using namespace robustness;
 
 namespace {
 
@@ -180,3 +181,5 @@ TEST(Loops, BytesAreDrawnInAFixedNumberOfSteps) {
         EXPECT_EQ(entropy.seedings(), 5u);
     }
 }
+
+}  // namespace zokecc_test::loops_test

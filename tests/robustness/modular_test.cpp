@@ -7,7 +7,8 @@
 #include "tests/support/guarded_buffer.h"
 #include "tests/support/points.h"
 
-using namespace zokecc_test;
+namespace zokecc_test::modular_test {
+
 using robustness::bad;
 
 namespace {
@@ -173,3 +174,5 @@ void add_zero_moduli() {
 const robustness::Rows lens(add_lens), zero_moduli(add_zero_moduli);
 
 }  // namespace
+
+}  // namespace zokecc_test::modular_test

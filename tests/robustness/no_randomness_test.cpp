@@ -9,8 +9,9 @@
 #include "tests/support/legacy_exchange.h"
 #include "tests/support/session_exchange.h"
 
-using namespace zokecc_test;
-using namespace zokecc_test::robustness;
+namespace zokecc_test::no_randomness_test {
+
+using namespace robustness;
 
 namespace {
 
@@ -135,5 +136,7 @@ TEST(NoRandomness, NextCallWorks) {
     EXPECT_EQ(a.sign(), ZOK_ERR_SIGN);
     EXPECT_EQ(a.sign(), ZOK_OK);
 }
+
+}  // namespace zokecc_test::no_randomness_test
 
 #endif

@@ -6,7 +6,8 @@
 #include "tests/support/legacy_records.h"
 #include "tests/support/small_group.h"
 
-using namespace zokecc_test;
+namespace zokecc_test::point_strings_test {
+
 using robustness::bad;
 
 namespace {
@@ -119,3 +120,5 @@ void add_unpress() {
 const robustness::Rows reading(add_reading), writing(add_writing), unpress(add_unpress);
 
 }  // namespace
+
+}  // namespace zokecc_test::point_strings_test

@@ -8,7 +8,8 @@
 #include "tests/support/model_curve.h"
 #include "tests/support/small_group.h"
 
-using namespace zokecc_test;
+namespace zokecc_test::points_test {
+
 using robustness::bad;
 
 namespace {
@@ -177,3 +178,5 @@ void add_products() {
 const robustness::Rows affine_rows(add_affine), jacobian_rows(add_jacobian), product_rows(add_products);
 
 }  // namespace
+
+}  // namespace zokecc_test::points_test

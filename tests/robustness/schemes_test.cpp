@@ -3,7 +3,8 @@
 #include "tests/robustness/bad_inputs.h"
 #include "tests/schemes/scheme_arguments.h"
 
-using namespace zokecc_test;
+namespace zokecc_test::schemes_test {
+
 using robustness::bad;
 
 namespace {
@@ -234,3 +235,5 @@ void add_eces() {
 const robustness::Rows keys(add_keys), signatures(add_signatures), encryption(add_encryption), eces(add_eces);
 
 }  // namespace
+
+}  // namespace zokecc_test::schemes_test

@@ -3,8 +3,9 @@
 #include "tests/robustness/bad_inputs.h"
 #include "tests/robustness/session_arguments.h"
 
-using namespace zokecc_test;
-using namespace zokecc_test::robustness;
+namespace zokecc_test::sessions_test {
+
+using namespace robustness;
 
 namespace {
 
@@ -177,3 +178,5 @@ const Rows pointers(add_pointers), sizes(add_sizes), values(add_values), algorit
     sessions(add_sessions);
 
 }  // namespace
+
+}  // namespace zokecc_test::sessions_test

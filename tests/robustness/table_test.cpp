@@ -6,6 +6,8 @@
 
 #include "tests/robustness/bad_inputs.h"
 
+namespace zokecc_test::table_test {
+
 using zokecc_test::robustness::Row;
 using zokecc_test::robustness::table;
 
@@ -32,3 +34,5 @@ TEST(BadInputs, EveryExportedNameHasARowAndNoOtherHas) {
     for (const std::string &name : in_table)
         EXPECT_TRUE(exported.count(name) == 1) << name << " is not exported";
 }
+
+}  // namespace zokecc_test::table_test

@@ -3,7 +3,7 @@
 #include "tests/schemes/ecdsa_calls.h"
 #include "tests/support/failing_alloc.h"
 
-using namespace zokecc_test;
+namespace zokecc_test::allocation_test {
 
 namespace {
 
@@ -87,3 +87,5 @@ TEST(EcesFormat, AllocatesNothing) {
     EXPECT_EQ(eces_deformat(block + 1, 31, message, &length), 0);
     EXPECT_EQ(failing.allocations, 0u);
 }
+
+}  // namespace zokecc_test::allocation_test

@@ -4,7 +4,7 @@
 #include "tests/support/legacy_records.h"
 #include "tests/support/small_group.h"
 
-using namespace zokecc_test;
+namespace zokecc_test::ecdh_test {
 
 namespace {
 
@@ -203,3 +203,5 @@ TEST(EcdhKeyExChg, DrawsNothing) {
     Exchange(3, small_multiple(11)).expect_secret(number_bytes(small_multiple(33).x, 32));
     EXPECT_EQ(entropy.calls() + entropy.number_calls, 0u);
 }
+
+}  // namespace zokecc_test::ecdh_test

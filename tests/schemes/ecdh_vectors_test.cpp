@@ -2,7 +2,7 @@
 #include "tests/support/legacy_records.h"
 #include "tests/support/legacy_vectors.h"
 
-using namespace zokecc_test;
+namespace zokecc_test::ecdh_vectors_test {
 
 namespace {
 
@@ -45,3 +45,5 @@ TEST(EcdhVectors, PublicKeys) {
     }
     EXPECT_EQ(checked, 93u);
 }
+
+}  // namespace zokecc_test::ecdh_vectors_test

@@ -3,7 +3,7 @@
 #include "tests/schemes/ecdsa_calls.h"
 #include "tests/support/failing_alloc.h"
 
-using namespace zokecc_test;
+namespace zokecc_test::ecdsa_test {
 
 namespace {
 
@@ -259,3 +259,5 @@ TEST(EcdsaDigitalSign, DrawsItsNonceBelowTheOrder) {
     expect_small_signature(signing.sig, small_ecdsa(small_e(kText, HASH_ALG_SM3), kD, k.words[0]), 32);
     EXPECT_EQ(entropy.seedings(), 2u);
 }
+
+}  // namespace zokecc_test::ecdsa_test

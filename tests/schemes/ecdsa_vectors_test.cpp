@@ -5,7 +5,7 @@
 #include "tests/support/legacy_vectors.h"
 #include "tests/support/naive_int.h"
 
-using namespace zokecc_test;
+namespace zokecc_test::ecdsa_vectors_test {
 
 namespace {
 
@@ -120,3 +120,5 @@ TEST(EcdsaDigitalSign, DigestWithALeadingZeroWord) {
         EXPECT_EQ(Ecdsa_DigitalVeriy(&Q, call.msg.get(), call.sig.get(), row.hash), 1);
     }
 }
+
+}  // namespace zokecc_test::ecdsa_vectors_test

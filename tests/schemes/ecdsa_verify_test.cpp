@@ -3,7 +3,7 @@
 // as x = 0.
 #include "tests/schemes/ecdsa_calls.h"
 
-using namespace zokecc_test;
+namespace zokecc_test::ecdsa_verify_test {
 
 namespace {
 
@@ -246,3 +246,5 @@ TEST(EcdsaDigitalVeriy, NullMessageHashesAsTheEmptyOne) {
     EcdsaVerification empty(small_multiple(kD), signature_of(ByteString(), HASH_ALG_SM3), kText);
     EXPECT_EQ(Ecdsa_DigitalVeriy(empty.Q.get(), &nothing, empty.sig.get(), HASH_ALG_SM3), 1);
 }
+
+}  // namespace zokecc_test::ecdsa_verify_test

@@ -5,7 +5,7 @@
 #include "tests/support/model_hash.h"
 #include "tests/support/small_group.h"
 
-using namespace zokecc_test;
+namespace zokecc_test::eces_block_test {
 
 namespace {
 
@@ -280,3 +280,5 @@ TEST(EcesDeformat, FormattedBlockThroughEncryption) {
     EXPECT_EQ(deformat.out_len, 25u);
     EXPECT_EQ(to_hex(deformat.out.first(25)), to_hex(message));
 }
+
+}  // namespace zokecc_test::eces_block_test

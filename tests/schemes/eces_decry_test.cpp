@@ -2,7 +2,7 @@
 #include "tests/schemes/eces_calls.h"
 #include "tests/support/failing_alloc.h"
 
-using namespace zokecc_test;
+namespace zokecc_test::eces_decry_test {
 
 namespace {
 
@@ -270,3 +270,5 @@ TEST(EcesDecry, PublishedSecretsUnmaskTheMessage) {
     }
     EXPECT_EQ(checked, 93u);
 }
+
+}  // namespace zokecc_test::eces_decry_test

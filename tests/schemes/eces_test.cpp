@@ -2,7 +2,7 @@
 #include "tests/schemes/eces_calls.h"
 #include "tests/support/failing_alloc.h"
 
-using namespace zokecc_test;
+namespace zokecc_test::eces_test {
 
 namespace {
 
@@ -241,3 +241,5 @@ TEST(EcesEncry, PublishedSecretsMaskTheMessage) {
     }
     EXPECT_EQ(checked, 93u);
 }
+
+}  // namespace zokecc_test::eces_test

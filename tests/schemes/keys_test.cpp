@@ -2,7 +2,7 @@
 #include "tests/support/legacy_records.h"
 #include "tests/support/small_group.h"
 
-using namespace zokecc_test;
+namespace zokecc_test::keys_test {
 
 namespace {
 
@@ -235,3 +235,5 @@ TEST(EccKeyPairGen, KeptUnknownModeDoesNotLookAtTheKey) {
     }
     EXPECT_EQ(wide.length, 0xFFFFFFFFu);
 }
+
+}  // namespace zokecc_test::keys_test

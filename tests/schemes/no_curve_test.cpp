@@ -1,7 +1,7 @@
 // Every call while the process has no curve, or one whose order or field prime is zero.
 #include "tests/schemes/scheme_arguments.h"
 
-using namespace zokecc_test;
+namespace zokecc_test::no_curve_test {
 
 namespace {
 
@@ -109,3 +109,5 @@ TEST(EcesDeformat, CurveLengthBelowTwoReturnsOne) {
     }
     uninstall();
 }
+
+}  // namespace zokecc_test::no_curve_test

@@ -1,7 +1,7 @@
 // Every call with each pointer that it needs null in turn, and lengths beyond their fields.
 #include "tests/schemes/scheme_arguments.h"
 
-using namespace zokecc_test;
+namespace zokecc_test::null_arguments_test {
 
 namespace {
 
@@ -185,3 +185,5 @@ TEST(Sm2Decry, NullArgumentReturnsMinusOne) {
     expect_refused(&SchemeArguments::decrypt, -1, [](SchemeArguments &a) { a.cipher.data = nullptr; });
     expect_refused(&SchemeArguments::decrypt, -1, [](SchemeArguments &a) { a.out_msg.data = nullptr; });
 }
+
+}  // namespace zokecc_test::null_arguments_test

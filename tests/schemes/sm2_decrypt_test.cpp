@@ -3,7 +3,7 @@
 #include "tests/schemes/sm2_encrypt_calls.h"
 #include "tests/support/failing_alloc.h"
 
-using namespace zokecc_test;
+namespace zokecc_test::sm2_decrypt_test {
 
 namespace {
 
@@ -315,3 +315,5 @@ TEST(Sm2Decry, DrawsNothing) {
     EXPECT_EQ(call.run(HASH_ALG_SM3), -1);
     EXPECT_EQ(entropy.calls() + entropy.number_calls, 0u);
 }
+
+}  // namespace zokecc_test::sm2_decrypt_test

@@ -3,7 +3,7 @@
 #include "tests/schemes/sm2_encrypt_calls.h"
 #include "tests/support/failing_alloc.h"
 
-using namespace zokecc_test;
+namespace zokecc_test::sm2_encrypt_test {
 
 namespace {
 
@@ -295,3 +295,5 @@ TEST(Sm2Encry, KeptDigitBuffersStayAllocated) {
     EXPECT_EQ(counter.allocations, 4u);
     EXPECT_EQ(counter.outstanding, kept_digit_buffers(2));
 }
+
+}  // namespace zokecc_test::sm2_encrypt_test

@@ -5,7 +5,7 @@
 #include "tests/schemes/sm2_encrypt_calls.h"
 #include "tests/support/legacy_vectors.h"
 
-using namespace zokecc_test;
+namespace zokecc_test::sm2_encrypt_vectors_test {
 
 namespace {
 
@@ -102,3 +102,5 @@ TEST(Sm2EncryptVectors, KeptInvalidCiphertextsLeaveWhatTheyDecryptTo) {
     }
     EXPECT_EQ(checked, 8u);
 }
+
+}  // namespace zokecc_test::sm2_encrypt_vectors_test

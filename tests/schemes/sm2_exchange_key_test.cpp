@@ -4,8 +4,9 @@
 
 #include "tests/support/legacy_exchange.h"
 
-using namespace zokecc_test;
-using namespace zokecc_test::exchange;
+namespace zokecc_test::sm2_exchange_key_test {
+
+using namespace exchange;
 
 namespace {
 
@@ -161,3 +162,5 @@ TEST(Sm2KeyExChg, KeptUnknownSelectorIsNoticedAfterEveryCheck) {
         EXPECT_TRUE(side.nothing_written()) << call.name;
     }
 }
+
+}  // namespace zokecc_test::sm2_exchange_key_test

@@ -5,8 +5,9 @@
 #include "tests/support/legacy_exchange.h"
 #include "tests/support/model_hash.h"
 
-using namespace zokecc_test;
-using namespace zokecc_test::exchange;
+namespace zokecc_test::sm2_exchange_lengths_test {
+
+using namespace exchange;
 
 namespace {
 
@@ -209,3 +210,5 @@ TEST(Sm2KeyExChgB110, DrawnNumberOfZeroGivesARandomPointOfZeroBytes) {
     expect_point_written(side.R_written, zero, zero);
     expect_split_results(side, expected);
 }
+
+}  // namespace zokecc_test::sm2_exchange_lengths_test

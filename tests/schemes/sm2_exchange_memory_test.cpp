@@ -5,8 +5,9 @@
 #include "tests/support/failing_alloc.h"
 #include "tests/support/legacy_exchange.h"
 
-using namespace zokecc_test;
-using namespace zokecc_test::exchange;
+namespace zokecc_test::sm2_exchange_memory_test {
+
+using namespace exchange;
 
 namespace {
 
@@ -119,3 +120,5 @@ TEST(Sm2KeyExChgMemory, UnknownSelectorNeedsNoBlock) {
         EXPECT_EQ(counter.outstanding, kept_digit_buffers(2)) << call.name;
     }
 }
+
+}  // namespace zokecc_test::sm2_exchange_memory_test

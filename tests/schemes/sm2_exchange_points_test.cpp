@@ -4,8 +4,9 @@
 
 #include "tests/support/legacy_exchange.h"
 
-using namespace zokecc_test;
-using namespace zokecc_test::exchange;
+namespace zokecc_test::sm2_exchange_points_test {
+
+using namespace exchange;
 
 namespace {
 
@@ -183,3 +184,5 @@ TEST(Sm2KeyExChg, EqualPointsAreDoubledInTheSum) {
         expect_results(side, call, with_point(exchange, steps.U));
     }
 }
+
+}  // namespace zokecc_test::sm2_exchange_points_test

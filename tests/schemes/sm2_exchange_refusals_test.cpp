@@ -6,8 +6,9 @@
 
 #include "tests/support/legacy_exchange.h"
 
-using namespace zokecc_test;
-using namespace zokecc_test::exchange;
+namespace zokecc_test::sm2_exchange_refusals_test {
+
+using namespace exchange;
 
 namespace {
 
@@ -244,3 +245,5 @@ TEST(Sm2KeyExChgA13, NullPointerReturnsMinusOne) {
     without_output.R_out = nullptr;
     EXPECT_EQ(without_output.a1_3(), -1);
 }
+
+}  // namespace zokecc_test::sm2_exchange_refusals_test

@@ -3,8 +3,9 @@
 
 #include "tests/support/legacy_exchange.h"
 
-using namespace zokecc_test;
-using namespace zokecc_test::exchange;
+namespace zokecc_test::sm2_exchange_rpoint_test {
+
+using namespace exchange;
 
 namespace {
 
@@ -80,3 +81,5 @@ TEST(Sm2RPoint, NullPointersReturnOneWithoutACurveToo) {
     EXPECT_EQ(sm2_RPoint(nullptr, 1, out.get()), 1);
     EXPECT_TRUE(out.unchanged());
 }
+
+}  // namespace zokecc_test::sm2_exchange_rpoint_test

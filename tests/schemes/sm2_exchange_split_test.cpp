@@ -3,8 +3,9 @@
 
 #include "tests/support/legacy_exchange.h"
 
-using namespace zokecc_test;
-using namespace zokecc_test::exchange;
+namespace zokecc_test::sm2_exchange_split_test {
+
+using namespace exchange;
 
 namespace {
 
@@ -160,3 +161,5 @@ TEST(Sm2KeyExChgSplitCalls, InputsStayAsTheyWere) {
         EXPECT_EQ(to_hex(side.r->bytes, side.r->length), to_hex(exchange.own(call.role).r));
     }
 }
+
+}  // namespace zokecc_test::sm2_exchange_split_test

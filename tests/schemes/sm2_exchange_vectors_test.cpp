@@ -7,8 +7,9 @@
 #include "schemes/sm2_x_bar.h"
 #include "tests/support/legacy_exchange.h"
 
-using namespace zokecc_test;
-using namespace zokecc_test::exchange;
+namespace zokecc_test::sm2_exchange_vectors_test {
+
+using namespace exchange;
 
 namespace {
 
@@ -140,3 +141,5 @@ TEST(Sm2KeyExChgB110, WorkedExampleOfGmT0003Part5) {
     install(curve(block.text("Curve")));
     expect_responder(block);
 }
+
+}  // namespace zokecc_test::sm2_exchange_vectors_test

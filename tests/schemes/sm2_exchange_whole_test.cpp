@@ -5,8 +5,9 @@
 #include "tests/support/legacy_exchange.h"
 #include "tests/support/model_hash.h"
 
-using namespace zokecc_test;
-using namespace zokecc_test::exchange;
+namespace zokecc_test::sm2_exchange_whole_test {
+
+using namespace exchange;
 
 namespace {
 
@@ -176,3 +177,5 @@ TEST(Sm2KeyExChg, InputsStayAsTheyWere) {
         EXPECT_EQ(to_hex(side.r->bytes, side.r->length), to_hex(exchange.own(role).r));
     }
 }
+
+}  // namespace zokecc_test::sm2_exchange_whole_test

@@ -6,8 +6,9 @@
 #include "tests/support/legacy_exchange.h"
 #include "tests/support/model_hash.h"
 
-using namespace zokecc_test;
-using namespace zokecc_test::exchange;
+namespace zokecc_test::sm2_exchange_x_bar_test {
+
+using namespace exchange;
 
 namespace {
 
@@ -120,3 +121,5 @@ TEST(Sm2XBar, WithoutACurveNothingIsWritten) {
     EXPECT_EQ(x_bar(kX, 127), ByteString(kArea, kPattern));
     EXPECT_EQ(x_bar(kX, 0), ByteString(kArea, kPattern));
 }
+
+}  // namespace zokecc_test::sm2_exchange_x_bar_test

@@ -3,7 +3,7 @@
 #include "tests/schemes/sm2_sign_calls.h"
 #include "tests/support/failing_alloc.h"
 
-using namespace zokecc_test;
+namespace zokecc_test::sm2_sign_test {
 
 namespace {
 
@@ -307,3 +307,5 @@ TEST(Sm2DigitalSign, LongestMessageIsRefusedOnlyByItsAllocation) {
     EXPECT_EQ(sm2_DigitalSign(call.d.get(), &claims_more, call.Z.data(), call.sig.get(), HASH_ALG_SM3), 1);
     EXPECT_EQ(failing.last_size, 0xFFFFFFFFu);
 }
+
+}  // namespace zokecc_test::sm2_sign_test

@@ -4,7 +4,7 @@
 #include "tests/support/legacy_vectors.h"
 #include "tests/support/naive_int.h"
 
-using namespace zokecc_test;
+namespace zokecc_test::sm2_sign_vectors_test {
 
 namespace {
 
@@ -122,3 +122,5 @@ TEST(Sm2SignVectors, KeptInverseOfTwoSignsForTheKeyOne) {
     }
     EXPECT_EQ(checked, 1u);
 }
+
+}  // namespace zokecc_test::sm2_sign_vectors_test

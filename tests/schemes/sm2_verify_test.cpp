@@ -3,7 +3,7 @@
 #include "tests/schemes/sm2_sign_calls.h"
 #include "tests/support/failing_alloc.h"
 
-using namespace zokecc_test;
+namespace zokecc_test::sm2_verify_test {
 
 namespace {
 
@@ -308,3 +308,5 @@ TEST(Sm2DigitalVeriy, DrawsNothing) {
     EXPECT_EQ(verify(signature_of(kText, HASH_ALG_SM3)), 0);
     EXPECT_EQ(entropy.calls() + entropy.number_calls, 0u);
 }
+
+}  // namespace zokecc_test::sm2_verify_test

@@ -7,7 +7,7 @@
 #include "tests/support/legacy_vectors.h"
 #include "tests/support/model_curve.h"
 
-using namespace zokecc_test;
+namespace zokecc_test::wycheproof_test {
 
 namespace {
 
@@ -130,3 +130,5 @@ TEST(WycheproofEcdh, KeptDeparturesOnSecp256r1AreExactlyTheListedOnes) {
 TEST(WycheproofEcdh, KeptDeparturesOnSecp224r1AreExactlyTheListedOnes) {
     run_exchanges("secp224r1", {51}, 229, 9);
 }
+
+}  // namespace zokecc_test::wycheproof_test

@@ -4,8 +4,9 @@
 
 #include "tests/support/session_exchange.h"
 
-using namespace zokecc_test;
-using namespace zokecc_test::exchange;
+namespace zokecc_test::agreement_key_test {
+
+using namespace exchange;
 
 namespace {
 
@@ -179,3 +180,5 @@ TEST(ZokAgreementKey, ResultSlotsKeepWhatStandsBehindTheDigests) {
         EXPECT_EQ(side.result->key, side.key.data()) << call.name;
     }
 }
+
+}  // namespace zokecc_test::agreement_key_test

@@ -5,8 +5,9 @@
 #include "tests/support/legacy_exchange.h"
 #include "tests/support/session_exchange.h"
 
-using namespace zokecc_test;
-using namespace zokecc_test::exchange;
+namespace zokecc_test::agreement_legacy_test {
+
+using namespace exchange;
 
 namespace {
 
@@ -89,3 +90,5 @@ TEST(ZokAgreement, ProcessWideCurveHasNoPartInASession) {
         expect_results(side, call, exchange.hashes());
     }
 }
+
+}  // namespace zokecc_test::agreement_legacy_test

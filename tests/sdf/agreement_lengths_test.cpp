@@ -6,8 +6,9 @@
 #include "tests/support/model_hash.h"
 #include "tests/support/session_exchange.h"
 
-using namespace zokecc_test;
-using namespace zokecc_test::exchange;
+namespace zokecc_test::agreement_lengths_test {
+
+using namespace exchange;
 
 namespace {
 
@@ -208,3 +209,5 @@ TEST(ZokAgreement, InputsStayAsTheyWere) {
         EXPECT_EQ(side.ZB, before.ZB);
     }
 }
+
+}  // namespace zokecc_test::agreement_lengths_test

@@ -5,8 +5,9 @@
 #include "tests/support/failing_alloc.h"
 #include "tests/support/session_exchange.h"
 
-using namespace zokecc_test;
-using namespace zokecc_test::exchange;
+namespace zokecc_test::agreement_memory_test {
+
+using namespace exchange;
 
 namespace {
 
@@ -148,3 +149,5 @@ TEST(ZokExternalEcdhKeyAgreement, FailedDigitBufferReturnsMinusOneAndWritesNothi
     EXPECT_EQ(counter.outstanding, 0);
     EXPECT_TRUE(out.untouched());
 }
+
+}  // namespace zokecc_test::agreement_memory_test

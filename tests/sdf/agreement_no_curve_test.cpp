@@ -3,8 +3,9 @@
 
 #include "tests/support/session_exchange.h"
 
-using namespace zokecc_test;
-using namespace zokecc_test::exchange;
+namespace zokecc_test::agreement_no_curve_test {
+
+using namespace exchange;
 
 namespace {
 
@@ -109,3 +110,5 @@ TEST(ZokAgreementNoCurve, WorksOnceACurveIsInstalled) {
         expect_results(side, call, exchange.hashes());
     }
 }
+
+}  // namespace zokecc_test::agreement_no_curve_test

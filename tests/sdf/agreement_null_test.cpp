@@ -6,8 +6,9 @@
 
 #include "tests/support/session_exchange.h"
 
-using namespace zokecc_test;
-using namespace zokecc_test::exchange;
+namespace zokecc_test::agreement_null_test {
+
+using namespace exchange;
 
 namespace {
 
@@ -163,3 +164,5 @@ TEST(ZokExternalEcdhKeyAgreement, NullPointerReturns1000027BeforeTheValuesAreRea
         EXPECT_TRUE(out.untouched());
     }
 }
+
+}  // namespace zokecc_test::agreement_null_test

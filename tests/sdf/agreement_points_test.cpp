@@ -4,8 +4,9 @@
 
 #include "tests/support/session_exchange.h"
 
-using namespace zokecc_test;
-using namespace zokecc_test::exchange;
+namespace zokecc_test::agreement_points_test {
+
+using namespace exchange;
 
 namespace {
 
@@ -181,3 +182,5 @@ TEST(ZokAgreement, PeerKeyIsNotTestedForTheCurveOrForZeroCoordinates) {
             expect_results(side, call, with_peer_Z(with_point(exchange, steps.U), exchange, call, P));
         }
 }
+
+}  // namespace zokecc_test::agreement_points_test

@@ -7,8 +7,9 @@
 #include "tests/support/failing_alloc.h"
 #include "tests/support/session_exchange.h"
 
-using namespace zokecc_test;
-using namespace zokecc_test::exchange;
+namespace zokecc_test::agreement_refusals_test {
+
+using namespace exchange;
 
 namespace {
 
@@ -210,3 +211,5 @@ TEST(ZokAgreementOrder, PrivateKeyNotBelowTheOrderMakesNoUserInformation) {
         EXPECT_EQ(outcome.last_size, 0u) << call.name;
     }
 }
+
+}  // namespace zokecc_test::agreement_refusals_test

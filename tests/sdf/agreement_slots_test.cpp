@@ -4,8 +4,9 @@
 
 #include "tests/support/session_exchange.h"
 
-using namespace zokecc_test;
-using namespace zokecc_test::exchange;
+namespace zokecc_test::agreement_slots_test {
+
+using namespace exchange;
 
 namespace {
 
@@ -58,3 +59,5 @@ TEST(ZokAgreement, RandomPointOutputKeepsWhatStandsBehindTheCoordinates) {
         EXPECT_EQ(to_hex(side.R_out->y, 64), to_hex(joined({small_exchange().B.Ry, ByteString(40, 0x33)})));
     }
 }
+
+}  // namespace zokecc_test::agreement_slots_test

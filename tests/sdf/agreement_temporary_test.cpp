@@ -3,8 +3,9 @@
 
 #include "tests/support/session_exchange.h"
 
-using namespace zokecc_test;
-using namespace zokecc_test::exchange;
+namespace zokecc_test::agreement_temporary_test {
+
+using namespace exchange;
 
 namespace {
 
@@ -166,3 +167,5 @@ TEST(ZokSm2GenerateResponseTmpKeyWithEcc, OrderOrModulusOfZeroReturns1000027) {
         EXPECT_EQ(ZOK_CloseSession(session), ZOK_OK);
     }
 }
+
+}  // namespace zokecc_test::agreement_temporary_test

@@ -5,8 +5,9 @@
 #include "tests/support/model_hash.h"
 #include "tests/support/session_exchange.h"
 
-using namespace zokecc_test;
-using namespace zokecc_test::exchange;
+namespace zokecc_test::agreement_test {
+
+using namespace exchange;
 
 namespace {
 
@@ -168,3 +169,5 @@ TEST(ZokAgreement, OtherCallsDrawNothing) {
         EXPECT_EQ(entropy.number_calls, 0u) << call.name;
     }
 }
+
+}  // namespace zokecc_test::agreement_test

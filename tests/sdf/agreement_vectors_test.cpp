@@ -6,8 +6,9 @@
 #include "sdf/sm2_x_bar_session.h"
 #include "tests/support/session_exchange.h"
 
-using namespace zokecc_test;
-using namespace zokecc_test::exchange;
+namespace zokecc_test::agreement_vectors_test {
+
+using namespace exchange;
 
 namespace {
 
@@ -109,3 +110,5 @@ TEST(ZokSm2GenerateResponseWithEcc, WorkedExampleOfGmT0003Part5) {
 TEST(ZokSm2GenerateAgreementDataAndKeyWithEcc, WorkedExampleOfGmT0003Part5) {
     expect_file_values(worked_example("GM/T 0003.5-2012 B.2"), kSm2RespondAtOnce);
 }
+
+}  // namespace zokecc_test::agreement_vectors_test

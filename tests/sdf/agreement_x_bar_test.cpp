@@ -6,8 +6,9 @@
 #include "tests/support/model_hash.h"
 #include "tests/support/session_exchange.h"
 
-using namespace zokecc_test;
-using namespace zokecc_test::exchange;
+namespace zokecc_test::agreement_x_bar_test {
+
+using namespace exchange;
 
 namespace {
 
@@ -104,3 +105,5 @@ TEST(Sm2XBarSession, CoordinateNeedsNoAlignment) {
     sm2_x_bar_session(session_on(prime_group().curve(32), 0), shifted.data() + 1, 127, out.data());
     EXPECT_EQ(out.all(), x_bar(32, kX, 127));
 }
+
+}  // namespace zokecc_test::agreement_x_bar_test

@@ -5,8 +5,9 @@
 #include "tests/support/model_hash.h"
 #include "tests/support/session_exchange.h"
 
-using namespace zokecc_test;
-using namespace zokecc_test::exchange;
+namespace zokecc_test::agreement_z_test {
+
+using namespace exchange;
 
 namespace {
 
@@ -160,3 +161,5 @@ TEST(ZokAgreementZ, ZValuesNeedNoAlignment) {
         expect_results(side, call, exchange.hashes());
     }
 }
+
+}  // namespace zokecc_test::agreement_z_test

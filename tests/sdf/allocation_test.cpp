@@ -4,7 +4,7 @@
 #include "tests/sdf/fixtures.h"
 #include "tests/support/failing_alloc.h"
 
-using namespace zokecc_test;
+namespace zokecc_test::allocation_test {
 
 namespace {
 
@@ -185,3 +185,5 @@ TEST(ZokExternalVerifyHashEcc, Sm2FailedBuffersWinOverANumberOutOfRange) {
     expect_outcome(run(2, with_zero_r), ZOK_ERR_INTERNAL, 2, 0);
     expect_outcome(run(kNone, with_zero_r), ZOK_ERR_VERIFY, 2, 0);
 }
+
+}  // namespace zokecc_test::allocation_test

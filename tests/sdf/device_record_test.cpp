@@ -3,7 +3,7 @@
 #include "tests/sdf/fixtures.h"
 #include "tests/support/failing_alloc.h"
 
-using namespace zokecc_test;
+namespace zokecc_test::device_record_test {
 
 namespace {
 
@@ -177,3 +177,5 @@ TEST_F(SdfOpenSessionWithDeviceRecord, BorrowedRecordServesTheUserInformation) {
     EXPECT_EQ(to_hex(z.all()), "0b41dde392ef30d430f882651b0b826e734c5bda035e36fa7f275354092cd9de");
     EXPECT_EQ(SDF_CloseSession(session), ZOK_OK);
 }
+
+}  // namespace zokecc_test::device_record_test

@@ -2,7 +2,7 @@
 #include "tests/sdf/fixtures.h"
 #include "tests/support/failing_alloc.h"
 
-using namespace zokecc_test;
+namespace zokecc_test::device_test {
 
 namespace {
 
@@ -156,3 +156,5 @@ TEST(SdfGetDeviceInfo, NullSessionReturns1000026AndWritesNothing) {
 TEST(SdfGetDeviceInfo, NullSessionWinsOverNullOutput) {
     EXPECT_EQ(SDF_GetDeviceInfo(nullptr, nullptr), ZOK_ERR_SESSION);
 }
+
+}  // namespace zokecc_test::device_test

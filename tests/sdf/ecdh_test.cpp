@@ -2,7 +2,7 @@
 // Vectors are in ecdh_vectors_test.cpp.
 #include "tests/support/encryption_case.h"
 
-using namespace zokecc_test;
+namespace zokecc_test::ecdh_test {
 
 namespace {
 
@@ -201,3 +201,5 @@ TEST(ZokExternalEcdhKeyAgreement, SessionWithoutAModulusGivesZeroBytes) {
     for (uint32_t d : {0u, 1u, 2u, kSmallD})
         expect_secret(session.handle(), small_private_key(d), small_public_key(), ByteString(20, 0));
 }
+
+}  // namespace zokecc_test::ecdh_test

@@ -2,7 +2,7 @@
 #include "tests/sdf/fixtures.h"
 #include "tests/support/vector_file.h"
 
-using namespace zokecc_test;
+namespace zokecc_test::ecdh_vectors_test {
 
 namespace {
 
@@ -75,3 +75,5 @@ TEST(ZokExternalEcdhKeyAgreement, KeptWycheproofSecretsOfTheNist256BitCurve) {
 TEST(ZokExternalEcdhKeyAgreement, KeptWycheproofSecretsOfTheNist224BitCurve) {
     expect_wycheproof("wycheproof_ecdh_secp224r1_ecpoint.rsp", {"51"}, 220);
 }
+
+}  // namespace zokecc_test::ecdh_vectors_test

@@ -6,7 +6,7 @@
 #include "tests/support/encryption_case.h"
 #include "tests/support/failing_alloc.h"
 
-using namespace zokecc_test;
+namespace zokecc_test::encrypt_allocation_test {
 
 namespace {
 
@@ -291,3 +291,5 @@ TEST(ZokExternalEcdhKeyAgreementMemory, RefusalsAllocateNothing) {
     EXPECT_EQ(run(call, kNone, agree), with_digits(ZOK_ERR_ARGUMENT, 0, 0));
     EXPECT_TRUE(call.nothing_written());
 }
+
+}  // namespace zokecc_test::encrypt_allocation_test

@@ -2,7 +2,7 @@
 // reasons are in encrypt_order_test.cpp, curves that refuse in encrypt_degenerate_test.cpp.
 #include "tests/support/encryption_case.h"
 
-using namespace zokecc_test;
+namespace zokecc_test::encrypt_checks_test {
 
 namespace {
 
@@ -145,3 +145,5 @@ TEST(SdfExternalDecryptEcc, NullCipherOrOutputReturns1000027) {
         EXPECT_EQ(length, kUntouchedLength);
     }
 }
+
+}  // namespace zokecc_test::encrypt_checks_test

@@ -2,7 +2,7 @@
 // all the same.
 #include "tests/support/encryption_case.h"
 
-using namespace zokecc_test;
+namespace zokecc_test::encrypt_decrypt_test {
 
 namespace {
 
@@ -160,3 +160,5 @@ TEST(SdfExternalDecryptEcc, KeptC1OffTheCurveIsMultipliedAllTheSame) {
                                                 small_bytes(shared.x), small_bytes(shared.y), kMessage)),
                  ZOK_OK, kMessage);
 }
+
+}  // namespace zokecc_test::encrypt_decrypt_test

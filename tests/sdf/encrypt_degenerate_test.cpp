@@ -2,7 +2,7 @@
 // quotient h of zero, points whose h-fold has no coordinates, an unknown hash.
 #include "tests/support/encryption_case.h"
 
-using namespace zokecc_test;
+namespace zokecc_test::encrypt_degenerate_test {
 
 namespace {
 
@@ -230,3 +230,5 @@ TEST(EncryptionWithHOfFive, ProductSchemeServesPointsOfThatOrder) {
     expect_field(out->C, small_bytes(50 * 3 % 97));
     expect_plain(decrypt(session.handle(), kProduct, small_private_key(1), *out.get()), ZOK_OK, {50});
 }
+
+}  // namespace zokecc_test::encrypt_degenerate_test

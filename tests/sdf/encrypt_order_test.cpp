@@ -2,7 +2,7 @@
 #include "tests/support/encryption_case.h"
 #include "tests/support/failing_alloc.h"
 
-using namespace zokecc_test;
+namespace zokecc_test::encrypt_order_test {
 
 namespace {
 
@@ -227,3 +227,5 @@ TEST(ZokExternalDecryptEccOrder, CurveAndHashWinOverAMismatch) {
     expect_no_plain(flat_decrypt(small_session(kUnknownSelector), small_private_key(), changed),
                     ZOK_ERR_ARGUMENT);
 }
+
+}  // namespace zokecc_test::encrypt_order_test

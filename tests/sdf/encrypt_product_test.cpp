@@ -3,7 +3,7 @@
 #include "tests/support/encryption_case.h"
 #include "tests/support/naive_int.h"
 
-using namespace zokecc_test;
+namespace zokecc_test::encrypt_product_test {
 
 namespace {
 
@@ -244,3 +244,5 @@ TEST(SdfExternalDecryptEccProduct, CheckFieldAndBytesBehindTheNumbersAreNotRead)
     expect_plain(decrypt_small(cipher), ZOK_OK, want.plain);
     EXPECT_FALSE(want.plain.empty());
 }
+
+}  // namespace zokecc_test::encrypt_product_test

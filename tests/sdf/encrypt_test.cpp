@@ -2,7 +2,7 @@
 // encrypt_vectors_test.cpp, refusals in encrypt_checks_test.cpp.
 #include "tests/support/encryption_case.h"
 
-using namespace zokecc_test;
+namespace zokecc_test::encrypt_test {
 
 namespace {
 
@@ -152,3 +152,5 @@ TEST(SdfExternalEncrytpEcc, DecryptsToTheMessageAndTheLengthOfACoordinate) {
         expect_plain(decrypt(session, kSm2, small_private_key(), *out.get()), ZOK_OK, kMessage);
     }
 }
+
+}  // namespace zokecc_test::encrypt_test

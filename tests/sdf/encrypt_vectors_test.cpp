@@ -4,7 +4,7 @@
 #include "tests/support/naive_int.h"
 #include "tests/support/vector_file.h"
 
-using namespace zokecc_test;
+namespace zokecc_test::encrypt_vectors_test {
 
 namespace {
 
@@ -160,3 +160,5 @@ TEST_P(EncryptionVectorsOn, SixtyFourKibibytes) {
 
 INSTANTIATE_TEST_SUITE_P(Curves, EncryptionVectorsOn, testing::ValuesIn(session_curve_names()),
                          [](const auto &name_of) { return name_of.param; });
+
+}  // namespace zokecc_test::encrypt_vectors_test

@@ -4,7 +4,7 @@
 #include "tests/support/encryption_case.h"
 #include "tests/support/failing_alloc.h"
 
-using namespace zokecc_test;
+namespace zokecc_test::flat_encrypt_decrypt_test {
 
 namespace {
 
@@ -242,3 +242,5 @@ TEST(ZokExternalDecryptEcc, InputsStayAsTheyWere) {
     EXPECT_EQ(to_hex(image(key)), to_hex(image(before)));
     EXPECT_TRUE(cipher == copy);
 }
+
+}  // namespace zokecc_test::flat_encrypt_decrypt_test

@@ -2,7 +2,7 @@
 #include "tests/support/encryption_case.h"
 #include "tests/support/failing_alloc.h"
 
-using namespace zokecc_test;
+namespace zokecc_test::flat_encrypt_test {
 
 namespace {
 
@@ -171,3 +171,5 @@ TEST(ZokExternalEncrytpEcc, MessageLengthBelowOneReturns1000027WithoutAllocating
         EXPECT_TRUE(out.untouched());
     }
 }
+
+}  // namespace zokecc_test::flat_encrypt_test

@@ -2,7 +2,7 @@
 #include "tests/sdf/fixtures.h"
 #include "tests/support/vector_file.h"
 
-using namespace zokecc_test;
+namespace zokecc_test::key_pair_test {
 
 namespace {
 
@@ -171,3 +171,5 @@ TEST(SdfGenerateKeyPairEcc, RefusedConfigurationStillDecidesTheSize) {
     EXPECT_TRUE(written.unchanged());
     EXPECT_EQ(written.generate(session.handle(), ZOK_ALG_SM2_KEY, 256), ZOK_OK);
 }
+
+}  // namespace zokecc_test::key_pair_test

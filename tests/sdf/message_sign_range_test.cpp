@@ -3,7 +3,7 @@
 #include "tests/sdf/fixtures.h"
 #include "tests/support/failing_alloc.h"
 
-using namespace zokecc_test;
+namespace zokecc_test::message_sign_range_test {
 
 namespace {
 
@@ -143,3 +143,5 @@ TEST(ZokExternalSignHashEcc, LargestMessageIsAskedFor) {
     EXPECT_EQ(counter.outstanding, 0);
     signing.expect_refused();
 }
+
+}  // namespace zokecc_test::message_sign_range_test

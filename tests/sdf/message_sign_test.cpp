@@ -2,7 +2,7 @@
 // sizes and the order of the checks are in message_sign_range_test.cpp.
 #include "tests/sdf/fixtures.h"
 
-using namespace zokecc_test;
+namespace zokecc_test::message_sign_test {
 
 namespace {
 
@@ -189,3 +189,5 @@ TEST(ZokExternalSignHashEcc, RefusedConfigurationDecidesTheHash) {
     ASSERT_EQ(by_value.value(session.handle(), ZOK_ALG_ECDSA_SIGN, digest(HASH_ALG_SHA256, hello())), ZOK_OK);
     EXPECT_EQ(by_message.sig.bytes(), by_value.sig.bytes());
 }
+
+}  // namespace zokecc_test::message_sign_test

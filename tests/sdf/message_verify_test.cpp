@@ -3,7 +3,7 @@
 #include "tests/sdf/example.h"
 #include "tests/support/failing_alloc.h"
 
-using namespace zokecc_test;
+namespace zokecc_test::message_verify_test {
 
 namespace {
 
@@ -216,3 +216,5 @@ TEST(ZokExternalVerifyHashEcc, MessageOfNearly4GiBReturnsMinusOneForSm2) {
         EXPECT_EQ(counter.outstanding, 0);
     }
 }
+
+}  // namespace zokecc_test::message_verify_test

@@ -3,7 +3,7 @@
 #include "tests/sdf/fixtures.h"
 #include "tests/support/failing_alloc.h"
 
-using namespace zokecc_test;
+namespace zokecc_test::no_curve_test {
 
 namespace {
 
@@ -178,3 +178,5 @@ TEST(SdfExternalSignEcc, ModulusZeroMakesEveryEcdsaRoundFruitless) {
     EXPECT_EQ(entropy.number_calls, 1024u);
     EXPECT_TRUE(sig.unchanged());
 }
+
+}  // namespace zokecc_test::no_curve_test

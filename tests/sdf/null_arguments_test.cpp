@@ -2,7 +2,7 @@
 // session before everything else, and the null pointers before everything but the session.
 #include "tests/sdf/fixtures.h"
 
-using namespace zokecc_test;
+namespace zokecc_test::null_arguments_test {
 
 namespace {
 
@@ -262,3 +262,5 @@ TEST(ZokExternalVerifyHashEcc, NullPointerWinsOverASizeAbove32Bits) {
         a.message = nullptr;
     });
 }
+
+}  // namespace zokecc_test::null_arguments_test

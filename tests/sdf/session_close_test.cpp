@@ -4,7 +4,7 @@
 #include "tests/sdf/device.h"
 #include "tests/support/failing_alloc.h"
 
-using namespace zokecc_test;
+namespace zokecc_test::session_close_test {
 
 TEST(SdfCloseSession, NullSessionReturns1000018) {
     EXPECT_EQ(SDF_CloseSession(nullptr), ZOK_ERR_CLOSE_SESSION);
@@ -109,3 +109,5 @@ TEST(ZokCloseSession, FreesTheRecordOfASessionWithADevice) {
     EXPECT_EQ(ZOK_CloseSession(session), ZOK_OK);
     EXPECT_EQ(counter.outstanding, 0);
 }
+
+}  // namespace zokecc_test::session_close_test

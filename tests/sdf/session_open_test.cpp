@@ -2,7 +2,7 @@
 #include "tests/sdf/device.h"
 #include "tests/support/failing_alloc.h"
 
-using namespace zokecc_test;
+namespace zokecc_test::session_open_test {
 
 namespace {
 
@@ -178,3 +178,5 @@ TEST(ZokOpenSession, KeptStatusOfTheConfigurationIsLost) {
     EXPECT_EQ(image(*context(session)->record), image(record));
     EXPECT_EQ(ZOK_CloseSession(session), ZOK_OK);
 }
+
+}  // namespace zokecc_test::session_open_test

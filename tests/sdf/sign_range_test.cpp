@@ -2,7 +2,7 @@
 // the checks.
 #include "tests/sdf/example.h"
 
-using namespace zokecc_test;
+namespace zokecc_test::sign_range_test {
 
 namespace {
 
@@ -164,3 +164,5 @@ TEST(SdfExternalSignEcc, LongEWinsOverBadKey) {
     EXPECT_EQ(signing.sign(ZOK_ALG_SM2_SIGN, small_private_key(0), ByteString(77, 1)), ZOK_ERR_ARGUMENT);
     signing.expect_refused();
 }
+
+}  // namespace zokecc_test::sign_range_test

@@ -5,7 +5,7 @@
 //   73 gives r + k = n,   219 gives r = 0,   957 gives s = 0,   77 gives (762, 4).
 #include "tests/sdf/example.h"
 
-using namespace zokecc_test;
+namespace zokecc_test::sign_retry_test {
 
 namespace {
 
@@ -173,3 +173,5 @@ TEST(SdfExternalSignEcc, Sm2OverABasePointZeroSignsWithREqualToE) {
               ZOK_OK);
     EXPECT_EQ(to_hex(sig->r, 20), to_hex(small_bytes(456)));
 }
+
+}  // namespace zokecc_test::sign_retry_test

@@ -2,7 +2,7 @@
 // is in sign_range_test.cpp, rounds that start again are in sign_retry_test.cpp.
 #include "tests/sdf/example.h"
 
-using namespace zokecc_test;
+namespace zokecc_test::sign_test {
 
 namespace {
 
@@ -121,3 +121,5 @@ TEST(SdfExternalSignEcc, KeptNonceTwoOnP256GivesTheWrongEcdsaS) {
     ASSERT_EQ(sign_e(session, ZOK_ALG_ECDSA_SIGN, example::priv(), example::e(), sig.get()), ZOK_OK);
     EXPECT_EQ(to_hex(sig->s, 32), "b55e7be80268a69800697da99e499ac867291cdc1697b3519a3ef4e29c9a913c");
 }
+
+}  // namespace zokecc_test::sign_test

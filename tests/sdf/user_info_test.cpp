@@ -3,7 +3,7 @@
 #include "tests/support/failing_alloc.h"
 #include "tests/support/vector_file.h"
 
-using namespace zokecc_test;
+namespace zokecc_test::user_info_test {
 
 namespace {
 
@@ -197,3 +197,5 @@ TEST(ZokGenerateUserInfo, RefusedTypeKeepsTheRecord) {
     ASSERT_EQ(info.generate(session.handle(), small_public_key(), alice()), ZOK_OK);
     info.expect(kSmallZ);
 }
+
+}  // namespace zokecc_test::user_info_test

@@ -3,7 +3,7 @@
 #include "tests/sdf/fixtures.h"
 #include "tests/support/vector_file.h"
 
-using namespace zokecc_test;
+namespace zokecc_test::vectors_test {
 
 namespace {
 
@@ -191,3 +191,5 @@ TEST(EcdsaVectors, SigningTheMessageOn256BitCurves) {
     }
     EXPECT_EQ(checked, 32u);
 }
+
+}  // namespace zokecc_test::vectors_test

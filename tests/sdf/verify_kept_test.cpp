@@ -6,7 +6,7 @@
 // model of them in plain integers.
 #include "tests/sdf/example.h"
 
-using namespace zokecc_test;
+namespace zokecc_test::verify_kept_test {
 
 namespace {
 
@@ -111,3 +111,5 @@ TEST(SdfExternalVerifyEcc, EcdsaRefusesAnInfiniteSum) {
                        small_signature(4, 77)),
               ZOK_ERR_VERIFY);
 }
+
+}  // namespace zokecc_test::verify_kept_test

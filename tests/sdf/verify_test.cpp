@@ -2,7 +2,7 @@
 // the checks. What is accepted on purpose is in verify_kept_test.cpp.
 #include "tests/sdf/example.h"
 
-using namespace zokecc_test;
+namespace zokecc_test::verify_test {
 
 namespace {
 
@@ -244,3 +244,5 @@ TEST(SdfExternalVerifyEcc, RangesOnTheSm2Curve) {
             EXPECT_EQ(verify_e(sm2_session(), algorithm, key, e, signature(r, bad)), ZOK_ERR_VERIFY);
         }
 }
+
+}  // namespace zokecc_test::verify_test

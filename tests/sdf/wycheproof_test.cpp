@@ -7,7 +7,7 @@
 #include "tests/sdf/fixtures.h"
 #include "tests/support/vector_file.h"
 
-using namespace zokecc_test;
+namespace zokecc_test::wycheproof_test {
 
 namespace {
 
@@ -103,3 +103,5 @@ TEST(WycheproofEcdsa, KeptDeparturesOnSecp256k1AreExactlyTheListedOnes) {
 TEST(WycheproofEcdsa, KeptDeparturesOnSecp224r1AreExactlyTheListedOnes) {
     run("wycheproof_ecdsa_secp224r1_sha256_p1363.rsp", kSecp224r1, 28, 125, verify_truncated);
 }
+
+}  // namespace zokecc_test::wycheproof_test

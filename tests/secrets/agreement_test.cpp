@@ -1,8 +1,9 @@
 // What Diffie-Hellman and the key exchange leave behind.
 #include "tests/secrets/scene.h"
 
-using namespace zokecc_test;
-using namespace zokecc_test::secrets;
+namespace zokecc_test::agreement_test {
+
+using namespace secrets;
 
 namespace {
 
@@ -159,3 +160,5 @@ TEST_P(Agreement, SessionWithIdentities) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Agreeing, Agreement, testing::ValuesIn(scene_curves()));
+
+}  // namespace zokecc_test::agreement_test

@@ -3,8 +3,9 @@
 
 #include "tests/secrets/scene.h"
 
-using namespace zokecc_test;
-using namespace zokecc_test::secrets;
+namespace zokecc_test::encryption_test {
+
+using namespace secrets;
 
 namespace {
 
@@ -127,3 +128,5 @@ TEST_P(Encryption, SessionByteString) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Encrypting, Encryption, testing::ValuesIn(scene_curves()));
+
+}  // namespace zokecc_test::encryption_test

@@ -1,8 +1,9 @@
 // What signatures and key pairs leave behind.
 #include "tests/secrets/scene.h"
 
-using namespace zokecc_test;
-using namespace zokecc_test::secrets;
+namespace zokecc_test::signing_test {
+
+using namespace secrets;
 
 namespace {
 
@@ -124,3 +125,5 @@ TEST_P(Secrecy, SessionTemporaryKeyPair) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Signing, Secrecy, testing::ValuesIn(scene_curves()));
+
+}  // namespace zokecc_test::signing_test

@@ -15,7 +15,8 @@
 #include "tests/support/vector_file.h"
 #include "tests/threads/support.h"
 
-using namespace zokecc_test;
+namespace zokecc_test::reentrant_test {
+
 using zokecc_test::threads::kThreads;
 using zokecc_test::threads::on_eight_threads;
 
@@ -219,3 +220,5 @@ TEST(Threads, TheCurveOfTheProcessIsReadByAll) {
         EXPECT_NE(sm2_DigitalVeriy(&Q, &message, &Q, text.data(), HASH_ALG_SM3), 0);
     });
 }
+
+}  // namespace zokecc_test::reentrant_test
