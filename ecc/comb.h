@@ -7,6 +7,7 @@
 #define ZOKECC_ECC_COMB_H
 
 #include "ecc/point_formulas.h"
+#include "mint/burn.h"
 #include "mint/value.h"
 #include "mint/wipe.h"
 
@@ -29,6 +30,7 @@ template <class Field>
 ZOKECC_OUT_OF_LINE bool comb_multiple(const Field &f, const mint &k, uint32_t m, const ecc_point *table,
                                       const mint &a_record, ecc_point &out)
 {
+    const StackBurn<Field::kStackOfProduct> burn;
     typename Field::Element a{};
     if (!f.load(a_record, a)) return false;
     Wiping<typename Field::Jacobian> sum;

@@ -5,6 +5,7 @@
 
 #include <zokecc/ecc.h>
 
+#include "mint/burn.h"
 #include "mint/plain.h"
 #include "mint/value.h"
 
@@ -13,6 +14,8 @@ namespace zokecc {
 // Outputs may be operands. With p zero nothing is written but zeros, so every output starts as
 // zero.
 struct ExactField {
+    static constexpr size_t kStackOfProduct = kStackOfExactProduct;
+
     using Element = mint;
     using Affine = ecc_point;
     using Jacobian = ecc_jac_point;

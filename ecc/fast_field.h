@@ -9,6 +9,7 @@
 #include <zokecc/ecc.h>
 
 #include "mint/borrow_rule.h"
+#include "mint/burn.h"
 #include "mint/fast_inverse.h"
 #include "mint/full_limbs.h"
 #include "mint/linkage.h"
@@ -22,6 +23,8 @@ namespace zokecc {
 template <class Modulus, class Trace = NoTrace>
 class FastField {
 public:
+    static constexpr size_t kStackOfProduct = kStackOfFastProduct;
+
     using Limb = typename Modulus::Limb;
     struct Element {
         // Not defaulted: {} would clear the limbs, and nothing is read before it is written.

@@ -3,6 +3,7 @@
 #define ZOKECC_ECC_WNAF_H
 
 #include "ecc/point_formulas.h"
+#include "mint/burn.h"
 #include "mint/wipe.h"
 
 namespace zokecc {
@@ -82,6 +83,7 @@ template <class Field>
 ZOKECC_OUT_OF_LINE bool narrow_window_multiple(const Field &f, const WindowDigits &digits, const ecc_point &P,
                                                const mint &a, ecc_point &out)
 {
+    const StackBurn<Field::kStackOfProduct> burn;
     Wiping<typename Field::Jacobian[kMaxOddMultiples / 2]> odd;
     return window_multiple_in(f, digits, P, a, *odd, out);
 }
@@ -90,6 +92,7 @@ template <class Field>
 ZOKECC_OUT_OF_LINE bool wide_window_multiple(const Field &f, const WindowDigits &digits, const ecc_point &P,
                                              const mint &a, ecc_point &out)
 {
+    const StackBurn<Field::kStackOfProduct> burn;
     Wiping<typename Field::Jacobian[kMaxOddMultiples]> odd;
     return window_multiple_in(f, digits, P, a, *odd, out);
 }

@@ -5,6 +5,7 @@
 
 #include "hash/hmac.h"
 #include "hash/sha256.h"
+#include "mint/burn.h"
 #include "mint/wipe.h"
 
 namespace {
@@ -41,6 +42,7 @@ bool compute_mac(const uint8_t *text, uint32_t text_len, const uint8_t *key, uin
 int32_t mhmac_sha256(const uint8_t *text, int32_t text_len, const uint8_t *key, int32_t key_len, uint8_t *out,
                      uint32_t out_len)
 {
+    const zokecc::HashBurn burn;
     if (text_len < 0) return 1;
     uint32_t key_bytes = key_len > 0 ? static_cast<uint32_t>(key_len) : 0;
     if (key == nullptr && key_bytes > 0) return 1;
@@ -66,6 +68,7 @@ int32_t mhmac_sha256(const uint8_t *text, int32_t text_len, const uint8_t *key, 
 int32_t KD_hmac_sha256(const uint8_t *text, int32_t text_len, const uint8_t *key, int32_t key_len,
                        uint8_t *out, uint32_t out_len)
 {
+    const zokecc::HashBurn burn;
     const auto mac = [key, key_len](const uint8_t *message, int32_t message_len, uint8_t *to,
                                     uint32_t to_len) {
         mhmac_sha256(message, message_len, key, key_len, to, to_len);

@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "hash/hmac.h"
+#include "mint/burn.h"
 #include "mint/wipe.h"
 #include "mint/work_buffer.h"
 
@@ -35,6 +36,7 @@ void prepare_key(const uint8_t *key, uint32_t key_len, uint8_t *key_block)
 uint32_t ZOK_HMAC_SM3(void *session, const uint8_t *data, uint32_t data_len, const uint8_t *key,
                       uint32_t key_len, uint8_t *out, uint32_t out_len)
 {
+    const zokecc::HashBurn burn;
     if (session == nullptr) return ZOK_ERR_SESSION;
     if (out_len > kDigestBytes) return ZOK_ERR_ARGUMENT;
     if (data_len > UINT32_MAX - kWorkBytes) return ZOK_ERR_INTERNAL;
@@ -62,6 +64,7 @@ uint32_t ZOK_HMAC_SM3(void *session, const uint8_t *data, uint32_t data_len, con
 uint32_t ZOK_KD_HMAC_SM3(void *session, const uint8_t *data, uint32_t data_len, const uint8_t *key,
                          uint32_t key_len, uint8_t *out, uint32_t out_len)
 {
+    const zokecc::HashBurn burn;
     if (session == nullptr) return ZOK_ERR_SESSION;
     const auto mac = [=](const uint8_t *message, uint32_t message_len, uint8_t *to, uint32_t to_len) {
         ZOK_HMAC_SM3(session, message, message_len, key, key_len, to, to_len);

@@ -6,6 +6,7 @@
 
 #include "hash/bytes.h"
 #include "hash/entropy.h"
+#include "mint/burn.h"
 #include "mint/value.h"
 #include "mint/wipe.h"
 
@@ -57,6 +58,7 @@ bool next_output(const Block &state, Block &intermediate, Block &output)
 
 int32_t gen_random(uint8_t *out, uint32_t len)
 {
+    const zokecc::HashBurn burn;
     zokecc::Wiping<Block> state;
     zokecc::Wiping<Block> intermediate;
     zokecc::Wiping<Block> output;
@@ -80,6 +82,7 @@ int32_t gen_random(uint8_t *out, uint32_t len)
 // zero is possible. Held by GenRandomNumber.KeptDrawnValueIsReducedAndMayBeZero.
 int32_t gen_random_number(mint *out, const mint *bound)
 {
+    const zokecc::HashBurn burn;
     const uint32_t words = zokecc::used_words(*bound);
     zokecc::Wiping<uint8_t[zokecc::kMintBytes]> bytes;
     if (gen_random(*bytes, 4 * words) != 0) return -1;

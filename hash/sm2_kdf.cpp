@@ -7,6 +7,7 @@
 
 #include "hash/bytes.h"
 #include "hash/digest.h"
+#include "mint/burn.h"
 #include "mint/wipe.h"
 
 namespace {
@@ -47,6 +48,7 @@ void copy_digest(const uint8_t *digest, int64_t count, uint8_t *out)
 // Held by Sm2Kdf.KeptStepsAreFilledWithWholeDigests and Sm2Kdf.KeptUnknownSelectorGivesZeros.
 int32_t derive(const uint8_t *z, int32_t z_len, int32_t klen, int32_t step_len, uint32_t alg, uint8_t *out)
 {
+    const zokecc::HashBurn burn;
     if (z_len < 0 || z_len > kMaxSecretBytes || step_len <= 0) return -1;
     if (klen <= 0) return 0;
     Wiping<CountedSecret> secret;

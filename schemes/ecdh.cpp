@@ -1,4 +1,5 @@
 // Diffie-Hellman on the process-wide curve (SEC 1 version 2, section 3.3.1, without the checks).
+#include "mint/burn.h"
 #include "mint/wipe.h"
 #include "schemes/records.h"
 
@@ -18,6 +19,7 @@ constexpr bool kFailsWithoutMemory = false;
 // EcdhKeyExChg.KeptFailedMultiplicationGivesAZeroSecret.
 int32_t Ecdh_KeyExChg(const ecc_scalar *d, const ecc_point_bytes *peer, uint8_t *out, uint32_t out_capacity)
 {
+    const zokecc::CallBurn burn;
     const uint32_t L = global_curve.byte_len;
     if (out == nullptr || !zokecc::is_readable(d) || !zokecc::is_readable(peer)) return zokecc::kFailed;
     if (!zokecc::curve_is_installed() || L > out_capacity) return zokecc::kFailed;

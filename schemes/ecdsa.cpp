@@ -1,4 +1,5 @@
 // ECDSA over the process-wide curve (FIPS 186-4, section 6.4).
+#include "mint/burn.h"
 #include "mint/value.h"
 #include "mint/wipe.h"
 #include "schemes/records.h"
@@ -47,6 +48,7 @@ bool sign(const CurveView &curve, const mint &d, const mint &e, mint &r, mint &s
 int32_t Ecdsa_DigitalSign(const ecc_scalar *d, const sm3_msg *msg, ecc_point_bytes *sig_out,
                           uint32_t hash_sel)
 {
+    const zokecc::CallBurn burn;
     if (!zokecc::is_readable(d) || !message_is_there(msg, hash_sel) || sig_out == nullptr) return kFailed;
     if (!zokecc::curve_is_installed()) return kFailed;
     const CurveView curve = zokecc::global_view();

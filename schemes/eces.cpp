@@ -1,6 +1,7 @@
 // Encryption that masks the message by multiplication: c = M x(k Q) mod p.
 #include <cstring>
 
+#include "mint/burn.h"
 #include "mint/plain.h"
 #include "mint/value.h"
 #include "mint/wipe.h"
@@ -73,6 +74,7 @@ bool draw_points(const zokecc::CurveView &curve, const ecc_point &Q, ecc_point &
 int32_t Eces_Encry(const ecc_point_bytes *recipient, const uint8_t *message, uint32_t message_len,
                    uint8_t *out, int32_t out_capacity)
 {
+    const zokecc::CallBurn burn;
     if (!zokecc::is_readable(recipient) || out == nullptr || (message == nullptr && message_len > 0))
         return kFailed;
     if (!zokecc::curve_is_installed()) return kFailed;
@@ -101,6 +103,7 @@ int32_t Eces_Encry(const ecc_point_bytes *recipient, const uint8_t *message, uin
 // by EcesDecry.KeptLeadingZeroBytesAreLost.
 int32_t Eces_Decry(const ecc_scalar *d, const uint8_t *cipher, uint32_t cipher_len, uint8_t *out)
 {
+    const zokecc::CallBurn burn;
     if (!zokecc::is_readable(d) || cipher == nullptr || out == nullptr) return kFailed;
     if (!zokecc::curve_is_installed()) return kFailed;
     const zokecc::CurveView curve = zokecc::global_view();

@@ -1,4 +1,5 @@
 // Key pairs on the process-wide curve.
+#include "mint/burn.h"
 #include "mint/wipe.h"
 #include "schemes/records.h"
 
@@ -45,6 +46,7 @@ bool make_key(ecc_scalar *key, mint &d)
 
 int32_t Ecc_GenPubKey(const ecc_scalar *d, ecc_point_bytes *Q_out)
 {
+    const zokecc::CallBurn burn;
     Wiping<mint> scalar;
     if (Q_out == nullptr || !take_key(d, *scalar)) return kFailed;
     write_public_key(*scalar, *Q_out);
@@ -55,6 +57,7 @@ int32_t Ecc_GenPubKey(const ecc_scalar *d, ecc_point_bytes *Q_out)
 // zero bytes. Held by EccKeyPairGen.KeptUnknownModeGivesThePublicKeyOfZero.
 int32_t Ecc_KeyPair_Gen(ecc_scalar *key, ecc_point_bytes *Q_out, uint32_t mode)
 {
+    const zokecc::CallBurn burn;
     Wiping<mint> d;
     if (Q_out == nullptr) return kFailed;
     if (mode == kGenerate && !make_key(key, *d)) return kFailed;

@@ -2,6 +2,7 @@
 #include "hash/digest.h"
 #include "hash/sm2_digests.h"
 #include "hash/sm2_kdf.h"
+#include "mint/burn.h"
 #include "mint/value.h"
 #include "mint/wipe.h"
 #include "mint/work_buffer.h"
@@ -51,6 +52,7 @@ bool draw_key_stream(const CurveView &curve, const ecc_point &Q, uint32_t m, uin
 
 int32_t sm2_Encry(const ecc_point_bytes *pub, const sm3_msg *msg, sm3_msg *cipher, uint32_t alg)
 {
+    const zokecc::CallBurn burn;
     if (pub == nullptr || msg == nullptr || cipher == nullptr) return kFailed;
     if (msg->data == nullptr || cipher->data == nullptr) return kFailed;
     if (!zokecc::curve_is_installed() || !zokecc::fits_field(*pub)) return kFailed;
@@ -84,6 +86,7 @@ int32_t sm2_Encry(const ecc_point_bytes *pub, const sm3_msg *msg, sm3_msg *ciphe
 // Sm2Decry.KeptCheckReadAtStartOfC2 and Sm2Decry.KeptZeroKeyIsNotRefused.
 int32_t sm2_Decry(const ecc_scalar *priv, const sm3_msg *cipher, sm3_msg *plain, uint32_t alg)
 {
+    const zokecc::CallBurn burn;
     if (!zokecc::is_readable(priv) || cipher == nullptr || plain == nullptr) return kFailed;
     if (cipher->data == nullptr || plain->data == nullptr || !zokecc::curve_is_installed()) return kFailed;
     const CurveView curve = zokecc::global_view();

@@ -5,6 +5,7 @@
 #include "hash/key_sink.h"
 #include "hash/sm2_digests.h"
 #include "hash/sm2_kdf.h"
+#include "mint/burn.h"
 #include "mint/value.h"
 #include "mint/wipe.h"
 #include "schemes/peer_image.h"
@@ -125,6 +126,7 @@ int32_t sm2_x_bar(const ecc_point_bytes *point, uint32_t w, uint8_t *out)
 
 int32_t sm2_KeyExChg_A1_3(const ecc_scalar *rA, ecc_point_bytes *RA_out)
 {
+    const zokecc::CallBurn burn;
     if (!is_readable(rA) || RA_out == nullptr || !zokecc::curve_is_installed()) return kFailed;
     Wiping<mint> r;
     zokecc::read_scalar(*rA, *r);
@@ -141,6 +143,7 @@ int32_t sm2_KeyExChg_A4_10(const ecc_scalar *rA, const ecc_point_bytes *RA, cons
                            const uint8_t *ZB, int32_t klen, uint8_t *S1_out, uint8_t *SA_out, uint8_t *K_out,
                            uint32_t hash_sel)
 {
+    const zokecc::CallBurn burn;
     if (!zokecc::curve_is_installed() || ZA == nullptr || ZB == nullptr) return kFailed;
     if (!is_readable(rA) || !is_readable(RA) || !is_readable(dA) || !is_readable(PB) || !is_readable(RB))
         return kFailed;
@@ -172,6 +175,7 @@ int32_t sm2_KeyExChg_B1_10(const ecc_scalar *dB, const ecc_point_bytes *PA, cons
                            const uint8_t *ZA, const uint8_t *ZB, int32_t klen, ecc_point_bytes *RB_out,
                            uint8_t *S2_out, uint8_t *SB_out, uint8_t *K_out, uint32_t hash_sel)
 {
+    const zokecc::CallBurn burn;
     if (!zokecc::curve_is_installed() || ZA == nullptr || ZB == nullptr || RB_out == nullptr) return kFailed;
     if (!is_readable(dB) || !is_readable(PA) || !is_readable(RA)) return kFailed;
     const Results results = {SB_out, S2_out, K_out, klen, hash_sel};
@@ -208,6 +212,7 @@ int32_t sm2_KeyExChg(uint32_t role, const ecc_scalar *r, const ecc_point_bytes *
                      const uint8_t *ZA, const uint8_t *ZB, int32_t klen, uint8_t *out03, uint8_t *out02,
                      uint8_t *K_out, uint32_t hash_sel)
 {
+    const zokecc::CallBurn burn;
     if (!zokecc::curve_is_installed() || ZA == nullptr || ZB == nullptr) return kFailed;
     if (!is_readable(r) || !is_readable(R) || !is_readable(peerR) || !is_readable(d) || !is_readable(peerP))
         return kFailed;
@@ -247,6 +252,7 @@ int32_t sm2_KeyExChg(uint32_t role, const ecc_scalar *r, const ecc_point_bytes *
 // Sm2RPoint.KeptWritesZeroBytesToYOnly.
 int32_t sm2_RPoint(const uint8_t *scalar_bytes, uint32_t, ecc_point_bytes *R_out)
 {
+    const zokecc::CallBurn burn;
     if (scalar_bytes == nullptr || R_out == nullptr) return 1;
     const uint32_t L = global_curve.byte_len;
     const mint zero{};

@@ -2,6 +2,7 @@
 #include <cstring>
 
 #include "hash/digest.h"
+#include "mint/burn.h"
 #include "mint/plain.h"
 #include "mint/value.h"
 #include "mint/wipe.h"
@@ -60,6 +61,7 @@ bool sign(const CurveView &curve, const mint &d, const mint &e, mint &r, mint &s
 int32_t sm2_DigitalSign(const ecc_scalar *d, const sm3_msg *msg, const uint8_t *Z, ecc_point_bytes *sig_out,
                         uint32_t hash_sel)
 {
+    const zokecc::CallBurn burn;
     if (!zokecc::is_readable(d) || !zokecc::is_readable(msg) || Z == nullptr || sig_out == nullptr)
         return kFailed;
     if (!zokecc::curve_is_installed()) return kFailed;

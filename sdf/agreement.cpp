@@ -8,6 +8,7 @@
 #include "ecc/sm2_steps.h"
 #include "hash/digest.h"
 #include "hash/sm2_digests.h"
+#include "mint/burn.h"
 #include "mint/linkage.h"
 #include "mint/value.h"
 #include "mint/wipe.h"
@@ -78,6 +79,7 @@ uint32_t respond_with_identities(void *session, uint32_t klen_bits, Octets idA, 
                                  const ECCrefPublicKey *RA, const ECCrefPrivateKey *rB, ECCrefPublicKey *RB,
                                  KeyAgreementResult *result)
 {
+    const zokecc::CallBurn burn;
     if (dB == nullptr || PA == nullptr || RA == nullptr || RB == nullptr || result == nullptr)
         return ZOK_ERR_ARGUMENT;
     if (idA.missing() || idB.missing()) return ZOK_ERR_ARGUMENT;
@@ -96,6 +98,7 @@ uint32_t respond_with_Z(void *session, uint32_t klen_bits, Octets ZA, Octets ZB,
                         const ECCrefPublicKey *PA, const ECCrefPublicKey *RA, const ECCrefPrivateKey *rB,
                         ECCrefPublicKey *RB, KeyAgreementResult *result)
 {
+    const zokecc::CallBurn burn;
     if (dB == nullptr || PA == nullptr || RA == nullptr || RB == nullptr || result == nullptr)
         return ZOK_ERR_ARGUMENT;
     SessionContext &s = *static_cast<SessionContext *>(session);
@@ -111,6 +114,7 @@ uint32_t respond_with_Z(void *session, uint32_t klen_bits, Octets ZA, Octets ZB,
 uint32_t ZOK_SM2_GenerateResponseTmpKeyWithECC(void *session, ECCrefPrivateKey *tmp_priv_out,
                                                ECCrefPublicKey *tmp_pub_out)
 {
+    const zokecc::CallBurn burn;
     if (session == nullptr) return ZOK_ERR_SESSION;
     if (tmp_priv_out == nullptr || tmp_pub_out == nullptr) return ZOK_ERR_ARGUMENT;
     const SessionContext &s = *static_cast<const SessionContext *>(session);
@@ -145,6 +149,7 @@ uint32_t ZOK_SM2_GenerateKeyWithECC(void *session, uint32_t klen_bits, const uin
                                     const ECCrefPublicKey *PB, const ECCrefPublicKey *RB,
                                     KeyAgreementResult *result)
 {
+    const zokecc::CallBurn burn;
     if (session == nullptr) return ZOK_ERR_SESSION;
     const Octets own_id = {idA, idA_len};
     const Octets peer_id = {idB, idB_len};
@@ -192,6 +197,7 @@ uint32_t ZOK_GenerateKeyWithECC(void *session, uint32_t klen_bits, const uint8_t
                                 const ECCrefPrivateKey *rA, const ECCrefPublicKey *PB,
                                 const ECCrefPublicKey *RB, KeyAgreementResult *result)
 {
+    const zokecc::CallBurn burn;
     if (session == nullptr) return ZOK_ERR_SESSION;
     if (dA == nullptr || rA == nullptr || PB == nullptr || RB == nullptr || result == nullptr)
         return ZOK_ERR_ARGUMENT;

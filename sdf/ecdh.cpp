@@ -2,6 +2,7 @@
 #include <zokecc/sdf.h>
 
 #include "ecc/sm2_steps.h"
+#include "mint/burn.h"
 #include "mint/value.h"
 #include "mint/wipe.h"
 #include "sdf/records.h"
@@ -10,6 +11,7 @@
 uint32_t ZOK_ExternalEcdhKeyAgreement(void *session, const ECCrefPrivateKey *priv, const ECCrefPublicKey *pub,
                                       uint8_t *out)
 {
+    const zokecc::CallBurn burn;
     if (session == nullptr) return ZOK_ERR_SESSION;
     if (priv == nullptr || pub == nullptr || out == nullptr) return ZOK_ERR_ARGUMENT;
     if (!zokecc::fits_field(*priv) || !zokecc::fits_field(*pub)) return ZOK_ERR_ARGUMENT;

@@ -6,6 +6,7 @@
 #include <cstring>
 
 #include "hash/digest.h"
+#include "mint/burn.h"
 #include "mint/value.h"
 #include "mint/wipe.h"
 #include "sdf/encryption.h"
@@ -111,6 +112,7 @@ uint32_t decrypt_by_product(const SessionContext &session, const mint &d, const 
 uint32_t SDF_ExternalEncrytp_ECC(void *session, uint32_t algorithm, const ECCrefPublicKey *pub,
                                  const uint8_t *message, uint32_t message_len, ECCCipher *cipher_out)
 {
+    const zokecc::CallBurn burn;
     if (session == nullptr) return ZOK_ERR_SESSION;
     if (pub == nullptr || !zokecc::fits_field(*pub)) return ZOK_ERR_ARGUMENT;
     const SessionContext &s = *static_cast<const SessionContext *>(session);
@@ -128,6 +130,7 @@ uint32_t SDF_ExternalEncrytp_ECC(void *session, uint32_t algorithm, const ECCref
 uint32_t SDF_ExternalDecrypt_ECC(void *session, uint32_t algorithm, const ECCrefPrivateKey *priv,
                                  const ECCCipher *cipher, uint8_t *plain_out, uint32_t *plain_len_out)
 {
+    const zokecc::CallBurn burn;
     if (session == nullptr) return ZOK_ERR_SESSION;
     if (priv == nullptr || !zokecc::fits_field(*priv)) return ZOK_ERR_ARGUMENT;
     const SessionContext &s = *static_cast<const SessionContext *>(session);

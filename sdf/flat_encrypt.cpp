@@ -3,6 +3,7 @@
 
 #include "hash/digest.h"
 #include "hash/sm2_kdf.h"
+#include "mint/burn.h"
 #include "mint/wipe.h"
 #include "mint/work_buffer.h"
 #include "sdf/encryption.h"
@@ -32,6 +33,7 @@ bool sizes_fit(uint32_t m, uint32_t L) { return zokecc::kdf_written_bytes(m, L) 
 uint32_t ZOK_ExternalEncrytp_ECC(void *session, const ECCrefPublicKey *pub, const uint8_t *message,
                                  int32_t message_len, uint8_t *cipher_out, uint32_t *cipher_len_out)
 {
+    const zokecc::CallBurn burn;
     if (session == nullptr) return ZOK_ERR_SESSION;
     if (pub == nullptr || !zokecc::fits_field(*pub)) return ZOK_ERR_ARGUMENT;
     if (message == nullptr || cipher_out == nullptr || cipher_len_out == nullptr) return ZOK_ERR_ARGUMENT;
@@ -63,6 +65,7 @@ uint32_t ZOK_ExternalEncrytp_ECC(void *session, const ECCrefPublicKey *pub, cons
 uint32_t ZOK_ExternalDecrypt_ECC(void *session, const ECCrefPrivateKey *priv, const uint8_t *cipher,
                                  uint32_t cipher_len, uint8_t *plain_out, uint32_t *plain_len_out)
 {
+    const zokecc::CallBurn burn;
     if (session == nullptr) return ZOK_ERR_SESSION;
     if (priv == nullptr || !zokecc::fits_field(*priv)) return ZOK_ERR_ARGUMENT;
     if (cipher == nullptr || plain_out == nullptr || plain_len_out == nullptr) return ZOK_ERR_ARGUMENT;

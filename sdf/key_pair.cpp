@@ -3,6 +3,7 @@
 #include <zokecc/sdf.h>
 
 #include "ecc/sm2_steps.h"
+#include "mint/burn.h"
 #include "mint/value.h"
 #include "mint/wipe.h"
 #include "sdf/records.h"
@@ -12,6 +13,7 @@
 uint32_t SDF_GenerateKeyPair_ECC(void *session, uint32_t algorithm, uint32_t key_bits,
                                  ECCrefPublicKey *pub_out, ECCrefPrivateKey *priv_out)
 {
+    const zokecc::CallBurn burn;
     if (session == nullptr) return ZOK_ERR_SESSION;
     if (pub_out == nullptr || priv_out == nullptr) return ZOK_ERR_ARGUMENT;
     const SessionContext &s = *static_cast<const SessionContext *>(session);

@@ -6,6 +6,7 @@
 
 #include "ecc/sm2_steps.h"
 #include "hash/digest.h"
+#include "mint/burn.h"
 #include "mint/wipe.h"
 #include "mint/work_buffer.h"
 #include "sdf/records.h"
@@ -61,6 +62,7 @@ uint32_t ZOK_ExternalSignHash_ECC(void *session, uint32_t algorithm, const ECCre
                                   const uint8_t *message, uint32_t message_len, const uint8_t *id,
                                   uint32_t id_len, ECCSignature *sig_out)
 {
+    const zokecc::CallBurn burn;
     if (session == nullptr) return ZOK_ERR_SESSION;
     const bool is_sm2 = algorithm == ZOK_ALG_SM2_SIGN;
     if (!is_sm2 && algorithm != ZOK_ALG_ECDSA_SIGN) return ZOK_ERR_INTERNAL;

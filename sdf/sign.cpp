@@ -3,6 +3,7 @@
 #include <zokecc/sdf.h>
 
 #include "ecc/sm2_steps.h"
+#include "mint/burn.h"
 #include "mint/plain.h"
 #include "mint/value.h"
 #include "mint/wipe.h"
@@ -94,6 +95,7 @@ uint32_t recompute_ecdsa(const CurveView &curve, const mint &digest, const ecc_p
 uint32_t SDF_ExternalSign_ECC(void *session, uint32_t algorithm, const ECCrefPrivateKey *priv,
                               const uint8_t *e, uint32_t e_len, ECCSignature *sig_out)
 {
+    const zokecc::CallBurn burn;
     if (session == nullptr) return ZOK_ERR_SESSION;
     if (priv == nullptr || sig_out == nullptr || (e == nullptr && e_len > 0)) return ZOK_ERR_ARGUMENT;
     if (!zokecc::fits_field(*priv) || e_len > zokecc::kMintBytes) return ZOK_ERR_ARGUMENT;

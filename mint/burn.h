@@ -1,0 +1,58 @@
+// Clearing of the stack that a call has used.
+//
+// What holds a secret is wiped where it is declared (mint/wipe.h), but the compiler keeps copies of its
+// own: words of a number in spilled registers, results on their way to where they belong. They lie below
+// the frame of the call when it returns. Most of the stack is taken by products of points, which clear
+// what they used themselves; so a call clears no deeper than it has been, and the stack that a thread
+// needs does not grow. tests/secrets shows that the sizes are enough.
+#ifndef ZOKECC_MINT_BURN_H
+#define ZOKECC_MINT_BURN_H
+
+#include <cstddef>
+#include <cstdint>
+
+#include "mint/linkage.h"
+#include "mint/wipe.h"
+
+namespace zokecc {
+
+// Bytes below a frame. Frames of the definition have numbers of 80 bytes, which is why it goes deeper.
+#ifdef __LP64__
+constexpr size_t kStackOfHash = 1152;
+constexpr size_t kStackOfFastProduct = 1536;
+constexpr size_t kStackOfExactProduct = 3328;
+constexpr size_t kStackOfCall = 3072;
+#else
+constexpr size_t kStackOfHash = 832;
+constexpr size_t kStackOfFastProduct = 1280;
+constexpr size_t kStackOfExactProduct = 2304;
+constexpr size_t kStackOfCall = 2304;
+#endif
+
+template <size_t size>
+ZOKECC_OUT_OF_LINE void burn_stack()
+{
+    uint8_t area[size];
+    wipe(area, size);
+}
+
+// Declared before everything else in a function, so that it acts when all the rest is gone.
+template <size_t size>
+class StackBurn {
+public:
+    StackBurn() = default;
+    ~StackBurn()
+    {
+        burn_stack<size>();
+        __asm__ __volatile__("");  // not a jump: the caller's frame has to stay where it is
+    }
+    StackBurn(const StackBurn &) = delete;
+    StackBurn &operator=(const StackBurn &) = delete;
+};
+
+using CallBurn = StackBurn<kStackOfCall>;
+using HashBurn = StackBurn<kStackOfHash>;
+
+}  // namespace zokecc
+
+#endif
