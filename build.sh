@@ -8,24 +8,21 @@ caller_folder=$(pwd)
 cd "$(dirname "$0")"
 started=$(date +%s)
 
-# The line coverage that the library must not fall below, in percent.
-coverage_floor=98
-
 usage() {
     cat <<'END'
 ./build.sh COMMAND
 
   demo [FILE]     sign FILE (README.md) with the example program, let openssl check the signature
-  test            test-host, test-clang, test-sanitize and test-arm, with a summary
+  test            test-host, test-hardened, test-sanitize and test-arm, with a summary
   build           the library and all programs, g++, optimised
   test-host       build and test with g++, optimised
-  test-clang      build and test with clang++, optimised
+  test-hardened   build and test with clang++, optimised, the hardened build
+  test-clang      build and test with clang++, optimised, the default build
   test-sanitize   build and test with address, leak and undefined behaviour checks
   test-arm        build for 32-bit soft-float ARM and test under QEMU
   cross           build for ARMv5TE, ARMv6 and ARMv7-A, for size and for speed, and run the examples
   musl            the same for ARMv5TE with musl as the C library, which is fetched into build/
   packages        the Debian packages for this machine and for armel, and a program built from each
-  test-hardened   build and test with g++, optimised, the hardened build
   soak [ROUNDS SESSIONS]  a million signatures and 100,000 sessions in both builds: what memory they leave
   test-threads    what may run on several threads does, on eight, under ThreadSanitizer
   fuzz [SECONDS]  every fuzz target for that long, 60 unless told otherwise; fails on a finding
@@ -33,7 +30,7 @@ usage() {
   bench-arm [FILTER | --update]  executed instructions on ARM, likewise; --update writes into docs/
   bench-check     every benchmark for a moment, to see that it works
   footprint [--check | --update | --chains]  code, data, stack and heap on ARM; --check holds the limits
-  coverage        lines that the tests execute, per folder; fails below the floor
+  coverage        lines and branches that the tests execute, per folder; fails below the floor
   exports         write cmake/exports.map from the public headers
   format          bring the C and C++ sources into the project's format
   format-check    name the sources that are not in it
@@ -138,7 +135,7 @@ suite() {
         /^\[==========\] .* ran\./ { --programs; cases += $2 }
         END { print programs + cases }' "$log")
     seconds=$(($(date +%s) - suite_started))
-    printf '%-10s %-8s %5d tests %5d s\n' "$1" "$status" "$tests" "$seconds" >> build/summary
+    printf '%-14s %-8s %5d tests %5d s\n' "$1" "$status" "$tests" "$seconds" >> build/summary
     [ "$status" = passed ]
 }
 
@@ -212,26 +209,6 @@ demo() {
     echo '==> the demo succeeded'
 }
 
-# Sums gcovr's table (file, lines, covered lines) per folder.
-coverage() {
-    build_preset coverage
-    find build/coverage -name '*.gcda' -delete
-    ctest --preset coverage
-    gcovr --root . --object-directory build/coverage --csv build/coverage/lines.csv \
-        --filter 'mint/' --filter 'hash/' --filter 'ecc/' --filter 'schemes/' --filter 'sdf/' --txt
-    awk -F, -v floor="$coverage_floor" '
-        function percent(part, whole) { return whole > 0 ? 100 * part / whole : 0 }
-        NR > 1 { split($1, path, "/"); lines[path[1]] += $2; covered[path[1]] += $3; all += $2; hit += $3 }
-        END {
-            for (folder in lines)
-                printf "%-8s %5d of %5d lines  %6.2f %%\n", folder, covered[folder], lines[folder],
-                    percent(covered[folder], lines[folder]) | "sort"
-            close("sort")
-            printf "%-8s %5d of %5d lines  %6.2f %%, floor %s %%\n", "all", hit, all, percent(hit, all), floor
-            exit percent(hit, all) < floor
-        }' build/coverage/lines.csv
-}
-
 # The public headers are laid out by hand: tables of declarations and their manual.
 sources() {
     find mint hash ecc schemes sdf tests fuzz bench examples tools \
@@ -267,14 +244,12 @@ test)
     require_clang
     require_arm
     install_missing
-    suites release clang sanitize arm
+    suites release clang-hardened sanitize arm
     ;;
-test-host | test-sanitize | test-hardened)
+test-host | test-sanitize)
     require_suite
     install_missing
-    preset=${command#test-}
-    [ "$preset" != host ] || preset=release
-    suites "$preset"
+    if [ "$command" = test-host ]; then suites release; else suites sanitize; fi
     ;;
 soak)
     require_suite
@@ -282,11 +257,11 @@ soak)
     install_missing
     tests/soak/run.sh "$@"
     ;;
-test-clang)
+test-clang | test-hardened)
     require_suite
     require_clang
     install_missing
-    suites clang
+    if [ "$command" = test-clang ]; then suites clang; else suites clang-hardened; fi
     ;;
 test-arm)
     require_suite
@@ -358,7 +333,8 @@ coverage)
     require_suite
     require gcovr gcovr
     install_missing
-    coverage
+    build_preset coverage
+    cmake/coverage.sh
     ;;
 exports)
     require python3 python3

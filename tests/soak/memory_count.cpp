@@ -3,6 +3,7 @@
 #include <malloc.h>
 
 #include <cstdint>
+#include <cstring>
 
 namespace {
 
@@ -13,7 +14,7 @@ zokecc_soak::MemoryCount in_use{};
 
 void *counted(void *whole, size_t size) {
     if (whole == nullptr) return nullptr;
-    *static_cast<size_t *>(whole) = size;
+    std::memcpy(whole, &size, sizeof size);
     ++in_use.blocks;
     in_use.bytes += size;
     if (size > in_use.largest) in_use.largest = size;
@@ -56,7 +57,9 @@ void __wrap_free(void *block) {
     if (block == nullptr) return;
     uint8_t *const whole = static_cast<uint8_t *>(block) - kHead;
     --in_use.blocks;
-    in_use.bytes -= *reinterpret_cast<size_t *>(whole);
+    size_t size = 0;
+    std::memcpy(&size, whole, sizeof size);
+    in_use.bytes -= size;
     __real_free(whole);
 }
 

@@ -1,0 +1,26 @@
+#!/bin/sh
+# Runs the tests of the preset `coverage`, which has been built, and prints the lines and branches of
+# the library that they execute, per folder. Fails below the floor of lines.
+set -eu
+cd "$(dirname "$0")/.."
+floor=98  # percent of the lines
+
+find build/coverage -name '*.gcda' -delete
+ctest --preset coverage
+gcovr --root . --object-directory build/coverage --csv build/coverage/lines.csv \
+    --filter 'mint/' --filter 'hash/' --filter 'ecc/' --filter 'schemes/' --filter 'sdf/' --txt
+awk -F, -v floor="$floor" '
+    function percent(part, whole) { return whole > 0 ? 100 * part / whole : 0 }
+    function count(name) {
+        lines[name] += $2; line_hits[name] += $3
+        branches[name] += $5; branch_hits[name] += $6
+    }
+    NR > 1 { split($1, path, "/"); count(path[1]); count("total") }
+    END {
+        for (name in lines)
+            printf "%-8s %5d of %5d lines  %6.2f %%  %5d of %5d branches  %6.2f %%\n", name,
+                line_hits[name], lines[name], percent(line_hits[name], lines[name]),
+                branch_hits[name], branches[name], percent(branch_hits[name], branches[name]) | "sort"
+        close("sort")
+        exit percent(line_hits["total"], lines["total"]) < floor
+    }' build/coverage/lines.csv
