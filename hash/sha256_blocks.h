@@ -4,7 +4,7 @@
 
 #include <cstdint>
 
-#include "hash/processor_x86.h"
+#include "hash/instructions.h"
 
 namespace zokecc {
 

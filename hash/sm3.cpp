@@ -100,11 +100,12 @@ void sm3_compress(uint32_t *state, const uint8_t *block)
 
 namespace {
 
-// The faster of the routines that the processor has.
+// The fastest of the routines that the processor has.
 inline auto *best_compress()
 {
 #if ZOKECC_SHA_INSTRUCTIONS
-    if (zokecc::has_vector_instructions()) return zokecc::sm3_compress_x86;
+    if (zokecc::has_rotating_vectors()) return zokecc::sm3_compress_avx512;
+    if (zokecc::has_vector_instructions()) return zokecc::sm3_compress_avx;
 #endif
     return sm3_compress;
 }

@@ -4,7 +4,7 @@
 
 #include <cstdint>
 
-#include "hash/processor_x86.h"
+#include "hash/instructions.h"
 #include "mint/linkage.h"
 
 // One compression of a 64-byte block into the 8-word state.
@@ -14,7 +14,10 @@ ZOKECC_INTERNAL void sm3_compress(uint32_t *state, const uint8_t *block);
 namespace zokecc {
 
 // The same where has_vector_instructions().
-void sm3_compress_x86(uint32_t *state, const uint8_t *block);
+void sm3_compress_avx(uint32_t *state, const uint8_t *block);
+
+// The same where has_rotating_vectors().
+void sm3_compress_avx512(uint32_t *state, const uint8_t *block);
 
 }  // namespace zokecc
 #endif

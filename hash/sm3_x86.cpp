@@ -1,6 +1,5 @@
 // SM3's block transformation with the message expanded four words at a time in vector registers,
 // beside the rounds and twelve of them ahead.
-#include "hash/processor_x86.h"
 #include "hash/sm3.h"
 
 #if ZOKECC_SHA_INSTRUCTIONS
@@ -14,7 +13,7 @@ namespace zokecc {
 
 namespace {
 
-// What is always inlined is compiled for the instructions of sm3_compress_x86.
+// What is always inlined is compiled for the instructions of each caller at the end.
 using Vector = uint32_t __attribute__((vector_size(16)));
 using Bytes = uint8_t __attribute__((vector_size(16)));
 
@@ -123,9 +122,7 @@ ZOKECC_INLINE void sixteen_rounds(State &s, Schedule &schedule, Vector &a, Vecto
     step<j + 12>(s, schedule, d, a, b, c);
 }
 
-}  // namespace
-
-__attribute__((target("avx,bmi,bmi2"))) void sm3_compress_x86(uint32_t *state, const uint8_t *block)
+ZOKECC_INLINE void compress(uint32_t *state, const uint8_t *block)
 {
     Vector a = load_words(block);
     Vector b = load_words(block + 16);
@@ -152,6 +149,18 @@ __attribute__((target("avx,bmi,bmi2"))) void sm3_compress_x86(uint32_t *state, c
     state[5] ^= s.f;
     state[6] ^= s.g;
     state[7] ^= s.h;
+}
+
+}  // namespace
+
+__attribute__((target("avx,bmi,bmi2"))) void sm3_compress_avx(uint32_t *state, const uint8_t *block)
+{
+    compress(state, block);
+}
+
+__attribute__((target("avx512vl,bmi,bmi2"))) void sm3_compress_avx512(uint32_t *state, const uint8_t *block)
+{
+    compress(state, block);
 }
 
 }  // namespace zokecc

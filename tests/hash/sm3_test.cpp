@@ -27,11 +27,12 @@ std::string digest_of(const ByteString &message) {
 
 using Compress = void (*)(uint32_t *, const uint8_t *);
 
-// The definition, and the routine for this processor where there is one.
+// The definition, and the routines that this processor has.
 std::vector<Compress> routines() {
     std::vector<Compress> all{sm3_compress};
 #if ZOKECC_SHA_INSTRUCTIONS
-    if (zokecc::has_vector_instructions()) all.push_back(zokecc::sm3_compress_x86);
+    if (zokecc::has_vector_instructions()) all.push_back(zokecc::sm3_compress_avx);
+    if (zokecc::has_rotating_vectors()) all.push_back(zokecc::sm3_compress_avx512);
 #endif
     return all;
 }
