@@ -6,7 +6,7 @@
 option(ZOKECC_THUMB "On ARM, build what is not hot for size, in Thumb instructions" ON)
 option(ZOKECC_SMALL "Leave out the fast paths for points: a third less code, a fifth of the speed" OFF)
 
-option(ZOKECC_SHA_INSTRUCTIONS "On x86-64, use the processor's SHA-256 instructions where it has them" ON)
+option(ZOKECC_SHA_INSTRUCTIONS "On x86-64, use instructions for hashes where the processor has them" ON)
 
 set(zokecc_hot
     mint/fast_divide.cpp mint/fast_inverse.cpp mint/short_limbs_unrolled.cpp

@@ -94,23 +94,14 @@ public:
     // FastField.KeptBorrowRuleInModularSubtraction.
     ZOKECC_SHORT_BODY void sub(const Element &a, const Element &b, Element &out) const
     {
+        if constexpr (sizeof(Limb) == 8) {
+            if (sub_mod_unless_kept(a.limb, b.limb, p_.limb, limbs(), out.limb)) [[likely]]
+                return;
+        }
         Limb ones;
         Element d;
         const Limb below = subtract(a, b, d, ones);
-        if constexpr (sizeof(Limb) == 8) {
-            // Which operand is larger is as good as random, and a wrong guess of the processor
-            // costs more than the second difference.
-            Element e;
-            Limb second;
-            ones = negate_if(below, d);
-            subtract(p_, d, e, second);
-            if ((ones | (second & (0 - below))) == 0) [[likely]] {
-                select(below, e, d, out);
-                return;
-            }
-        } else if (below != 0) {
-            subtract(b, a, d, ones);
-        }
+        if (below != 0) subtract(b, a, d, ones);
         if (ones != 0) {
             Trace::first_difference();
             keep_equal_words((below != 0 ? b : a).limb, (below != 0 ? a : b).limb, limbs(), d.limb);
@@ -236,26 +227,6 @@ private:
     Limb subtract(const Element &a, const Element &b, Element &out, Limb &ones) const
     {
         return sub_limbs(a.limb, b.limb, limbs(), out.limb, ones);
-    }
-
-    // d becomes 2^(all bits) - d for negative 1; returns its marks of words of all ones.
-    Limb negate_if(Limb negative, Element &d) const
-    {
-        Element mask;
-        for (unsigned i = 0; i < limbs(); ++i) {
-            mask.limb[i] = 0 - negative;
-            d.limb[i] ^= mask.limb[i];
-        }
-        Limb ones;
-        subtract(d, mask, d, ones);
-        return ones;
-    }
-
-    // out = a for choice 1, b for 0.
-    void select(Limb choice, const Element &a, const Element &b, Element &out) const
-    {
-        for (unsigned i = 0; i < limbs(); ++i)
-            out.limb[i] = b.limb[i] ^ ((a.limb[i] ^ b.limb[i]) & (0 - choice));
     }
 
     void multiply_by_division(const Element &a, const Element &b, Element &out) const

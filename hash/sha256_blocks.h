@@ -4,12 +4,7 @@
 
 #include <cstdint>
 
-// x86-64 may have instructions for it; ZOKECC_NO_SHA_INSTRUCTIONS leaves them out.
-#if defined(__x86_64__) && !defined(ZOKECC_NO_SHA_INSTRUCTIONS)
-#define ZOKECC_SHA_INSTRUCTIONS 1
-#else
-#define ZOKECC_SHA_INSTRUCTIONS 0
-#endif
+#include "hash/instructions.h"
 
 namespace zokecc {
 
@@ -22,7 +17,6 @@ void sha256_blocks(uint32_t *hash, const uint8_t *data, uint32_t count);
 void sha256_blocks_portable(uint32_t *hash, const uint8_t *data, uint32_t count);
 
 #if ZOKECC_SHA_INSTRUCTIONS
-bool has_sha_instructions();
 void sha256_blocks_x86(uint32_t *hash, const uint8_t *data, uint32_t count);
 #endif
 

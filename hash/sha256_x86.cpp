@@ -3,27 +3,11 @@
 
 #if ZOKECC_SHA_INSTRUCTIONS
 
-#include <cpuid.h>
 #include <immintrin.h>
 
 namespace zokecc {
 
 namespace {
-
-enum Answer : int { kUnknown, kNo, kYes };
-
-// CPUID leaf 7, EBX bit 29 for SHA; leaf 1, ECX bits 9 and 19 for SSSE3 and SSE4.1.
-Answer ask_processor()
-{
-    unsigned eax = 0;
-    unsigned ebx = 0;
-    unsigned ecx = 0;
-    unsigned edx = 0;
-    if (__get_cpuid(1, &eax, &ebx, &ecx, &edx) == 0) return kNo;
-    if ((ecx & 1u << 9) == 0 || (ecx & 1u << 19) == 0) return kNo;
-    if (__get_cpuid_count(7, 0, &eax, &ebx, &ecx, &edx) == 0) return kNo;
-    return (ebx & 1u << 29) != 0 ? kYes : kNo;
-}
 
 // Four rounds: the instruction makes two, from the state's halves ABEF and CDGH and two words
 // W + K, and answers with the half that changes.
@@ -36,19 +20,6 @@ __attribute__((target("sha,sse4.1"))) inline void four_rounds(__m128i &abef, __m
 }
 
 }  // namespace
-
-// Asked once: under virtual machines the question is slow. Whoever comes at the same time asks
-// as well and gets the same answer.
-bool has_sha_instructions()
-{
-    static int answer = kUnknown;
-    int known = __atomic_load_n(&answer, __ATOMIC_RELAXED);
-    if (known == kUnknown) {
-        known = ask_processor();
-        __atomic_store_n(&answer, known, __ATOMIC_RELAXED);
-    }
-    return known == kYes;
-}
 
 __attribute__((target("sha,sse4.1"))) void sha256_blocks_x86(uint32_t *hash, const uint8_t *data,
                                                              uint32_t count)

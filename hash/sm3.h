@@ -4,9 +4,22 @@
 
 #include <cstdint>
 
+#include "hash/instructions.h"
 #include "mint/linkage.h"
 
 // One compression of a 64-byte block into the 8-word state.
 ZOKECC_INTERNAL void sm3_compress(uint32_t *state, const uint8_t *block);
+
+#if ZOKECC_SHA_INSTRUCTIONS
+namespace zokecc {
+
+// The same where has_vector_instructions().
+void sm3_compress_avx(uint32_t *state, const uint8_t *block);
+
+// The same where has_rotating_vectors().
+void sm3_compress_avx512(uint32_t *state, const uint8_t *block);
+
+}  // namespace zokecc
+#endif
 
 #endif

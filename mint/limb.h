@@ -175,6 +175,8 @@ inline L mul_sub_limbs(const L *x, L w, unsigned n, L *out)
 
 // A sum of products, three limbs wide. Adds of up to 2^(bits of a limb) products cannot overflow.
 struct PortableSum {
+    static constexpr unsigned kMaxRow = 0;  // see limb_x86.h
+
     uint64_t low = 0, middle = 0, high = 0;
 
     void add(uint64_t limb)

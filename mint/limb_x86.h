@@ -6,6 +6,9 @@
 
 #include <x86intrin.h>
 
+#include "mint/linkage.h"
+#include "mint/processor_x86.h"
+
 namespace zokecc {
 
 inline uint64_t add_limbs(const uint64_t *a, const uint64_t *b, unsigned n, uint64_t *out)
@@ -52,7 +55,82 @@ struct AssembledSum : PortableSum {
                 : "cc");
     }
 };
-using NativeSum = AssembledSum;
+
+// The two chains of carries, of the lower and of the upper halves, run beside each other.
+#define ZOKECC_ROW_STEP(here, next) \
+    "mulxq 8*" #here "(%[b]), %[low], %[high]\n\tadcxq %[low], %[r" #here "]\n\t" \
+    "adoxq %[high], %[r" #next "]\n\t"
+// Into limbs that are new.
+#define ZOKECC_FIRST_STEP "mulxq (%[b]), %[r0], %[r1]\n\t"
+#define ZOKECC_NEW_STEP(add, here, next) \
+    "mulxq 8*" #here "(%[b]), %[low], %[r" #next "]\n\t" add " %[low], %[r" #here "]\n\t"
+#define ZOKECC_ROW(steps, last, ...) \
+    __asm__(steps "adcq $0, %[r" #last "]" \
+            : [low] "=&r"(low), [high] "=&r"(high), __VA_ARGS__ \
+            : [b] "r"(b), "d"(a), "m"(*reinterpret_cast<const uint64_t(*)[count]>(b)) \
+            : "cc")
+#define ZOKECC_CLEAR "xorl %k[low], %k[low]\n\t"
+
+// Beside the sums, products of a row of limbs by one limb, where has_rows().
+struct NativeSum : AssembledSum {
+    static constexpr unsigned kMaxRow = 5;
+    static bool has_rows() { return has_row_instructions(); }
+
+    // r[count + 1] += a * b[count], for a sum that fits.
+    template <unsigned count>
+    static ZOKECC_INLINE void add_row(uint64_t a, const uint64_t *b, uint64_t *r)
+    {
+        uint64_t low;
+        uint64_t high;
+        static_assert(count >= 1 && count <= 5);
+        if constexpr (count == 1)
+            ZOKECC_ROW(ZOKECC_CLEAR ZOKECC_ROW_STEP(0, 1), 1, [r0] "+&r"(r[0]), [r1] "+&r"(r[1]));
+        else if constexpr (count == 2)
+            ZOKECC_ROW(ZOKECC_CLEAR ZOKECC_ROW_STEP(0, 1) ZOKECC_ROW_STEP(1, 2),
+                       2, [r0] "+&r"(r[0]), [r1] "+&r"(r[1]), [r2] "+&r"(r[2]));
+        else if constexpr (count == 3)
+            ZOKECC_ROW(ZOKECC_CLEAR ZOKECC_ROW_STEP(0, 1) ZOKECC_ROW_STEP(1, 2) ZOKECC_ROW_STEP(2, 3),
+                       3, [r0] "+&r"(r[0]), [r1] "+&r"(r[1]), [r2] "+&r"(r[2]), [r3] "+&r"(r[3]));
+        else if constexpr (count == 4)
+            ZOKECC_ROW(
+                ZOKECC_CLEAR ZOKECC_ROW_STEP(0, 1) ZOKECC_ROW_STEP(1, 2) ZOKECC_ROW_STEP(2, 3)
+                    ZOKECC_ROW_STEP(3, 4),
+                4, [r0] "+&r"(r[0]), [r1] "+&r"(r[1]), [r2] "+&r"(r[2]), [r3] "+&r"(r[3]), [r4] "+&r"(r[4]));
+        else if constexpr (count == 5)
+            ZOKECC_ROW(ZOKECC_CLEAR ZOKECC_ROW_STEP(0, 1) ZOKECC_ROW_STEP(1, 2) ZOKECC_ROW_STEP(2, 3)
+                           ZOKECC_ROW_STEP(3, 4) ZOKECC_ROW_STEP(4, 5),
+                       5, [r0] "+&r"(r[0]), [r1] "+&r"(r[1]), [r2] "+&r"(r[2]), [r3] "+&r"(r[3]),
+                       [r4] "+&r"(r[4]), [r5] "+&r"(r[5]));
+    }
+
+    // r[count + 1] = a * b[count]
+    template <unsigned count>
+    static ZOKECC_INLINE void set_row(uint64_t a, const uint64_t *b, uint64_t *r)
+    {
+        uint64_t low;
+        uint64_t high;
+        static_assert(count >= 1 && count <= 4);
+        if constexpr (count == 1)
+            __asm__("mulxq %[b], %[r0], %[r1]" : [r0] "=&r"(r[0]), [r1] "=&r"(r[1]) : [b] "rm"(b[0]), "d"(a));
+        else if constexpr (count == 2)
+            ZOKECC_ROW(ZOKECC_FIRST_STEP ZOKECC_NEW_STEP("addq", 1, 2),
+                       2, [r0] "=&r"(r[0]), [r1] "=&r"(r[1]), [r2] "=&r"(r[2]));
+        else if constexpr (count == 3)
+            ZOKECC_ROW(ZOKECC_FIRST_STEP ZOKECC_NEW_STEP("addq", 1, 2) ZOKECC_NEW_STEP("adcq", 2, 3),
+                       3, [r0] "=&r"(r[0]), [r1] "=&r"(r[1]), [r2] "=&r"(r[2]), [r3] "=&r"(r[3]));
+        else if constexpr (count == 4)
+            ZOKECC_ROW(
+                ZOKECC_FIRST_STEP ZOKECC_NEW_STEP("addq", 1, 2) ZOKECC_NEW_STEP("adcq", 2, 3)
+                    ZOKECC_NEW_STEP("adcq", 3, 4),
+                4, [r0] "=&r"(r[0]), [r1] "=&r"(r[1]), [r2] "=&r"(r[2]), [r3] "=&r"(r[3]), [r4] "=&r"(r[4]));
+    }
+};
+
+#undef ZOKECC_CLEAR
+#undef ZOKECC_NEW_STEP
+#undef ZOKECC_FIRST_STEP
+#undef ZOKECC_ROW
+#undef ZOKECC_ROW_STEP
 
 }  // namespace zokecc
 

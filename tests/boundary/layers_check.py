@@ -21,7 +21,7 @@ UPWARD_CALL = ("mint/sqrt.cpp", "gen_random_number")
 ANYWHERE = {"array", "bit", "cstddef", "cstdint", "cstdlib", "cstring", "limits", "span", "type_traits"}
 ONE_FILE_HEADERS = {
     "cstdio": "mint/dump.cpp", "ctime": "hash/entropy.cpp", "x86intrin.h": "mint/limb_x86.h",
-    "cpuid.h": "hash/sha256_x86.cpp", "immintrin.h": "hash/sha256_x86.cpp",
+    "cpuid.h": "mint/processor_x86.cpp", "immintrin.h": "hash/sha256_x86.cpp",
     "cerrno": "hash/kernel_random.cpp", "sys/random.h": "hash/kernel_random.cpp",
     "fcntl.h": "hash/kernel_random.cpp", "unistd.h": "hash/kernel_random.cpp",
 }

@@ -1,4 +1,5 @@
-// Products on 64-bit limbs, summed by the compiler's code and by the assembly.
+// Products on 64-bit limbs, summed by the compiler's code and by the assembly, in columns and, where the
+// processor can, in rows.
 #include "mint/full_limbs.h"
 
 #include "tests/mint/limb_products.h"
@@ -14,7 +15,8 @@ class FullLimbs : public testing::Test {};
 using Products = testing::Types<
 #if defined(__x86_64__) && !defined(ZOKECC_NO_ASSEMBLY)
     zokecc::FullLimbs<3, zokecc::AssembledSum>, zokecc::FullLimbs<4, zokecc::AssembledSum>,
-    zokecc::FullLimbs<5, zokecc::AssembledSum>,
+    zokecc::FullLimbs<5, zokecc::AssembledSum>, zokecc::FullLimbs<3, zokecc::NativeSum>,
+    zokecc::FullLimbs<4, zokecc::NativeSum>,
 #endif
     zokecc::FullLimbs<3, zokecc::PortableSum>, zokecc::FullLimbs<4, zokecc::PortableSum>,
     zokecc::FullLimbs<5, zokecc::PortableSum>>;

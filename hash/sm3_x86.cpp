@@ -1,0 +1,168 @@
+// SM3's block transformation with the message expanded four words at a time in vector registers,
+// beside the rounds and twelve of them ahead.
+#include "hash/sm3.h"
+
+#if ZOKECC_SHA_INSTRUCTIONS
+
+#include <bit>
+#include <cstring>
+
+#include "mint/linkage.h"
+
+namespace zokecc {
+
+namespace {
+
+// What is always inlined is compiled for the instructions of each caller at the end.
+using Vector = uint32_t __attribute__((vector_size(16)));
+using Bytes = uint8_t __attribute__((vector_size(16)));
+
+ZOKECC_INLINE Vector rotate(Vector x, int bits) { return x << bits | x >> (32 - bits); }
+ZOKECC_INLINE Vector p1(Vector x) { return x ^ rotate(x, 15) ^ rotate(x, 23); }
+ZOKECC_INLINE uint32_t p0(uint32_t x) { return x ^ std::rotl(x, 9) ^ std::rotl(x, 17); }
+
+ZOKECC_INLINE Vector load_words(const uint8_t *block)
+{
+    Bytes bytes;
+    std::memcpy(&bytes, block, sizeof bytes);
+    bytes = __builtin_shufflevector(bytes, bytes, 3, 2, 1, 0, 7, 6, 5, 4, 11, 10, 9, 8, 15, 14, 13, 12);
+    Vector words;
+    std::memcpy(&words, &bytes, sizeof words);
+    return words;
+}
+
+// W and W'.
+struct Schedule {
+    alignas(16) uint32_t w[68];
+    alignas(16) uint32_t w_prime[64];
+
+    template <int i>
+    ZOKECC_INLINE void set_w(Vector words)
+    {
+        std::memcpy(w + 4 * i, &words, sizeof words);
+    }
+    template <int i>
+    ZOKECC_INLINE void set_w_prime(Vector words)
+    {
+        std::memcpy(w_prime + 4 * i, &words, sizeof words);
+    }
+};
+
+// From W[4 i - 16] on in a, b, c and d: a becomes W[4 i] to W[4 i + 3].
+template <int i>
+ZOKECC_INLINE void expand(Schedule &schedule, Vector &a, Vector b, Vector c, Vector d)
+{
+    const Vector zero = {};
+    const Vector third = __builtin_shufflevector(a, b, 3, 4, 5, 6);          // W[t - 13] in each lane
+    const Vector seventh = __builtin_shufflevector(b, c, 3, 4, 5, 6);        // W[t - 9]
+    const Vector tenth = __builtin_shufflevector(c, d, 2, 3, 4, 5);          // W[t - 6]
+    const Vector thirteenth = __builtin_shufflevector(d, zero, 1, 2, 3, 4);  // W[t - 3], but in the last
+    const Vector words = p1(a ^ seventh ^ rotate(thirteenth, 15)) ^ (rotate(third, 7) ^ tenth);
+    // The last lane lacks the first one, new just now; p1 goes through sums without carries.
+    const Vector newest = __builtin_shufflevector(words, zero, 4, 4, 4, 0);
+    a = words ^ p1(rotate(newest, 15));
+    schedule.set_w<i>(a);
+    schedule.set_w_prime<i - 1>(d ^ a);
+    // The rounds read the words from memory: taking them out of the vectors costs more.
+    __asm__("" : "+m"(schedule));
+}
+
+struct State {
+    uint32_t a, b, c, d, e, f, g, h;
+};
+
+// One round on registers that do not move: the callers turn their names instead. Everything that
+// waits for e comes last in its sum.
+template <int j>
+ZOKECC_INLINE void round(uint32_t a, uint32_t &b, uint32_t c, uint32_t &d, uint32_t e, uint32_t &f,
+                         uint32_t g, uint32_t &h, const Schedule &schedule)
+{
+    constexpr uint32_t kConstant = std::rotl(j < 16 ? 0x79cc4519u : 0x7a879d8au, j % 32);
+    h += schedule.w[j];
+    d += schedule.w_prime[j];
+    const uint32_t rotated = std::rotl(a, 12);
+    const uint32_t ss1 = std::rotl(rotated + kConstant + e, 7);
+    if constexpr (j < 16) {
+        h += e ^ (f ^ g);
+        d += (b ^ c) ^ a;
+    } else {
+        h += ((f ^ g) & e) ^ g;
+        d += b & c;
+        d += (b ^ c) & a;  // has no bit of b & c, so the sum is the majority
+    }
+    d += ss1 ^ rotated;
+    h = p0(h + ss1);
+    b = std::rotl(b, 9);
+    f = std::rotl(f, 19);
+}
+
+template <int j>
+ZOKECC_INLINE void four_rounds(State &s, const Schedule &schedule)
+{
+    round<j>(s.a, s.b, s.c, s.d, s.e, s.f, s.g, s.h, schedule);
+    round<j + 1>(s.d, s.a, s.b, s.c, s.h, s.e, s.f, s.g, schedule);
+    round<j + 2>(s.c, s.d, s.a, s.b, s.g, s.h, s.e, s.f, schedule);
+    round<j + 3>(s.b, s.c, s.d, s.a, s.f, s.g, s.h, s.e, schedule);
+}
+
+// Four rounds, beside the words of those that come 16 later.
+template <int j>
+ZOKECC_INLINE void step(State &s, Schedule &schedule, Vector &a, Vector b, Vector c, Vector d)
+{
+    if constexpr (j <= 48) expand<j / 4 + 4>(schedule, a, b, c, d);
+    four_rounds<j>(s, schedule);
+}
+
+template <int j>
+ZOKECC_INLINE void sixteen_rounds(State &s, Schedule &schedule, Vector &a, Vector &b, Vector &c, Vector &d)
+{
+    step<j>(s, schedule, a, b, c, d);
+    step<j + 4>(s, schedule, b, c, d, a);
+    step<j + 8>(s, schedule, c, d, a, b);
+    step<j + 12>(s, schedule, d, a, b, c);
+}
+
+ZOKECC_INLINE void compress(uint32_t *state, const uint8_t *block)
+{
+    Vector a = load_words(block);
+    Vector b = load_words(block + 16);
+    Vector c = load_words(block + 32);
+    Vector d = load_words(block + 48);
+    Schedule schedule;
+    schedule.set_w<0>(a);
+    schedule.set_w<1>(b);
+    schedule.set_w<2>(c);
+    schedule.set_w<3>(d);
+    schedule.set_w_prime<0>(a ^ b);
+    schedule.set_w_prime<1>(b ^ c);
+    schedule.set_w_prime<2>(c ^ d);
+    State s = {state[0], state[1], state[2], state[3], state[4], state[5], state[6], state[7]};
+    sixteen_rounds<0>(s, schedule, a, b, c, d);
+    sixteen_rounds<16>(s, schedule, a, b, c, d);
+    sixteen_rounds<32>(s, schedule, a, b, c, d);
+    sixteen_rounds<48>(s, schedule, a, b, c, d);
+    state[0] ^= s.a;
+    state[1] ^= s.b;
+    state[2] ^= s.c;
+    state[3] ^= s.d;
+    state[4] ^= s.e;
+    state[5] ^= s.f;
+    state[6] ^= s.g;
+    state[7] ^= s.h;
+}
+
+}  // namespace
+
+__attribute__((target("avx,bmi,bmi2"))) void sm3_compress_avx(uint32_t *state, const uint8_t *block)
+{
+    compress(state, block);
+}
+
+__attribute__((target("avx512vl,bmi,bmi2"))) void sm3_compress_avx512(uint32_t *state, const uint8_t *block)
+{
+    compress(state, block);
+}
+
+}  // namespace zokecc
+
+#endif

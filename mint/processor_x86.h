@@ -1,0 +1,24 @@
+// Which instructions an x86-64 processor has, of those that not all have.
+#ifndef ZOKECC_MINT_PROCESSOR_X86_H
+#define ZOKECC_MINT_PROCESSOR_X86_H
+
+#ifdef __x86_64__
+
+namespace zokecc {
+
+// Those for SHA-256, with SSSE3 and SSE4.1.
+bool has_sha_instructions();
+
+// AVX and rotations to another register, BMI2.
+bool has_vector_instructions();
+
+// These, and AVX-512 on 128 bits, with rotations of vectors and sums of three.
+bool has_rotating_vectors();
+
+// Products and sums that leave carries alone, BMI2 and ADX.
+bool has_row_instructions();
+
+}  // namespace zokecc
+
+#endif
+#endif
