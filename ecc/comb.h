@@ -31,27 +31,27 @@ ZOKECC_OUT_OF_LINE bool comb_multiple(const Field &f, const mint &k, uint32_t m,
                                       const mint &a_record, ecc_point &out)
 {
     const StackBurn<Field::kStackOfProduct> burn;
-    typename Field::Element a{};
-    if (!f.load(a_record, a)) return false;
+    typename Field::Constant constant{};
+    if (!f.load(a_record, constant)) return false;
+    const typename Field::Element &a = f.number(constant);
     Wiping<typename Field::Jacobian> sum;
-    typename Field::Affine entry{};
+    Wiping<typename Field::Affine> entry;  // of the table, and then the product
     set_jacobian_infinity(f, *sum);
     for (uint32_t i = 0; i < kCombRounds; ++i) {
         jacobian_double(f, *sum, a, *sum);
         const uint32_t low = comb_column(k, m, 15 - i);
         const uint32_t high = comb_column(k, m, 31 - i);
         if (low != 0) {
-            if (!f.load(table[low], entry)) return false;
-            jacobian_add_affine(f, *sum, entry, a, *sum);
+            if (!f.load(table[low], *entry)) return false;
+            jacobian_add_affine(f, *sum, *entry, a, *sum);
         }
         if (high != 0) {
-            if (!f.load(table[(1u << m) + high], entry)) return false;
-            jacobian_add_affine(f, *sum, entry, a, *sum);
+            if (!f.load(table[(1u << m) + high], *entry)) return false;
+            jacobian_add_affine(f, *sum, *entry, a, *sum);
         }
     }
-    Wiping<typename Field::Affine> product;
-    jacobian_to_affine(f, *sum, *product);
-    f.store(*product, out);
+    jacobian_to_affine(f, *sum, *entry);
+    f.store(*entry, out);
     return true;
 }
 

@@ -14,11 +14,16 @@ namespace zokecc {
 // Outputs may be operands. With p zero nothing is written but zeros, so every output starts as
 // zero.
 struct ExactField {
+    static constexpr size_t kStackOfSums = kStackOfExactSums;
     static constexpr size_t kStackOfProduct = kStackOfExactProduct;
 
     using Element = mint;
     using Affine = ecc_point;
     using Jacobian = ecc_jac_point;
+    // A number that is only read while a product is computed: the caller's own.
+    struct Constant {
+        const mint *record;
+    };
 
     const mint &p;
 
@@ -28,6 +33,12 @@ struct ExactField {
         copy(in, out);
         return true;
     }
+    static bool load(const mint &in, Constant &out)
+    {
+        out.record = &in;
+        return true;
+    }
+    static const mint &number(const Constant &constant) { return *constant.record; }
     static bool load(const ecc_point &in, ecc_point &out)
     {
         store(in, out);

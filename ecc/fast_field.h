@@ -23,6 +23,7 @@ namespace zokecc {
 template <class Modulus, class Trace = NoTrace>
 class FastField {
 public:
+    static constexpr size_t kStackOfSums = kStackOfFastSums;
     static constexpr size_t kStackOfProduct = kStackOfFastProduct;
 
     using Limb = typename Modulus::Limb;
@@ -38,6 +39,9 @@ public:
     struct Jacobian {
         Element X, Y, Z;
     };
+
+    using Constant = Element;
+    static const Element &number(const Constant &constant) { return constant; }
 
     // True if p is a modulus for this field.
     static bool serves(const mint &p)

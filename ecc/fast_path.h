@@ -38,14 +38,12 @@ ZOKECC_POINT_ARITHMETIC(extern, SmallField)
 #endif
 
 // Runs work(field) over the fast field that serves p. False if there is none, or if work says that
-// it met a number which such a field does not take; what it has written by then is written again.
+// it met a number which such a field does not take; what it has written by then is written again. A
+// body of its own, so that the definition does not go deeper for the fast fields' constants.
 template <class Work>
-bool on_fast_field(const mint &p, const Work &work)
+ZOKECC_OUT_OF_LINE bool on_fast_field(const mint &p, const Work &work)
 {
-#if defined(ZOKECC_SMALL)
-    static_cast<void>(p);
-    static_cast<void>(work);
-#elif defined(__SIZEOF_INT128__)
+#ifdef __SIZEOF_INT128__
     if (FastField<FullLimbs<4>>::serves(p)) return work(FastField<FullLimbs<4>>(p));
     if (FastField<FullLimbs<3>>::serves(p)) return work(FastField<FullLimbs<3>>(p));
     if (FastField<FullLimbs<5>>::serves(p)) return work(FastField<FullLimbs<5>>(p));
@@ -59,7 +57,10 @@ bool on_fast_field(const mint &p, const Work &work)
 template <class Work>
 void on_best_field(const mint &p, const Work &work)
 {
-    if (!on_fast_field(p, work)) work(ExactField{p});
+#ifndef ZOKECC_SMALL
+    if (on_fast_field(p, work)) return;
+#endif
+    work(ExactField{p});
 }
 
 }  // namespace zokecc

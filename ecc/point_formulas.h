@@ -211,9 +211,8 @@ ZOKECC_OUT_OF_LINE void jacobian_double(const Field &f, const typename Field::Ja
     f.twice(S, t);
     f.mul(u, u, u);
     f.shift_left(u, 3, u);  // u = 8 Y^4
-    typename Field::Element square{};
-    f.mul(M, M, square);
-    f.sub(square, t, out.X);  // X3 = M^2 - 2 S
+    f.mul(M, M, out.X);
+    f.sub(out.X, t, out.X);  // X3 = M^2 - 2 S
     f.sub(S, out.X, t);
     f.mul(M, t, t);
     f.sub(t, u, out.Y);  // Y3 = M (S - X3) - 8 Y^4
@@ -266,10 +265,9 @@ ZOKECC_OUT_OF_LINE void jacobian_add_affine(const Field &f, const typename Field
     f.mul(C, A, D);    // D = H^3
     f.mul(C, P.X, C);  // C = X1 H^2
     f.twice(C, A);
-    typename Field::Element square{};
-    f.mul(B, B, square);
-    f.sub(square, A, square);
-    f.sub(square, D, out.X);  // X3 = r^2 - 2 X1 H^2 - H^3
+    f.mul(B, B, out.X);
+    f.sub(out.X, A, out.X);
+    f.sub(out.X, D, out.X);  // X3 = r^2 - 2 X1 H^2 - H^3
     f.sub(C, out.X, C);
     f.mul(C, B, C);
     f.mul(D, P.Y, D);
@@ -314,7 +312,8 @@ ZOKECC_OUT_OF_LINE void multiply_denominators(const Field &f, const typename Fie
     }
 }
 
-// P + Q for two records and neither at infinity. 16 M, fewer where a Z is one.
+// P + Q for two records and neither at infinity. 16 M, fewer where a Z is one. Coordinates of out
+// serve as soon as those of P and Q are read, since stack is scarce.
 template <class Field>
 ZOKECC_OUT_OF_LINE void jacobian_add_finite(const Field &f, const typename Field::Jacobian &P,
                                             const typename Field::Jacobian &Q, typename Field::Jacobian &out)
@@ -325,26 +324,29 @@ ZOKECC_OUT_OF_LINE void jacobian_add_finite(const Field &f, const typename Field
     typename Field::Element S1{};
     bring_to_denominator(f, Q, P, U0, S0);
     bring_to_denominator(f, P, Q, U1, S1);
-    typename Field::Element W{};
-    typename Field::Element R{};
-    f.sub(U1, U0, W);
-    f.sub(S1, S0, R);
-    f.add(U1, U0, U1);  // T = U1 + U0
-    f.add(S1, S0, S1);  // M = S1 + S0
+    f.sub(U1, U0, out.X);
+    f.sub(S1, S0, out.Y);
+    f.add(U1, U0, U1);
+    f.add(S1, S0, S1);
+    f.copy(out.X, U0);
+    f.copy(out.Y, S0);
+    typename Field::Element &W = U0;  // U1 - U0
+    typename Field::Element &R = S0;  // S1 - S0
+    typename Field::Element &T = U1;  // U1 + U0
+    typename Field::Element &M = S1;  // S1 + S0
     multiply_denominators(f, P, Q, W, out.Z);
-    typename Field::Element &t = U0;
-    typename Field::Element &V = S0;
-    typename Field::Element square{};
-    f.mul(W, W, square);
-    f.mul(U1, square, V);  // V = T W^2
-    f.mul(square, W, W);   // W^3
-    f.mul(R, R, t);
-    f.sub(t, V, out.X);  // X3 = R^2 - T W^2
+    typename Field::Element &V = out.Y;
+    f.mul(W, W, out.X);
+    f.mul(T, out.X, V);  // V = T W^2
+    f.mul(out.X, W, W);  // W^3
+    f.mul(R, R, out.X);
+    f.sub(out.X, V, out.X);  // X3 = R^2 - T W^2
+    typename Field::Element &t = U1;
     f.twice(out.X, t);
     f.sub(V, t, t);
     f.mul(t, R, t);
-    f.mul(S1, W, V);
-    f.sub(t, V, t);
+    f.mul(M, W, M);
+    f.sub(t, M, t);
     f.halve(t, out.Y);  // Y3 = (R (V - 2 X3) - M W^3) / 2
 }
 

@@ -77,9 +77,9 @@ bool sm2_recomputed_r(const CurveView &curve, const mint &e, const ecc_point &Q,
 bool ecdsa_recomputed_r(const CurveView &curve, const mint &e, const ecc_point &Q, const mint &r,
                         const mint &s, mint &R)
 {
-    mint u1{};
     mint u2{};
     mint_EEA_algo(&s, &curve.n, &u2);      // w = 1 / s
+    mint &u1 = R;                          // R is written last
     mint_mod_mul(&e, &u2, &curve.n, &u1);  // e w
     mint_mod_mul(&r, &u2, &curve.n, &u2);  // r w
     ecc_point sum{};
@@ -140,20 +140,22 @@ void write_x_bar(const uint8_t *x, uint32_t len, uint32_t w, uint8_t *out)
 // KEPT: h t is reduced modulo the field prime and not modulo the order. With a cofactor of one it
 // is t either way; the others agree with deployed peers only like this. Held by
 // Sm2KeyExChg.KeptCofactorProductIsReducedModuloP.
-Step sm2_exchange_point(const CurveView &curve, uint32_t len, const ExchangeSide &side, PointBytes &U)
+void sm2_exchange_scalar(const CurveView &curve, const mint &d, const mint &r, const mint &x_bar, mint &ht)
 {
-    Wiping<mint> t;
-    mint_mod_mul(&side.x_bar, &side.r, &curve.n, t.get());
-    mod_add(side.d, *t, curve.n, *t);
-    mint_mod_mul(&curve.h, t.get(), &curve.p, t.get());
+    mint_mod_mul(&x_bar, &r, &curve.n, &ht);
+    mod_add(d, ht, curve.n, ht);
+    mint_mod_mul(&curve.h, &ht, &curve.p, &ht);
+}
 
-    Wiping<ecc_point> point;
-    if (!multiply(curve, side.peer_x_bar, side.peer_random, *point)) return Step::failed;
-    ecc_point_add(&side.peer_key, point.get(), &curve.a, &curve.b, &curve.p, point.get());
-    const bool sum_is_infinity = point->infinity == 1;
-    if (!multiply(curve, *t, *point, *point)) return Step::failed;  // the shared point
-    if (is_zero(*t) || sum_is_infinity || point->infinity == 1) return Step::refused;
-    write_point(*point, len, U);
+Step sm2_exchange_point(const CurveView &curve, uint32_t len, const mint &ht, const ecc_point &peer_key,
+                        const mint &peer_x_bar, ecc_point &point, PointBytes &U)
+{
+    if (!multiply(curve, peer_x_bar, point, point)) return Step::failed;
+    ecc_point_add(&peer_key, &point, &curve.a, &curve.b, &curve.p, &point);
+    const bool sum_is_infinity = point.infinity == 1;
+    if (!multiply(curve, ht, point, point)) return Step::failed;
+    if (is_zero(ht) || sum_is_infinity || point.infinity == 1) return Step::refused;
+    write_point(point, len, U);
     return Step::done;
 }
 

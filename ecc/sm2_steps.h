@@ -81,19 +81,13 @@ Step sm2_decryption_point(const CurveView &curve, uint32_t len, const mint &d, c
 // caller's to clear. Writes nothing for a w beyond the coordinate. GB/T 32918.3, A5.
 void write_x_bar(const uint8_t *x, uint32_t len, uint32_t w, uint8_t *out);
 
-// One side of an exchange: its own scalars and x-bar, the peer's points and x-bar.
-struct ExchangeSide {
-    const mint &d;
-    const mint &r;
-    const mint &x_bar;
-    const ecc_point &peer_key;
-    const ecc_point &peer_random;
-    const mint &peer_x_bar;
-};
+// ht = h t, t = (d + x-bar r) mod n for the own scalars and x-bar. GB/T 32918.3, A5.
+void sm2_exchange_scalar(const CurveView &curve, const mint &d, const mint &r, const mint &x_bar, mint &ht);
 
-// U = h t (P' + x-bar' R'), t = (d + x-bar r) mod n. Refused if h t, the sum or U is zero or
-// infinite. GB/T 32918.3, A6 to A7.
-Step sm2_exchange_point(const CurveView &curve, uint32_t len, const ExchangeSide &side, PointBytes &U);
+// U = ht (P' + x-bar' R') for the peer's key P' and x-bar, and its R' in point, which becomes the
+// shared point. Refused if ht, the sum or U is zero or infinite. GB/T 32918.3, A6 to A7.
+Step sm2_exchange_point(const CurveView &curve, uint32_t len, const mint &ht, const ecc_point &peer_key,
+                        const mint &peer_x_bar, ecc_point &point, PointBytes &U);
 
 }  // namespace zokecc
 

@@ -19,13 +19,30 @@ struct WindowDigits {
     uint32_t width;
 };
 
-// out[i] = (2 i + 1) P
+// False, with nothing written, where the field does not take P.
 template <class Field>
-ZOKECC_OUT_OF_LINE void odd_multiples(const Field &f, const typename Field::Affine &P,
-                                      const typename Field::Element &a, uint32_t count,
+ZOKECC_OUT_OF_LINE bool load_jacobian(const Field &f, const ecc_point &P, typename Field::Jacobian &out)
+{
+    typename Field::Affine point{};
+    if (!f.load(P, point)) return false;
+    affine_to_jacobian(f, point, out);
+    return true;
+}
+
+template <class Field>
+ZOKECC_OUT_OF_LINE void store_jacobian(const Field &f, const typename Field::Jacobian &P, ecc_point &out)
+{
+    const StackBurn<Field::kStackOfProduct> burn;
+    Wiping<typename Field::Affine> point;
+    jacobian_to_affine(f, P, *point);
+    f.store(*point, out);
+}
+
+// out[i] = (2 i + 1) P, P in out[0].
+template <class Field>
+ZOKECC_OUT_OF_LINE void odd_multiples(const Field &f, const typename Field::Element &a, uint32_t count,
                                       typename Field::Jacobian *out)
 {
-    affine_to_jacobian(f, P, out[0]);
     Wiping<typename Field::Jacobian> twice;
     jacobian_double(f, out[0], a, *twice);
     for (uint32_t i = 1; i < count; ++i) jacobian_add(f, out[i - 1], *twice, a, out[i]);
@@ -60,49 +77,50 @@ ZOKECC_OUT_OF_LINE void evaluate(const Field &f, const typename Field::Element &
         jacobian_negate(f, R);
 }
 
-// out = the digits' number times P, with room for as many odd multiples as the width takes. False,
-// with nothing written, where the field does not take P or a.
+// R = the digits' number times P, with room for as many odd multiples as the width takes. False, with
+// nothing written, where the field does not take P or a.
 template <class Field>
 ZOKECC_OUT_OF_LINE bool window_multiple_in(const Field &f, const WindowDigits &digits,
                                            const ecc_point &P_record, const mint &a_record,
-                                           typename Field::Jacobian *odd, ecc_point &out)
+                                           typename Field::Jacobian *odd, typename Field::Jacobian &R)
 {
-    Wiping<typename Field::Affine> point;  // P, and then the product
-    typename Field::Element a{};
-    if (!f.load(P_record, *point) || !f.load(a_record, a)) return false;
-    Wiping<typename Field::Jacobian> R;
-    odd_multiples(f, *point, a, 1u << (digits.width - 1), odd);
-    evaluate(f, a, digits, odd, *R);
-    jacobian_to_affine(f, *R, *point);
-    f.store(*point, out);
+    typename Field::Constant constant{};
+    if (!load_jacobian(f, P_record, odd[0]) || !f.load(a_record, constant)) return false;
+    const typename Field::Element &a = f.number(constant);
+    odd_multiples(f, a, 1u << (digits.width - 1), odd);
+    evaluate(f, a, digits, odd, R);
     return true;
 }
 
 // Scalars below 300 bits, which is all that the curves of the field have, take four multiples.
 template <class Field>
 ZOKECC_OUT_OF_LINE bool narrow_window_multiple(const Field &f, const WindowDigits &digits, const ecc_point &P,
-                                               const mint &a, ecc_point &out)
+                                               const mint &a, typename Field::Jacobian &R)
 {
-    const StackBurn<Field::kStackOfProduct> burn;
+    const StackBurn<Field::kStackOfSums> burn;
     Wiping<typename Field::Jacobian[kMaxOddMultiples / 2]> odd;
-    return window_multiple_in(f, digits, P, a, *odd, out);
+    return window_multiple_in(f, digits, P, a, *odd, R);
 }
 
 template <class Field>
 ZOKECC_OUT_OF_LINE bool wide_window_multiple(const Field &f, const WindowDigits &digits, const ecc_point &P,
-                                             const mint &a, ecc_point &out)
+                                             const mint &a, typename Field::Jacobian &R)
 {
-    const StackBurn<Field::kStackOfProduct> burn;
+    const StackBurn<Field::kStackOfSums> burn;
     Wiping<typename Field::Jacobian[kMaxOddMultiples]> odd;
-    return window_multiple_in(f, digits, P, a, *odd, out);
+    return window_multiple_in(f, digits, P, a, *odd, R);
 }
 
+// out = the digits' number times P. The table is gone before the inversion needs its own space.
 template <class Field>
 bool window_multiple(const Field &f, const WindowDigits &digits, const ecc_point &P, const mint &a,
                      ecc_point &out)
 {
-    return digits.width < kMaxWindowWidth ? narrow_window_multiple(f, digits, P, a, out)
-                                          : wide_window_multiple(f, digits, P, a, out);
+    Wiping<typename Field::Jacobian> R;
+    const bool taken = digits.width < kMaxWindowWidth ? narrow_window_multiple(f, digits, P, a, *R)
+                                                      : wide_window_multiple(f, digits, P, a, *R);
+    if (taken) store_jacobian(f, *R, out);
+    return taken;
 }
 
 }  // namespace zokecc

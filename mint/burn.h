@@ -16,16 +16,21 @@
 
 namespace zokecc {
 
-// Bytes below a frame. Frames of the definition have numbers of 80 bytes, which is why it goes deeper.
+// Bytes below a frame: sums of points alone, products with the inversion at their end. Frames of the
+// definition have numbers of 80 bytes, which is why it goes deeper.
 #ifdef __LP64__
 constexpr size_t kStackOfHash = 1152;
+constexpr size_t kStackOfFastSums = 1536;
 constexpr size_t kStackOfFastProduct = 1536;
-constexpr size_t kStackOfExactProduct = 3328;
+constexpr size_t kStackOfExactSums = 2048;
+constexpr size_t kStackOfExactProduct = 2304;
 constexpr size_t kStackOfCall = 3072;
 #else
 constexpr size_t kStackOfHash = 832;
+constexpr size_t kStackOfFastSums = 1152;
 constexpr size_t kStackOfFastProduct = 1280;
-constexpr size_t kStackOfExactProduct = 2304;
+constexpr size_t kStackOfExactSums = 1408;
+constexpr size_t kStackOfExactProduct = 1824;
 constexpr size_t kStackOfCall = 2304;
 #endif
 

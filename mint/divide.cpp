@@ -104,9 +104,9 @@ void reduce_product(const uint32_t *x, uint32_t count, const mint &modulus, mint
     }
     const uint32_t trimmed = trimmed_words(modulus);
     if (trimmed == 0) return;
-    uint32_t remainder[kMintWords];
-    divide_quickly(x, count, modulus.words, trimmed, nullptr, remainder);
-    set_words(out, remainder, trimmed);
+    // The rest is written last, so out may be the modulus.
+    divide_quickly(x, count, modulus.words, trimmed, nullptr, out.words);
+    out.len = trimmed_count(out.words, trimmed);
 }
 
 }  // namespace zokecc
@@ -124,15 +124,15 @@ int32_t mint_div(const mint *dividend, const mint *divisor, mint *quotient, mint
     const uint32_t v_count = zokecc::trimmed_words(*divisor);
     if (v_count == 0) return 0;
     uint32_t quotient_words[kMintWords] = {};
-    uint32_t remainder_words[kMintWords];
     if (u_count < v_count) {
         zokecc::set_words(*remainder, dividend->words, u_count);
         if (quotient != nullptr) zokecc::set_zero(*quotient);
         return 1;
     }
+    // The rest is written last, so it may go to a record of the operands.
     zokecc::divide_quickly(dividend->words, u_count, divisor->words, v_count, quotient_words,
-                           remainder_words);
-    zokecc::set_words(*remainder, remainder_words, v_count);
+                           remainder->words);
+    remainder->len = zokecc::trimmed_count(remainder->words, v_count);
     if (quotient != nullptr) zokecc::set_words(*quotient, quotient_words, u_count - v_count + 1);
     return 1;
 }
@@ -145,10 +145,6 @@ int32_t mint_mod(const mint *dividend, const mint *modulus, mint *remainder)
 int32_t mint_mod_reduce(const mint *value, const mint *modulus, mint *out)
 {
     // Taking in one word after the other leaves the same remainder as one long division.
-    mint remainder{};
-    if (mint_compare(value, modulus) == 0 || mint_mod(value, modulus, &remainder) == 0)
-        zokecc::set_zero(*out);
-    else
-        mint_copy(out, &remainder);
+    if (mint_compare(value, modulus) == 0 || mint_mod(value, modulus, out) == 0) zokecc::set_zero(*out);
     return 0;
 }

@@ -37,12 +37,25 @@ int32_t mint_mod_sub(const mint *a, const mint *b, const mint *p, mint *out)
     } else if (order > 0) {
         mint_mod(&difference, p, out);
     } else {
-        mint rest{};
-        mint_mod(&difference, p, &rest);
-        mint_sub(p, &rest, out);
+        if (mint_mod(&difference, p, &difference) == 0) zokecc::set_zero(difference);
+        mint_sub(p, &difference, out);
     }
     return 0;
 }
+
+namespace {
+
+// The product as a whole and then its rest: for moduli of one limb, and those with a zero on top.
+ZOKECC_OUT_OF_LINE void multiply_and_reduce(const mint &a, const mint &b, const mint &p, mint &out)
+{
+    const uint32_t a_used = zokecc::used_words(a);
+    const uint32_t b_used = zokecc::used_words(b);
+    uint32_t product[zokecc::kProductWords];
+    mul_2(a.words, static_cast<int32_t>(a_used), b.words, static_cast<int32_t>(b_used), product);
+    zokecc::reduce_product(product, zokecc::trimmed_count(product, a_used + b_used), p, out);
+}
+
+}  // namespace
 
 int32_t mint_mod_mul(const mint *a, const mint *b, const mint *p, mint *out)
 {
@@ -60,9 +73,7 @@ int32_t mint_mod_mul(const mint *a, const mint *b, const mint *p, mint *out)
         out->len = zokecc::trimmed_count(out->words, p_used);
         return 0;
     }
-    uint32_t product[zokecc::kProductWords];
-    mul_2(a->words, static_cast<int32_t>(a_used), b->words, static_cast<int32_t>(b_used), product);
-    zokecc::reduce_product(product, zokecc::trimmed_count(product, a_used + b_used), *p, *out);
+    multiply_and_reduce(*a, *b, *p, *out);
     return 0;
 }
 

@@ -52,34 +52,34 @@ bool is_on_curve(const ecc_point &point)
 
 bool is_below_order(const mint &d) { return mint_compare(&d, &global_curve.n) < 0; }
 
-mint x_bar_of(const ecc_point_bytes &point)
+ZOKECC_OUT_OF_LINE void x_bar_of(const ecc_point_bytes &point, mint &out)
 {
     uint8_t bytes[kXBarArea] = {};
-    mint out{};
     sm2_x_bar(&point, global_curve.w, bytes);
     octetstring_to_mint(bytes, global_curve.byte_len, &out);
-    return out;
 }
 
-// What one side brings to the shared point.
+// What one side brings to the shared point. point is what the bytes of peer_random say, and then that.
 struct Side {
     const mint &d;
     const mint &r;
     const ecc_point_bytes &own_random;
     const ecc_point &peer_key;
     const ecc_point_bytes &peer_random;
+    ecc_point &point;
 };
 
-bool compute_shared_point(const Side &side, PointBytes &U)
+ZOKECC_OUT_OF_LINE bool compute_shared_point(const Side &side, PointBytes &U)
 {
     const uint32_t L = global_curve.byte_len;
     if (L > zokecc::kMaxCoordinateBytes) return false;  // no such curve can be installed
-    const mint own_x_bar = x_bar_of(side.own_random);
-    const mint peer_x_bar = x_bar_of(side.peer_random);
-    ecc_point peer_point{};
-    zokecc::read_point(side.peer_random, peer_point);
-    const zokecc::ExchangeSide step = {side.d, side.r, own_x_bar, side.peer_key, peer_point, peer_x_bar};
-    return zokecc::sm2_exchange_point(zokecc::global_view(), L, step, U) == zokecc::Step::done;
+    mint x_bar{};
+    Wiping<mint> ht;
+    x_bar_of(side.own_random, x_bar);
+    zokecc::sm2_exchange_scalar(zokecc::global_view(), side.d, side.r, x_bar, *ht);
+    x_bar_of(side.peer_random, x_bar);
+    return zokecc::sm2_exchange_point(zokecc::global_view(), L, *ht, side.peer_key, x_bar, side.point, U) ==
+           zokecc::Step::done;
 }
 
 // K = KDF(xU || yU || ZA || ZB).
@@ -108,6 +108,19 @@ void write_results(const Results &results, const PointBytes &U, const ExchangePu
     Wiping<uint8_t[kDigestBytes]> H;
     const int32_t H_len = zokecc::sm2_exchange_hash(results.alg, U, publics, *H);
     write_confirmations(results, U, {*H, static_cast<size_t>(H_len)});
+}
+
+// KEPT: the confirmation values are made over the digest's working area and the peer's key behind
+// it, not over the digest alone, so the two sides never agree on them. Deployed pairs compare
+// each side's values with what this layout gives. Held by
+// Sm2KeyExChg.KeptConfirmationCoversThePeerKeyInMemory.
+ZOKECC_OUT_OF_LINE void confirm_over_memory(const Results &results, const PointBytes &U,
+                                            const ExchangePublics &publics, const ecc_point &peer_key)
+{
+    Wiping<zokecc::PeerImage> image;
+    zokecc::sm2_exchange_hash(results.alg, U, publics, image->digest_area);
+    zokecc::write_peer_image(peer_key, *image);
+    write_confirmations(results, U, zokecc::bytes_of(*image, 5 * U.len + 2 * kZBytes));
 }
 
 ExchangePublics publics_of(const uint8_t *ZA, const uint8_t *ZB, const ecc_point_bytes &RA,
@@ -150,7 +163,7 @@ int32_t sm2_KeyExChg_A4_10(const ecc_scalar *rA, const ecc_point_bytes *RA, cons
     const Results results = {S1_out, SA_out, K_out, klen, hash_sel};
     if (!results.are_there()) return kFailed;
 
-    ecc_point point{};
+    Wiping<ecc_point> point;
     ecc_point peer_key{};
     Wiping<mint> d;
     Wiping<mint> r;
@@ -158,15 +171,15 @@ int32_t sm2_KeyExChg_A4_10(const ecc_scalar *rA, const ecc_point_bytes *RA, cons
     if (has_zero_coordinate(peer_key)) return kFailed;
     zokecc::read_scalar(*dA, *d);
     if (!is_below_order(*d)) return kFailed;
-    zokecc::read_point(*RA, point);
-    if (has_zero_coordinate(point)) return kFailed;
-    zokecc::read_point(*RB, point);
-    if (!is_on_curve(point)) return kFailed;
+    zokecc::read_point(*RA, *point);
+    if (has_zero_coordinate(*point)) return kFailed;
+    zokecc::read_point(*RB, *point);
+    if (!is_on_curve(*point)) return kFailed;
     zokecc::read_scalar(*rA, *r);
 
     KeySink sink(K_out, klen, global_curve.byte_len, hash_sel);
     Wiping<PointBytes> U;
-    if (!sink.is_ready() || !compute_shared_point({*d, *r, *RA, peer_key, *RB}, *U)) return kFailed;
+    if (!sink.is_ready() || !compute_shared_point({*d, *r, *RA, peer_key, *RB, *point}, *U)) return kFailed;
     write_results(results, *U, publics_of(ZA, ZB, *RA, *RB), sink);
     return 0;
 }
@@ -181,7 +194,7 @@ int32_t sm2_KeyExChg_B1_10(const ecc_scalar *dB, const ecc_point_bytes *PA, cons
     const Results results = {SB_out, S2_out, K_out, klen, hash_sel};
     if (!results.are_there()) return kFailed;
 
-    ecc_point point{};
+    Wiping<ecc_point> point;
     ecc_point peer_key{};
     Wiping<mint> d;
     Wiping<mint> r;
@@ -189,24 +202,21 @@ int32_t sm2_KeyExChg_B1_10(const ecc_scalar *dB, const ecc_point_bytes *PA, cons
     if (has_zero_coordinate(peer_key)) return kFailed;
     zokecc::read_scalar(*dB, *d);
     if (!is_below_order(*d)) return kFailed;
-    zokecc::read_point(*RA, point);
-    if (!is_on_curve(point)) return kFailed;
+    zokecc::read_point(*RA, *point);
+    if (!is_on_curve(*point)) return kFailed;
     KeySink sink(K_out, klen, global_curve.byte_len, hash_sel);
     if (!sink.is_ready()) return kFailed;
 
     if (gen_random_number(r.get(), &global_curve.n) != 0) return kFailed;
-    zokecc::multiply_base(zokecc::global_view(), *r, point);
-    zokecc::write_point_record(point, *RB_out);
+    zokecc::multiply_base(zokecc::global_view(), *r, *point);
+    zokecc::write_point_record(*point, *RB_out);
     Wiping<PointBytes> V;
-    if (!compute_shared_point({*d, *r, *RB_out, peer_key, *RA}, *V)) return kFailed;
+    zokecc::read_point(*RA, *point);
+    if (!compute_shared_point({*d, *r, *RB_out, peer_key, *RA, *point}, *V)) return kFailed;
     write_results(results, *V, publics_of(ZA, ZB, *RA, *RB_out), sink);
     return 0;
 }
 
-// KEPT: the confirmation values are made over the digest's working area and the peer's key behind
-// it, not over the digest alone, so the two sides never agree on them. Deployed pairs compare
-// each side's values with what this layout gives. Held by
-// Sm2KeyExChg.KeptConfirmationCoversThePeerKeyInMemory.
 int32_t sm2_KeyExChg(uint32_t role, const ecc_scalar *r, const ecc_point_bytes *R,
                      const ecc_point_bytes *peerR, const ecc_scalar *d, const ecc_point_bytes *peerP,
                      const uint8_t *ZA, const uint8_t *ZB, int32_t klen, uint8_t *out03, uint8_t *out02,
@@ -219,7 +229,7 @@ int32_t sm2_KeyExChg(uint32_t role, const ecc_scalar *r, const ecc_point_bytes *
     const Results results = {out02, out03, K_out, klen, hash_sel};
     if (!results.are_there()) return kFailed;
 
-    ecc_point point{};
+    Wiping<ecc_point> point;
     ecc_point peer_key{};
     Wiping<mint> own_d;
     Wiping<mint> own_r;
@@ -227,23 +237,21 @@ int32_t sm2_KeyExChg(uint32_t role, const ecc_scalar *r, const ecc_point_bytes *
     if (has_zero_coordinate(peer_key)) return kFailed;
     zokecc::read_scalar(*d, *own_d);
     if (!is_below_order(*own_d)) return kFailed;
-    zokecc::read_point(*R, point);
-    if (has_zero_coordinate(point) || !is_on_curve(point)) return kFailed;
-    zokecc::read_point(*peerR, point);
-    if (!is_on_curve(point)) return kFailed;
+    zokecc::read_point(*R, *point);
+    if (has_zero_coordinate(*point) || !is_on_curve(*point)) return kFailed;
+    zokecc::read_point(*peerR, *point);
+    if (!is_on_curve(*point)) return kFailed;
     zokecc::read_scalar(*r, *own_r);
 
     KeySink sink(K_out, klen, global_curve.byte_len, hash_sel);
     Wiping<PointBytes> U;
-    if (!sink.is_ready() || !compute_shared_point({*own_d, *own_r, *R, peer_key, *peerR}, *U)) return kFailed;
+    if (!sink.is_ready() || !compute_shared_point({*own_d, *own_r, *R, peer_key, *peerR, *point}, *U))
+        return kFailed;
     const bool is_initiator = role == 1;
     const ExchangePublics publics =
         is_initiator ? publics_of(ZA, ZB, *R, *peerR) : publics_of(ZA, ZB, *peerR, *R);
     derive_key(results, *U, publics, sink);
-    Wiping<zokecc::PeerImage> image;
-    zokecc::sm2_exchange_hash(hash_sel, *U, publics, image->digest_area);
-    zokecc::write_peer_image(peer_key, *image);
-    write_confirmations(results, *U, zokecc::bytes_of(*image, 5 * U->len + 2 * kZBytes));
+    confirm_over_memory(results, *U, publics, peer_key);
     return 0;
 }
 
@@ -252,7 +260,6 @@ int32_t sm2_KeyExChg(uint32_t role, const ecc_scalar *r, const ecc_point_bytes *
 // Sm2RPoint.KeptWritesZeroBytesToYOnly.
 int32_t sm2_RPoint(const uint8_t *scalar_bytes, uint32_t, ecc_point_bytes *R_out)
 {
-    const zokecc::CallBurn burn;
     if (scalar_bytes == nullptr || R_out == nullptr) return 1;
     const uint32_t L = global_curve.byte_len;
     const mint zero{};

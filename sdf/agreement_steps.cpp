@@ -38,19 +38,17 @@ struct Agreement {
     const ECCrefPublicKey &own_random;
     const ecc_point &peer_key;
     const ECCrefPublicKey &peer_random;
-    const ecc_point &peer_random_point;
+    ecc_point &point;  // the peer's random one, and then the shared one
     KeyAgreementResult &result;
 
     int32_t signed_klen() const { return static_cast<int32_t>(klen); }
 };
 
-mint x_bar_of(SessionContext &session, const ECCrefPublicKey &point)
+ZOKECC_OUT_OF_LINE void x_bar_of(SessionContext &session, const ECCrefPublicKey &point, mint &out)
 {
     uint8_t bytes[kXBarArea] = {};
-    mint out{};
     sm2_x_bar_session(&session, point.x, session.w, bytes);
     octetstring_to_mint(bytes, session.byte_len, &out);
-    return out;
 }
 
 bool is_on_curve(const SessionContext &session, const ecc_point &point)
@@ -60,11 +58,13 @@ bool is_on_curve(const SessionContext &session, const ecc_point &point)
 
 ZOKECC_OUT_OF_LINE uint32_t compute_shared_point(const Agreement &a, PointBytes &U)
 {
-    const mint own_x_bar = x_bar_of(a.session, a.own_random);
-    const mint peer_x_bar = x_bar_of(a.session, a.peer_random);
-    const zokecc::ExchangeSide side = {a.d, a.r, own_x_bar, a.peer_key, a.peer_random_point, peer_x_bar};
-    const zokecc::Step step =
-        zokecc::sm2_exchange_point(zokecc::view_of(a.session), a.session.byte_len, side, U);
+    mint x_bar{};
+    Wiping<mint> ht;
+    x_bar_of(a.session, a.own_random, x_bar);
+    zokecc::sm2_exchange_scalar(zokecc::view_of(a.session), a.d, a.r, x_bar, *ht);
+    x_bar_of(a.session, a.peer_random, x_bar);
+    const zokecc::Step step = zokecc::sm2_exchange_point(zokecc::view_of(a.session), a.session.byte_len, *ht,
+                                                         a.peer_key, x_bar, a.point, U);
     return step == zokecc::Step::done ? ZOK_OK : ZOK_ERR_INTERNAL;
 }
 
@@ -139,15 +139,14 @@ uint32_t initiate(SessionContext &session, uint32_t klen, Bytes ZA, Bytes ZB, co
                   const ECCrefPublicKey &RA, const ECCrefPublicKey &PB, const ECCrefPublicKey &RB,
                   KeyAgreementResult &result)
 {
+    Wiping<ecc_point> point;
     ecc_point peer_key{};
-    ecc_point peer_point{};
     zokecc::read_public_key(PB, peer_key);
-    zokecc::read_public_key(RB, peer_point);
-    if (!is_on_curve(session, peer_point)) return ZOK_ERR_INTERNAL;
+    zokecc::read_public_key(RB, *point);
+    if (!is_on_curve(session, *point)) return ZOK_ERR_INTERNAL;
     KeySink sink = make_sink(session, klen, ZA, ZB, result.key);
     if (!sink.is_ready()) return ZOK_ERR_INTERNAL;
-    return finish({session, Role::initiator, klen, ZA, ZB, dA, rA, RA, peer_key, RB, peer_point, result},
-                  sink);
+    return finish({session, Role::initiator, klen, ZA, ZB, dA, rA, RA, peer_key, RB, *point, result}, sink);
 }
 
 bool make_temporary_key(const SessionContext &session, mint &r, ECCrefPublicKey &R_out)
@@ -163,11 +162,11 @@ uint32_t respond(SessionContext &session, uint32_t klen, Bytes ZA, Bytes ZB, con
                  const ECCrefPublicKey &PA, const ECCrefPublicKey &RA, const ECCrefPrivateKey *rB,
                  ECCrefPublicKey &RB, KeyAgreementResult &result)
 {
+    Wiping<ecc_point> point;
     ecc_point peer_key{};
-    ecc_point peer_point{};
     read_public_key(PA, peer_key);
-    read_public_key(RA, peer_point);
-    if (!is_on_curve(session, peer_point)) return ZOK_ERR_INTERNAL;
+    read_public_key(RA, *point);
+    if (!is_on_curve(session, *point)) return ZOK_ERR_INTERNAL;
     KeySink sink = make_sink(session, klen, ZA, ZB, result.key);
     if (!sink.is_ready()) return ZOK_ERR_INTERNAL;
     Wiping<mint> r;
@@ -177,8 +176,7 @@ uint32_t respond(SessionContext &session, uint32_t klen, Bytes ZA, Bytes ZB, con
     } else if (!make_temporary_key(session, *r, RB)) {
         return ZOK_ERR_INTERNAL;
     }
-    return finish({session, Role::responder, klen, ZA, ZB, dB, *r, RB, peer_key, RA, peer_point, result},
-                  sink);
+    return finish({session, Role::responder, klen, ZA, ZB, dB, *r, RB, peer_key, RA, *point, result}, sink);
 }
 
 }  // namespace zokecc
