@@ -101,7 +101,7 @@ def check(graphs, all_measured):
             print(f"{build.BUILDS[name]}: {fault}")
             failed = True
         stack = measured["stack"]
-        too_deep = [family for family in stack if stack[family]["bound"] > limits.STACK_GOAL["o2"]]
+        too_deep = [family for family in stack if stack[family]["bound"] > limits.STACK_GOAL]
         for family in sorted(too_deep if failed else [], key=lambda family: -stack[family]["bound"])[:3]:
             print(f"{build.BUILDS[name]}: {family}: {graphs[name].chain(stack[family]['deepest'])}")
     if failed and record.get("compiler") != build.compiler():

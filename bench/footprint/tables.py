@@ -36,7 +36,7 @@ def library(all_measured):
 
 
 def mark(size):
-    return size if size <= limits.STACK_GOAL["o2"] else f"**{size}**"
+    return size if size <= limits.STACK_GOAL else f"**{size}**"
 
 
 def stack(all_measured):
