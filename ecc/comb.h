@@ -2,7 +2,7 @@
 //
 // Each 32-bit word of the scalar is split in two halves of 16 bits. Round i takes bit 15 - i of
 // every low half at once (first half of the table) and bit 31 - i of every high half (second
-// half), so 16 doublings and at most 32 mixed additions serve a scalar of any size up to p's.
+// half), so at most 16 doublings and 32 mixed additions serve a scalar of any size up to p's.
 #ifndef ZOKECC_ECC_COMB_H
 #define ZOKECC_ECC_COMB_H
 
@@ -38,7 +38,7 @@ ZOKECC_OUT_OF_LINE bool comb_multiple(const Field &f, const mint &k, uint32_t m,
     Wiping<typename Field::Affine> entry;  // of the table, and then the product
     set_jacobian_infinity(f, *sum);
     for (uint32_t i = 0; i < kCombRounds; ++i) {
-        jacobian_double(f, *sum, a, *sum);
+        if (!f.is_zero(sum->Z)) jacobian_double(f, *sum, a, *sum);  // infinity would stay infinity
         const uint32_t low = comb_column(k, m, 15 - i);
         const uint32_t high = comb_column(k, m, 31 - i);
         if (low != 0) {
