@@ -34,6 +34,7 @@ usage() {
   bench-check     every benchmark for a moment, to see that it works
   footprint [--check | --update | --chains]  code, data, stack and heap on ARM; --check holds the limits
   coverage        lines that the tests execute, per folder; fails below the floor
+  mutants [--sample N | --all | --help]  small changes to mint and ecc, and those that no test notices
   exports         write cmake/exports.map from the public headers
   format          bring the C and C++ sources into the project's format
   format-check    name the sources that are not in it
@@ -269,7 +270,7 @@ test)
     install_missing
     suites release clang sanitize arm
     ;;
-test-host | test-sanitize | test-hardened)
+test-host | test-sanitize | test-hardened | test-threads)
     require_suite
     install_missing
     preset=${command#test-}
@@ -313,11 +314,6 @@ packages)
     install_missing
     packages
     ;;
-test-threads)
-    require_suite
-    install_missing
-    suites threads
-    ;;
 fuzz)
     require_suite
     require_clang_runtime
@@ -359,6 +355,11 @@ coverage)
     require gcovr gcovr
     install_missing
     coverage
+    ;;
+mutants)
+    require_suite
+    install_missing
+    python3 -B tests/mutants/mutants.py "$@"
     ;;
 exports)
     require python3 python3
