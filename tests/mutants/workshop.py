@@ -238,8 +238,7 @@ class Workshop:
     def attempt_in_tree(self, change):
         users = self.users(self.library, change.file)
         if change.file.endswith(".h"):
-            nearest = NEAREST.get(change.file, change.file[:-2] + ".cpp")
-            first = self.compiled([unit for unit in users if unit.name == nearest])
+            first = self.compiled([unit for unit in users if unit.name == nearest(change.file)])
             if first is None:
                 return "invalid"
             caught = first and self.attempt_with(change, PROGRAMS[:1], first, 2)
@@ -264,9 +263,10 @@ class Workshop:
         return None
 
     def attempt_in_tests(self, change, objects, result):
-        """The header's own tests have bodies of its templates that the library has not."""
+        """The tests of the header, and of the source nearest to it, have bodies that the library has not."""
         program = PROGRAMS[0]
-        own = "tests/" + change.file[:-2]
+        names = change.file, nearest(change.file)
+        own = tuple(f"tests/{pathlib.Path(name).with_suffix('')}" for name in names)
         units = [unit for unit in self.programs if unit.name.startswith(own) and unit.folder in program]
         of_tests = self.compiled(self.users(units, change.file))
         if of_tests is None:
@@ -278,6 +278,10 @@ class Workshop:
         files = {pathlib.Path(unit.name).relative_to("tests") for unit in of_tests}
         mine = [suite for suite, (file, _) in self.plan[program].items() if file in files]
         return self.verdict(program, [mine]) or "survived"
+
+
+def nearest(header):
+    return NEAREST.get(header, header[:-2] + ".cpp")
 
 
 def path_of(program):
