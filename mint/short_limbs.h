@@ -147,14 +147,13 @@ private:
         if constexpr (k + 1 < N) remainder<k + 1>(m, x, q, r, sum >> kShortBits, difference < 0 ? -1 : 0);
     }
 
-    // 32 bits of r from bit position on: of two limbs or of three.
+    // 32 bits of r from bit position on, of two limbs: up to the ninth word they begin below bit 27.
     static uint32_t word_from(const Limb *r, unsigned position)
     {
         const unsigned limb = position / kShortBits;
         const unsigned bit = position % kShortBits;
         uint32_t out = limb < N ? r[limb] >> bit : 0;
         if (limb + 1 < N) out |= r[limb + 1] << (kShortBits - bit);
-        if (2 * kShortBits - bit < 32 && limb + 2 < N) out |= r[limb + 2] << (2 * kShortBits - bit);
         return out;
     }
 

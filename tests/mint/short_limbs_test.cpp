@@ -1,6 +1,8 @@
 // Products on limbs of 29 bits: unrolled, in loops, and as the library chooses between them.
 #include "mint/short_limbs.h"
 
+#include <algorithm>
+
 #include "tests/mint/limb_products.h"
 
 namespace zokecc_test::short_limbs_test {
@@ -18,6 +20,25 @@ struct LoopedLimbs {
     }
     zokecc::ShortModulus modulus;
 };
+
+// The words above the quotient, too: nothing there reads them, but they are promised.
+TEST(ShortLimbs, ReciprocalIsThatOfTheDefinitionInEveryWord) {
+    HardWords draw(7430);
+    for (uint32_t words = 1; words <= 9; ++words)
+        for (uint32_t exponent :
+             {32 * words, 32 * words + 31, 64 * words, 64 * words + 45, 64 * words + 95}) {
+            uint32_t p[9] = {};
+            draw.fill(p, words);
+            p[words - 1] |= 1u << draw.below(32);
+            uint32_t out[16];
+            std::fill(out, out + 16, 0xA5A5A5A5u);
+            zokecc::reciprocal_words(p, words, exponent, out, 15);
+            const Natural quotient = Natural::power_of_two(exponent) / Natural(p, words);
+            for (unsigned i = 0; i < 15; ++i)
+                EXPECT_EQ(quotient.word(i), out[i]) << draw.where() << ", " << exponent << ", " << i;
+            EXPECT_EQ(0xA5A5A5A5u, out[15]);
+        }
+}
 
 constexpr unsigned kGuardBits = zokecc::kShortBits;
 

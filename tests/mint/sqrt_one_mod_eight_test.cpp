@@ -118,6 +118,23 @@ TEST(MintSqrt, SquaresModuloTheFieldOfP224) {
     EXPECT_EQ(Natural(square), mod_mul(Natural(root), Natural(root), Natural(p)));
 }
 
+// Of the square of the non-residue that is found every step is -1 and makes an entry.
+TEST(MintSqrt, TwoHundredEntriesFillTheTable) {
+    // 3 * 2^201 + 1, where 5 is found.
+    const mint p = of_hex("600000000000000000000000000000000000000000000000001"), square = one_word(25);
+    mint out;
+    EXPECT_EQ(1, mint_sqrt(&square, &p, &out));
+    EXPECT_TRUE(is_value(out, of_hex("5fffffffffffffffffffffffffffffffffffffffffffffffffc")));  // p - 5
+}
+
+TEST(MintSqrt, EntryBeyondTwoHundredMeansNoRoot) {
+    // 135 * 2^202 + 1, where 7 is found.
+    const mint p = of_hex("21c00000000000000000000000000000000000000000000000001"), square = one_word(49);
+    mint out = one_word(9);
+    EXPECT_EQ(0, mint_sqrt(&square, &p, &out));
+    EXPECT_TRUE(is_value(out, one_word(9)));
+}
+
 TEST(MintSqrt, TableIsClearBeforeEveryCall) {
     mint first, second, out;
     EXPECT_EQ(1, root_of(2, 257, first));

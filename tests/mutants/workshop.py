@@ -1,0 +1,293 @@
+"""The copy of the sources in build/mutants: its objects, the test program, and what a change does to it."""
+import json
+import os
+import pathlib
+import re
+import resource
+import shlex
+import shutil
+import signal
+import subprocess
+import time
+
+ROOT = pathlib.Path(__file__).resolve().parent.parent.parent
+FOLDER = ROOT / "build" / "mutants"
+TREE = FOLDER / "tree"
+OBJECTS = FOLDER / "objects"
+TRIAL = FOLDER / "trial"
+# Folders of tests in one program; cheap and close ones first. What a change breaks is mostly seen in the
+# first of them, and the others are not even linked then.
+PROGRAMS = (("mint", "ecc", "exhaustive"), ("schemes",), ("robustness",), ("sdf",), ("hash",))
+TEST_FOLDERS = tuple(folder for program in PROGRAMS for folder in program)
+OPTIMISED = PROGRAMS[0]
+# The source with the bodies of a header, where it is not the one of the same name. A change of a header is
+# tried in this one object first, which wins over the others when linking; most are caught there.
+NEAREST = {
+    "mint/borrow_rule.h": "mint/fast_inverse.cpp", "mint/limb.h": "mint/fast_divide.cpp",
+    "mint/limb_x86.h": "ecc/wnaf.cpp", "mint/full_limbs.h": "ecc/wnaf.cpp",
+    "mint/reciprocal.h": "mint/short_limbs.cpp", "mint/short_limbs.h": "mint/short_limbs_unrolled.cpp",
+    "mint/value.h": "mint/divide.cpp", "mint/words.h": "mint/kernels.cpp",
+    "mint/work_buffer.h": "mint/divide.cpp", "ecc/exact_field.h": "ecc/exact_path.cpp",
+    "ecc/fast_field.h": "ecc/wnaf.cpp", "ecc/point_formulas.h": "ecc/wnaf.cpp",
+    "ecc/table_builder.h": "ecc/table.cpp", "ecc/curve_numbers.h": "ecc/global_curve.cpp",
+    "ecc/curve_types.h": "ecc/global_curve.cpp", "ecc/point_bytes.h": "ecc/encode.cpp",
+}
+MEMORY = 4 << 30
+
+
+def run(command, seconds=3600, cwd=None):
+    """With an end after so many seconds of the processor, however busy the machine is."""
+    def limits():
+        resource.setrlimit(resource.RLIMIT_AS, (MEMORY, MEMORY))
+        resource.setrlimit(resource.RLIMIT_CORE, (0, 0))
+        resource.setrlimit(resource.RLIMIT_CPU, (seconds, seconds))
+    return subprocess.run([str(word) for word in command], cwd=cwd, stdout=subprocess.PIPE,
+                          stderr=subprocess.STDOUT, text=True, errors="replace", check=False,
+                          preexec_fn=limits)
+
+
+def must(command, cwd=None):
+    done = run(command, cwd=cwd)
+    if done.returncode != 0:
+        raise SystemExit(f"{done.stdout[-4000:]}\n{shlex.join(map(str, command))}: {done.returncode}")
+    return done.stdout
+
+
+def copy_tree():
+    """Writes what differs only, so that objects stay good."""
+    names = must(["find", ".", "-name", "build", "-prune", "-o", "-name", ".git", "-prune",
+                  "-o", "-type", "f", "-print"], cwd=ROOT).split("\n")
+    wanted = {name[2:] for name in names if name and not name.startswith("./tests/mutants/")}
+    for name in wanted:
+        source, target = ROOT / name, TREE / name
+        if not target.exists() or target.read_bytes() != source.read_bytes():
+            target.parent.mkdir(parents=True, exist_ok=True)
+            shutil.copy(source, target)
+    for target in TREE.rglob("*"):
+        if target.is_file() and target.relative_to(TREE).as_posix() not in wanted:
+            target.unlink()
+
+
+class Unit:
+    """A source file, the command that compiles it, and its object."""
+
+    def __init__(self, entry):
+        self.name = pathlib.Path(entry["file"]).relative_to(TREE).as_posix()
+        self.folder = pathlib.Path(self.name).parts[1] if self.name.startswith("tests/") else None
+        words = [word for word in shlex.split(entry["command"]) if not re.match(r"-W|-O|-g|-DNDEBUG", word)]
+        words = words[:words.index("-o")]
+        level = "-O1" if self.folder is None or self.folder in OPTIMISED else "-O0"
+        self.command = words + [level, "-w"]
+        if self.folder is not None:
+            self.command += ["-include", FOLDER / level[1:] / "gtest_first.h"]
+        self.object = OBJECTS / (self.name + ".o")
+        self.depends = OBJECTS / (self.name + ".d")
+
+    def compile(self, target=None):
+        """Of the tree as it is now; None if the compiler takes it, else what it says."""
+        target = target or self.object
+        target.parent.mkdir(parents=True, exist_ok=True)
+        extra = ["-MMD", "-MF", self.depends] if target == self.object else []
+        done = run([*self.command, *extra, "-o", target, "-c", TREE / self.name], 120)
+        return None if done.returncode == 0 else done.stdout
+
+    def headers(self):
+        """The names of the files of the tree that it is made from."""
+        words = self.depends.read_text(encoding="utf-8").replace("\\\n", " ").split()[1:]
+        prefix = f"{TREE}/"
+        return {word[len(prefix):] for word in words if word.startswith(prefix)}
+
+    def is_stale(self):
+        if not self.object.exists() or not self.depends.exists():
+            return True
+        made = self.object.stat().st_mtime
+        files = [TREE / name for name in self.headers()]
+        return any(not file.exists() or file.stat().st_mtime > made for file in files)
+
+
+def configure():
+    cmake = FOLDER / "cmake"
+    must(["cmake", "-S", TREE, "-B", cmake, "-G", "Ninja", "-DCMAKE_BUILD_TYPE=Release",
+          "-DCMAKE_DISABLE_PRECOMPILE_HEADERS=ON", "-DCMAKE_EXPORT_COMPILE_COMMANDS=ON",
+          "-DCMAKE_CXX_COMPILER=g++", "-DZOKECC_EXAMPLES=OFF", "-DZOKECC_TOOLS=OFF"])
+    entries = json.loads((cmake / "compile_commands.json").read_text(encoding="utf-8"))
+    tests = "|".join(TEST_FOLDERS)
+    library, programs = [], []
+    for entry in entries:
+        if "/zokecc_objects.dir/" in entry["command"]:
+            library.append(Unit(entry))
+        elif re.search(rf"/(test_support|({tests})_tests)[.]dir/", entry["command"]):
+            programs.append(Unit(entry))
+    order = ("support", *TEST_FOLDERS)
+    programs.sort(key=lambda unit: (order.index(unit.folder), unit.name))
+    wraps = sorted(set(re.findall(r"-Wl,--wrap=\w+", (cmake / "build.ninja").read_text(encoding="utf-8"))))
+    return library, programs, wraps
+
+
+def precompile(command, level):
+    header = FOLDER / level / "gtest_first.h"
+    if not header.with_suffix(".h.gch").exists():
+        header.parent.mkdir(parents=True, exist_ok=True)
+        header.write_text("#include <gtest/gtest.h>\n", encoding="ascii")
+        flags = [word for word in command if word not in ("-include", header)]
+        must([*flags, "-x", "c++-header", "-o", f"{header}.gch", "-c", header])
+
+
+def suites_in(report):
+    return json.loads(report.read_text(encoding="utf-8"))["testsuites"]
+
+
+class Workshop:
+    def __init__(self, log):
+        copy_tree()
+        self.library, self.programs, self.wraps = configure()
+        for unit in self.programs:
+            precompile(unit.command, "O1" if "-O1" in unit.command else "O0")
+        stale = [unit for unit in self.library + self.programs if unit.is_stale()]
+        if stale:
+            log(f"==> compiling {len(stale)} files")
+        for unit in stale:
+            fault = unit.compile()
+            if fault is not None:
+                unit.object.unlink(missing_ok=True)
+                raise SystemExit(fault)
+        shutil.rmtree(TRIAL, ignore_errors=True)
+        self.plan = {}
+        started = time.monotonic()
+        for program in PROGRAMS:
+            self.measure(program)
+        log(f"==> without a change the tests take {time.monotonic() - started:.0f} s")
+
+    def link(self, program, replaced):
+        """The library's objects come first, those replaced before all, so that their bodies win."""
+        units = self.library + [unit for unit in self.programs if unit.folder in ("support", *program)]
+        units.sort(key=lambda unit: (unit not in replaced, unit.folder is not None))
+        objects = [replaced.get(unit, unit.object) for unit in units]
+        done = run(["g++", "-fuse-ld=gold", "-o", path_of(program), *objects, *self.wraps, "-lgtest_main",
+                    "-lgtest", "-lpthread"])
+        return None if done.returncode == 0 else done.stdout
+
+    def measure(self, program):
+        """Suites with their file and time: what a change is tried on, and for how long."""
+        report = FOLDER / "suites.json"
+        fault = self.link(program, {})
+        if fault is not None:
+            raise SystemExit(fault)
+        done = run([path_of(program), f"--gtest_output=json:{report}"])
+        if done.returncode != 0:
+            raise SystemExit(f"{done.stdout[-4000:]}\nthe tests fail without a change")
+        times = {suite["name"]: float(suite["time"].rstrip("s")) for suite in suites_in(report)}
+        must([path_of(program), "--gtest_list_tests", f"--gtest_output=json:{report}"])
+        files = {suite["name"]: pathlib.Path(suite["testsuite"][0]["file"]) for suite in suites_in(report)}
+        self.plan[program] = {name: (files[name].relative_to(TREE / "tests"), times[name]) for name in times}
+
+    def rounds(self, program, name):
+        """Filters for the file called name: its own tests, other fast ones, the rest."""
+        folder, stem = pathlib.Path(name).parts[0], re.sub(r"_unrolled$", "", pathlib.Path(name).stem)
+        parts = [[], [], []]
+        for suite, (file, seconds) in self.plan[program].items():
+            mine = file.parts[0] == folder
+            if mine and file.stem.startswith(stem) and seconds < 2:
+                parts[0].append(suite)
+            else:
+                parts[1 if mine and seconds < 1 else 2].append(suite)
+        return [part for part in parts if part]
+
+    def verdict(self, program, rounds):
+        """What caught the change, or None."""
+        for suites in rounds:
+            usual = sum(self.plan[program][suite][1] for suite in suites)
+            names = ":".join(f"{suite}.*" for suite in suites)
+            done = run([path_of(program), "--gtest_fail_fast", f"--gtest_filter={names}"], 3 + int(5 * usual))
+            if done.returncode < 0:
+                end = "timeout" if -done.returncode in (signal.SIGXCPU, signal.SIGKILL) else "crash"
+                return f"{end} in {last_started(done.stdout)}"
+            if done.returncode > 0:
+                failed = re.search(r"^\[  FAILED  \] ([\w/]+[.][\w/]+)", done.stdout, re.MULTILINE)
+                return failed.group(1) if failed else f"exit in {last_started(done.stdout)}"
+        return None
+
+    def users(self, units, name):
+        return [unit for unit in units if name in unit.headers()]
+
+    def compiled(self, units):
+        """Objects that differ from the usual ones; None if one does not compile."""
+        out = {}
+        for unit in units:
+            target = TRIAL / (unit.name + ".o")
+            if unit.compile(target) is not None:
+                return None
+            if target.read_bytes() != unit.object.read_bytes():
+                out[unit] = target
+        return out
+
+    def attempt(self, change):
+        """What became of the change: invalid, same (the binary), survived, or what caught it."""
+        file = TREE / change.file
+        usual = file.read_text(encoding="ascii")
+        times = file.stat()
+        file.write_text(change.apply(usual), encoding="ascii")
+        try:
+            return self.attempt_in_tree(change)
+        finally:
+            file.write_text(usual, encoding="ascii")
+            # The objects stay good.
+            os.utime(file, ns=(times.st_atime_ns, times.st_mtime_ns))
+            shutil.rmtree(TRIAL, ignore_errors=True)
+
+    def attempt_in_tree(self, change):
+        users = self.users(self.library, change.file)
+        if change.file.endswith(".h"):
+            first = self.compiled([unit for unit in users if unit.name == nearest(change.file)])
+            if first is None:
+                return "invalid"
+            caught = first and self.attempt_with(change, PROGRAMS[:1], first, 2)
+            if caught:
+                return caught
+        objects = self.compiled(users)
+        if objects is None:
+            return "invalid"
+        caught = objects and self.attempt_with(change, PROGRAMS, objects, 3)
+        if caught:
+            return caught
+        result = "survived" if objects else "same"
+        return self.attempt_in_tests(change, objects, result) if change.file.endswith(".h") else result
+
+    def attempt_with(self, change, programs, objects, rounds):
+        for program in programs:
+            if self.link(program, objects) is not None:
+                return "invalid"
+            caught = self.verdict(program, self.rounds(program, change.file)[:rounds])
+            if caught is not None:
+                return caught
+        return None
+
+    def attempt_in_tests(self, change, objects, result):
+        """The tests of the header, and of the source nearest to it, have bodies that the library has not."""
+        program = PROGRAMS[0]
+        names = change.file, nearest(change.file)
+        own = tuple(f"tests/{pathlib.Path(name).with_suffix('')}" for name in names)
+        units = [unit for unit in self.programs if unit.name.startswith(own) and unit.folder in program]
+        of_tests = self.compiled(self.users(units, change.file))
+        if of_tests is None:
+            return "invalid"
+        if not of_tests:
+            return result
+        if self.link(program, {**objects, **of_tests}) is not None:
+            return "invalid"
+        files = {pathlib.Path(unit.name).relative_to("tests") for unit in of_tests}
+        mine = [suite for suite, (file, _) in self.plan[program].items() if file in files]
+        return self.verdict(program, [mine]) or "survived"
+
+
+def nearest(header):
+    return NEAREST.get(header, header[:-2] + ".cpp")
+
+
+def path_of(program):
+    return FOLDER / f"{program[0]}_tests"
+
+
+def last_started(output):
+    found = re.findall(r"^\[ RUN      \] (\S+)", output, re.MULTILINE)
+    return found[-1] if found else "no test"
