@@ -7,6 +7,11 @@
  * @par Order of arguments
  *      mhmac_sha256, KD_hmac_sha256, ZOK_HMAC_SM3 and ZOK_KD_HMAC_SM3 take the data before the key;
  *      ZOK_HmacSha256 and ZOK_KdHmacSha256 take the key before the data.
+ * @par The hardened build
+ *      Calls that draw random numbers, of this header and the others, fail there if the kernel gives no
+ *      random bytes: gen_random, gen_random_number and mint_sqrt with -1, eces_format with 1,
+ *      SDF_ExternalSign_ECC and ZOK_ExternalSignHash_ECC with ZOK_ERR_SIGN, other calls of a session with
+ *      ZOK_ERR_INTERNAL, the calls of schemes.h with -1.
  * @par Standards
  *      SHA-256 is that of FIPS 180-4, SM3 that of GB/T 32905 (GM/T 0004), HMAC that of RFC 2104 with blocks
  *      of 64 bytes. Both hashes give 32 bytes, the most significant first.
@@ -372,10 +377,11 @@ ZOKECC_API uint32_t ecc_time(uint32_t *t);
  *
  * @param[out] out  len bytes; may be null when len is 0
  * @param      len  bytes wanted
- * @return 0, always
+ * @return 0; in the hardened build -1 if the kernel gives no random bytes, with nothing but zeros written
  *
  * @note Kept: every seeding restarts the C library's generator from the clock, also for the application.
- *       Bit 0 of every seed word is 1, and the three values mixed into a word overlap.
+ *       Bit 0 of every seed word is 1, and the three values mixed into a word overlap. Not so in the
+ *       hardened build, which takes its seeds from the kernel.
  * @par Timing
  *      Depends on len.
  */
@@ -388,7 +394,7 @@ ZOKECC_API int32_t gen_random(uint8_t *out, uint32_t len);
  *
  * @param[out] out    one record: a number from 0 to bound - 1
  * @param[in]  bound  one record, not zero; for zero the bytes are drawn and *out stays as it was
- * @return 0, always
+ * @return 0; in the hardened build -1 if the kernel gives no random bytes, with nothing written
  *
  * @note Kept: small results are a little more likely than large ones, and 0 is possible.
  * @par Caller checks

@@ -21,6 +21,9 @@
  *      Small integers that differ from call to call: look at each. "An argument is unusable" means: a pointer
  *      that the call needs is null, the length of a record is above 65 or that of a scalar above 76, or no
  *      curve is installed (n or p is zero). Unless said otherwise nothing is written when a call fails.
+ * @par The hardened build
+ *      A call that draws random numbers answers -1 (eces_format 1) if the kernel gives none, and
+ *      Ecdh_KeyExChg answers -1 without memory.
  * @par Threads
  *      No call of this header may run while another thread installs a curve.
  */

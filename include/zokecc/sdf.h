@@ -17,6 +17,9 @@
  *      memory for its copy. Key generation, ZOK_GenerateUserInfo, hashing and signing or verifying with SM2,
  *      encryption, decryption, Diffie-Hellman and key agreement then answer ZOK_ERR_ARGUMENT, all other
  *      signing ZOK_ERR_SIGN, and all other verification ZOK_ERR_VERIFY.
+ * @par The hardened build
+ *      A call that draws random numbers fails if the kernel gives none: signing with ZOK_ERR_SIGN, the others
+ *      with ZOK_ERR_INTERNAL.
  */
 #ifndef ZOKECC_SDF_H
 #define ZOKECC_SDF_H
