@@ -39,11 +39,13 @@ struct Schedule {
     template <int i>
     ZOKECC_INLINE void set_w(Vector words)
     {
+        // cppcheck-suppress pointerOutOfBounds ; in branches that the template discards
         std::memcpy(w + 4 * i, &words, sizeof words);
     }
     template <int i>
     ZOKECC_INLINE void set_w_prime(Vector words)
     {
+        // cppcheck-suppress pointerOutOfBounds ; likewise
         std::memcpy(w_prime + 4 * i, &words, sizeof words);
     }
 };

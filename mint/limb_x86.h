@@ -73,6 +73,7 @@ struct AssembledSum : PortableSum {
 
 // Beside the sums, products of a row of limbs by one limb, where has_rows().
 struct NativeSum : AssembledSum {
+    // cppcheck-suppress duplInheritedMember ; meant to hide the base's, which has no rows
     static constexpr unsigned kMaxRow = 5;
     static bool has_rows() { return has_row_instructions(); }
 

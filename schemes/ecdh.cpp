@@ -30,8 +30,8 @@ int32_t Ecdh_KeyExChg(const ecc_scalar *d, const ecc_point_bytes *peer, uint8_t 
     if (mint_compare(scalar.get(), &global_curve.n) >= 0) return zokecc::kFailed;
 
     zokecc::Wiping<ecc_point> shared;
-    const bool multiplied = zokecc::multiply(zokecc::global_view(), *scalar, P, *shared);
-    if (kFailsWithoutMemory && !multiplied) return zokecc::kFailed;
+    if (!zokecc::multiply(zokecc::global_view(), *scalar, P, *shared) && kFailsWithoutMemory)
+        return zokecc::kFailed;
     uint32_t written = 0;
     mint_to_fixedlen_os(&shared->x, L, out_capacity, &written, out);
     return static_cast<int32_t>(written);
