@@ -212,7 +212,7 @@ demo() {
 
 # The public headers are laid out by hand: tables of declarations and their manual.
 sources() {
-    find mint hash ecc schemes sdf tests fuzz bench examples tools \
+    find base mint hash ecc schemes sdf tests fuzz bench examples tools \
         -name '*.cpp' -o -name '*.h' -o -name '*.c' | sort
 }
 

@@ -9,9 +9,9 @@ option(ZOKECC_SMALL "Leave out the fast paths for points: a third less code, a f
 option(ZOKECC_SHA_INSTRUCTIONS "On x86-64, use instructions for hashes where the processor has them" ON)
 
 set(zokecc_hot
-    mint/fast_divide.cpp mint/fast_inverse.cpp mint/short_limbs_unrolled.cpp
+    mint/limbs/division.cpp mint/limbs/inverse.cpp mint/limbs/modulus_29_unrolled.cpp
     hash/sha256_blocks.cpp hash/sm3.cpp ecc/fast_field.cpp)
-set(zokecc_arm_instructions ${zokecc_hot} mint/short_limbs.cpp)
+set(zokecc_arm_instructions ${zokecc_hot} mint/limbs/modulus_29.cpp)
 
 # Pairs of limbs put together in a vector register wait for the two stores that brought them there.
 target_compile_options(zokecc_objects PRIVATE -fno-tree-slp-vectorize)

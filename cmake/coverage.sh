@@ -8,8 +8,8 @@ floor=98  # percent of the lines
 find build/coverage -name '*.gcda' -delete
 ctest --preset coverage
 gcovr --root . --object-directory build/coverage --csv build/coverage/lines.csv \
-    --filter 'mint/' --filter 'hash/' --filter 'ecc/' --filter 'schemes/' --filter 'sdf/' \
-    --exclude '.*_x86[.]cpp' --txt  # what runs of these is up to the processor
+    --filter 'base/' --filter 'mint/' --filter 'hash/' --filter 'ecc/' --filter 'schemes/' --filter 'sdf/' \
+    --exclude '.*_x86_64[.]cpp' --txt  # what runs of these is up to the processor
 awk -F, -v floor="$floor" '
     function percent(part, whole) { return whole > 0 ? 100 * part / whole : 0 }
     function count(name) {

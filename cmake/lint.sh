@@ -21,7 +21,7 @@ step() {
     fi
 }
 
-library() { find mint hash ecc schemes sdf -name '*.cpp' -print0; }
+library() { find base mint hash ecc schemes sdf -name '*.cpp' -print0; }
 programs() { find examples tools -name '*.c' -print0; }
 cpp='-std=c++20 -fno-exceptions -fno-rtti -I. -Iinclude'
 c='-std=c99 -Iinclude -Iexamples'
@@ -30,7 +30,7 @@ c='-std=c99 -Iinclude -Iexamples'
 tidy() { { library; programs; } | xargs -0 -P2 -n4 clang-tidy -p "$folder" --quiet; }
 
 # shellcheck disable=SC2086 # words
-check_cpp() { cppcheck $checks $taken_for_comparison --std=c++20 -I. -Iinclude mint hash ecc schemes sdf; }
+check_cpp() { cppcheck $checks $taken_for_comparison --std=c++20 -I. -Iinclude base mint hash ecc schemes sdf; }
 # shellcheck disable=SC2086
 check_c() { cppcheck $checks --std=c99 -Iinclude -Iexamples examples tools; }
 # It reads the angle brackets of a variable template, such as kLimbBits<Limb> - 1, as comparisons.

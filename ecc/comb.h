@@ -6,10 +6,10 @@
 #ifndef ZOKECC_ECC_COMB_H
 #define ZOKECC_ECC_COMB_H
 
+#include "base/burn.h"
+#include "base/wipe.h"
 #include "ecc/point_formulas.h"
-#include "mint/burn.h"
 #include "mint/value.h"
-#include "mint/wipe.h"
 
 namespace zokecc {
 

@@ -7,7 +7,7 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "mint/linkage.h"
+#include "base/linkage.h"
 
 // Multiples of a base point G for the fixed-base comb. With m used words in p, and
 // B[j] = 2^(32j) G, entry i (0 < i < 2^m) is the sum of B[j] over the set bits j of i, and

@@ -5,7 +5,7 @@
 
 #include <zokecc/ecc.h>
 
-#include "mint/burn.h"
+#include "base/burn.h"
 #include "mint/plain.h"
 #include "mint/value.h"
 

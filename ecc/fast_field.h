@@ -8,14 +8,14 @@
 
 #include <zokecc/ecc.h>
 
-#include "mint/borrow_rule.h"
-#include "mint/burn.h"
-#include "mint/fast_inverse.h"
-#include "mint/full_limbs.h"
-#include "mint/linkage.h"
+#include "base/burn.h"
+#include "base/linkage.h"
+#include "mint/limbs/borrow_rule.h"
+#include "mint/limbs/inverse.h"
+#include "mint/limbs/modulus_29.h"
+#include "mint/limbs/modulus_64.h"
+#include "mint/limbs/trace.h"
 #include "mint/plain.h"
-#include "mint/short_limbs.h"
-#include "mint/trace.h"
 #include "mint/value.h"
 
 namespace zokecc {

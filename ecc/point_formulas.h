@@ -13,7 +13,7 @@
 
 #include <cstdint>
 
-#include "mint/linkage.h"
+#include "base/linkage.h"
 
 namespace zokecc {
 

@@ -1,8 +1,8 @@
 #include "ecc/sm2_steps.h"
 
+#include "base/wipe.h"
 #include "mint/plain.h"
 #include "mint/value.h"
-#include "mint/wipe.h"
 
 namespace zokecc {
 

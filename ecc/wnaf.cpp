@@ -3,9 +3,9 @@
 
 #include <zokecc/ecc.h>
 
+#include "base/work_buffer.h"
 #include "ecc/fast_path.h"
 #include "mint/value.h"
-#include "mint/work_buffer.h"
 
 namespace {
 

@@ -2,9 +2,9 @@
 #ifndef ZOKECC_ECC_WNAF_H
 #define ZOKECC_ECC_WNAF_H
 
+#include "base/burn.h"
+#include "base/wipe.h"
 #include "ecc/point_formulas.h"
-#include "mint/burn.h"
-#include "mint/wipe.h"
 
 namespace zokecc {
 

@@ -11,7 +11,7 @@
 
 #include <cstdint>
 
-#include "mint/linkage.h"
+#include "base/linkage.h"
 
 #ifndef ZOKECC_HARDENED
 // Counts the rand calls of all seedings of the process, modulo 2^32. Never reset; it alone

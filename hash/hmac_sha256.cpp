@@ -3,10 +3,10 @@
 
 #include <cstring>
 
+#include "base/burn.h"
+#include "base/wipe.h"
 #include "hash/hmac.h"
 #include "hash/sha256.h"
-#include "mint/burn.h"
-#include "mint/wipe.h"
 
 namespace {
 

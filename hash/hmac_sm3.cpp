@@ -3,10 +3,10 @@
 
 #include <cstring>
 
+#include "base/burn.h"
+#include "base/wipe.h"
+#include "base/work_buffer.h"
 #include "hash/hmac.h"
-#include "mint/burn.h"
-#include "mint/wipe.h"
-#include "mint/work_buffer.h"
 
 namespace {
 

@@ -4,7 +4,7 @@
 
 #if defined(__x86_64__) && !defined(ZOKECC_NO_SHA_INSTRUCTIONS)
 #define ZOKECC_SHA_INSTRUCTIONS 1
-#include "mint/processor_x86.h"
+#include "base/cpu_x86_64.h"
 #else
 #define ZOKECC_SHA_INSTRUCTIONS 0
 #endif

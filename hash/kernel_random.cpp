@@ -5,7 +5,7 @@
 
 #include <cerrno>
 
-#include "mint/wipe.h"
+#include "base/wipe.h"
 
 // glibc has the call and the header since 2.25, musl since 1.1.20.
 #if __has_include(<sys/random.h>)

@@ -6,9 +6,9 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "base/wipe.h"
 #include "hash/sm2_digests.h"
 #include "hash/sm2_kdf.h"
-#include "mint/wipe.h"
 
 namespace zokecc {
 

@@ -4,11 +4,11 @@
 
 #include <cstring>
 
+#include "base/burn.h"
+#include "base/wipe.h"
 #include "hash/bytes.h"
 #include "hash/entropy.h"
-#include "mint/burn.h"
 #include "mint/value.h"
-#include "mint/wipe.h"
 
 namespace {
 

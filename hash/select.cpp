@@ -3,9 +3,9 @@
 
 #include <cstddef>
 
+#include "base/wipe.h"
 #include "hash/bytes.h"
 #include "hash/digest.h"
-#include "mint/wipe.h"
 
 // From data on, a hash_msg is laid out as an sm3_msg.
 static_assert(sizeof(hash_msg) - offsetof(hash_msg, data) == sizeof(sm3_msg));

@@ -5,9 +5,9 @@
 
 #include <cstring>
 
+#include "base/wipe.h"
 #include "hash/bytes.h"
 #include "hash/sha256_blocks.h"
-#include "mint/wipe.h"
 
 namespace {
 

@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "mint/linkage.h"
+#include "base/linkage.h"
 
 // State of one SHA-256 computation. It lives on the caller's stack and owns nothing.
 struct sha256_ctx {

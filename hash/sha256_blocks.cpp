@@ -3,8 +3,8 @@
 
 #include <bit>
 
+#include "base/linkage.h"
 #include "hash/bytes.h"
-#include "mint/linkage.h"
 
 namespace zokecc {
 

@@ -7,8 +7,8 @@
 #include <cstdint>
 #include <cstring>
 
-#include "mint/views.h"
-#include "mint/wipe.h"
+#include "base/views.h"
+#include "base/wipe.h"
 
 namespace zokecc {
 

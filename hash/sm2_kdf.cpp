@@ -5,10 +5,10 @@
 
 #include <cstring>
 
+#include "base/burn.h"
+#include "base/wipe.h"
 #include "hash/bytes.h"
 #include "hash/digest.h"
-#include "mint/burn.h"
-#include "mint/wipe.h"
 
 namespace {
 

@@ -5,7 +5,7 @@
 
 #include <cstdint>
 
-#include "mint/linkage.h"
+#include "base/linkage.h"
 
 // out = H(z || 00000001) || H(z || 00000002) || ... for klen bytes.
 //

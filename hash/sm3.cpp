@@ -6,9 +6,9 @@
 #include <bit>
 #include <cstring>
 
+#include "base/linkage.h"
+#include "base/wipe.h"
 #include "hash/bytes.h"
-#include "mint/linkage.h"
-#include "mint/wipe.h"
 
 namespace {
 

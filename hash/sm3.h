@@ -4,8 +4,8 @@
 
 #include <cstdint>
 
+#include "base/linkage.h"
 #include "hash/instructions.h"
-#include "mint/linkage.h"
 
 // One compression of a 64-byte block into the 8-word state.
 ZOKECC_INTERNAL void sm3_compress(uint32_t *state, const uint8_t *block);

@@ -2,7 +2,7 @@
 // in base 2^32. Every result is exact.
 #include "mint/divide.h"
 
-#include "mint/fast_divide.h"
+#include "mint/limbs/division.h"
 #include "mint/plain.h"
 #include "mint/words.h"
 

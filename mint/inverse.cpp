@@ -2,10 +2,10 @@
 //
 // Neither tests that the inverse exists. What they leave is what deployed devices leave: every
 // subtraction goes through mint_sub, and the odd method subtracts in place.
-#include "mint/fast_divide.h"
-#include "mint/fast_inverse.h"
+#include "mint/limbs/inverse.h"
+#include "mint/limbs/division.h"
+#include "mint/limbs/trace.h"
 #include "mint/plain.h"
-#include "mint/trace.h"
 #include "mint/value.h"
 #include "mint/words.h"
 

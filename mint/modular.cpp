@@ -1,7 +1,7 @@
 // Modular addition, subtraction, multiplication and doubling.
 //
 // Operands are expected to be reduced; nothing checks it. A zero modulus writes nothing.
-#include "mint/fast_divide.h"
+#include "mint/limbs/division.h"
 #include "mint/plain.h"
 #include "mint/value.h"
 

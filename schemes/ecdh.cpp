@@ -1,6 +1,6 @@
 // Diffie-Hellman on the process-wide curve (SEC 1 version 2, section 3.3.1, without the checks).
-#include "mint/burn.h"
-#include "mint/wipe.h"
+#include "base/burn.h"
+#include "base/wipe.h"
 #include "schemes/records.h"
 
 namespace {

@@ -1,7 +1,7 @@
 // ECDSA over the process-wide curve (FIPS 186-4, section 6.4).
-#include "mint/burn.h"
+#include "base/burn.h"
+#include "base/wipe.h"
 #include "mint/value.h"
-#include "mint/wipe.h"
 #include "schemes/records.h"
 
 namespace {

@@ -1,10 +1,10 @@
 // Encryption that masks the message by multiplication: c = M x(k Q) mod p.
 #include <cstring>
 
-#include "mint/burn.h"
+#include "base/burn.h"
+#include "base/wipe.h"
 #include "mint/plain.h"
 #include "mint/value.h"
-#include "mint/wipe.h"
 #include "schemes/records.h"
 
 namespace {

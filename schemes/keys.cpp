@@ -1,6 +1,6 @@
 // Key pairs on the process-wide curve.
-#include "mint/burn.h"
-#include "mint/wipe.h"
+#include "base/burn.h"
+#include "base/wipe.h"
 #include "schemes/records.h"
 
 namespace {

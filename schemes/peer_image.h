@@ -6,8 +6,8 @@
 
 #include <zokecc/ecc.h>
 
+#include "base/views.h"
 #include "hash/bytes.h"
-#include "mint/views.h"
 
 namespace zokecc {
 

@@ -1,13 +1,13 @@
 // SM2 key exchange over the process-wide curve (GB/T 32918.3).
 #include <cstring>
 
+#include "base/burn.h"
+#include "base/wipe.h"
 #include "hash/digest.h"
 #include "hash/key_sink.h"
 #include "hash/sm2_digests.h"
 #include "hash/sm2_kdf.h"
-#include "mint/burn.h"
 #include "mint/value.h"
-#include "mint/wipe.h"
 #include "schemes/peer_image.h"
 #include "schemes/records.h"
 #include "schemes/sm2_x_bar.h"

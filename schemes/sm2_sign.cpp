@@ -1,12 +1,12 @@
 // SM2 signatures over the process-wide curve (GB/T 32918.2), with Z made by the caller.
 #include <cstring>
 
+#include "base/burn.h"
+#include "base/wipe.h"
+#include "base/work_buffer.h"
 #include "hash/digest.h"
-#include "mint/burn.h"
 #include "mint/plain.h"
 #include "mint/value.h"
-#include "mint/wipe.h"
-#include "mint/work_buffer.h"
 #include "schemes/records.h"
 
 namespace {

@@ -4,7 +4,7 @@
 
 #include <zokecc/ecc.h>
 
-#include "mint/linkage.h"
+#include "base/linkage.h"
 
 // 2^w + (x mod 2^w) of the point's first coordinate, big-endian, at the end of the curve's L
 // bytes of out. The bytes before it are not written: the caller clears them. Returns 0.

@@ -5,13 +5,13 @@
 // call that makes it.
 #include <zokecc/sdf.h>
 
+#include "base/burn.h"
+#include "base/linkage.h"
+#include "base/wipe.h"
 #include "ecc/sm2_steps.h"
 #include "hash/digest.h"
 #include "hash/sm2_digests.h"
-#include "mint/burn.h"
-#include "mint/linkage.h"
 #include "mint/value.h"
-#include "mint/wipe.h"
 #include "sdf/agreement_steps.h"
 #include "sdf/records.h"
 

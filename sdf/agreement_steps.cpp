@@ -2,14 +2,14 @@
 
 #include <zokecc/hash.h>
 
+#include "base/linkage.h"
+#include "base/wipe.h"
 #include "ecc/sm2_steps.h"
 #include "hash/digest.h"
 #include "hash/key_sink.h"
 #include "hash/sm2_digests.h"
 #include "hash/sm2_kdf.h"
-#include "mint/linkage.h"
 #include "mint/value.h"
-#include "mint/wipe.h"
 #include "sdf/records.h"
 #include "sdf/sm2_x_bar_session.h"
 

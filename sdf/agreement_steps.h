@@ -4,8 +4,8 @@
 
 #include <zokecc/sdf.h>
 
+#include "base/views.h"
 #include "ecc/curve.h"
-#include "mint/views.h"
 
 namespace zokecc {
 

@@ -1,10 +1,10 @@
 // Diffie-Hellman over a session's curve.
 #include <zokecc/sdf.h>
 
+#include "base/burn.h"
+#include "base/wipe.h"
 #include "ecc/sm2_steps.h"
-#include "mint/burn.h"
 #include "mint/value.h"
-#include "mint/wipe.h"
 #include "sdf/records.h"
 
 // Neither the peer's point nor the product is tested.

@@ -5,10 +5,10 @@
 
 #include <cstring>
 
+#include "base/burn.h"
+#include "base/wipe.h"
 #include "hash/digest.h"
-#include "mint/burn.h"
 #include "mint/value.h"
-#include "mint/wipe.h"
 #include "sdf/encryption.h"
 #include "sdf/records.h"
 

@@ -1,8 +1,8 @@
 #include "sdf/encryption.h"
 
+#include "base/wipe.h"
 #include "hash/sm2_kdf.h"
 #include "mint/value.h"
-#include "mint/wipe.h"
 #include "sdf/records.h"
 
 namespace zokecc {

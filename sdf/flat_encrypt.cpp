@@ -1,11 +1,11 @@
 // SM2 encryption of messages of any length (GB/T 32918.4): 0x04 || x1 || y1 || C2 || C3.
 #include <zokecc/sdf.h>
 
+#include "base/burn.h"
+#include "base/wipe.h"
+#include "base/work_buffer.h"
 #include "hash/digest.h"
 #include "hash/sm2_kdf.h"
-#include "mint/burn.h"
-#include "mint/wipe.h"
-#include "mint/work_buffer.h"
 #include "sdf/encryption.h"
 #include "sdf/records.h"
 

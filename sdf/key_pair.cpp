@@ -2,10 +2,10 @@
 #include <zokecc/hash.h>
 #include <zokecc/sdf.h>
 
+#include "base/burn.h"
+#include "base/wipe.h"
 #include "ecc/sm2_steps.h"
-#include "mint/burn.h"
 #include "mint/value.h"
-#include "mint/wipe.h"
 #include "sdf/records.h"
 
 // KEPT: the private key is drawn once and taken as it is; zero is possible, with a public key of

@@ -4,11 +4,11 @@
 
 #include <cstring>
 
+#include "base/burn.h"
+#include "base/wipe.h"
+#include "base/work_buffer.h"
 #include "ecc/sm2_steps.h"
 #include "hash/digest.h"
-#include "mint/burn.h"
-#include "mint/wipe.h"
-#include "mint/work_buffer.h"
 #include "sdf/records.h"
 
 namespace {

@@ -2,11 +2,11 @@
 #include <zokecc/hash.h>
 #include <zokecc/sdf.h>
 
+#include "base/burn.h"
+#include "base/wipe.h"
 #include "ecc/sm2_steps.h"
-#include "mint/burn.h"
 #include "mint/plain.h"
 #include "mint/value.h"
-#include "mint/wipe.h"
 #include "sdf/records.h"
 
 namespace {

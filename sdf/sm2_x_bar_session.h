@@ -4,7 +4,7 @@
 
 #include <cstdint>
 
-#include "mint/linkage.h"
+#include "base/linkage.h"
 
 // 2^w + (x mod 2^w) of the coordinate in the session's L bytes at x, big-endian, at the end of
 // the L bytes of out. The bytes before it are not written: the caller clears them. Returns 0.

@@ -4,8 +4,8 @@
 
 #include <cstring>
 
+#include "base/work_buffer.h"
 #include "ecc/curve.h"
-#include "mint/work_buffer.h"
 
 namespace {
 

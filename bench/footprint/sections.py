@@ -6,7 +6,7 @@ import re
 
 import build
 
-PARTS = ["mint", "hash", "ecc", "schemes", "sdf"]
+PARTS = ["base", "mint", "hash", "ecc", "schemes", "sdf"]
 REST = "helpers of the compiler, start-up"
 KINDS = {".text": "code", ".rodata": "constants", ".data": "data", ".bss": "zeroed"}
 # A name may be too long for its column; then the rest of the line follows on the next one.

@@ -10,7 +10,7 @@ import re
 import sys
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
-FOLDERS = ("mint", "hash", "ecc", "schemes", "sdf")
+FOLDERS = ("base", "mint", "hash", "ecc", "schemes", "sdf")
 
 
 def named_in_code():

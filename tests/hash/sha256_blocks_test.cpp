@@ -7,7 +7,7 @@
 #include <cstring>
 #include <vector>
 
-#include "mint/processor_x86.h"
+#include "base/cpu_x86_64.h"
 #include "tests/support/hard_words.h"
 
 namespace zokecc_test::sha256_blocks_test {

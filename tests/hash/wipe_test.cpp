@@ -5,8 +5,8 @@
 #include <cstring>
 #include <new>
 
-#include "mint/wipe.h"
-#include "mint/work_buffer.h"
+#include "base/wipe.h"
+#include "base/work_buffer.h"
 #include "tests/support/failing_alloc.h"
 #include "tests/support/guarded_buffer.h"
 

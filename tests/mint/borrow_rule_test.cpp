@@ -1,5 +1,5 @@
 // The kept rule of subtraction, applied to true differences of limbs.
-#include "mint/borrow_rule.h"
+#include "mint/limbs/borrow_rule.h"
 
 #include "tests/mint/kept_rules.h"
 #include "tests/mint/limb_rows.h"

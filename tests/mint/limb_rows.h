@@ -7,7 +7,7 @@
 #include <cstring>
 #include <vector>
 
-#include "mint/limb.h"
+#include "mint/limbs/limb.h"
 #include "tests/support/hard_words.h"
 
 namespace zokecc_test {

@@ -1,5 +1,5 @@
 // Sums of products of limbs against naive integers.
-#include "mint/limb.h"
+#include "mint/limbs/limb.h"
 #include "tests/mint/limb_rows.h"
 #include "tests/support/counting_trace.h"
 

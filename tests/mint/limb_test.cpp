@@ -1,5 +1,5 @@
 // Rows of limbs against naive integers: the portable bodies and the assembly that replaces them.
-#include "mint/limb.h"
+#include "mint/limbs/limb.h"
 
 #include "tests/mint/limb_rows.h"
 #include "tests/support/counting_trace.h"

@@ -23,11 +23,12 @@ OPTIMISED = PROGRAMS[0]
 # The source with the bodies of a header, where it is not the one of the same name. A change of a header is
 # tried in this one object first, which wins over the others when linking; most are caught there.
 NEAREST = {
-    "mint/borrow_rule.h": "mint/fast_inverse.cpp", "mint/limb.h": "mint/fast_divide.cpp",
-    "mint/limb_x86.h": "ecc/wnaf.cpp", "mint/full_limbs.h": "ecc/wnaf.cpp",
-    "mint/reciprocal.h": "mint/short_limbs.cpp", "mint/short_limbs.h": "mint/short_limbs_unrolled.cpp",
+    "mint/limbs/borrow_rule.h": "mint/limbs/inverse.cpp", "mint/limbs/limb.h": "mint/limbs/division.cpp",
+    "mint/limbs/limb_x86_64.h": "ecc/wnaf.cpp", "mint/limbs/modulus_64.h": "ecc/wnaf.cpp",
+    "mint/limbs/barrett.h": "mint/limbs/modulus_29.cpp",
+    "mint/limbs/modulus_29.h": "mint/limbs/modulus_29_unrolled.cpp",
     "mint/value.h": "mint/divide.cpp", "mint/words.h": "mint/kernels.cpp",
-    "mint/work_buffer.h": "mint/divide.cpp", "ecc/exact_field.h": "ecc/exact_path.cpp",
+    "base/work_buffer.h": "mint/divide.cpp", "ecc/exact_field.h": "ecc/exact_path.cpp",
     "ecc/fast_field.h": "ecc/wnaf.cpp", "ecc/point_formulas.h": "ecc/wnaf.cpp",
     "ecc/table_builder.h": "ecc/table.cpp", "ecc/curve_numbers.h": "ecc/global_curve.cpp",
     "ecc/curve_types.h": "ecc/global_curve.cpp", "ecc/point_bytes.h": "ecc/encode.cpp",

@@ -2,7 +2,7 @@
 #ifndef ZOKECC_TESTS_SUPPORT_COUNTING_TRACE_H
 #define ZOKECC_TESTS_SUPPORT_COUNTING_TRACE_H
 
-#include "mint/trace.h"
+#include "mint/limbs/trace.h"
 
 namespace zokecc_test {
 

@@ -1,18 +1,18 @@
 // Clearing of the stack that a call has used.
 //
-// What holds a secret is wiped where it is declared (mint/wipe.h), but the compiler keeps copies of its
+// What holds a secret is wiped where it is declared (base/wipe.h), but the compiler keeps copies of its
 // own: words of a number in spilled registers, results on their way to where they belong. They lie below
 // the frame of the call when it returns. Most of the stack is taken by products of points, which clear
 // what they used themselves; so a call clears no deeper than it has been, and the stack that a thread
 // needs does not grow. tests/secrets shows that the sizes are enough.
-#ifndef ZOKECC_MINT_BURN_H
-#define ZOKECC_MINT_BURN_H
+#ifndef ZOKECC_BASE_BURN_H
+#define ZOKECC_BASE_BURN_H
 
 #include <cstddef>
 #include <cstdint>
 
-#include "mint/linkage.h"
-#include "mint/wipe.h"
+#include "base/linkage.h"
+#include "base/wipe.h"
 
 namespace zokecc {
 

@@ -1,6 +1,6 @@
 // Products on 64-bit limbs, summed by the compiler's code and by the assembly, in columns and, where the
 // processor can, in rows.
-#include "mint/full_limbs.h"
+#include "mint/limbs/modulus_64.h"
 
 #include "tests/mint/limb_products.h"
 

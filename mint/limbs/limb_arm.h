@@ -1,8 +1,8 @@
 // The chains of limb.h in ARM's own instructions: four words at a time, the carry in the flags.
 //
 // Each overload takes the place of the template above it for 32-bit words. Included by limb.h only.
-#ifndef ZOKECC_MINT_LIMB_ARM_H
-#define ZOKECC_MINT_LIMB_ARM_H
+#ifndef ZOKECC_MINT_LIMBS_LIMB_ARM_H
+#define ZOKECC_MINT_LIMBS_LIMB_ARM_H
 
 namespace zokecc {
 

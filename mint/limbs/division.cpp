@@ -1,5 +1,5 @@
 // The bodies of division on the machine's own limbs, once for all their users.
-#include "mint/fast_divide.h"
+#include "mint/limbs/division.h"
 
 namespace zokecc {
 

@@ -1,6 +1,6 @@
 // What a fast path tells a test about the road it took: nothing, in the library.
-#ifndef ZOKECC_MINT_TRACE_H
-#define ZOKECC_MINT_TRACE_H
+#ifndef ZOKECC_MINT_LIMBS_TRACE_H
+#define ZOKECC_MINT_LIMBS_TRACE_H
 
 namespace zokecc {
 

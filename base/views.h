@@ -1,6 +1,6 @@
 // A view of a byte string: where it starts and how long it is, never who owns it.
-#ifndef ZOKECC_MINT_VIEWS_H
-#define ZOKECC_MINT_VIEWS_H
+#ifndef ZOKECC_BASE_VIEWS_H
+#define ZOKECC_BASE_VIEWS_H
 
 #include <cstdint>
 #include <span>

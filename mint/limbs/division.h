@@ -4,11 +4,11 @@
 // span and a reciprocal of the two highest limbs of the divisor: N. Moller and T. Granlund,
 // "Improved division by invariant integers", IEEE Transactions on Computers 60 (2011), algorithms
 // 4 and 6. Every result is exact.
-#ifndef ZOKECC_MINT_FAST_DIVIDE_H
-#define ZOKECC_MINT_FAST_DIVIDE_H
+#ifndef ZOKECC_MINT_LIMBS_DIVISION_H
+#define ZOKECC_MINT_LIMBS_DIVISION_H
 
-#include "mint/limb.h"
-#include "mint/linkage.h"
+#include "base/linkage.h"
+#include "mint/limbs/limb.h"
 #include "mint/value.h"
 
 namespace zokecc {

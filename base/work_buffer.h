@@ -1,12 +1,12 @@
 // A zeroed block of heap memory for one call.
-#ifndef ZOKECC_MINT_WORK_BUFFER_H
-#define ZOKECC_MINT_WORK_BUFFER_H
+#ifndef ZOKECC_BASE_WORK_BUFFER_H
+#define ZOKECC_BASE_WORK_BUFFER_H
 
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
 
-#include "mint/wipe.h"
+#include "base/wipe.h"
 
 namespace zokecc {
 

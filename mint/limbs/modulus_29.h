@@ -3,12 +3,12 @@
 // A product of two such limbs has 58 bits, so a column adds up in 64 bits without a carry: with
 // ten limbs at most, 10 * 2^59 and what comes from the column below stay under 2^63. On ARM each
 // product is then one umlal.
-#ifndef ZOKECC_MINT_SHORT_LIMBS_H
-#define ZOKECC_MINT_SHORT_LIMBS_H
+#ifndef ZOKECC_MINT_LIMBS_MODULUS_29_H
+#define ZOKECC_MINT_LIMBS_MODULUS_29_H
 
-#include "mint/borrow_rule.h"
-#include "mint/linkage.h"
-#include "mint/reciprocal.h"
+#include "base/linkage.h"
+#include "mint/limbs/barrett.h"
+#include "mint/limbs/borrow_rule.h"
 
 namespace zokecc {
 

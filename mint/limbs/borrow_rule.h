@@ -8,11 +8,11 @@
 //     0 - 1, all ones.
 // Every other word and every other borrow is the true one. So whoever has the true difference
 // looks for words of all ones, and comes here only where there is one.
-#ifndef ZOKECC_MINT_BORROW_RULE_H
-#define ZOKECC_MINT_BORROW_RULE_H
+#ifndef ZOKECC_MINT_LIMBS_BORROW_RULE_H
+#define ZOKECC_MINT_LIMBS_BORROW_RULE_H
 
-#include "mint/limb.h"
-#include "mint/linkage.h"
+#include "base/linkage.h"
+#include "mint/limbs/limb.h"
 
 namespace zokecc {
 

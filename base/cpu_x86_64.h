@@ -1,6 +1,6 @@
 // Which instructions an x86-64 processor has, of those that not all have.
-#ifndef ZOKECC_MINT_PROCESSOR_X86_H
-#define ZOKECC_MINT_PROCESSOR_X86_H
+#ifndef ZOKECC_BASE_CPU_X86_64_H
+#define ZOKECC_BASE_CPU_X86_64_H
 
 #ifdef __x86_64__
 

@@ -7,9 +7,9 @@
 // borrows larger, and x stays below that one: so equal words alone never lead to m. For one lost
 // borrow alone the bounds on the rows of the matrix exclude m, too. Several together would have to
 // hit one residue out of 2^64 and more.
-#include "mint/fast_inverse.h"
+#include "mint/limbs/inverse.h"
 
-#include "mint/fast_divide.h"
+#include "mint/limbs/division.h"
 #include "tests/mint/kept_rules.h"
 #include "tests/mint/limb_rows.h"
 #include "tests/mint/moduli.h"

@@ -1,7 +1,7 @@
 // Division on limbs against Knuth's division on words.
-#include "mint/fast_divide.h"
+#include "mint/limbs/division.h"
 
-#include "mint/borrow_rule.h"
+#include "mint/limbs/borrow_rule.h"
 #include "tests/mint/definition.h"
 #include "tests/mint/limb_rows.h"
 #include "tests/support/counting_trace.h"

@@ -1,13 +1,13 @@
 // The chains of limb.h in x86-64's own instructions: the carry in the flags, and the long product.
 //
 // Each overload takes the place of the template above it for 64-bit limbs. Included by limb.h only.
-#ifndef ZOKECC_MINT_LIMB_X86_H
-#define ZOKECC_MINT_LIMB_X86_H
+#ifndef ZOKECC_MINT_LIMBS_LIMB_X86_64_H
+#define ZOKECC_MINT_LIMBS_LIMB_X86_64_H
 
 #include <x86intrin.h>
 
-#include "mint/linkage.h"
-#include "mint/processor_x86.h"
+#include "base/cpu_x86_64.h"
+#include "base/linkage.h"
 
 namespace zokecc {
 

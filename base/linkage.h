@@ -1,7 +1,7 @@
 // Linkage: functions and objects that several folders share under a plain C name but that do not
 // leave the shared library, and how often the body of a template is written out.
-#ifndef ZOKECC_MINT_LINKAGE_H
-#define ZOKECC_MINT_LINKAGE_H
+#ifndef ZOKECC_BASE_LINKAGE_H
+#define ZOKECC_BASE_LINKAGE_H
 
 #define ZOKECC_INTERNAL extern "C" __attribute__((visibility("hidden")))
 

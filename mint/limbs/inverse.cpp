@@ -1,5 +1,5 @@
 // The bodies of the fast inverse, once for all its users.
-#include "mint/fast_inverse.h"
+#include "mint/limbs/inverse.h"
 
 #ifndef ZOKECC_SMALL
 

@@ -9,14 +9,14 @@
 // is followed by at least one halving, for the difference of two odd numbers is even; so by
 // induction the entries of a row sum up to 2^shift at most, or to twice that between the addition
 // and its halving. The matrix is applied before shift passes the bits of a limb less two.
-#ifndef ZOKECC_MINT_FAST_INVERSE_H
-#define ZOKECC_MINT_FAST_INVERSE_H
+#ifndef ZOKECC_MINT_LIMBS_INVERSE_H
+#define ZOKECC_MINT_LIMBS_INVERSE_H
 
-#include "mint/borrow_rule.h"
-#include "mint/limb.h"
-#include "mint/linkage.h"
-#include "mint/trace.h"
-#include "mint/wipe.h"
+#include "base/linkage.h"
+#include "base/wipe.h"
+#include "mint/limbs/borrow_rule.h"
+#include "mint/limbs/limb.h"
+#include "mint/limbs/trace.h"
 
 namespace zokecc {
 

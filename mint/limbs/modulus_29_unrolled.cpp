@@ -1,5 +1,5 @@
 // Short limbs unrolled for the common widths: 192, 224 and 256 bits.
-#include "mint/short_limbs.h"
+#include "mint/limbs/modulus_29.h"
 
 #ifndef ZOKECC_SMALL
 

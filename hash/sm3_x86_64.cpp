@@ -7,7 +7,7 @@
 #include <bit>
 #include <cstring>
 
-#include "mint/linkage.h"
+#include "base/linkage.h"
 
 namespace zokecc {
 

@@ -1,5 +1,5 @@
 // What CPUID tells about instructions that not all processors have.
-#include "mint/processor_x86.h"
+#include "base/cpu_x86_64.h"
 
 #ifdef __x86_64__
 

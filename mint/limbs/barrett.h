@@ -11,11 +11,11 @@
 //   - the low N - 1 limbs of x times M, at most 2 B^(N+1): less than 2.
 // So the true quotient is larger by less than N + 4 of these units, and where the guard is below
 // B - (N + 4) its integer part is exact. Where it is not, the callers divide digit by digit.
-#ifndef ZOKECC_MINT_RECIPROCAL_H
-#define ZOKECC_MINT_RECIPROCAL_H
+#ifndef ZOKECC_MINT_LIMBS_BARRETT_H
+#define ZOKECC_MINT_LIMBS_BARRETT_H
 
 #include "mint/divide.h"
-#include "mint/limb.h"
+#include "mint/limbs/limb.h"
 
 namespace zokecc {
 

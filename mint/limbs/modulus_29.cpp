@@ -1,5 +1,5 @@
 // Short limbs in loops, for any width.
-#include "mint/short_limbs.h"
+#include "mint/limbs/modulus_29.h"
 
 #ifndef ZOKECC_SMALL
 

@@ -1,6 +1,6 @@
 // Clearing of secrets that the compiler cannot drop.
-#ifndef ZOKECC_MINT_WIPE_H
-#define ZOKECC_MINT_WIPE_H
+#ifndef ZOKECC_BASE_WIPE_H
+#define ZOKECC_BASE_WIPE_H
 
 #include <cstddef>
 #include <cstring>

@@ -1,8 +1,8 @@
 // Multiplication modulo p on 64-bit limbs, for machines with a 128-bit product.
-#ifndef ZOKECC_MINT_FULL_LIMBS_H
-#define ZOKECC_MINT_FULL_LIMBS_H
+#ifndef ZOKECC_MINT_LIMBS_MODULUS_64_H
+#define ZOKECC_MINT_LIMBS_MODULUS_64_H
 
-#include "mint/reciprocal.h"
+#include "mint/limbs/barrett.h"
 
 #ifdef __SIZEOF_INT128__
 

@@ -3,8 +3,8 @@
 // On a little-endian machine the words of a mint are its limbs, two to one where a limb has 64
 // bits. Each step has a portable body; the few lines of assembly below say the same to a
 // compiler that would not find the instruction by itself, and pass the same tests.
-#ifndef ZOKECC_MINT_LIMB_H
-#define ZOKECC_MINT_LIMB_H
+#ifndef ZOKECC_MINT_LIMBS_LIMB_H
+#define ZOKECC_MINT_LIMBS_LIMB_H
 
 #include <bit>
 #include <cstdint>
@@ -210,13 +210,13 @@ struct PortableSum {
 }  // namespace zokecc
 
 #if defined(__x86_64__) && !defined(ZOKECC_NO_ASSEMBLY)
-#include "mint/limb_x86.h"
+#include "mint/limbs/limb_x86_64.h"
 #else
 namespace zokecc {
 using NativeSum = PortableSum;
 }
 #if defined(__arm__) && !defined(__thumb__) && !defined(ZOKECC_NO_ASSEMBLY)
-#include "mint/limb_arm.h"
+#include "mint/limbs/limb_arm.h"
 #endif
 #endif
 

@@ -1,5 +1,5 @@
 // Products on limbs of 29 bits: unrolled, in loops, and as the library chooses between them.
-#include "mint/short_limbs.h"
+#include "mint/limbs/modulus_29.h"
 
 #include <algorithm>
 
