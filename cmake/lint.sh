@@ -30,7 +30,9 @@ c='-std=c99 -Iinclude -Iexamples'
 tidy() { { library; programs; } | xargs -0 -P2 -n4 clang-tidy -p "$folder" --quiet; }
 
 # shellcheck disable=SC2086 # words
-check_cpp() { cppcheck $checks $taken_for_comparison --std=c++20 -I. -Iinclude base mint hash ecc schemes sdf; }
+check_cpp() {
+    cppcheck $checks $taken_for_comparison --std=c++20 -I. -Iinclude base mint hash ecc schemes sdf
+}
 # shellcheck disable=SC2086
 check_c() { cppcheck $checks --std=c99 -Iinclude -Iexamples examples tools; }
 # It reads the angle brackets of a variable template, such as kLimbBits<Limb> - 1, as comparisons.
