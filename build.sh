@@ -31,7 +31,7 @@ usage() {
   bench-check     every benchmark for a moment, to see that it works
   footprint [--check | --update | --chains]  code, data, stack and heap on ARM; --check holds the limits
   coverage        lines and branches that the tests execute, per folder; fails below the floor
-  mutants [--sample N | --all | --help]  small changes to mint and ecc, and those that no test notices
+  mutants [--sample N | --all | --help]  small changes to the sources, and those that no test notices
   exports         write cmake/exports.map from the public headers
   format          bring the C and C++ sources into the project's format
   format-check    name the sources that are not in it

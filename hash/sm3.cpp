@@ -112,6 +112,28 @@ inline auto *best_compress()
 
 }  // namespace
 
+namespace zokecc {
+
+ZOKECC_OUT_OF_LINE void sm3_finish(uint32_t *state, const uint8_t *rest, uint64_t length, uint8_t *out)
+{
+    // The rest, 0x80, zero bytes and the bit length, in one block or two.
+    uint8_t tail[2 * kBlockBytes] = {};
+    const uint32_t rest_bytes = static_cast<uint32_t>(length % kBlockBytes);
+    const uint32_t tail_bytes = rest_bytes <= kBlockBytes - 9 ? kBlockBytes : 2 * kBlockBytes;
+    if (rest_bytes > 0) std::memcpy(tail, rest, rest_bytes);
+    tail[rest_bytes] = 0x80;
+    const uint64_t bits = length * 8;
+    store_big_endian(static_cast<uint32_t>(bits >> 32), tail + tail_bytes - 8);
+    store_big_endian(static_cast<uint32_t>(bits), tail + tail_bytes - 4);
+    auto *const compress = best_compress();
+    for (uint32_t offset = 0; offset < tail_bytes; offset += kBlockBytes) compress(state, tail + offset);
+
+    for (uint32_t i = 0; i < 8; ++i) store_big_endian(state[i], out + 4 * i);
+    wipe(tail, sizeof tail);
+}
+
+}  // namespace zokecc
+
 uint32_t sm3_hash(const sm3_msg *msg, uint8_t *out)
 {
     const uint64_t length = uint64_t{msg->len_high} << 32 | msg->len_low;
@@ -124,20 +146,7 @@ uint32_t sm3_hash(const sm3_msg *msg, uint8_t *out)
         compress(state, data);
         data += kBlockBytes;
     }
-
-    // The rest, 0x80, zero bytes and the bit length, in one block or two.
-    uint8_t tail[2 * kBlockBytes] = {};
-    const uint32_t rest = static_cast<uint32_t>(length % kBlockBytes);
-    const uint32_t tail_bytes = rest <= kBlockBytes - 9 ? kBlockBytes : 2 * kBlockBytes;
-    if (rest > 0) std::memcpy(tail, data, rest);
-    tail[rest] = 0x80;
-    const uint64_t bits = length * 8;
-    zokecc::store_big_endian(static_cast<uint32_t>(bits >> 32), tail + tail_bytes - 8);
-    zokecc::store_big_endian(static_cast<uint32_t>(bits), tail + tail_bytes - 4);
-    for (uint32_t offset = 0; offset < tail_bytes; offset += kBlockBytes) compress(state, tail + offset);
-
-    for (uint32_t i = 0; i < 8; ++i) zokecc::store_big_endian(state[i], out + 4 * i);
-    zokecc::wipe(tail, sizeof tail);
+    zokecc::sm3_finish(state, data, length, out);
     zokecc::wipe(state, sizeof state);
     return 0;
 }

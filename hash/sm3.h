@@ -10,6 +10,14 @@
 // One compression of a 64-byte block into the 8-word state.
 ZOKECC_INTERNAL void sm3_compress(uint32_t *state, const uint8_t *block);
 
+namespace zokecc {
+
+// The end of a message of length bytes: pads what is left behind the whole blocks, the length % 64
+// bytes of rest, compresses it into state and writes the digest, 32 bytes.
+void sm3_finish(uint32_t *state, const uint8_t *rest, uint64_t length, uint8_t *out);
+
+}  // namespace zokecc
+
 #if ZOKECC_SHA_INSTRUCTIONS
 namespace zokecc {
 

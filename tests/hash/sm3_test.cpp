@@ -2,6 +2,10 @@
 #include <gtest/gtest.h>
 #include <zokecc/hash.h>
 
+#include <sys/mman.h>
+#include <unistd.h>
+
+#include <csignal>
 #include <cstring>
 #include <vector>
 
@@ -104,6 +108,46 @@ TEST(Sm3Hash, DigestMayReplaceTheMessage) {
     EXPECT_EQ(sm3_hash(&descriptor, buffer.data()), 0u);
     EXPECT_EQ(shortened(buffer, 32), model_sm3(message));
     EXPECT_EQ(ByteString(buffer.begin() + 32, buffer.end()), ByteString(message.begin() + 32, message.end()));
+}
+
+// The lengths at which the number of bits needs another bit, and around them: 512 MiB, 4 GiB and the longest.
+TEST(Sm3Finish, LengthInBitsTakesEightBytes) {
+    for (uint64_t around : {uint64_t{1} << 29, uint64_t{1} << 32, uint64_t{1} << 60, uint64_t{1} << 61})
+        for (uint32_t more : {0u, 1u, 55u, 56u, 63u, 64u}) {
+            const uint64_t length = around - 64 + more;
+            ByteString rest = test_bytes(length % 64, 3), tail = rest;
+            tail.push_back(0x80);
+            while (tail.size() % 64 != 56) tail.push_back(0);
+            for (unsigned shift = 64; shift > 0; shift -= 8)
+                tail.push_back(static_cast<uint8_t>(8 * length >> (shift - 8)));
+            HashState state = model_sm3_start(), expected = state;
+            for (size_t at = 0; at < tail.size(); at += 64)
+                expected = model_sm3_block(expected, tail.data() + at);
+            GuardedBuffer out(32);
+            zokecc::sm3_finish(state.data(), rest.data(), length, out.data());
+            EXPECT_EQ(out.all(), model_digest(expected)) << length;
+            EXPECT_TRUE(out.untouched_from(32));
+        }
+}
+
+// A message that is told to have 4 GiB lies in front of a page that cannot be read.
+TEST(Sm3Hash, HighWordOfTheLengthIsRead) {
+    const size_t page = static_cast<size_t>(sysconf(_SC_PAGESIZE));
+    void *const pages = mmap(nullptr, 2 * page, PROT_READ, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    ASSERT_NE(pages, MAP_FAILED);
+    auto *const message = static_cast<uint8_t *>(pages);
+    ASSERT_EQ(mprotect(message + page, page, PROT_NONE), 0);
+    auto reaches_the_end = [](auto hash) {
+        std::signal(SIGSEGV, [](int) { _exit(7); });
+        hash();
+        _exit(0);
+    };
+    uint8_t out[32];
+    const sm3_msg plain{message, 1, 0};
+    const hash_msg selected{HASH_ALG_SM3, message, 1, 0};
+    EXPECT_EXIT(reaches_the_end([&] { sm3_hash(&plain, out); }), testing::ExitedWithCode(7), "");
+    EXPECT_EXIT(reaches_the_end([&] { hash_byte(&selected, out); }), testing::ExitedWithCode(7), "");
+    EXPECT_EQ(munmap(pages, 2 * page), 0);
 }
 
 TEST(Sm3Compress, PaddedThreeLettersGiveTheDigestOfTheStandard) {

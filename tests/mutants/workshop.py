@@ -32,6 +32,9 @@ NEAREST = {
     "ecc/fast_field.h": "ecc/wnaf.cpp", "ecc/point_formulas.h": "ecc/wnaf.cpp",
     "ecc/table_builder.h": "ecc/table.cpp", "ecc/curve_numbers.h": "ecc/global_curve.cpp",
     "ecc/curve_types.h": "ecc/global_curve.cpp", "ecc/point_bytes.h": "ecc/encode.cpp",
+    "hash/bytes.h": "hash/sm2_digests.cpp", "hash/key_sink.h": "hash/sm2_kdf.cpp",
+    "hash/hmac.h": "hash/hmac_sm3.cpp", "schemes/peer_image.h": "schemes/sm2_exchange.cpp",
+    "schemes/sm2_x_bar.h": "schemes/sm2_exchange.cpp", "sdf/sm2_x_bar_session.h": "sdf/agreement.cpp",
 }
 MEMORY = 4 << 30
 
@@ -237,18 +240,19 @@ class Workshop:
             shutil.rmtree(TRIAL, ignore_errors=True)
 
     def attempt_in_tree(self, change):
+        programs = programs_for(change.file)
         users = self.users(self.library, change.file)
         if change.file.endswith(".h"):
             first = self.compiled([unit for unit in users if unit.name == nearest(change.file)])
             if first is None:
                 return "invalid"
-            caught = first and self.attempt_with(change, PROGRAMS[:1], first, 2)
+            caught = first and self.attempt_with(change, programs[:1], first, 2)
             if caught:
                 return caught
         objects = self.compiled(users)
         if objects is None:
             return "invalid"
-        caught = objects and self.attempt_with(change, PROGRAMS, objects, 3)
+        caught = objects and self.attempt_with(change, programs, objects, 3)
         if caught:
             return caught
         result = "survived" if objects else "same"
@@ -265,7 +269,7 @@ class Workshop:
 
     def attempt_in_tests(self, change, objects, result):
         """The tests of the header, and of the source nearest to it, have bodies that the library has not."""
-        program = PROGRAMS[0]
+        program = programs_for(change.file)[0]
         names = change.file, nearest(change.file)
         own = tuple(f"tests/{pathlib.Path(name).with_suffix('')}" for name in names)
         units = [unit for unit in self.programs if unit.name.startswith(own) and unit.folder in program]
@@ -279,6 +283,12 @@ class Workshop:
         files = {pathlib.Path(unit.name).relative_to("tests") for unit in of_tests}
         mine = [suite for suite, (file, _) in self.plan[program].items() if file in files]
         return self.verdict(program, [mine]) or "survived"
+
+
+def programs_for(name):
+    """The program with the tests of the file's own folder comes first."""
+    folder = pathlib.Path(name).parts[0]
+    return sorted(PROGRAMS, key=lambda program: folder not in program)
 
 
 def nearest(header):

@@ -120,6 +120,20 @@ TEST(ZokAgreementMemory, RefusedArgumentsAllocateNothing) {
     }
 }
 
+// Z values that the key derivation refuses: no key, and no block for one.
+TEST(ZokAgreementMemory, RefusedDerivationHasNoBlockForItsKey) {
+    const ExchangeCase exchange = tiny_case(prime_group(), 20, 0);
+    for (const SessionKeyCall &call : kPlainFamily)
+        for (uint32_t beyond : {0u, 1u}) {
+            SessionExchange side(exchange, call.role, kWider);
+            side.set_ZA(test_bytes(200));
+            side.set_ZB(test_bytes(60 + beyond));
+            FailingAlloc counter;
+            EXPECT_EQ((side.*call.call)(), ZOK_OK) << call.name;
+            EXPECT_EQ(counter.allocations, 3u - beyond) << call.name;
+        }
+}
+
 TEST(ZokAgreementMemory, TemporaryKeyAllocatesNothing) {
     const ExchangeCase exchange = tiny_case(prime_group(), 20, 0);
     SessionExchange side(exchange, Role::kInitiator);
