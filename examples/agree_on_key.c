@@ -12,12 +12,8 @@
 #include <stdlib.h>
 #include <string.h>
 
+#include <zokecc/curves.h>
 #include <zokecc/sdf.h>
-
-#include "curves.h"
-
-/* Both sides need the same curve and the same hash. */
-static const CurvePara curve = {SM2P256V1_NUMBERS, .type = 4, .hash_selector = HASH_ALG_SM3};
 
 enum { KEY_BITS = 128, KEY_BYTES = KEY_BITS / 8, CONFIRMATION_BYTES = 32 };
 
@@ -61,7 +57,8 @@ static void set_up(user *u, const char *id)
     memset(u, 0, sizeof *u);
     u->id = id;
     u->result.key = u->key; /* the library writes KEY_BYTES bytes there */
-    check(ZOK_OpenSession(&u->session, &curve), "open a session");
+    /* Both sides need the same curve and the same hash: SM3, as this record says. */
+    check(ZOK_OpenSession(&u->session, &zokecc_sm2p256v1), "open a session");
     check(SDF_GenerateKeyPair_ECC(u->session, ZOK_ALG_SM2_KEY, 256, &u->pub, &u->priv), "make a key pair");
 }
 

@@ -11,11 +11,8 @@
 #include <stdlib.h>
 #include <string.h>
 
+#include <zokecc/curves.h>
 #include <zokecc/schemes.h>
-
-#include "curves.h"
-
-static const ecc_curve_bytes curve = {SECP256R1_NUMBERS, .type = 1};
 
 enum {
     L = 32, /* bytes of a coordinate on this curve */
@@ -89,7 +86,7 @@ int main(void)
     ecc_point_bytes from_alice, from_bob, nobody;
     uint8_t alices[L], bobs[L];
 
-    require(Curve_Init(&curve) == 0, "install the curve");
+    require(Curve_Init(&zokecc_secp256r1_process) == 0, "install the curve");
     make_keys(&alice);
     make_keys(&bob);
     letter a = write_letter(&alice), b = write_letter(&bob); /* a goes to Bob, b goes to Alice */

@@ -13,12 +13,8 @@
 #include <stdlib.h>
 #include <string.h>
 
+#include <zokecc/curves.h>
 #include <zokecc/sdf.h>
-
-#include "curves.h"
-
-/* Type 4 says 256 bits. The session hashes with SM3, for the key stream and the check value. */
-static const CurvePara curve = {SM2P256V1_NUMBERS, .type = 4, .hash_selector = HASH_ALG_SM3};
 
 enum {
     L = 32,                   /* bytes of a coordinate on this curve */
@@ -64,7 +60,7 @@ int main(int argc, char **argv)
     void *session = NULL;
     ECCrefPublicKey pub;
     ECCrefPrivateKey priv;
-    check(ZOK_OpenSession(&session, &curve), "open a session");
+    check(ZOK_OpenSession(&session, &zokecc_sm2p256v1), "open a session");
     check(SDF_GenerateKeyPair_ECC(session, ZOK_ALG_SM2_KEY, 8 * L, &pub, &priv), "make a key pair");
 
     /* The ciphertext's size is known before: the message's and 97 bytes. No capacity is passed. */

@@ -13,12 +13,8 @@
 #include <stdlib.h>
 #include <string.h>
 
+#include <zokecc/curves.h>
 #include <zokecc/schemes.h>
-
-#include "curves.h"
-
-/* Type 1 of this record says 256 bits; the record of a session counts its types differently. */
-static const ecc_curve_bytes curve = {SM2P256V1_NUMBERS, .type = 1};
 
 enum { L = 32, MAX_ID = 8191, HASH = HASH_ALG_SM3, NEW_KEY = 0 };
 
@@ -46,10 +42,10 @@ static void make_z(const char *id, const ecc_point_bytes *pub, uint8_t z[32])
     *end++ = (uint8_t)(8 * id_len >> 8);
     *end++ = (uint8_t)(8 * id_len);
     end = put(end, (const uint8_t *)id, id_len);
-    end = put(end, curve.a, L);
-    end = put(end, curve.b, L);
-    end = put(end, curve.Gx, L);
-    end = put(end, curve.Gy, L);
+    end = put(end, zokecc_sm2p256v1_process.a, L);
+    end = put(end, zokecc_sm2p256v1_process.b, L);
+    end = put(end, zokecc_sm2p256v1_process.Gx, L);
+    end = put(end, zokecc_sm2p256v1_process.Gy, L);
     end = put(end, pub->x, L);
     end = put(end, pub->y, L);
     const hash_msg message = {HASH, input, 0, (uint32_t)(end - input)};
@@ -71,7 +67,7 @@ int main(int argc, char **argv)
     const sm3_msg message = {(uint8_t *)text, 0, (uint32_t)strlen(text)}; /* the 0 is not read */
 
     /* Once, before any other call of this program that uses the curve. Other threads wait. */
-    require(Curve_Init(&curve) == 0, "install the curve");
+    require(Curve_Init(&zokecc_sm2p256v1_process) == 0, "install the curve");
 
     /* A scalar is a pointer and a length. When a key is made the length is the room that there is,
      * and afterwards the bytes that were written: 0 would say that the key is lost. */

@@ -15,9 +15,8 @@
 #include <stdlib.h>
 #include <string.h>
 
+#include <zokecc/curves.h>
 #include <zokecc/sdf.h>
-
-#include "curves.h"
 
 static unsigned long draws;
 
@@ -39,8 +38,6 @@ int rand(void)
 /* Called with the time before every draw: there is nothing to start anew. */
 void srand(unsigned seed) { (void)seed; }
 
-static const CurvePara curve = {SM2P256V1_NUMBERS, .type = 4, .hash_selector = HASH_ALG_SM3};
-
 static void require(int condition, const char *what)
 {
     if (condition) return;
@@ -55,7 +52,7 @@ int main(void)
     ECCrefPublicKey pub[KEYS];
     ECCrefPrivateKey priv[KEYS];
     require(RAND_MAX == 0x7fffffff, "another RAND_MAX");
-    require(ZOK_OpenSession(&session, &curve) == ZOK_OK, "open a session");
+    require(ZOK_OpenSession(&session, &zokecc_sm2p256v1) == ZOK_OK, "open a session");
     for (int i = 0; i < KEYS; ++i)
         require(SDF_GenerateKeyPair_ECC(session, ZOK_ALG_SM2_KEY, 256, &pub[i], &priv[i]) == ZOK_OK,
                 "make a key");

@@ -13,12 +13,8 @@
 #include <stdlib.h>
 #include <string.h>
 
+#include <zokecc/curves.h>
 #include <zokecc/sdf.h>
-
-#include "curves.h"
-
-/* The recommended curve of GM/T 0003.5. Type 4 says 256 bits; the session hashes with SM3. */
-static const CurvePara sm2p256v1 = {SM2P256V1_NUMBERS, .type = 4, .hash_selector = HASH_ALG_SM3};
 
 static void fail(const char *what)
 {
@@ -70,7 +66,7 @@ int main(int argc, char **argv)
     ECCSignature sig;
 
     /* A curve of an unknown type shows at the first call that needs it, the second here. */
-    check(ZOK_OpenSession(&session, &sm2p256v1), "open a session");
+    check(ZOK_OpenSession(&session, &zokecc_sm2p256v1), "open a session");
     check(SDF_GenerateKeyPair_ECC(session, ZOK_ALG_SM2_KEY, 256, &pub, &priv), "make a key pair");
 
     /* Hashes Z and the message, and signs the hash. The public key that Z needs comes from priv. */

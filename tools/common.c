@@ -2,12 +2,10 @@
 
 #include <string.h>
 
-#include "curves.h"
-
-const CurvePara sm2_of_session = {SM2P256V1_NUMBERS, .type = 4, .hash_selector = HASH_ALG_SM3};
-const CurvePara p256_of_session = {SECP256R1_NUMBERS, .type = 4, .hash_selector = HASH_ALG_SHA256};
-const ecc_curve_bytes sm2_of_process = {SM2P256V1_NUMBERS, .type = 1};
-const ecc_curve_bytes p256_of_process = {SECP256R1_NUMBERS, .type = 1};
+const CurvePara sm2_of_session = {ZOKECC_SM2P256V1_NUMBERS, 4, HASH_ALG_SM3};
+const CurvePara p256_of_session = {ZOKECC_SECP256R1_NUMBERS, 4, HASH_ALG_SHA256};
+const ecc_curve_bytes sm2_of_process = {ZOKECC_SM2P256V1_NUMBERS, 1};
+const ecc_curve_bytes p256_of_process = {ZOKECC_SECP256R1_NUMBERS, 1};
 
 static unsigned digit_value(char digit) { return (unsigned)(digit <= '9' ? digit - '0' : digit - 'a' + 10); }
 

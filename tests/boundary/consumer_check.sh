@@ -20,7 +20,7 @@ trap 'rm -rf "$work"' EXIT
 
 # program COMMAND...: runs a program, whose own output matters only if it fails.
 program() {
-    if ! "$@" "$examples/curves.h" > "$work/output"; then
+    if ! "$@" "$examples/sign_with_identity.c" > "$work/output"; then
         cat "$work/output"
         return 1
     fi

@@ -16,7 +16,6 @@
 #include <cstdlib>
 #include <cstring>
 
-#include "examples/curves.h"
 #include "tests/soak/memory_count.h"
 
 namespace {
@@ -39,8 +38,8 @@ constexpr size_t kOverhead = 48, kArenaSlack = 64 * 1024;
 constexpr uint32_t kL = 32;
 constexpr unsigned long kRoundsOfARefusal = 20000, kRefusalsOfChance = 5;
 
-const CurvePara curve = {SM2P256V1_NUMBERS, .type = 4, .hash_selector = HASH_ALG_SM3};
-const ecc_curve_bytes process_curve = {SM2P256V1_NUMBERS, .type = 1};
+const CurvePara &curve = zokecc_sm2p256v1;
+const ecc_curve_bytes &process_curve = zokecc_sm2p256v1_process;
 
 [[noreturn]] void fail(const char *what, unsigned long round) {
     std::fprintf(stderr, "soak: %s in round %lu\n", what, round);
