@@ -40,10 +40,11 @@ if(CMAKE_SYSTEM_PROCESSOR MATCHES "^arm")
         endif()
         set_property(SOURCE ${source} APPEND PROPERTY COMPILE_OPTIONS ${options})
     endforeach()
-    # With thirteen registers the order in which the sums are written is the one that spills least.
+    # With thirteen registers the order in which the sums are written is the one that spills least, and
+    # substituting expressions into their uses changes it.
     if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
         set_property(SOURCE hash/sha256_blocks.cpp hash/sm3.cpp APPEND PROPERTY COMPILE_OPTIONS
-            $<${optimised}:-O1> -fno-tree-reassoc)
+            $<${optimised}:-O1> -fno-tree-reassoc -fno-tree-ter)
     endif()
     if(ZOKECC_THUMB)
         # Calls change between the two kinds of instructions by themselves, from ARMv5T on.

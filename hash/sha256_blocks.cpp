@@ -75,11 +75,15 @@ void compress_block(uint32_t *hash, const uint8_t *block)
 {
     uint32_t w[64];
     load_block(block, w);
-    for (uint32_t *p = w; p < w + 48; p += 4) {
+    for (uint32_t *p = w; p < w + 48; p += 8) {
         expand(p, 0);
         expand(p, 1);
         expand(p, 2);
         expand(p, 3);
+        expand(p, 4);
+        expand(p, 5);
+        expand(p, 6);
+        expand(p, 7);
     }
     State s = {hash[0], hash[1], hash[2], hash[3], hash[4], hash[5], hash[6], hash[7]};
     uint32_t b_xor_c = s.b ^ s.c;

@@ -24,44 +24,69 @@ constexpr uint32_t p0(uint32_t x) { return x ^ std::rotl(x ^ std::rotl(x, 8), 9)
 constexpr uint32_t p1(uint32_t x) { return x ^ std::rotl(x ^ std::rotl(x, 8), 15); }  // x, x <<< 15, x <<< 23
 
 // W[16 + i]; the second expansion W' is W[j] ^ W[j + 4].
-inline void expand(uint32_t *w, uint32_t i)
+ZOKECC_INLINE uint32_t expand(uint32_t *w, int i)
 {
-    w[16 + i] = p1(w[i] ^ w[7 + i] ^ std::rotl(w[13 + i], 15)) ^ std::rotl(w[3 + i], 7) ^ w[10 + i];
+    uint32_t x = w[i] ^ w[7 + i];
+    x ^= std::rotl(w[13 + i], 15);
+    x = p1(x);
+    x ^= std::rotl(w[3 + i], 7);
+    x ^= w[10 + i];
+    w[16 + i] = x;
+    return x;
 }
 
+// c and d are held as they were in the place of b, before their rotation by 9, and g and h as they
+// were in the place of f: on ARM a rotated operand costs nothing.
 struct State {
     uint32_t a, b, c, d, e, f, g, h;
 };
 
+// The compiler is not to compute a rotation of x once for several uses.
+ZOKECC_INLINE void rotate_anew(uint32_t &x) { __asm__("" : "+r"(x)); }
+
 // One round on registers that do not move: the callers turn their names instead. The sums are
 // written in the order in which they need the fewest registers.
 template <bool early, int j>
-ZOKECC_INLINE void round(uint32_t a, uint32_t &b, uint32_t c, uint32_t &d, uint32_t e, uint32_t &f,
-                         uint32_t g, uint32_t &h, uint32_t constant, const uint32_t *w)
+ZOKECC_INLINE void round(uint32_t a, uint32_t b, uint32_t &c, uint32_t &d, uint32_t e, uint32_t f,
+                         uint32_t &g, uint32_t &h, uint32_t constant, uint32_t w, uint32_t fourth)
 {
+    d = (w ^ fourth) + std::rotl(d, 9);
+    h = w + std::rotl(h, 19);
     uint32_t ss1 = e + std::rotl(constant, j);
     ss1 += std::rotl(a, 12);  // SS1 before its rotation by 7, which the uses make
-    uint32_t tt2 = early ? e ^ f ^ g : ((f ^ g) & e) ^ g;
-    tt2 += h;
-    tt2 += w[j];
-    tt2 += std::rotl(ss1, 7);
-    uint32_t tt1 = early ? a ^ b ^ c : (a & b) | (c & (a | b));
-    tt1 += d;
-    tt1 += w[j] ^ w[j + 4];
-    tt1 += std::rotl(ss1 ^ std::rotl(a, 5), 7);  // SS2
-    d = tt1;
-    h = p0(tt2);
-    b = std::rotl(b, 9);
-    f = std::rotl(f, 19);
+    h += std::rotl(ss1, 7);
+    ss1 ^= std::rotl(a, 5);
+    d += std::rotl(ss1, 7);  // SS2
+    if constexpr (early) {
+        h += e ^ f ^ std::rotl(g, 19);
+        d += a ^ b ^ std::rotl(c, 9);
+    } else {
+        uint32_t choice = (f ^ std::rotl(g, 19)) & e;
+        rotate_anew(g);
+        choice ^= std::rotl(g, 19);
+        h += choice;
+        d += (a & b) | ((a | b) & std::rotl(c, 9));
+    }
+    rotate_anew(c);
+    rotate_anew(g);
+    h = p0(h);
 }
 
-template <bool early>
-ZOKECC_INLINE void four_rounds(State &s, uint32_t constant, const uint32_t *w)
+ZOKECC_INLINE void four_early_rounds(State &s, uint32_t constant, const uint32_t *w)
 {
-    round<early, 0>(s.a, s.b, s.c, s.d, s.e, s.f, s.g, s.h, constant, w);
-    round<early, 1>(s.d, s.a, s.b, s.c, s.h, s.e, s.f, s.g, constant, w);
-    round<early, 2>(s.c, s.d, s.a, s.b, s.g, s.h, s.e, s.f, constant, w);
-    round<early, 3>(s.b, s.c, s.d, s.a, s.f, s.g, s.h, s.e, constant, w);
+    round<true, 0>(s.a, s.b, s.c, s.d, s.e, s.f, s.g, s.h, constant, w[0], w[4]);
+    round<true, 1>(s.d, s.a, s.b, s.c, s.h, s.e, s.f, s.g, constant, w[1], w[5]);
+    round<true, 2>(s.c, s.d, s.a, s.b, s.g, s.h, s.e, s.f, constant, w[2], w[6]);
+    round<true, 3>(s.b, s.c, s.d, s.a, s.f, s.g, s.h, s.e, constant, w[3], w[7]);
+}
+
+// Beside the words W[j + 4] that they are the first to need.
+ZOKECC_INLINE void four_late_rounds(State &s, uint32_t constant, uint32_t *w)
+{
+    round<false, 0>(s.a, s.b, s.c, s.d, s.e, s.f, s.g, s.h, constant, w[12], expand(w, 0));
+    round<false, 1>(s.d, s.a, s.b, s.c, s.h, s.e, s.f, s.g, constant, w[13], expand(w, 1));
+    round<false, 2>(s.c, s.d, s.a, s.b, s.g, s.h, s.e, s.f, constant, w[14], expand(w, 2));
+    round<false, 3>(s.b, s.c, s.d, s.a, s.f, s.g, s.h, s.e, constant, w[15], expand(w, 3));
 }
 
 }  // namespace
@@ -70,49 +95,53 @@ void sm3_compress(uint32_t *state, const uint8_t *block)
 {
     uint32_t w[68];
     zokecc::load_block(block, w);
-    for (uint32_t *p = w; p < w + 52; p += 4) {
-        expand(p, 0);
-        expand(p, 1);
-        expand(p, 2);
-        expand(p, 3);
-    }
-    State s = {state[0], state[1], state[2], state[3], state[4], state[5], state[6], state[7]};
+    for (int i = 0; i < 4; ++i) expand(w, i);
+    State s = {state[0], state[1], std::rotr(state[2], 9),  std::rotr(state[3], 9),
+               state[4], state[5], std::rotr(state[6], 19), std::rotr(state[7], 19)};
     uint32_t constant = kEarlyConstant;
-    const uint32_t *p = w;
+    uint32_t *p = w;
     for (; p < w + 16; p += 4) {
-        four_rounds<true>(s, constant, p);
+        four_early_rounds(s, constant, p);
         constant = std::rotl(constant, 4);
     }
     constant = std::rotl(kLateConstant, 16);
-    for (; p < w + 64; p += 4) {
-        four_rounds<false>(s, constant, p);
+    for (p = w + 4; p < w + 52; p += 4) {
+        four_late_rounds(s, constant, p);
         constant = std::rotl(constant, 4);
     }
     state[0] ^= s.a;
     state[1] ^= s.b;
-    state[2] ^= s.c;
-    state[3] ^= s.d;
+    state[2] ^= std::rotl(s.c, 9);
+    state[3] ^= std::rotl(s.d, 9);
     state[4] ^= s.e;
     state[5] ^= s.f;
-    state[6] ^= s.g;
-    state[7] ^= s.h;
+    state[6] ^= std::rotl(s.g, 19);
+    state[7] ^= std::rotl(s.h, 19);
+}
+
+namespace zokecc {
+
+void sm3_blocks_portable(uint32_t *state, const uint8_t *data, uint64_t count)
+{
+    for (; count > 0; --count) {
+        sm3_compress(state, data);
+        data += kBlockBytes;
+    }
 }
 
 namespace {
 
 // The fastest of the routines that the processor has.
-inline auto *best_compress()
+inline auto *best_routine()
 {
 #if ZOKECC_SHA_INSTRUCTIONS
-    if (zokecc::has_rotating_vectors()) return zokecc::sm3_compress_avx512;
-    if (zokecc::has_vector_instructions()) return zokecc::sm3_compress_avx;
+    if (has_rotating_vectors()) return sm3_blocks_avx512;
+    if (has_vector_instructions()) return sm3_blocks_avx;
 #endif
-    return sm3_compress;
+    return sm3_blocks_portable;
 }
 
 }  // namespace
-
-namespace zokecc {
 
 ZOKECC_OUT_OF_LINE void sm3_finish(uint32_t *state, const uint8_t *rest, uint64_t length, uint8_t *out)
 {
@@ -125,8 +154,7 @@ ZOKECC_OUT_OF_LINE void sm3_finish(uint32_t *state, const uint8_t *rest, uint64_
     const uint64_t bits = length * 8;
     store_big_endian(static_cast<uint32_t>(bits >> 32), tail + tail_bytes - 8);
     store_big_endian(static_cast<uint32_t>(bits), tail + tail_bytes - 4);
-    auto *const compress = best_compress();
-    for (uint32_t offset = 0; offset < tail_bytes; offset += kBlockBytes) compress(state, tail + offset);
+    best_routine()(state, tail, tail_bytes / kBlockBytes);
 
     for (uint32_t i = 0; i < 8; ++i) store_big_endian(state[i], out + 4 * i);
     wipe(tail, sizeof tail);
@@ -140,13 +168,9 @@ uint32_t sm3_hash(const sm3_msg *msg, uint8_t *out)
     uint32_t state[8];
     std::memcpy(state, kInitialState, sizeof state);
 
-    auto *const compress = best_compress();
-    const uint8_t *data = msg->data;
-    for (uint64_t blocks = length / kBlockBytes; blocks > 0; --blocks) {
-        compress(state, data);
-        data += kBlockBytes;
-    }
-    zokecc::sm3_finish(state, data, length, out);
+    const uint64_t blocks = length / kBlockBytes;
+    best_routine()(state, msg->data, blocks);
+    zokecc::sm3_finish(state, msg->data + kBlockBytes * blocks, length, out);
     zokecc::wipe(state, sizeof state);
     return 0;
 }

@@ -16,18 +16,17 @@ namespace zokecc {
 // bytes of rest, compresses it into state and writes the digest, 32 bytes.
 void sm3_finish(uint32_t *state, const uint8_t *rest, uint64_t length, uint8_t *out);
 
-}  // namespace zokecc
+// sm3_compress for count blocks, one after the other.
+void sm3_blocks_portable(uint32_t *state, const uint8_t *data, uint64_t count);
 
 #if ZOKECC_SHA_INSTRUCTIONS
-namespace zokecc {
+// Likewise, where has_vector_instructions().
+void sm3_blocks_avx(uint32_t *state, const uint8_t *data, uint64_t count);
 
-// The same where has_vector_instructions().
-void sm3_compress_avx(uint32_t *state, const uint8_t *block);
-
-// The same where has_rotating_vectors().
-void sm3_compress_avx512(uint32_t *state, const uint8_t *block);
+// Likewise, where has_rotating_vectors().
+void sm3_blocks_avx512(uint32_t *state, const uint8_t *data, uint64_t count);
+#endif
 
 }  // namespace zokecc
-#endif
 
 #endif

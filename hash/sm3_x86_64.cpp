@@ -83,12 +83,15 @@ ZOKECC_INLINE void round(uint32_t a, uint32_t &b, uint32_t c, uint32_t &d, uint3
     h += schedule.w[j];
     d += schedule.w_prime[j];
     const uint32_t rotated = std::rotl(a, 12);
-    const uint32_t ss1 = std::rotl(rotated + kConstant + e, 7);
+    uint32_t early = rotated + kConstant;
+    __asm__("" : "+r"(early));  // or one lea adds all three, which takes three cycles after e is known
+    const uint32_t ss1 = std::rotl(early + e, 7);
     if constexpr (j < 16) {
         h += e ^ (f ^ g);
         d += (b ^ c) ^ a;
     } else {
-        h += ((f ^ g) & e) ^ g;
+        h += g & ~e;
+        h += f & e;  // no bit in common: the two sums are the choice
         d += b & c;
         d += (b ^ c) & a;  // has no bit of b & c, so the sum is the majority
     }
@@ -124,7 +127,7 @@ ZOKECC_INLINE void sixteen_rounds(State &s, Schedule &schedule, Vector &a, Vecto
     step<j + 12>(s, schedule, d, a, b, c);
 }
 
-ZOKECC_INLINE void compress(uint32_t *state, const uint8_t *block)
+ZOKECC_INLINE void compress(State &state, const uint8_t *block)
 {
     Vector a = load_words(block);
     Vector b = load_words(block + 16);
@@ -138,31 +141,44 @@ ZOKECC_INLINE void compress(uint32_t *state, const uint8_t *block)
     schedule.set_w_prime<0>(a ^ b);
     schedule.set_w_prime<1>(b ^ c);
     schedule.set_w_prime<2>(c ^ d);
-    State s = {state[0], state[1], state[2], state[3], state[4], state[5], state[6], state[7]};
+    State s = state;
     sixteen_rounds<0>(s, schedule, a, b, c, d);
     sixteen_rounds<16>(s, schedule, a, b, c, d);
     sixteen_rounds<32>(s, schedule, a, b, c, d);
     sixteen_rounds<48>(s, schedule, a, b, c, d);
-    state[0] ^= s.a;
-    state[1] ^= s.b;
-    state[2] ^= s.c;
-    state[3] ^= s.d;
-    state[4] ^= s.e;
-    state[5] ^= s.f;
-    state[6] ^= s.g;
-    state[7] ^= s.h;
+    state.a ^= s.a;
+    state.b ^= s.b;
+    state.c ^= s.c;
+    state.d ^= s.d;
+    state.e ^= s.e;
+    state.f ^= s.f;
+    state.g ^= s.g;
+    state.h ^= s.h;
+}
+
+ZOKECC_INLINE void compress_all(uint32_t *state, const uint8_t *data, uint64_t count)
+{
+    State s;  // not in memory from one block to the next
+    std::memcpy(&s, state, sizeof s);
+    for (; count > 0; --count) {
+        compress(s, data);
+        data += 64;
+    }
+    std::memcpy(state, &s, sizeof s);
 }
 
 }  // namespace
 
-__attribute__((target("avx,bmi,bmi2"))) void sm3_compress_avx(uint32_t *state, const uint8_t *block)
+__attribute__((target("avx,bmi,bmi2"))) void sm3_blocks_avx(uint32_t *state, const uint8_t *data,
+                                                            uint64_t count)
 {
-    compress(state, block);
+    compress_all(state, data, count);
 }
 
-__attribute__((target("avx512vl,bmi,bmi2"))) void sm3_compress_avx512(uint32_t *state, const uint8_t *block)
+__attribute__((target("avx512vl,bmi,bmi2"))) void sm3_blocks_avx512(uint32_t *state, const uint8_t *data,
+                                                                    uint64_t count)
 {
-    compress(state, block);
+    compress_all(state, data, count);
 }
 
 }  // namespace zokecc

@@ -29,25 +29,25 @@ std::string digest_of(const ByteString &message) {
     return to_hex(out.all());
 }
 
-using Compress = void (*)(uint32_t *, const uint8_t *);
+using Blocks = void (*)(uint32_t *, const uint8_t *, uint64_t);
 
 // The definition, and the routines that this processor has.
-std::vector<Compress> routines() {
-    std::vector<Compress> all{sm3_compress};
+std::vector<Blocks> routines() {
+    std::vector<Blocks> all{zokecc::sm3_blocks_portable};
 #if ZOKECC_SHA_INSTRUCTIONS
-    if (zokecc::has_vector_instructions()) all.push_back(zokecc::sm3_compress_avx);
-    if (zokecc::has_rotating_vectors()) all.push_back(zokecc::sm3_compress_avx512);
+    if (zokecc::has_vector_instructions()) all.push_back(zokecc::sm3_blocks_avx);
+    if (zokecc::has_rotating_vectors()) all.push_back(zokecc::sm3_blocks_avx512);
 #endif
     return all;
 }
 
 // Runs all routines on one state and block beside the model.
 void expect_same_block(const HashState &start, const ByteString &block) {
-    for (const Compress compress : routines()) {
+    for (const Blocks compress : routines()) {
         GuardedRecord<HashState> state;
         *state.get() = start;
         const ByteString before = block;
-        compress(state->data(), block.data());
+        compress(state->data(), block.data(), 1);
         EXPECT_EQ(*state.get(), model_sm3_block(start, block.data()));
         EXPECT_TRUE(state.guards_intact());
         EXPECT_EQ(block, before);
@@ -180,14 +180,27 @@ TEST(Sm3Compress, ExtremeStatesAndBlocksAgreeWithTheModel) {
         }
 }
 
+TEST(Sm3Compress, EveryRoutineGoesOnFromBlockToBlock) {
+    const ByteString blocks = test_bytes(4 * 64, 11);
+    for (const Blocks compress : routines()) {
+        HashState expected = model_sm3_start();
+        for (uint64_t count = 0; count <= 4; ++count) {
+            HashState state = model_sm3_start();
+            compress(state.data(), blocks.data(), count);
+            EXPECT_EQ(state, expected) << count;
+            if (count < 4) expected = model_sm3_block(expected, blocks.data() + 64 * count);
+        }
+    }
+}
+
 TEST(Sm3Compress, BlockAtAnOddAddressGivesTheSame) {
     const ByteString block = test_bytes(64, 9);
     for (size_t offset = 1; offset < 4; ++offset) {
         ByteString moved(offset, 0);
         moved.insert(moved.end(), block.begin(), block.end());
-        for (const Compress compress : routines()) {
+        for (const Blocks compress : routines()) {
             HashState state = model_sm3_start();
-            compress(state.data(), moved.data() + offset);
+            compress(state.data(), moved.data() + offset, 1);
             EXPECT_EQ(state, model_sm3_block(model_sm3_start(), block.data()));
         }
     }
