@@ -169,7 +169,7 @@ uint32_t sm3_hash(const sm3_msg *msg, uint8_t *out)
     std::memcpy(state, kInitialState, sizeof state);
 
     const uint64_t blocks = length / kBlockBytes;
-    best_routine()(state, msg->data, blocks);
+    zokecc::best_routine()(state, msg->data, blocks);
     zokecc::sm3_finish(state, msg->data + kBlockBytes * blocks, length, out);
     zokecc::wipe(state, sizeof state);
     return 0;
