@@ -22,6 +22,7 @@ usage() {
   test-arm        build for 32-bit soft-float ARM and test under QEMU
   cross           build for ARMv5TE, ARMv6 and ARMv7-A, for size and for speed, and run the examples
   musl            the same for ARMv5TE with musl as the C library, which is fetched into build/
+  builds [NAME]   the library as users and packagers build it: plainly, in a folder, for a board
   packages        the Debian packages for this machine and for armel, and a program built from each
   soak [ROUNDS SESSIONS]  a million signatures and 100,000 sessions in both builds: what memory they leave
   test-threads    what may run on several threads does, on eight, under ThreadSanitizer
@@ -281,6 +282,13 @@ cross | musl)
     else
         cross armv5te-os armv5te-o2 armv6-os armv6-o2 armv7a-os armv7a-o2
     fi
+    ;;
+builds)
+    require_suite
+    require_cross
+    require dpkg-buildflags dpkg-dev
+    install_missing
+    tests/builds/run.sh "$@"
     ;;
 packages)
     require_build

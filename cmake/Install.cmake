@@ -2,10 +2,6 @@
 # everything that a build against it needs, and the static library.
 include(CMakePackageConfigHelpers)
 
-# The names that find_package gives, for projects that take this one in as a folder.
-add_library(zokecc::zokecc ALIAS zokecc)
-add_library(zokecc::zokecc_static ALIAS zokecc_static)
-
 install(TARGETS zokecc zokecc_static EXPORT zokecc
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT runtime NAMELINK_COMPONENT development
     ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT development)

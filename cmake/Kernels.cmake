@@ -3,11 +3,6 @@
 # Most of the code runs once per call and a handful of files do nearly all the work. On ARM the
 # former is built for size, in Thumb instructions; the latter in ARM instructions, which have the
 # long multiplication. GCC's first scheduling pass only costs spills there.
-option(ZOKECC_THUMB "On ARM, build what is not hot for size, in Thumb instructions" ON)
-option(ZOKECC_SMALL "Leave out the fast paths for points: a third less code, a fifth of the speed" OFF)
-
-option(ZOKECC_SHA_INSTRUCTIONS "On x86-64, use instructions for hashes where the processor has them" ON)
-
 set(zokecc_hot
     mint/limbs/division.cpp mint/limbs/inverse.cpp mint/limbs/modulus_29_unrolled.cpp
     hash/sha256_blocks.cpp hash/sm3.cpp ecc/fast_field.cpp)

@@ -21,13 +21,6 @@ uint32_t from_hex(const char *digits, uint8_t *out)
     return count;
 }
 
-int is_hex(const uint8_t *bytes, const char *digits)
-{
-    for (; digits[0] != '\0' && digits[1] != '\0'; digits += 2, ++bytes)
-        if (*bytes != byte_value(digits)) return 0;
-    return 1;
-}
-
 mint number(const char *digits)
 {
     uint8_t bytes[4 * MINT_WORDS];

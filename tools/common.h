@@ -19,9 +19,6 @@ extern const ecc_curve_bytes sm2_of_process, p256_of_process;
 /* Turns pairs of digits into bytes, and returns how many. The caller has the room. */
 uint32_t from_hex(const char *digits, uint8_t *out);
 
-/* True if the bytes are what the digits say. */
-int is_hex(const uint8_t *bytes, const char *digits);
-
 /* A number, and a finite point, from digits. */
 mint number(const char *digits);
 ecc_point point(const char *x, const char *y);

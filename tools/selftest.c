@@ -1,16 +1,18 @@
 /*
  * Runs known answers and round trips through every family of calls, on the device itself.
  *
- *     selftest [PART]
+ *     zokecc-selftest [PART]
  *
- * Prints one line for each case, or for each whose name contains PART. The exit status is 0 if all of
- * them went well and there was at least one. The curve of the process is another afterwards.
+ * Prints what is tested, and one line for each case, or for each whose name contains PART. The exit status
+ * is 0 if all of them went well, 1 if one failed, and 2, with a list of the parts, if there is no such PART.
  */
 #include "selftest.h"
 
 #include <stdio.h>
 #include <stdlib.h>
 #include <string.h>
+
+#include "about.h"
 
 typedef struct selftest_family {
     const char *file; /* where a failing line is to be looked up */
@@ -40,7 +42,15 @@ static int passes(const selftest_family *family, const selftest_case *c)
         printf("ok\n");
     else
         printf("FAILED, %s:%d\n", family->file, line);
+    if (line != 0) print_difference();
     return line == 0;
+}
+
+static void list_parts(FILE *out)
+{
+    for (size_t i = 0; i < sizeof families / sizeof families[0]; ++i)
+        for (const selftest_case *c = families[i].cases; c->name != NULL; ++c)
+            fprintf(out, "    %s\n", c->name);
 }
 
 int main(int argc, char **argv)
@@ -48,6 +58,7 @@ int main(int argc, char **argv)
     const char *part = argc > 1 ? argv[1] : "";
     unsigned passed = 0;
     unsigned failed = 0;
+    print_about("zokecc-selftest");
     for (size_t i = 0; i < sizeof families / sizeof families[0]; ++i) {
         for (const selftest_case *c = families[i].cases; c->name != NULL; ++c) {
             if (strstr(c->name, part) == NULL) continue;
@@ -57,6 +68,11 @@ int main(int argc, char **argv)
                 ++failed;
         }
     }
+    if (passed + failed == 0) {
+        fprintf(stderr, "zokecc-selftest: no case has '%s' in its name; there are\n", part);
+        list_parts(stderr);
+        return 2;
+    }
     printf("%u passed, %u failed\n", passed, failed);
-    return passed > 0 && failed == 0 ? EXIT_SUCCESS : EXIT_FAILURE;
+    return failed == 0 ? EXIT_SUCCESS : EXIT_FAILURE;
 }

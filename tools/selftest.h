@@ -3,6 +3,7 @@
 #define ZOKECC_TOOLS_SELFTEST_H
 
 #include "common.h"
+#include "expect.h"
 
 /* A case answers 0 if all is well, else the line where it is not. */
 typedef struct selftest_case {
@@ -12,7 +13,8 @@ typedef struct selftest_case {
 
 #define REQUIRE(condition) \
     do { \
-        if (!(condition)) return __LINE__; \
+        forget_difference(); \
+        if (!(condition)) return keep_condition(#condition, __LINE__); \
     } while (0)
 
 /* Each ends with a case without a name. */

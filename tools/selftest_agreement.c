@@ -53,10 +53,10 @@ static int ecdh(void)
     const ECCrefPrivateKey d = private_key(ECDH_D);
     const ECCrefPublicKey P = public_key(ECDH_PX, ECDH_PY);
     uint8_t secret[L];
-    REQUIRE(ZOK_OpenSession(&session, &p256_of_session) == ZOK_OK);
-    REQUIRE(ZOK_ExternalEcdhKeyAgreement(session, &d, &P, secret) == ZOK_OK && is_hex(secret, ECDH_Z));
-    REQUIRE(ZOK_ExternalEcdhKeyAgreement(session, &d, NULL, secret) == ZOK_ERR_ARGUMENT);
-    REQUIRE(ZOK_CloseSession(session) == ZOK_OK);
+    REQUIRE(is(ZOK_OpenSession(&session, &p256_of_session), ZOK_OK));
+    REQUIRE(is(ZOK_ExternalEcdhKeyAgreement(session, &d, &P, secret), ZOK_OK) && is_hex(secret, ECDH_Z));
+    REQUIRE(is(ZOK_ExternalEcdhKeyAgreement(session, &d, NULL, secret), ZOK_ERR_ARGUMENT));
+    REQUIRE(is(ZOK_CloseSession(session), ZOK_OK));
     return 0;
 }
 
@@ -64,13 +64,15 @@ static int with_identities(void)
 {
     users u;
     REQUIRE(set_up(&u));
-    REQUIRE(ZOK_SM2_GenerateKeyWithECC(u.session, KEY_BITS, identity, ID_LEN, identity, ID_LEN, &u.dA, &u.rA,
-                                       &u.RA, &u.PB, &u.RB, &u.result) == ZOK_OK);
+    REQUIRE(is(ZOK_SM2_GenerateKeyWithECC(u.session, KEY_BITS, identity, ID_LEN, identity, ID_LEN, &u.dA,
+                                          &u.rA, &u.RA, &u.PB, &u.RB, &u.result),
+               ZOK_OK));
     REQUIRE(are_standard(&u, EXCHANGE_S02, EXCHANGE_S03));
-    REQUIRE(ZOK_SM2_GenerateResponseWithECC(u.session, KEY_BITS, identity, ID_LEN, identity, ID_LEN, &u.dB,
-                                            &u.PA, &u.RA, &u.rB, &u.RB, &u.result) == ZOK_OK);
+    REQUIRE(is(ZOK_SM2_GenerateResponseWithECC(u.session, KEY_BITS, identity, ID_LEN, identity, ID_LEN, &u.dB,
+                                               &u.PA, &u.RA, &u.rB, &u.RB, &u.result),
+               ZOK_OK));
     REQUIRE(are_standard(&u, EXCHANGE_S03, EXCHANGE_S02));
-    REQUIRE(ZOK_CloseSession(u.session) == ZOK_OK);
+    REQUIRE(is(ZOK_CloseSession(u.session), ZOK_OK));
     return 0;
 }
 
@@ -78,16 +80,19 @@ static int with_given_values(void)
 {
     users u;
     REQUIRE(set_up(&u));
-    REQUIRE(ZOK_GenerateKeyWithECC(u.session, KEY_BITS, u.ZA, DIGEST_BYTES, u.ZB, DIGEST_BYTES, &u.dA, &u.rA,
-                                   &u.PB, &u.RB, &u.result) == ZOK_OK);
+    REQUIRE(is(ZOK_GenerateKeyWithECC(u.session, KEY_BITS, u.ZA, DIGEST_BYTES, u.ZB, DIGEST_BYTES, &u.dA,
+                                      &u.rA, &u.PB, &u.RB, &u.result),
+               ZOK_OK));
     REQUIRE(are_standard(&u, EXCHANGE_S02, EXCHANGE_S03));
-    REQUIRE(ZOK_GenerateResponseWithECC(u.session, KEY_BITS, u.ZA, DIGEST_BYTES, u.ZB, DIGEST_BYTES, &u.dB,
-                                        &u.PA, &u.RA, &u.rB, &u.RB, &u.result) == ZOK_OK);
+    REQUIRE(is(ZOK_GenerateResponseWithECC(u.session, KEY_BITS, u.ZA, DIGEST_BYTES, u.ZB, DIGEST_BYTES, &u.dB,
+                                           &u.PA, &u.RA, &u.rB, &u.RB, &u.result),
+               ZOK_OK));
     REQUIRE(are_standard(&u, EXCHANGE_S03, EXCHANGE_S02));
     u.RA.y[L - 1] ^= 1; /* off the curve */
-    REQUIRE(ZOK_GenerateResponseWithECC(u.session, KEY_BITS, u.ZA, DIGEST_BYTES, u.ZB, DIGEST_BYTES, &u.dB,
-                                        &u.PA, &u.RA, &u.rB, &u.RB, &u.result) == ZOK_ERR_INTERNAL);
-    REQUIRE(ZOK_CloseSession(u.session) == ZOK_OK);
+    REQUIRE(is(ZOK_GenerateResponseWithECC(u.session, KEY_BITS, u.ZA, DIGEST_BYTES, u.ZB, DIGEST_BYTES, &u.dB,
+                                           &u.PA, &u.RA, &u.rB, &u.RB, &u.result),
+               ZOK_ERR_INTERNAL));
+    REQUIRE(is(ZOK_CloseSession(u.session), ZOK_OK));
     return 0;
 }
 
@@ -98,15 +103,17 @@ static int with_drawn_keys(void)
     uint8_t other_key[KEY_BYTES];
     KeyAgreementResult other = {{0}, {0}, other_key};
     REQUIRE(set_up(&u));
-    REQUIRE(ZOK_SM2_GenerateAgreementDataWithECC(u.session, &u.rA, &u.RA) == ZOK_OK);
-    REQUIRE(ZOK_SM2_GenerateAgreementDataAndKeyWithECC(u.session, KEY_BITS, identity, ID_LEN, identity,
-                                                       ID_LEN, &u.dB, &u.PA, &u.RA, &u.RB, &other) == ZOK_OK);
-    REQUIRE(ZOK_SM2_GenerateKeyWithECC(u.session, KEY_BITS, identity, ID_LEN, identity, ID_LEN, &u.dA, &u.rA,
-                                       &u.RA, &u.PB, &u.RB, &u.result) == ZOK_OK);
-    REQUIRE(memcmp(u.key, other_key, KEY_BYTES) == 0 && !is_hex(u.key, EXCHANGE_K));
-    REQUIRE(memcmp(u.result.check, other.send, DIGEST_BYTES) == 0);
-    REQUIRE(memcmp(u.result.send, other.check, DIGEST_BYTES) == 0);
-    REQUIRE(ZOK_CloseSession(u.session) == ZOK_OK);
+    REQUIRE(is(ZOK_SM2_GenerateAgreementDataWithECC(u.session, &u.rA, &u.RA), ZOK_OK));
+    REQUIRE(is(ZOK_SM2_GenerateAgreementDataAndKeyWithECC(u.session, KEY_BITS, identity, ID_LEN, identity,
+                                                          ID_LEN, &u.dB, &u.PA, &u.RA, &u.RB, &other),
+               ZOK_OK));
+    REQUIRE(is(ZOK_SM2_GenerateKeyWithECC(u.session, KEY_BITS, identity, ID_LEN, identity, ID_LEN, &u.dA,
+                                          &u.rA, &u.RA, &u.PB, &u.RB, &u.result),
+               ZOK_OK));
+    REQUIRE(is_bytes(u.key, other_key, KEY_BYTES) && !is_hex(u.key, EXCHANGE_K));
+    REQUIRE(is_bytes(u.result.check, other.send, DIGEST_BYTES));
+    REQUIRE(is_bytes(u.result.send, other.check, DIGEST_BYTES));
+    REQUIRE(is(ZOK_CloseSession(u.session), ZOK_OK));
     return 0;
 }
 

@@ -37,7 +37,7 @@ static curve curve_of(const ecc_curve_bytes *c)
 static int is_point(const ecc_point *P, const char *x, const char *y)
 {
     const ecc_point expected = point(x, y);
-    return P->infinity == 0 && mint_compare(&P->x, &expected.x) == 0 && mint_compare(&P->y, &expected.y) == 0;
+    return is(P->infinity, 0) && is_number(&P->x, &expected.x) && is_number(&P->y, &expected.y);
 }
 
 static int curve_checks(void)
@@ -48,12 +48,12 @@ static int curve_checks(void)
     off_curve.Gy[L - 1] ^= 1;
     wrong_point.Gy[L - 1] ^= 1;
     wrong_order.n[L - 1] ^= 2;
-    REQUIRE(Curve_Init(&off_curve) == -1 && Curve_Init(NULL) == -1);
-    REQUIRE(Curve_Init(&p256_of_process) == 0 && Curve_Init(&sm2_of_process) == 0);
-    REQUIRE(ZOK_CurveVerify(4, &sm2_of_session) == ZOK_OK);
-    REQUIRE(ZOK_CurveVerify(4, &p256_of_session) == ZOK_OK);
-    REQUIRE(ZOK_CurveVerify(4, &wrong_point) == ZOK_ERR_INTERNAL);
-    REQUIRE(ZOK_CurveVerify(4, &wrong_order) == ZOK_ERR_INTERNAL);
+    REQUIRE(is(Curve_Init(&off_curve), -1) && is(Curve_Init(NULL), -1));
+    REQUIRE(is(Curve_Init(&p256_of_process), 0) && is(Curve_Init(&sm2_of_process), 0));
+    REQUIRE(is(ZOK_CurveVerify(4, &sm2_of_session), ZOK_OK));
+    REQUIRE(is(ZOK_CurveVerify(4, &p256_of_session), ZOK_OK));
+    REQUIRE(is(ZOK_CurveVerify(4, &wrong_point), ZOK_ERR_INTERNAL));
+    REQUIRE(is(ZOK_CurveVerify(4, &wrong_order), ZOK_ERR_INTERNAL));
     return 0;
 }
 
@@ -64,7 +64,7 @@ static int sums_of_points(void)
     ecc_point sum;
     ecc_jac_point jacobian;
     ecc_jac_point doubled;
-    REQUIRE(ecc_test_point(&c.G, &c.a, &c.b, &c.p) == 0);
+    REQUIRE(is(ecc_test_point(&c.G, &c.a, &c.b, &c.p), 0));
     ecc_point_double(&c.G, &c.a, &c.b, &c.p, &sum);
     REQUIRE(is_point(&sum, P256_2GX, P256_2GY));
     ecc_point_add(&sum, &c.G, &c.a, &c.b, &c.p, &sum);
@@ -78,7 +78,7 @@ static int sums_of_points(void)
     ecc_invert_point(&c.p, &doubled);
     ecc_jac_point_add_1(&jacobian, &doubled, &c.a, &c.b, &c.p, &jacobian);
     ecc_jacobin_affine(&sum, &c.p, &jacobian);
-    REQUIRE(mint_compare(&sum.x, &c.G.x) == 0 && mint_compare(&sum.y, &c.G.y) == 0);
+    REQUIRE(is_number(&sum.x, &c.G.x) && is_number(&sum.y, &c.G.y));
     return 0;
 }
 
@@ -90,13 +90,13 @@ static int products_of_base_point(void)
     const mint d = number(STANDARD_D);
     const mint k = number(SIGN_K);
     ecc_point product;
-    REQUIRE(Curve_Init(&sm2_of_process) == 0);
+    REQUIRE(is(Curve_Init(&sm2_of_process), 0));
     ecc_fix_point_mul(&d, &c.G, &c.a, &c.b, &c.p, &product);
     REQUIRE(is_point(&product, STANDARD_PX, STANDARD_PY));
-    REQUIRE(ecc_precomputation_point_1(&c.G, &c.a, &c.b, &c.p, table) == 0);
+    REQUIRE(is(ecc_precomputation_point_1(&c.G, &c.a, &c.b, &c.p, table), 0));
     ecc_fix_point_mul_1(&k, &c.G, &c.a, &c.b, &c.p, &product, table);
     REQUIRE(is_point(&product, C1_X, C1_Y));
-    REQUIRE(ecc_unknown_point_mul(&k, &c.G, &c.a, &c.b, &c.p, &product) == 1);
+    REQUIRE(is(ecc_unknown_point_mul(&k, &c.G, &c.a, &c.b, &c.p, &product), 1));
     REQUIRE(is_point(&product, C1_X, C1_Y));
     return 0;
 }
@@ -107,9 +107,9 @@ static int products_of_other_points(void)
     const mint k = number(FACTOR);
     const ecc_point P = point(POINT_X, POINT_Y);
     ecc_point product;
-    REQUIRE(ecc_unknown_point_mul(&k, &P, &c.a, &c.b, &c.p, &product) == 1);
+    REQUIRE(is(ecc_unknown_point_mul(&k, &P, &c.a, &c.b, &c.p, &product), 1));
     REQUIRE(is_point(&product, MULTIPLE_X, MULTIPLE_Y));
-    REQUIRE(ecc_point_mul(&k, &P, &c.G, &c.a, &c.b, &c.p, &product) == 0);
+    REQUIRE(is(ecc_point_mul(&k, &P, &c.G, &c.a, &c.b, &c.p, &product), 0));
     REQUIRE(is_point(&product, MULTIPLE_X, MULTIPLE_Y));
     return 0;
 }
@@ -119,15 +119,15 @@ static int points_as_bytes(void)
     const ecc_point_bytes P = point_bytes(STANDARD_PX, STANDARD_PY);
     uint8_t out[1 + 2 * L];
     ecc_point_bytes back;
-    REQUIRE(Curve_Init(&sm2_of_process) == 0);
-    REQUIRE(ecc_PointToByte(&P, 0, out, sizeof out) == 1 + 2 * L &&
+    REQUIRE(is(Curve_Init(&sm2_of_process), 0));
+    REQUIRE(is(ecc_PointToByte(&P, 0, out, sizeof out), 1 + 2 * L) &&
             is_hex(out, "04" STANDARD_PX STANDARD_PY));
-    REQUIRE(ecc_ByteToPoint(out, sizeof out, &back) == 0 && back.length == L);
+    REQUIRE(is(ecc_ByteToPoint(out, sizeof out, &back), 0) && is(back.length, L));
     out[2 * L] ^= 1;
-    REQUIRE(ecc_ByteToPoint(out, sizeof out, &back) == -1); /* not on the curve */
-    REQUIRE(ecc_PointToByte(&P, 1, out, 1 + L) == 1 + L && is_hex(out, "03" STANDARD_PX));
+    REQUIRE(is(ecc_ByteToPoint(out, sizeof out, &back), -1)); /* not on the curve */
+    REQUIRE(is(ecc_PointToByte(&P, 1, out, 1 + L), 1 + L) && is_hex(out, "03" STANDARD_PX));
     memset(&back, 0, sizeof back);
-    REQUIRE(ecc_ByteToPoint(out, 1 + L, &back) == 0 && is_hex(back.y, STANDARD_PY));
+    REQUIRE(is(ecc_ByteToPoint(out, 1 + L, &back), 0) && is_hex(back.y, STANDARD_PY));
     return 0;
 }
 

@@ -19,9 +19,9 @@ static int sm2_decrypt(void)
     const ecc_scalar d = {d_bytes, from_hex(STANDARD_D, d_bytes)};
     const sm3_msg cipher = {cipher_bytes, 0, from_hex("04" C1_X C1_Y C2_C3, cipher_bytes)};
     sm3_msg plain = {plain_bytes, 0, 0};
-    REQUIRE(Curve_Init(&sm2_of_process) == 0);
-    REQUIRE(sm2_Decry(&d, &cipher, &plain, HASH_ALG_SM3) == -1);
-    REQUIRE(plain.len_low == TEXT_BYTES && memcmp(plain_bytes, text, TEXT_BYTES) == 0);
+    REQUIRE(is(Curve_Init(&sm2_of_process), 0));
+    REQUIRE(is(sm2_Decry(&d, &cipher, &plain, HASH_ALG_SM3), -1));
+    REQUIRE(is(plain.len_low, TEXT_BYTES) && is_bytes(plain_bytes, text, TEXT_BYTES));
     return 0;
 }
 
@@ -36,13 +36,13 @@ static int sm2_encrypt(void)
     const ecc_point_bytes P = point_bytes(STANDARD_PX, STANDARD_PY);
     const ECCrefPrivateKey priv = private_key(STANDARD_D);
     sm3_msg cipher = {cipher_bytes, 0, 0};
-    REQUIRE(Curve_Init(&sm2_of_process) == 0);
-    REQUIRE(sm2_Encry(&P, &message, &cipher, HASH_ALG_SM3) == 0 && cipher.len_low == sizeof cipher_bytes);
-    REQUIRE(ZOK_OpenSession(&session, &sm2_of_session) == ZOK_OK);
-    REQUIRE(ZOK_ExternalDecrypt_ECC(session, &priv, cipher_bytes, cipher.len_low, plain, &plain_len) ==
-            ZOK_OK);
-    REQUIRE(plain_len == TEXT_BYTES && memcmp(plain, text, TEXT_BYTES) == 0);
-    REQUIRE(ZOK_CloseSession(session) == ZOK_OK);
+    REQUIRE(is(Curve_Init(&sm2_of_process), 0));
+    REQUIRE(is(sm2_Encry(&P, &message, &cipher, HASH_ALG_SM3), 0) && is(cipher.len_low, sizeof cipher_bytes));
+    REQUIRE(is(ZOK_OpenSession(&session, &sm2_of_session), ZOK_OK));
+    REQUIRE(
+        is(ZOK_ExternalDecrypt_ECC(session, &priv, cipher_bytes, cipher.len_low, plain, &plain_len), ZOK_OK));
+    REQUIRE(is(plain_len, TEXT_BYTES) && is_bytes(plain, text, TEXT_BYTES));
+    REQUIRE(is(ZOK_CloseSession(session), ZOK_OK));
     return 0;
 }
 
@@ -52,9 +52,9 @@ static int eces_decrypt(void)
     uint8_t plain[L + 1];
     uint8_t d_bytes[L];
     const ecc_scalar d = {d_bytes, from_hex(STANDARD_D, d_bytes)};
-    REQUIRE(Curve_Init(&sm2_of_process) == 0);
-    REQUIRE(from_hex("04" C1_X C1_Y NUMBER_CIPHER, cipher) == sizeof cipher);
-    REQUIRE(Eces_Decry(&d, cipher, 3 * L, plain) == L && is_hex(plain, NUMBER_MESSAGE));
+    REQUIRE(is(Curve_Init(&sm2_of_process), 0));
+    REQUIRE(is(from_hex("04" C1_X C1_Y NUMBER_CIPHER, cipher), sizeof cipher));
+    REQUIRE(is(Eces_Decry(&d, cipher, 3 * L, plain), L) && is_hex(plain, NUMBER_MESSAGE));
     return 0;
 }
 
@@ -70,14 +70,14 @@ static int eces_encrypt(void)
     uint32_t message_len = 0;
     const ecc_scalar d = {d_bytes, from_hex(STANDARD_D, d_bytes)};
     const ecc_point_bytes P = point_bytes(STANDARD_PX, STANDARD_PY);
-    REQUIRE(Curve_Init(&sm2_of_process) == 0);
-    REQUIRE(eces_format(L, text, TEXT_BYTES, block, &block_len) == 0 && block_len == L);
+    REQUIRE(is(Curve_Init(&sm2_of_process), 0));
+    REQUIRE(is(eces_format(L, text, TEXT_BYTES, block, &block_len), 0) && is(block_len, L));
     block[0] = 0;
     for (int i = 1; i < L - TEXT_BYTES - 1; ++i) block[i] |= 1; /* a zero would end the padding early */
-    REQUIRE(Eces_Encry(&P, block, L, cipher, 3 * L) == 3 * L);
-    REQUIRE(Eces_Decry(&d, cipher, 3 * L, plain) == L - 1);
-    REQUIRE(eces_deformat(plain, L - 1, message, &message_len) == 0);
-    REQUIRE(message_len == TEXT_BYTES && memcmp(message, text, TEXT_BYTES) == 0);
+    REQUIRE(is(Eces_Encry(&P, block, L, cipher, 3 * L), 3 * L));
+    REQUIRE(is(Eces_Decry(&d, cipher, 3 * L, plain), L - 1));
+    REQUIRE(is(eces_deformat(plain, L - 1, message, &message_len), 0));
+    REQUIRE(is(message_len, TEXT_BYTES) && is_bytes(message, text, TEXT_BYTES));
     return 0;
 }
 

@@ -39,9 +39,9 @@ static int ecdh(void)
     uint8_t secret[L];
     const ecc_scalar d = {d_bytes, from_hex(ECDH_D, d_bytes)};
     const ecc_point_bytes P = point_bytes(ECDH_PX, ECDH_PY);
-    REQUIRE(Curve_Init(&p256_of_process) == 0);
-    REQUIRE(Ecdh_KeyExChg(&d, &P, secret, L) == L && is_hex(secret, ECDH_Z));
-    REQUIRE(Ecdh_KeyExChg(&d, &P, secret, L - 1) == -1);
+    REQUIRE(is(Curve_Init(&p256_of_process), 0));
+    REQUIRE(is(Ecdh_KeyExChg(&d, &P, secret, L), L) && is_hex(secret, ECDH_Z));
+    REQUIRE(is(Ecdh_KeyExChg(&d, &P, secret, L - 1), -1));
     return 0;
 }
 
@@ -52,10 +52,11 @@ static int initiator(void)
     uint8_t S1[DIGEST_BYTES];
     uint8_t SA[DIGEST_BYTES];
     uint8_t key[KEY_BYTES];
-    REQUIRE(set_up(&u) == 0);
-    REQUIRE(sm2_KeyExChg_A1_3(&u.rA, &RA) == 0 && is_hex(RA.x, EXCHANGE_RAX) && is_hex(RA.y, EXCHANGE_RAY));
-    REQUIRE(sm2_KeyExChg_A4_10(&u.rA, &RA, &u.dA, &u.PB, &u.RB, u.ZA, u.ZB, KEY_BYTES, S1, SA, key,
-                               HASH_ALG_SM3) == 0);
+    REQUIRE(is(set_up(&u), 0));
+    REQUIRE(is(sm2_KeyExChg_A1_3(&u.rA, &RA), 0) && is_hex(RA.x, EXCHANGE_RAX) && is_hex(RA.y, EXCHANGE_RAY));
+    REQUIRE(is(
+        sm2_KeyExChg_A4_10(&u.rA, &RA, &u.dA, &u.PB, &u.RB, u.ZA, u.ZB, KEY_BYTES, S1, SA, key, HASH_ALG_SM3),
+        0));
     REQUIRE(is_hex(key, EXCHANGE_K) && is_hex(S1, EXCHANGE_S02) && is_hex(SA, EXCHANGE_S03));
     return 0;
 }
@@ -69,14 +70,16 @@ static int responder(void)
     uint8_t SA[DIGEST_BYTES];
     uint8_t SB[DIGEST_BYTES];
     uint8_t keys[2][KEY_BYTES];
-    REQUIRE(set_up(&u) == 0);
-    REQUIRE(sm2_KeyExChg_B1_10(&u.dB, &u.PA, &u.RA, u.ZA, u.ZB, KEY_BYTES, &u.RB, S2, SB, keys[0],
-                               HASH_ALG_SM3) == 0);
+    REQUIRE(is(set_up(&u), 0));
+    REQUIRE(is(
+        sm2_KeyExChg_B1_10(&u.dB, &u.PA, &u.RA, u.ZA, u.ZB, KEY_BYTES, &u.RB, S2, SB, keys[0], HASH_ALG_SM3),
+        0));
     REQUIRE(!is_hex(u.RB.x, EXCHANGE_RBX));
-    REQUIRE(sm2_KeyExChg_A4_10(&u.rA, &u.RA, &u.dA, &u.PB, &u.RB, u.ZA, u.ZB, KEY_BYTES, S1, SA, keys[1],
-                               HASH_ALG_SM3) == 0);
-    REQUIRE(memcmp(keys[0], keys[1], KEY_BYTES) == 0);
-    REQUIRE(memcmp(S1, SB, DIGEST_BYTES) == 0 && memcmp(S2, SA, DIGEST_BYTES) == 0);
+    REQUIRE(is(sm2_KeyExChg_A4_10(&u.rA, &u.RA, &u.dA, &u.PB, &u.RB, u.ZA, u.ZB, KEY_BYTES, S1, SA, keys[1],
+                                  HASH_ALG_SM3),
+               0));
+    REQUIRE(is_bytes(keys[0], keys[1], KEY_BYTES));
+    REQUIRE(is_bytes(S1, SB, DIGEST_BYTES) && is_bytes(S2, SA, DIGEST_BYTES));
     return 0;
 }
 
@@ -86,11 +89,13 @@ static int both_sides_in_one_call(void)
     users u;
     uint8_t values[4][DIGEST_BYTES];
     uint8_t keys[2][KEY_BYTES];
-    REQUIRE(set_up(&u) == 0);
-    REQUIRE(sm2_KeyExChg(INITIATOR, &u.rA, &u.RA, &u.RB, &u.dA, &u.PB, u.ZA, u.ZB, KEY_BYTES, values[0],
-                         values[1], keys[0], HASH_ALG_SM3) == 0);
-    REQUIRE(sm2_KeyExChg(RESPONDER, &u.rB, &u.RB, &u.RA, &u.dB, &u.PA, u.ZA, u.ZB, KEY_BYTES, values[2],
-                         values[3], keys[1], HASH_ALG_SM3) == 0);
+    REQUIRE(is(set_up(&u), 0));
+    REQUIRE(is(sm2_KeyExChg(INITIATOR, &u.rA, &u.RA, &u.RB, &u.dA, &u.PB, u.ZA, u.ZB, KEY_BYTES, values[0],
+                            values[1], keys[0], HASH_ALG_SM3),
+               0));
+    REQUIRE(is(sm2_KeyExChg(RESPONDER, &u.rB, &u.RB, &u.RA, &u.dB, &u.PA, u.ZA, u.ZB, KEY_BYTES, values[2],
+                            values[3], keys[1], HASH_ALG_SM3),
+               0));
     REQUIRE(is_hex(keys[0], EXCHANGE_K) && is_hex(keys[1], EXCHANGE_K));
     REQUIRE(memcmp(values[0], values[2], DIGEST_BYTES) != 0 && !is_hex(values[1], EXCHANGE_S02));
     return 0;

@@ -13,7 +13,7 @@
 static int same(const mint *value, const char *digits)
 {
     const mint expected = number(digits);
-    return mint_compare(value, &expected) == 0;
+    return is_number(value, &expected);
 }
 
 /* FFFFFFFF + 1, and back. */
@@ -22,11 +22,11 @@ static int carry_and_borrow(void)
     mint ones = number("ffffffff");
     mint one = number("01");
     mint out;
-    REQUIRE(mint_add(&ones, &one, &out) == 0 && same(&out, "0100000000"));
-    REQUIRE(mint_sub(&one, &out, &out) == 1 && same(&out, "ffffffff"));
-    REQUIRE(mint_left_move(&out, 36) == 0 && same(&out, "0ffffffff000000000"));
-    REQUIRE(get_mint_bit_len(&out) == 68 && mint_bit_set(&out, 36) == 1 && mint_bit_set(&out, 35) == 0);
-    REQUIRE(mint_right_move(&out, 35) == 0 && same(&out, "01fffffffe"));
+    REQUIRE(is(mint_add(&ones, &one, &out), 0) && same(&out, "0100000000"));
+    REQUIRE(is(mint_sub(&one, &out, &out), 1) && same(&out, "ffffffff"));
+    REQUIRE(is(mint_left_move(&out, 36), 0) && same(&out, "0ffffffff000000000"));
+    REQUIRE(is(get_mint_bit_len(&out), 68) && is(mint_bit_set(&out, 36), 1) && is(mint_bit_set(&out, 35), 0));
+    REQUIRE(is(mint_right_move(&out, 35), 0) && same(&out, "01fffffffe"));
     return 0;
 }
 
@@ -39,15 +39,15 @@ static int product_and_quotient(void)
     mint product;
     mint quotient;
     mint remainder;
-    REQUIRE(mint_mul(&d, &k, &product) == 1);
+    REQUIRE(is(mint_mul(&d, &k, &product), 1));
     REQUIRE(same(&product, "13f1da7e74d7e96d4d7388e0e7a350d37ebf5af8aba2a3db10b48583452cd227"
                            "d2acc821c778ae36aea223eeb91de6f099ee76fa243fadb24c9709f941db9cb8"));
     mint dividend = product;
     mint increment = one;
     mint_add(&dividend, &increment, &dividend);
-    REQUIRE(mint_div(&dividend, &k, &quotient, &remainder) == 1);
-    REQUIRE(same(&quotient, STANDARD_D) && mint_compare(&remainder, &one) == 0);
-    REQUIRE(mint_mod(&dividend, &d, &remainder) == 1 && mint_compare(&remainder, &one) == 0);
+    REQUIRE(is(mint_div(&dividend, &k, &quotient, &remainder), 1));
+    REQUIRE(same(&quotient, STANDARD_D) && is_number(&remainder, &one));
+    REQUIRE(is(mint_mod(&dividend, &d, &remainder), 1) && is_number(&remainder, &one));
     return 0;
 }
 
@@ -62,10 +62,10 @@ static int modular_arithmetic(void)
     mint s;
     mint divisor;
     mint inverse;
-    REQUIRE(mint_mod_mul(&r, &d, &n, &s) == 0 && mint_mod_sub(&k, &s, &n, &s) == 0);
-    REQUIRE(mint_mod_add(&d, &one, &n, &divisor) == 0 && mint_EEA_algo(&divisor, &n, &inverse) == 0);
-    REQUIRE(mint_mod_mul(&s, &inverse, &n, &s) == 0 && same(&s, SIGN_S));
-    REQUIRE(mint_mod_mul(&divisor, &inverse, &n, &s) == 0 && same(&s, "01"));
+    REQUIRE(is(mint_mod_mul(&r, &d, &n, &s), 0) && is(mint_mod_sub(&k, &s, &n, &s), 0));
+    REQUIRE(is(mint_mod_add(&d, &one, &n, &divisor), 0) && is(mint_EEA_algo(&divisor, &n, &inverse), 0));
+    REQUIRE(is(mint_mod_mul(&s, &inverse, &n, &s), 0) && same(&s, SIGN_S));
+    REQUIRE(is(mint_mod_mul(&divisor, &inverse, &n, &s), 0) && same(&s, "01"));
     return 0;
 }
 
@@ -85,10 +85,10 @@ static int square_root(void)
     mint_mod_add(&right, &a, &p, &right);
     mint_mod_mul(&right, &x, &p, &right);
     mint_mod_add(&right, &b, &p, &right); /* (x^2 + a) x + b */
-    REQUIRE(mint_sqrt(&right, &p, &root) == 1);
+    REQUIRE(is(mint_sqrt(&right, &p, &root), 1));
     mint_add(&exponent, &one, &exponent);
     mint_right_move(&exponent, 2); /* (p + 1) / 4 */
-    REQUIRE(mint_exp(&right, &exponent, &p, &power) == 0 && mint_compare(&power, &root) == 0);
+    REQUIRE(is(mint_exp(&right, &exponent, &p, &power), 0) && is_number(&power, &root));
     if (!same(&root, STANDARD_PY)) mint_sub(&p, &root, &root);
     REQUIRE(same(&root, STANDARD_PY));
     return 0;
@@ -101,7 +101,7 @@ static int square_root_one_mod_eight(void)
     const mint y = number(P224_GY);
     mint square;
     mint root;
-    REQUIRE(mint_mod_mul(&y, &y, &p, &square) == 0 && mint_sqrt(&square, &p, &root) == 1);
+    REQUIRE(is(mint_mod_mul(&y, &y, &p, &square), 0) && is(mint_sqrt(&square, &p, &root), 1));
     if (mint_compare(&root, &y) != 0) mint_sub(&p, &root, &root);
     REQUIRE(same(&root, P224_GY));
     return 0;
@@ -112,11 +112,11 @@ static int bytes_and_numbers(void)
     const mint value = number("000102030405");
     uint8_t out[8];
     uint32_t out_len = 0;
-    REQUIRE(value.len == 2 && value.words[0] == 0x02030405u && value.words[1] == 0x01u);
-    REQUIRE(mint_to_octetstring(&value, sizeof out, out, &out_len) == 0 && out_len == 5);
+    REQUIRE(is(value.len, 2) && is(value.words[0], 0x02030405u) && is(value.words[1], 0x01u));
+    REQUIRE(is(mint_to_octetstring(&value, sizeof out, out, &out_len), 0) && is(out_len, 5));
     REQUIRE(is_hex(out, "0102030405"));
-    REQUIRE(mint_to_octetstring(&value, 4, out, &out_len) == 1);
-    REQUIRE(mint_to_fixedlen_os(&value, 8, 8, &out_len, out) == 0 && is_hex(out, "0000000102030405"));
+    REQUIRE(is(mint_to_octetstring(&value, 4, out, &out_len), 1));
+    REQUIRE(is(mint_to_fixedlen_os(&value, 8, 8, &out_len, out), 0) && is_hex(out, "0000000102030405"));
     return 0;
 }
 
@@ -128,8 +128,8 @@ static int kept_results(void)
     const mint two = number("02");
     const mint n = number(SM2_N);
     mint out;
-    REQUIRE(mint_sub(&greater, &smaller, &out) == 0 && same(&out, "fffffffeffffffff"));
-    REQUIRE(mint_EEA_algo(&two, &n, &out) == 0);
+    REQUIRE(is(mint_sub(&greater, &smaller, &out), 0) && same(&out, "fffffffeffffffff"));
+    REQUIRE(is(mint_EEA_algo(&two, &n, &out), 0));
     REQUIRE(same(&out, "7fffffff7ffffffffffffffefffffffeb901efb590e30295a9ddfa049ceaa092"));
     return 0;
 }

@@ -15,14 +15,14 @@ static int device_and_session(void)
     DEVICEINFO info;
     CurvePara off_curve = sm2_of_session;
     off_curve.Gy[0] ^= 1;
-    REQUIRE(SDF_OpenDevice(&device) == ZOK_OK && SDF_OpenSession(device, &session) == ZOK_OK);
-    REQUIRE(SDF_GetDeviceInfo(session, &info) == ZOK_OK && info.device_version == 1);
-    REQUIRE(ZOK_CurveParaCfg(session, 4, &off_curve) == ZOK_ERR_INTERNAL);
-    REQUIRE(ZOK_CurveParaCfg(session, 7, &sm2_of_session) == ZOK_ERR_ARGUMENT);
-    REQUIRE(ZOK_CurveParaCfg(session, 4, &sm2_of_session) == ZOK_OK);
-    REQUIRE(SDF_CloseSession(session) == ZOK_OK && SDF_CloseDevice(device) == ZOK_OK);
-    REQUIRE(SDF_OpenSession(NULL, &session) == ZOK_ERR_DEVICE &&
-            SDF_CloseSession(NULL) == ZOK_ERR_CLOSE_SESSION);
+    REQUIRE(is(SDF_OpenDevice(&device), ZOK_OK) && is(SDF_OpenSession(device, &session), ZOK_OK));
+    REQUIRE(is(SDF_GetDeviceInfo(session, &info), ZOK_OK) && is(info.device_version, 1));
+    REQUIRE(is(ZOK_CurveParaCfg(session, 4, &off_curve), ZOK_ERR_INTERNAL));
+    REQUIRE(is(ZOK_CurveParaCfg(session, 7, &sm2_of_session), ZOK_ERR_ARGUMENT));
+    REQUIRE(is(ZOK_CurveParaCfg(session, 4, &sm2_of_session), ZOK_OK));
+    REQUIRE(is(SDF_CloseSession(session), ZOK_OK) && is(SDF_CloseDevice(device), ZOK_OK));
+    REQUIRE(is(SDF_OpenSession(NULL, &session), ZOK_ERR_DEVICE) &&
+            is(SDF_CloseSession(NULL), ZOK_ERR_CLOSE_SESSION));
     return 0;
 }
 
@@ -33,12 +33,12 @@ static int key_pair(void)
     ECCrefPublicKey pub;
     ECCrefPrivateKey priv;
     ECCSignature sig;
-    REQUIRE(ZOK_OpenSession(&session, &p256_of_session) == ZOK_OK);
-    REQUIRE(SDF_GenerateKeyPair_ECC(session, ZOK_ALG_ECDSA_KEY, 255, &pub, &priv) == ZOK_ERR_ARGUMENT);
-    REQUIRE(SDF_GenerateKeyPair_ECC(session, ZOK_ALG_ECDSA_KEY, 8 * L, &pub, &priv) == ZOK_OK);
-    REQUIRE(SDF_ExternalSign_ECC(session, ZOK_ALG_ECDSA_SIGN, &priv, text, TEXT_LEN, &sig) == ZOK_OK);
-    REQUIRE(SDF_ExternalVerify_ECC(session, ZOK_ALG_ECDSA_SIGN, &pub, text, TEXT_LEN, &sig) == ZOK_OK);
-    REQUIRE(ZOK_CloseSession(session) == ZOK_OK);
+    REQUIRE(is(ZOK_OpenSession(&session, &p256_of_session), ZOK_OK));
+    REQUIRE(is(SDF_GenerateKeyPair_ECC(session, ZOK_ALG_ECDSA_KEY, 255, &pub, &priv), ZOK_ERR_ARGUMENT));
+    REQUIRE(is(SDF_GenerateKeyPair_ECC(session, ZOK_ALG_ECDSA_KEY, 8 * L, &pub, &priv), ZOK_OK));
+    REQUIRE(is(SDF_ExternalSign_ECC(session, ZOK_ALG_ECDSA_SIGN, &priv, text, TEXT_LEN, &sig), ZOK_OK));
+    REQUIRE(is(SDF_ExternalVerify_ECC(session, ZOK_ALG_ECDSA_SIGN, &pub, text, TEXT_LEN, &sig), ZOK_OK));
+    REQUIRE(is(ZOK_CloseSession(session), ZOK_OK));
     return 0;
 }
 
@@ -53,17 +53,19 @@ static int sm2_verify(void)
     from_hex(SIGN_E, e);
     from_hex(SIGN_R, sig.r);
     from_hex(SIGN_S, sig.s);
-    REQUIRE(ZOK_OpenSession(&session, &sm2_of_session) == ZOK_OK);
-    REQUIRE(ZOK_GenerateUserInfo(session, &pub, identity, ID_LEN, Z, &Z_len) == ZOK_OK);
-    REQUIRE(Z_len == DIGEST_BYTES && is_hex(Z, SIGN_Z));
-    REQUIRE(SDF_ExternalVerify_ECC(session, ZOK_ALG_SM2_SIGN, &pub, e, sizeof e, &sig) == ZOK_OK);
-    REQUIRE(ZOK_ExternalVerifyHash_ECC(session, ZOK_ALG_SM2_SIGN, &pub, text, TEXT_LEN, identity, ID_LEN,
-                                       &sig) == ZOK_OK);
-    REQUIRE(ZOK_ExternalVerifyHash_ECC(session, ZOK_ALG_SM2_SIGN, &pub, text, TEXT_LEN, identity, ID_LEN - 1,
-                                       &sig) == ZOK_ERR_VERIFY);
+    REQUIRE(is(ZOK_OpenSession(&session, &sm2_of_session), ZOK_OK));
+    REQUIRE(is(ZOK_GenerateUserInfo(session, &pub, identity, ID_LEN, Z, &Z_len), ZOK_OK));
+    REQUIRE(is(Z_len, DIGEST_BYTES) && is_hex(Z, SIGN_Z));
+    REQUIRE(is(SDF_ExternalVerify_ECC(session, ZOK_ALG_SM2_SIGN, &pub, e, sizeof e, &sig), ZOK_OK));
+    REQUIRE(is(
+        ZOK_ExternalVerifyHash_ECC(session, ZOK_ALG_SM2_SIGN, &pub, text, TEXT_LEN, identity, ID_LEN, &sig),
+        ZOK_OK));
+    REQUIRE(is(ZOK_ExternalVerifyHash_ECC(session, ZOK_ALG_SM2_SIGN, &pub, text, TEXT_LEN, identity,
+                                          ID_LEN - 1, &sig),
+               ZOK_ERR_VERIFY));
     sig.s[L - 1] ^= 1;
-    REQUIRE(SDF_ExternalVerify_ECC(session, ZOK_ALG_SM2_SIGN, &pub, e, sizeof e, &sig) == ZOK_ERR_VERIFY);
-    REQUIRE(ZOK_CloseSession(session) == ZOK_OK);
+    REQUIRE(is(SDF_ExternalVerify_ECC(session, ZOK_ALG_SM2_SIGN, &pub, e, sizeof e, &sig), ZOK_ERR_VERIFY));
+    REQUIRE(is(ZOK_CloseSession(session), ZOK_OK));
     return 0;
 }
 
@@ -76,15 +78,16 @@ static int sm2_sign(void)
     ECCSignature sig;
     uint8_t e[DIGEST_BYTES];
     from_hex(SIGN_E, e);
-    REQUIRE(ZOK_OpenSession(&session, &sm2_of_session) == ZOK_OK);
-    REQUIRE(SDF_ExternalSign_ECC(session, ZOK_ALG_SM2_SIGN, &priv, e, sizeof e, &sig) == ZOK_OK);
+    REQUIRE(is(ZOK_OpenSession(&session, &sm2_of_session), ZOK_OK));
+    REQUIRE(is(SDF_ExternalSign_ECC(session, ZOK_ALG_SM2_SIGN, &priv, e, sizeof e, &sig), ZOK_OK));
     REQUIRE(memcmp(sig.r, e, L) != 0);
-    REQUIRE(SDF_ExternalVerify_ECC(session, ZOK_ALG_SM2_SIGN, &pub, e, sizeof e, &sig) == ZOK_OK);
-    REQUIRE(ZOK_ExternalSignHash_ECC(session, ZOK_ALG_SM2_SIGN, &priv, text, TEXT_LEN, identity, ID_LEN,
-                                     &sig) == ZOK_OK);
-    REQUIRE(SDF_ExternalVerify_ECC(session, ZOK_ALG_SM2_SIGN, &pub, e, sizeof e, &sig) == ZOK_OK);
-    REQUIRE(SDF_ExternalSign_ECC(session, ZOK_ALG_SM2_SIGN, &zero, e, sizeof e, &sig) == ZOK_ERR_SIGN);
-    REQUIRE(ZOK_CloseSession(session) == ZOK_OK);
+    REQUIRE(is(SDF_ExternalVerify_ECC(session, ZOK_ALG_SM2_SIGN, &pub, e, sizeof e, &sig), ZOK_OK));
+    REQUIRE(
+        is(ZOK_ExternalSignHash_ECC(session, ZOK_ALG_SM2_SIGN, &priv, text, TEXT_LEN, identity, ID_LEN, &sig),
+           ZOK_OK));
+    REQUIRE(is(SDF_ExternalVerify_ECC(session, ZOK_ALG_SM2_SIGN, &pub, e, sizeof e, &sig), ZOK_OK));
+    REQUIRE(is(SDF_ExternalSign_ECC(session, ZOK_ALG_SM2_SIGN, &zero, e, sizeof e, &sig), ZOK_ERR_SIGN));
+    REQUIRE(is(ZOK_CloseSession(session), ZOK_OK));
     return 0;
 }
 
@@ -95,12 +98,13 @@ static int ecdsa_verify(void)
     ECCSignature sig;
     from_hex(ECDSA_R, sig.r);
     from_hex(ECDSA_S, sig.s);
-    REQUIRE(ZOK_OpenSession(&session, &p256_of_session) == ZOK_OK);
-    REQUIRE(ZOK_ExternalVerifyHash_ECC(session, ZOK_ALG_ECDSA_SIGN, &pub, sample, SAMPLE_LEN, NULL, 0,
-                                       &sig) == ZOK_OK);
-    REQUIRE(ZOK_ExternalVerifyHash_ECC(session, ZOK_ALG_ECDSA_SIGN, &pub, text, TEXT_LEN, NULL, 0, &sig) ==
-            ZOK_ERR_VERIFY);
-    REQUIRE(ZOK_CloseSession(session) == ZOK_OK);
+    REQUIRE(is(ZOK_OpenSession(&session, &p256_of_session), ZOK_OK));
+    REQUIRE(
+        is(ZOK_ExternalVerifyHash_ECC(session, ZOK_ALG_ECDSA_SIGN, &pub, sample, SAMPLE_LEN, NULL, 0, &sig),
+           ZOK_OK));
+    REQUIRE(is(ZOK_ExternalVerifyHash_ECC(session, ZOK_ALG_ECDSA_SIGN, &pub, text, TEXT_LEN, NULL, 0, &sig),
+               ZOK_ERR_VERIFY));
+    REQUIRE(is(ZOK_CloseSession(session), ZOK_OK));
     return 0;
 }
 
@@ -110,12 +114,14 @@ static int ecdsa_sign(void)
     const ECCrefPublicKey pub = public_key(ECDSA_QX, ECDSA_QY);
     const ECCrefPrivateKey priv = private_key(ECDSA_D);
     ECCSignature sig;
-    REQUIRE(ZOK_OpenSession(&session, &p256_of_session) == ZOK_OK);
-    REQUIRE(ZOK_ExternalSignHash_ECC(session, ZOK_ALG_ECDSA_SIGN, &priv, sample, SAMPLE_LEN, NULL, 0, &sig) ==
-            ZOK_OK);
-    REQUIRE(ZOK_ExternalVerifyHash_ECC(session, ZOK_ALG_ECDSA_SIGN, &pub, sample, SAMPLE_LEN, NULL, 0,
-                                       &sig) == ZOK_OK);
-    REQUIRE(ZOK_CloseSession(session) == ZOK_OK);
+    REQUIRE(is(ZOK_OpenSession(&session, &p256_of_session), ZOK_OK));
+    REQUIRE(
+        is(ZOK_ExternalSignHash_ECC(session, ZOK_ALG_ECDSA_SIGN, &priv, sample, SAMPLE_LEN, NULL, 0, &sig),
+           ZOK_OK));
+    REQUIRE(
+        is(ZOK_ExternalVerifyHash_ECC(session, ZOK_ALG_ECDSA_SIGN, &pub, sample, SAMPLE_LEN, NULL, 0, &sig),
+           ZOK_OK));
+    REQUIRE(is(ZOK_CloseSession(session), ZOK_OK));
     return 0;
 }
 

@@ -27,13 +27,13 @@ static int sm2_decrypt(void)
     uint8_t plain[TEXT_BYTES];
     uint32_t plain_len = 0;
     const uint32_t cipher_len = from_hex("04" C1_X C1_Y C2_C3, cipher);
-    REQUIRE(ZOK_OpenSession(&session, &sm2_of_session) == ZOK_OK);
-    REQUIRE(ZOK_ExternalDecrypt_ECC(session, &priv, cipher, cipher_len, plain, &plain_len) == ZOK_OK);
-    REQUIRE(plain_len == TEXT_BYTES && memcmp(plain, text, TEXT_BYTES) == 0);
+    REQUIRE(is(ZOK_OpenSession(&session, &sm2_of_session), ZOK_OK));
+    REQUIRE(is(ZOK_ExternalDecrypt_ECC(session, &priv, cipher, cipher_len, plain, &plain_len), ZOK_OK));
+    REQUIRE(is(plain_len, TEXT_BYTES) && is_bytes(plain, text, TEXT_BYTES));
     cipher[cipher_len - 1] ^= 1;
-    REQUIRE(ZOK_ExternalDecrypt_ECC(session, &priv, cipher, cipher_len, plain, &plain_len) ==
-            ZOK_ERR_INTERNAL);
-    REQUIRE(ZOK_CloseSession(session) == ZOK_OK);
+    REQUIRE(
+        is(ZOK_ExternalDecrypt_ECC(session, &priv, cipher, cipher_len, plain, &plain_len), ZOK_ERR_INTERNAL));
+    REQUIRE(is(ZOK_CloseSession(session), ZOK_OK));
     return 0;
 }
 
@@ -46,12 +46,12 @@ static int sm2_encrypt(void)
     uint8_t plain[TEXT_BYTES];
     uint32_t cipher_len = 0;
     uint32_t plain_len = 0;
-    REQUIRE(ZOK_OpenSession(&session, &sm2_of_session) == ZOK_OK);
-    REQUIRE(ZOK_ExternalEncrytp_ECC(session, &pub, text, TEXT_BYTES, cipher, &cipher_len) == ZOK_OK);
-    REQUIRE(cipher_len == sizeof cipher && memcmp(cipher + 1 + 2 * L, text, TEXT_BYTES) != 0);
-    REQUIRE(ZOK_ExternalDecrypt_ECC(session, &priv, cipher, cipher_len, plain, &plain_len) == ZOK_OK);
-    REQUIRE(plain_len == TEXT_BYTES && memcmp(plain, text, TEXT_BYTES) == 0);
-    REQUIRE(ZOK_CloseSession(session) == ZOK_OK);
+    REQUIRE(is(ZOK_OpenSession(&session, &sm2_of_session), ZOK_OK));
+    REQUIRE(is(ZOK_ExternalEncrytp_ECC(session, &pub, text, TEXT_BYTES, cipher, &cipher_len), ZOK_OK));
+    REQUIRE(is(cipher_len, sizeof cipher) && memcmp(cipher + 1 + 2 * L, text, TEXT_BYTES) != 0);
+    REQUIRE(is(ZOK_ExternalDecrypt_ECC(session, &priv, cipher, cipher_len, plain, &plain_len), ZOK_OK));
+    REQUIRE(is(plain_len, TEXT_BYTES) && is_bytes(plain, text, TEXT_BYTES));
+    REQUIRE(is(ZOK_CloseSession(session), ZOK_OK));
     return 0;
 }
 
@@ -70,17 +70,17 @@ static int sm2_record(void)
     from_hex(RECORD_C2, cipher.C);
     from_hex(RECORD_C3, cipher.M);
     from_hex(RECORD_MESSAGE, message);
-    REQUIRE(ZOK_OpenSession(&session, &sm2_of_session) == ZOK_OK);
-    REQUIRE(SDF_ExternalDecrypt_ECC(session, ZOK_ALG_SM2_ENCRYPT, &priv, &cipher, plain, &plain_len) ==
-            ZOK_OK);
-    REQUIRE(plain_len == L && is_hex(plain, RECORD_MESSAGE));
-    REQUIRE(SDF_ExternalEncrytp_ECC(session, ZOK_ALG_SM2_ENCRYPT, &pub, message, L, &cipher) == ZOK_OK);
+    REQUIRE(is(ZOK_OpenSession(&session, &sm2_of_session), ZOK_OK));
+    REQUIRE(
+        is(SDF_ExternalDecrypt_ECC(session, ZOK_ALG_SM2_ENCRYPT, &priv, &cipher, plain, &plain_len), ZOK_OK));
+    REQUIRE(is(plain_len, L) && is_hex(plain, RECORD_MESSAGE));
+    REQUIRE(is(SDF_ExternalEncrytp_ECC(session, ZOK_ALG_SM2_ENCRYPT, &pub, message, L, &cipher), ZOK_OK));
     memset(plain, 0, sizeof plain);
     priv = private_key(STANDARD_D);
-    REQUIRE(SDF_ExternalDecrypt_ECC(session, ZOK_ALG_SM2_ENCRYPT, &priv, &cipher, plain, &plain_len) ==
-            ZOK_OK);
-    REQUIRE(plain_len == L && is_hex(plain, RECORD_MESSAGE));
-    REQUIRE(ZOK_CloseSession(session) == ZOK_OK);
+    REQUIRE(
+        is(SDF_ExternalDecrypt_ECC(session, ZOK_ALG_SM2_ENCRYPT, &priv, &cipher, plain, &plain_len), ZOK_OK));
+    REQUIRE(is(plain_len, L) && is_hex(plain, RECORD_MESSAGE));
+    REQUIRE(is(ZOK_CloseSession(session), ZOK_OK));
     return 0;
 }
 
@@ -98,17 +98,17 @@ static int multiplicative_record(void)
     from_hex(C1_Y, cipher.y);
     from_hex(NUMBER_CIPHER, cipher.C);
     from_hex(NUMBER_MESSAGE, message);
-    REQUIRE(ZOK_OpenSession(&session, &sm2_of_session) == ZOK_OK);
-    REQUIRE(SDF_ExternalDecrypt_ECC(session, ZOK_ALG_MULTIPLICATIVE, &priv, &cipher, plain, &plain_len) ==
-            ZOK_OK);
-    REQUIRE(plain_len == L && is_hex(plain, NUMBER_MESSAGE));
-    REQUIRE(SDF_ExternalEncrytp_ECC(session, ZOK_ALG_MULTIPLICATIVE, &pub, message, L, &cipher) == ZOK_OK);
-    for (size_t i = 0; i < sizeof cipher.M; ++i) REQUIRE(cipher.M[i] == 0);
+    REQUIRE(is(ZOK_OpenSession(&session, &sm2_of_session), ZOK_OK));
+    REQUIRE(is(SDF_ExternalDecrypt_ECC(session, ZOK_ALG_MULTIPLICATIVE, &priv, &cipher, plain, &plain_len),
+               ZOK_OK));
+    REQUIRE(is(plain_len, L) && is_hex(plain, NUMBER_MESSAGE));
+    REQUIRE(is(SDF_ExternalEncrytp_ECC(session, ZOK_ALG_MULTIPLICATIVE, &pub, message, L, &cipher), ZOK_OK));
+    for (size_t i = 0; i < sizeof cipher.M; ++i) REQUIRE(is(cipher.M[i], 0));
     memset(plain, 0, sizeof plain);
-    REQUIRE(SDF_ExternalDecrypt_ECC(session, ZOK_ALG_MULTIPLICATIVE, &priv, &cipher, plain, &plain_len) ==
-            ZOK_OK);
-    REQUIRE(plain_len == L && is_hex(plain, NUMBER_MESSAGE));
-    REQUIRE(ZOK_CloseSession(session) == ZOK_OK);
+    REQUIRE(is(SDF_ExternalDecrypt_ECC(session, ZOK_ALG_MULTIPLICATIVE, &priv, &cipher, plain, &plain_len),
+               ZOK_OK));
+    REQUIRE(is(plain_len, L) && is_hex(plain, NUMBER_MESSAGE));
+    REQUIRE(is(ZOK_CloseSession(session), ZOK_OK));
     return 0;
 }
 

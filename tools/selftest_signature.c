@@ -18,12 +18,12 @@ static int keys(void)
     ecc_scalar key = {new_bytes, L};
     ecc_point_bytes P;
     ecc_point_bytes again;
-    REQUIRE(Curve_Init(&sm2_of_process) == 0);
-    REQUIRE(Ecc_GenPubKey(&d, &P) == 0 && P.length == L);
+    REQUIRE(is(Curve_Init(&sm2_of_process), 0));
+    REQUIRE(is(Ecc_GenPubKey(&d, &P), 0) && is(P.length, L));
     REQUIRE(is_hex(P.x, STANDARD_PX) && is_hex(P.y, STANDARD_PY));
-    REQUIRE(Ecc_KeyPair_Gen(&key, &P, NEW_KEY) == 0 && key.length == L);
-    REQUIRE(Ecc_KeyPair_Gen(&key, &again, GIVEN_KEY) == 0);
-    REQUIRE(memcmp(P.x, again.x, L) == 0 && memcmp(P.y, again.y, L) == 0);
+    REQUIRE(is(Ecc_KeyPair_Gen(&key, &P, NEW_KEY), 0) && is(key.length, L));
+    REQUIRE(is(Ecc_KeyPair_Gen(&key, &again, GIVEN_KEY), 0));
+    REQUIRE(is_bytes(P.x, again.x, L) && is_bytes(P.y, again.y, L));
     return 0;
 }
 
@@ -33,11 +33,11 @@ static int sm2_verify(void)
     ecc_point_bytes sig = point_bytes(SIGN_R, SIGN_S);
     uint8_t Z[DIGEST_BYTES];
     from_hex(SIGN_Z, Z);
-    REQUIRE(Curve_Init(&sm2_of_process) == 0);
-    REQUIRE(sm2_DigitalVeriy(&P, &digest_message, &sig, Z, HASH_ALG_SM3) == 0);
-    REQUIRE(sm2_DigitalVeriy(&P, &sample_message, &sig, Z, HASH_ALG_SM3) == 1);
+    REQUIRE(is(Curve_Init(&sm2_of_process), 0));
+    REQUIRE(is(sm2_DigitalVeriy(&P, &digest_message, &sig, Z, HASH_ALG_SM3), 0));
+    REQUIRE(is(sm2_DigitalVeriy(&P, &sample_message, &sig, Z, HASH_ALG_SM3), 1));
     sig.y[L - 1] ^= 1;
-    REQUIRE(sm2_DigitalVeriy(&P, &digest_message, &sig, Z, HASH_ALG_SM3) == 1);
+    REQUIRE(is(sm2_DigitalVeriy(&P, &digest_message, &sig, Z, HASH_ALG_SM3), 1));
     return 0;
 }
 
@@ -50,12 +50,12 @@ static int sm2_sign(void)
     ecc_point_bytes first;
     ecc_point_bytes second;
     from_hex(SIGN_Z, Z);
-    REQUIRE(Curve_Init(&sm2_of_process) == 0);
-    REQUIRE(sm2_DigitalSign(&d, &digest_message, Z, &first, HASH_ALG_SM3) == 0);
-    REQUIRE(sm2_DigitalSign(&d, &digest_message, Z, &second, HASH_ALG_SM3) == 0);
+    REQUIRE(is(Curve_Init(&sm2_of_process), 0));
+    REQUIRE(is(sm2_DigitalSign(&d, &digest_message, Z, &first, HASH_ALG_SM3), 0));
+    REQUIRE(is(sm2_DigitalSign(&d, &digest_message, Z, &second, HASH_ALG_SM3), 0));
     REQUIRE(memcmp(first.x, second.x, L) != 0); /* no nonce twice */
-    REQUIRE(sm2_DigitalVeriy(&P, &digest_message, &first, Z, HASH_ALG_SM3) == 0);
-    REQUIRE(sm2_DigitalVeriy(&P, &digest_message, &second, Z, HASH_ALG_SM3) == 0);
+    REQUIRE(is(sm2_DigitalVeriy(&P, &digest_message, &first, Z, HASH_ALG_SM3), 0));
+    REQUIRE(is(sm2_DigitalVeriy(&P, &digest_message, &second, Z, HASH_ALG_SM3), 0));
     return 0;
 }
 
@@ -63,11 +63,11 @@ static int ecdsa_verify(void)
 {
     const ecc_point_bytes Q = point_bytes(ECDSA_QX, ECDSA_QY);
     ecc_point_bytes sig = point_bytes(ECDSA_R, ECDSA_S);
-    REQUIRE(Curve_Init(&p256_of_process) == 0);
-    REQUIRE(Ecdsa_DigitalVeriy(&Q, &sample_message, &sig, HASH_ALG_SHA256) == 1);
-    REQUIRE(Ecdsa_DigitalVeriy(&Q, &digest_message, &sig, HASH_ALG_SHA256) == 0);
+    REQUIRE(is(Curve_Init(&p256_of_process), 0));
+    REQUIRE(is(Ecdsa_DigitalVeriy(&Q, &sample_message, &sig, HASH_ALG_SHA256), 1));
+    REQUIRE(is(Ecdsa_DigitalVeriy(&Q, &digest_message, &sig, HASH_ALG_SHA256), 0));
     sig.x[0] ^= 1;
-    REQUIRE(Ecdsa_DigitalVeriy(&Q, &sample_message, &sig, HASH_ALG_SHA256) == 0);
+    REQUIRE(is(Ecdsa_DigitalVeriy(&Q, &sample_message, &sig, HASH_ALG_SHA256), 0));
     return 0;
 }
 
@@ -78,12 +78,12 @@ static int ecdsa_sign(void)
     const ecc_scalar d = {d_bytes, from_hex(ECDSA_D, d_bytes)};
     ecc_point_bytes first;
     ecc_point_bytes second;
-    REQUIRE(Curve_Init(&p256_of_process) == 0);
-    REQUIRE(Ecdsa_DigitalSign(&d, &sample_message, &first, HASH_ALG_SHA256) == 0);
-    REQUIRE(Ecdsa_DigitalSign(&d, &sample_message, &second, HASH_ALG_SHA256) == 0);
+    REQUIRE(is(Curve_Init(&p256_of_process), 0));
+    REQUIRE(is(Ecdsa_DigitalSign(&d, &sample_message, &first, HASH_ALG_SHA256), 0));
+    REQUIRE(is(Ecdsa_DigitalSign(&d, &sample_message, &second, HASH_ALG_SHA256), 0));
     REQUIRE(memcmp(first.x, second.x, L) != 0);
-    REQUIRE(Ecdsa_DigitalVeriy(&Q, &sample_message, &first, HASH_ALG_SHA256) == 1);
-    REQUIRE(Ecdsa_DigitalVeriy(&Q, &sample_message, &second, HASH_ALG_SHA256) == 1);
+    REQUIRE(is(Ecdsa_DigitalVeriy(&Q, &sample_message, &first, HASH_ALG_SHA256), 1));
+    REQUIRE(is(Ecdsa_DigitalVeriy(&Q, &sample_message, &second, HASH_ALG_SHA256), 1));
     return 0;
 }
 

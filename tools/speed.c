@@ -1,10 +1,11 @@
 /*
  * Measures how many operations the library does in a second, family by family.
  *
- *     speed [SECONDS [PART]]
+ *     zokecc-speed [SECONDS [PART]]
  *
- * Each operation, or each whose name contains PART, is repeated for SECONDS (1; 0.1 will do) of
- * processor time. The exit status is 0 if there was one and all of them did what they should.
+ * Prints what is measured. Each operation, or each whose name contains PART, is repeated for SECONDS (1;
+ * 0.1 will do) of processor time. The exit status is 0 if all of them did what they should, 1 if one
+ * failed, and 2 for wrong arguments, with a list of the parts if there is no such PART.
  *
  * Where a product with a point other than the base point is in it, an operation leaves its digit
  * buffer allocated, some 260 bytes; a long run needs memory for these.
@@ -15,6 +16,8 @@
 #include <stdlib.h>
 #include <string.h>
 #include <time.h>
+
+#include "about.h"
 
 typedef struct speed_family {
     int (*prepare)(void);
@@ -77,6 +80,13 @@ static int has_part(const speed_operation *operations, const char *part)
     return 0;
 }
 
+static void list_parts(FILE *out)
+{
+    for (size_t i = 0; i < sizeof families / sizeof families[0]; ++i)
+        for (const speed_operation *o = families[i].operations; o->name != NULL; ++o)
+            fprintf(out, "    %s\n", o->name);
+}
+
 int main(int argc, char **argv)
 {
     char *end = NULL;
@@ -85,9 +95,10 @@ int main(int argc, char **argv)
     unsigned measured = 0;
     unsigned failed = 0;
     if (argc > 1 && (end == argv[1] || *end != '\0' || !(enough > 0 && enough <= 3600))) {
-        fprintf(stderr, "usage: speed [SECONDS [PART]]\n");
-        return EXIT_FAILURE;
+        fprintf(stderr, "usage: zokecc-speed [SECONDS [PART]], with at most 3600 seconds\n");
+        return 2;
     }
+    print_about("zokecc-speed");
     printf("%-34s %12s %13s\n", "operation", "per second", "time of one");
     for (size_t i = 0; i < sizeof families / sizeof families[0]; ++i) {
         if (!has_part(families[i].operations, part)) continue;
@@ -98,5 +109,10 @@ int main(int argc, char **argv)
             if (!measure(o, enough)) ++failed;
         }
     }
-    return measured > 0 && failed == 0 ? EXIT_SUCCESS : EXIT_FAILURE;
+    if (measured == 0) {
+        fprintf(stderr, "zokecc-speed: no operation has '%s' in its name; there are\n", part);
+        list_parts(stderr);
+        return 2;
+    }
+    return failed == 0 ? EXIT_SUCCESS : EXIT_FAILURE;
 }

@@ -25,6 +25,11 @@ START_UP = {"__cxa_finalize", "__gmon_start__", "_ITM_deregisterTMCloneTable", "
 # division raises a signal when the divisor is zero.
 COMPILER_HELPER = re.compile(r"__aeabi_\w+")
 ARM_DIVISION = {"raise"}
+# What the compiler adds under a distribution's flags: checks of the sizes of buffers and of the stack.
+FORTIFIED = re.compile(r"__(\w+)_chk")
+STACK_PROTECTOR = {"__stack_chk_fail", "__stack_chk_guard"}
+# The second of these, which ARM has, lies in glibc's dynamic loader, which every program has anyway.
+ARM_LOADER = "ld-linux.so.3"
 
 
 def run(*command):
@@ -35,16 +40,20 @@ def stray_symbols(listing, foreseen):
     for line in listing.splitlines():
         letter, name = line.split()[-2:]
         name = name.split("@")[0]
-        if name in foreseen or COMPILER_HELPER.fullmatch(name):
+        fortified = FORTIFIED.fullmatch(name)
+        if name in foreseen or COMPILER_HELPER.fullmatch(name) or name in STACK_PROTECTOR:
+            continue
+        if fortified and fortified.group(1) in foreseen:
             continue
         if name in START_UP and letter in "wv":
             continue
         yield f"needs {name} ({letter})"
 
 
-def stray_libraries(listing):
+def stray_libraries(listing, imports):
     needed = re.findall(r"\(NEEDED\).*\[(.*)\]", listing)
-    return [f"needs the library {name}" for name in needed if name not in ("libc.so.6", MUSL)]
+    foreseen = {"libc.so.6", MUSL} | ({ARM_LOADER} if "__stack_chk_guard" in imports else set())
+    return [f"needs the library {name}" for name in needed if name not in foreseen]
 
 
 def detours(relocations, exported):
@@ -62,7 +71,7 @@ def main(nm, readelf, library, build="default"):
     imports = run(nm, "-D", "--undefined-only", library)
     exports = run(nm, "-D", "--defined-only", library)
     faults = list(stray_symbols(imports, foreseen))
-    faults += stray_libraries(run(readelf, "--wide", "--dynamic", library))
+    faults += stray_libraries(run(readelf, "--wide", "--dynamic", library), imports)
     faults += detours(run(readelf, "--wide", "--relocs", library),
                       {line.split()[-1].split("@")[0] for line in exports.splitlines()})
     print("\n".join(faults) if faults else f"{len(imports.splitlines())} imports, all of them foreseen")

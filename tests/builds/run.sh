@@ -1,0 +1,22 @@
+#!/bin/sh
+# Builds the library in the ways that users and packagers do; ./build.sh builds calls it.
+#
+#     tests/builds/run.sh [NAME...]
+#
+# NAME is a script of this folder; all of them run otherwise, whatever one finds. Then the exit status tells.
+set -u
+cd "$(dirname "$0")" || exit 1
+[ $# -gt 0 ] || set -- plain subfolder distribution board
+
+failed=
+for name in "$@"; do
+    if "./$name.sh"; then
+        echo "$name: as it should be"
+    else
+        failed="$failed $name"
+    fi
+done
+if [ -n "$failed" ]; then
+    echo "FAILED:$failed"
+    exit 1
+fi

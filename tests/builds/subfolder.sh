@@ -1,0 +1,50 @@
+#!/bin/sh
+# zokecc as a folder of a project that has no build type and knows C++: the library is optimised, nothing but
+# it is built, and a program in C that is linked with the archive needs a C library only. On ARM, too.
+. "$(dirname "$0")/common.sh"
+
+cat > "$work/CMakeLists.txt" <<END_OF_PROJECT
+cmake_minimum_required(VERSION 3.16)
+project(parent LANGUAGES C CXX)
+add_subdirectory($sources zokecc)
+foreach(kind shared static)
+    add_executable(with_\${kind} $sources/examples/agree_on_key.c)
+    # Shows a library in the program also where nobody calls it.
+    target_link_options(with_\${kind} PRIVATE -Wl,--no-as-needed)
+endforeach()
+target_link_libraries(with_shared PRIVATE zokecc::zokecc)
+target_link_libraries(with_static PRIVATE zokecc::zokecc_static)
+install(TARGETS with_static RUNTIME DESTINATION bin)
+END_OF_PROJECT
+
+# check FOLDER EMULATOR...
+check() {
+    folder=$1
+    shift
+    quiet cmake --build "$folder" --parallel "$(nproc)"
+    found=$(needed "$folder/with_static")
+    [ "$found" = libc.so.6 ] || fail "$folder: with the archive a program needs $found"
+    found=$(needed "$folder/with_shared")
+    [ "$found" = 'libzokecc.so.1 libc.so.6' ] || fail "$folder: with the library a program needs $found"
+    quiet "$@" "$folder/with_static"
+    quiet "$@" "$folder/with_shared"
+    grep -q '^CMAKE_BUILD_TYPE:STRING=$' "$folder/CMakeCache.txt" ||
+        fail "$folder: the parent's cache is changed"
+    grep -rqs -e '-O3 -DNDEBUG.*-Wframe-larger-than' "$folder/build.ninja" "$folder/zokecc" ||
+        fail "$folder: the library is not optimised"
+    [ ! -e "$folder/zokecc/examples/sign_with_identity" ] || fail "$folder: the examples are built"
+}
+
+for generator in Ninja 'Unix Makefiles'; do
+    quiet cmake -G "$generator" -S "$work" -B "$work/host"
+    check "$work/host"
+    rm -rf "$work/host"
+done
+quiet cmake -G Ninja -S "$work" -B "$work/arm" -DZOKECC_INSTALL=OFF \
+    "-DCMAKE_TOOLCHAIN_FILE=$sources/cmake/armv5te.toolchain.cmake"
+check "$work/arm" qemu-arm -cpu arm926 -L /usr/arm-linux-gnueabi
+
+# The parent installs what it wants, and of zokecc nothing.
+quiet cmake --install "$work/arm" --prefix "$work/prefix"
+found=$(cd "$work/prefix" && find . -type f)
+[ "$found" = ./bin/with_static ] || fail "installed are $found"

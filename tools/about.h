@@ -1,0 +1,11 @@
+/* Says what a program of tools/ runs with, so that a report from a board tells the builds apart. */
+#ifndef ZOKECC_TOOLS_ABOUT_H
+#define ZOKECC_TOOLS_ABOUT_H
+
+/* Prints two lines: the program with its version, what it was compiled with and for what; and whether
+ * the library is the default or the hardened build, fast or small. The first of these is found out by a
+ * draw of random numbers, since the program may run with another library than it was linked with. The
+ * rest is what the program was built for. */
+void print_about(const char *program);
+
+#endif
