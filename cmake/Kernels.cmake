@@ -3,9 +3,36 @@
 # Most of the code runs once per call and a handful of files do nearly all the work. On ARM the
 # former is built for size, in Thumb instructions; the latter in ARM instructions, which have the
 # long multiplication. GCC's first scheduling pass only costs spills there.
+
+# The multiplication modulo p that mint/limbs/modulus.h chooses for this processor.
+include(CheckCXXSourceCompiles)
+set(CMAKE_TRY_COMPILE_TARGET_TYPE STATIC_LIBRARY)
+check_cxx_source_compiles("
+    #ifndef __SIZEOF_INT128__
+    #error
+    #endif" ZOKECC_HAS_128_BIT_PRODUCT)
+check_cxx_source_compiles("
+    #if !defined(__ARM_ARCH_ISA_ARM) || __ARM_ARCH < 6
+    #error
+    #endif" ZOKECC_HAS_UMAAL)
+unset(CMAKE_TRY_COMPILE_TARGET_TYPE)
+set(zokecc_modulus_29 mint/limbs/modulus_29.cpp mint/limbs/modulus_29_unrolled.cpp)
+set(zokecc_modulus_32 mint/limbs/modulus_32.cpp)
+if(ZOKECC_HAS_128_BIT_PRODUCT)  # all of it is in the header
+    set(zokecc_modulus)
+elseif(ZOKECC_HAS_UMAAL)
+    set(zokecc_modulus ${zokecc_modulus_32})
+else()
+    set(zokecc_modulus ${zokecc_modulus_29})
+endif()
+target_sources(zokecc_objects PRIVATE ${zokecc_modulus})
+# For the tests, which run all of them on any machine.
+set(zokecc_other_moduli ${zokecc_modulus_29} ${zokecc_modulus_32})
+list(REMOVE_ITEM zokecc_other_moduli ${zokecc_modulus} none)
+
 set(zokecc_hot
     mint/limbs/division.cpp mint/limbs/inverse.cpp mint/limbs/modulus_29_unrolled.cpp
-    hash/sha256_blocks.cpp hash/sm3.cpp ecc/fast_field.cpp)
+    mint/limbs/modulus_32.cpp hash/sha256_blocks.cpp hash/sm3.cpp ecc/fast_field.cpp)
 set(zokecc_arm_instructions ${zokecc_hot} mint/limbs/modulus_29.cpp)
 
 # Pairs of limbs put together in a vector register wait for the two stores that brought them there.

@@ -5,7 +5,7 @@
 
 namespace zokecc {
 
-template class FastField<AnyShortLimbs>;
+template class FastField<SmallModulus>;
 
 }  // namespace zokecc
 

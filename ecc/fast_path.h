@@ -32,8 +32,8 @@ namespace zokecc {
 
 ZOKECC_POINT_ARITHMETIC(extern, ExactField)
 #ifndef __SIZEOF_INT128__
-using SmallField = FastField<AnyShortLimbs>;
-extern template class FastField<AnyShortLimbs>;
+using SmallField = FastField<SmallModulus>;
+extern template class FastField<SmallModulus>;
 ZOKECC_POINT_ARITHMETIC(extern, SmallField)
 #endif
 
@@ -48,7 +48,7 @@ ZOKECC_OUT_OF_LINE bool on_fast_field(const mint &p, const Work &work)
     if (FastField<FullLimbs<3>>::serves(p)) return work(FastField<FullLimbs<3>>(p));
     if (FastField<FullLimbs<5>>::serves(p)) return work(FastField<FullLimbs<5>>(p));
 #else
-    if (FastField<AnyShortLimbs>::serves(p)) return work(FastField<AnyShortLimbs>(p));
+    if (SmallField::serves(p)) return work(SmallField(p));
 #endif
     return false;
 }

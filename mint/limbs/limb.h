@@ -135,8 +135,17 @@ inline Double<L> multiply_add(Double<L> sum, L a, L b)
     return sum + Double<L>{a} * b;
 }
 
+// high B + low = a b + low + high, which always fits.
+template <class L>
+inline void multiply_add_both(L &low, L &high, L a, L b)
+{
+    const Double<L> sum = Double<L>{a} * b + low + high;
+    low = static_cast<L>(sum);
+    high = static_cast<L>(sum >> kLimbBits<L>);
+}
+
 // sum + a[0] b[count - 1] + a[1] b[count - 2] + ... + a[count - 1] b[0], for a sum that fits. The
-// analyser does not follow that short_limbs.cpp splits numbers into at least six limbs.
+// analyser does not follow that modulus_29.cpp splits numbers into at least six limbs.
 template <unsigned count, class L>
 inline Double<L> add_column(Double<L> sum, const L *a, const L *b)
 {
@@ -175,7 +184,7 @@ inline L mul_sub_limbs(const L *x, L w, unsigned n, L *out)
 
 // A sum of products, three limbs wide. Adds of up to 2^(bits of a limb) products cannot overflow.
 struct PortableSum {
-    static constexpr unsigned kMaxRow = 0;  // see limb_x86.h
+    static constexpr unsigned kMaxRow = 0;  // see limb_x86_64.h
 
     uint64_t low = 0, middle = 0, high = 0;
 

@@ -59,6 +59,13 @@ inline uint64_t multiply_add(uint64_t sum, uint32_t a, uint32_t b)
     return sum;
 }
 
+#if __ARM_ARCH >= 6
+inline void multiply_add_both(uint32_t &low, uint32_t &high, uint32_t a, uint32_t b)
+{
+    __asm__("umaal %0, %1, %2, %3" : "+r"(low), "+r"(high) : "r"(a), "r"(b));
+}
+#endif
+
 template <unsigned count>
 inline uint64_t add_column(uint64_t sum, const uint32_t *a, const uint32_t *b)
 {

@@ -6,6 +6,8 @@
 
 #include "ecc/exact_field.h"
 #include "ecc/fast_field.h"
+#include "mint/limbs/modulus_29.h"
+#include "mint/limbs/modulus_32.h"
 #include "tests/mint/moduli.h"
 #include "tests/support/counting_trace.h"
 #include "tests/support/hard_words.h"
@@ -20,7 +22,7 @@ using ChosenFields = ::testing::Types<
 #ifdef __SIZEOF_INT128__
     Counted<zokecc::FullLimbs<3>>, Counted<zokecc::FullLimbs<4>>, Counted<zokecc::FullLimbs<5>>,
 #endif
-    Counted<zokecc::AnyShortLimbs>>;
+    Counted<zokecc::AnyWordLimbs>, Counted<zokecc::AnyShortLimbs>>;
 
 // These and what they are made of.
 using AllFields = ::testing::Types<
@@ -29,7 +31,8 @@ using AllFields = ::testing::Types<
     Counted<zokecc::FullLimbs<4, zokecc::PortableSum>>,
 #endif
     Counted<zokecc::ShortLimbs<5>>, Counted<zokecc::ShortLimbs<6>>, Counted<zokecc::ShortLimbs<7>>,
-    Counted<zokecc::ShortLimbs<8>>, Counted<zokecc::ShortLimbs<9>>, Counted<zokecc::AnyShortLimbs>>;
+    Counted<zokecc::ShortLimbs<8>>, Counted<zokecc::ShortLimbs<9>>, Counted<zokecc::AnyShortLimbs>,
+    Counted<zokecc::AnyWordLimbs>>;
 
 // Odd moduli of five to nine words that Field serves: with a name, and `hard` hard ones.
 template <class Field>

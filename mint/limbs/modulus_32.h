@@ -1,0 +1,174 @@
+// Multiplication modulo p on whole 32-bit words, for machines that multiply and add two words at once.
+//
+// a b + c + d of words a, b, c, d always fits two words, and on ARM from version 6 on it is one
+// instruction: rows of products need no carries of their own, and the words of a mint are the limbs as
+// they stand.
+#ifndef ZOKECC_MINT_LIMBS_MODULUS_32_H
+#define ZOKECC_MINT_LIMBS_MODULUS_32_H
+
+#include "base/linkage.h"
+#include "mint/limbs/barrett.h"
+#include "mint/limbs/borrow_rule.h"
+
+namespace zokecc {
+
+// p in the terms of barrett.h, with B = 2^32 and N = words. Of M = floor(B^(2N+1) / pn), which has one
+// bit more than N + 1 words, the half is kept: the quotient comes out halved, and is doubled.
+struct WordModulus {
+    uint32_t words;
+    uint32_t shift;                               // s
+    uint32_t complement[kMaxFastWords];           // B^N - pn
+    uint32_t half_reciprocal[kMaxFastWords + 1];  // floor(M / 2)
+
+    static bool fits(const uint32_t *p, uint32_t count)
+    {
+        return count >= 5 && count <= kMaxFastWords && p[count - 1] != 0;
+    }
+    void prepare(const uint32_t *p, uint32_t count)
+    {
+        words = count;
+        shift = static_cast<uint32_t>(std::countl_zero(p[count - 1]));
+        uint32_t shifted[kMaxFastWords + 1];
+        shift_limbs_up(p, count, shift, shifted);
+        uint32_t borrow = 0;
+        for (uint32_t i = 0; i < count; ++i) complement[i] = sub_limb(0u, shifted[i], borrow);
+        reciprocal_words(p, count, 32 * (2 * count + 1) - shift - 1, half_reciprocal, count + 1);
+    }
+};
+
+// The kernel for one number of words.
+template <unsigned N>
+class WordLimbs {
+public:
+    using Limb = uint32_t;
+
+    // out = a b mod pn for a, b up to pn; out may be a or b. False, with nothing written, where the
+    // guard leaves the quotient open.
+    static bool multiply(const WordModulus &m, const Limb *a, const Limb *b, Limb *out)
+    {
+        Limb x[2 * N];
+        product(a, b, x);
+        Limb columns[N + 2];  // from N on: the guard is the next one, and the quotient those above
+        quotient(m, x + N - 1, columns);
+        // Half the quotient lacks less than N + 3 units of the guard column (barrett.h; of the low
+        // limbs of x times half of M less than one), and a fraction that the guard column had: less
+        // than 2 (N + 4) when it is doubled.
+        const Limb guard = columns[1] << 1;
+        if (guard > 0u - 2 * (N + 4)) [[unlikely]]
+            return false;
+#pragma GCC unroll 9
+        for (unsigned k = N + 1; k > 1; --k) columns[k] = columns[k] << 1 | columns[k - 1] >> 31;
+        remainder(m, columns + 2, x);
+#pragma GCC unroll 9
+        for (unsigned i = 0; i < N; ++i) out[i] = x[i];
+        return true;
+    }
+
+private:
+    // low + high B = a b
+    ZOKECC_INLINE static void multiply_words(Limb &low, Limb &high, Limb a, Limb b)
+    {
+        const Double<Limb> product = Double<Limb>{a} * b;
+        low = static_cast<Limb>(product);
+        high = static_cast<Limb>(product >> 32);
+    }
+
+    // x[2 N] = a[N] b[N]. Two rows at a time: a word of b is loaded once for both.
+    ZOKECC_INLINE static void product(const Limb *a, const Limb *b, Limb *x)
+    {
+#pragma GCC unroll 5
+        for (unsigned i = 0; i + 1 < N; i += 2) {
+            const Limb a0 = a[i];
+            const Limb a1 = a[i + 1];
+            Limb c = 0;
+            Limb d = 0;
+#pragma GCC unroll 9
+            for (unsigned j = 0; j < N; ++j) {
+                const Limb w = b[j];
+                if (i == 0 && j == 0)
+                    multiply_words(x[0], c, a0, w);
+                else
+                    multiply_add_both(x[i + j], c, a0, w);
+                if (i == 0 && j + 1 < N) x[j + 1] = 0;
+                multiply_add_both(j + 1 < N ? x[i + j + 1] : c, d, a1, w);
+            }
+            x[i + N] = c;
+            x[i + N + 1] = d;
+        }
+        if constexpr (N % 2 != 0) {
+            Limb c = 0;
+#pragma GCC unroll 9
+            for (unsigned j = 0; j < N; ++j) multiply_add_both(x[N - 1 + j], c, a[N - 1], b[j]);
+            x[2 * N - 1] = c;
+        }
+    }
+
+    // columns[N + 2] = those from N on of top[N + 1] times half of M.
+    ZOKECC_INLINE static void quotient(const WordModulus &m, const Limb *top, Limb *columns)
+    {
+        const Limb *const r = m.half_reciprocal;
+        multiply_words(columns[0], columns[1], top[0], r[N]);
+#pragma GCC unroll 5
+        for (unsigned j = 1; j + 1 <= N; j += 2) {  // rows j and j + 1
+            const Limb t0 = top[j];
+            const Limb t1 = top[j + 1];
+            Limb c = 0;
+            Limb d = 0;
+            multiply_add_both(columns[0], d, t1, r[N - j - 1]);
+#pragma GCC unroll 10
+            for (unsigned i = N - j; i <= N; ++i) {
+                const Limb w = r[i];
+                multiply_add_both(columns[i + j - N], c, t0, w);
+                multiply_add_both(i < N ? columns[i + j + 1 - N] : c, d, t1, w);
+            }
+            columns[j + 1] = c;
+            columns[j + 2] = d;
+        }
+        if constexpr (N % 2 != 0) {
+            Limb c = 0;
+#pragma GCC unroll 10
+            for (unsigned i = 0; i <= N; ++i) multiply_add_both(columns[i], c, top[N], r[i]);
+            columns[N + 1] = c;
+        }
+    }
+
+    // x + q (B^N - pn) in the lowest N words, which is x - q pn: below pn, so they are all of it.
+    ZOKECC_INLINE static void remainder(const WordModulus &m, const Limb *q, Limb *x)
+    {
+#pragma GCC unroll 5
+        for (unsigned i = 0; i < N; i += 2) {
+            const Limb q0 = q[i];
+            const Limb q1 = i + 1 < N ? q[i + 1] : 0;
+            Limb c = 0;
+            Limb d = 0;
+#pragma GCC unroll 9
+            for (unsigned j = 0; i + j < N; ++j) {
+                const Limb w = m.complement[j];
+                multiply_add_both(x[i + j], c, q0, w);
+                if (i + j + 1 < N) multiply_add_both(x[i + j + 1], d, q1, w);
+            }
+        }
+    }
+};
+
+// The width chosen when running: one body of everything that stands on it, whatever the width.
+class AnyWordLimbs {
+public:
+    using Limb = uint32_t;
+    static constexpr unsigned kElementLimbs = kMaxFastWords;
+
+    unsigned limbs() const { return modulus_.words; }
+    static bool fits(const uint32_t *p, uint32_t words) { return WordModulus::fits(p, words); }
+    void prepare(const uint32_t *p, uint32_t words) { modulus_.prepare(p, words); }
+
+    // out = a b mod p for a, b up to p; out may be a or b. False, with nothing written, where the
+    // guard leaves the quotient open.
+    bool multiply(const Limb *a, const Limb *b, Limb *out) const;
+
+private:
+    WordModulus modulus_;
+};
+
+}  // namespace zokecc
+
+#endif

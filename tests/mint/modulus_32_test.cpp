@@ -1,0 +1,42 @@
+// Products on whole words, for each number of words.
+#include "mint/limbs/modulus_32.h"
+
+#include "tests/mint/limb_products.h"
+
+namespace zokecc_test::word_limbs_test {
+namespace {
+
+// The guard is that of half the quotient, doubled.
+constexpr unsigned kGuardBits = 31;
+
+TEST(WordLimbs, ProductsAreThoseOfTheDefinition) {
+    for (uint32_t words = 5; words <= 9; ++words) check_width<zokecc::AnyWordLimbs>(words, kGuardBits, 7520);
+}
+
+TEST(WordLimbs, FiveToNineWordsAreServed) {
+    uint32_t p[10] = {1, 1, 1, 1, 1, 1, 1, 1, 1, 1};
+    EXPECT_FALSE(zokecc::WordModulus::fits(p, 4));
+    EXPECT_FALSE(zokecc::WordModulus::fits(p, 10));
+    for (uint32_t words = 5; words <= 9; ++words) {
+        EXPECT_TRUE(zokecc::AnyWordLimbs::fits(p, words)) << words;
+        p[words - 1] = 0;
+        EXPECT_FALSE(zokecc::AnyWordLimbs::fits(p, words)) << words;
+        p[words - 1] = 1;
+    }
+}
+
+// p of a word that is 1: it is shifted the farthest.
+TEST(WordLimbs, EveryShiftOfTheModulus) {
+    HardWords draw(7540);
+    for (uint32_t words = 5; words <= 9; ++words)
+        for (unsigned shift = 0; shift < 32; ++shift) {
+            mint p = draw.untrimmed(words);
+            p.words[0] |= 1;
+            p.words[words - 1] = (p.words[words - 1] | 0x80000000u) >> shift;
+            check_hard_products<zokecc::AnyWordLimbs>(p, kGuardBits, draw, rounds(8));
+            ASSERT_FALSE(HasFailure()) << mint_to_hex(p) << ", " << draw.where();
+        }
+}
+
+}  // namespace
+}  // namespace zokecc_test::word_limbs_test
