@@ -1,7 +1,6 @@
 #include "about.h"
 
 #include <stdio.h>
-#include <stdlib.h>
 #include <sys/utsname.h>
 
 #include <zokecc/hash.h>
@@ -32,30 +31,12 @@
 #define KIND "fast"
 #endif
 
-static unsigned long draws; /* from the generator below */
-static uint32_t state = 1;
-
-/*
- * The default build of the library draws from whatever is called rand, here from xorshift. The hardened
- * build asks the kernel.
- */
-void srand(unsigned int seed) { state = (uint32_t)seed | 1; }
-
-int rand(void)
-{
-    ++draws;
-    state ^= state << 13;
-    state ^= state >> 17;
-    state ^= state << 5;
-    return (int)(state & RAND_MAX);
-}
-
 static int is_hardened(void)
 {
     uint8_t bytes[4];
-    const unsigned long before = draws;
+    const unsigned long before = random_draws();
     gen_random(bytes, sizeof bytes);
-    return draws == before;
+    return random_draws() == before;
 }
 
 void print_about(const char *program)

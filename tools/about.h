@@ -8,4 +8,7 @@
  * rest is what the program was built for. */
 void print_about(const char *program);
 
+/* How often the program's own rand has been called; defined beside it, in weak_random.c or own_random.c. */
+unsigned long random_draws(void);
+
 #endif

@@ -1,0 +1,21 @@
+/* Curve parameters inside keys: a named curve, or numbers that are exactly those of one. */
+#ifndef ZOKECC_TOOLS_EC_PARAMETERS_H
+#define ZOKECC_TOOLS_EC_PARAMETERS_H
+
+#include "der.h"
+#include "named_curves.h"
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/* Reads ECParameters (RFC 5480, SEC 1 annex C). Explicit numbers are accepted only if p, a, b, the base point
+ * and the order are all those of one known curve: a key must not bring a curve of its own. Returns null, or
+ * what is wrong in words. */
+const char *read_parameters(der_reader *in, const named_curve **curve);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif

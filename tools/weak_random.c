@@ -1,0 +1,25 @@
+/*
+ * The rand of the programs that only measure and test: the default build of the library draws from whatever
+ * is called rand, here from xorshift. The hardened build asks the kernel. Nothing that makes a key for use
+ * may be linked with this file; zokecc has own_random.c.
+ */
+#include <stdint.h>
+#include <stdlib.h>
+
+#include "about.h"
+
+static unsigned long draws;
+static uint32_t state = 1;
+
+unsigned long random_draws(void) { return draws; }
+
+void srand(unsigned int seed) { state = (uint32_t)seed | 1; }
+
+int rand(void)
+{
+    ++draws;
+    state ^= state << 13;
+    state ^= state >> 17;
+    state ^= state << 5;
+    return (int)(state & RAND_MAX);
+}
