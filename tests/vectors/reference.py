@@ -106,15 +106,40 @@ class Curve:
         return x, (slope * (x1 - x) - y1) % self.p
 
     def multiply(self, scalar, point):
-        """scalar * point by the Montgomery ladder, whose two points never differ by more
-        than `point`."""
-        low, high = None, point
+        """scalar * point by doubling and adding, in Jacobian coordinates: (x, y, z) there is the
+        point (x / z^2, y / z^3), or infinity where z is 0. So one inverse is enough."""
+        if point is None:
+            return None
+        x, y, z = 1, 1, 0
         for bit in format(scalar, "b"):
+            x, y, z = self.doubled(x, y, z)
             if bit == "1":
-                low, high = self.add(low, high), self.add(high, high)
-            else:
-                low, high = self.add(low, low), self.add(low, high)
-        return low
+                x, y, z = self.with_added(x, y, z, point)
+        if z == 0:
+            return None
+        inverse = pow(z, -1, self.p)
+        square = inverse * inverse % self.p
+        return x * square % self.p, y * square * inverse % self.p
+
+    def doubled(self, x, y, z):
+        p, square = self.p, y * y % self.p
+        slope = 3 * x * x + (self.a * pow(z, 4, p) if z != 1 else self.a)
+        product = 4 * x * square % p
+        x3 = (slope * slope - 2 * product) % p
+        return x3, (slope * (product - x3) - 8 * square * square) % p, 2 * y * z % p
+
+    def with_added(self, x, y, z, point):
+        p, (x2, y2) = self.p, point
+        if z == 0:
+            return x2, y2, 1
+        square = z * z % p
+        run, rise = (x2 * square - x) % p, (y2 * square * z - y) % p
+        if run == 0:
+            return self.doubled(x, y, z) if rise == 0 else (1, 1, 0)
+        run_square = run * run % p
+        cube, product = run_square * run % p, x * run_square % p
+        x3 = (rise * rise - cube - 2 * product) % p
+        return x3, (rise * (product - x3) - y * cube) % p, z * run % p
 
 
 def is_prime(n):
