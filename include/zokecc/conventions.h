@@ -60,7 +60,7 @@
  * @par Kept results
  *      Some results differ from the textbook and stay so, because devices in the field agree on them. The
  *      comments name those that a caller can meet after the word "Kept"; docs/compatibility.md and
- *      docs/compatibility-schemes.md list all.
+ *      the two pages behind it list all.
  */
 #ifndef ZOKECC_CONVENTIONS_H
 #define ZOKECC_CONVENTIONS_H

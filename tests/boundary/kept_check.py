@@ -1,8 +1,9 @@
 #!/usr/bin/env python3
-"""Every test that the code or the documents name exists.
+"""Every kept result is written down, and every test that is named exists.
 
 The comments marked KEPT: say which test holds them, and docs/compatibility*.md does for every
-result that differs from the textbook. A test that was renamed or dropped is missed here.
+result that differs from the textbook. A test that was renamed or dropped is missed here, and so
+is a test called Kept that neither a comment nor a page names.
 """
 
 import pathlib
@@ -16,7 +17,7 @@ FOLDERS = ("base", "mint", "hash", "ecc", "schemes", "sdf")
 def named_in_code():
     """Suite.KeptName in comments, which may be broken over lines behind the dot."""
     for folder in FOLDERS:
-        for path in sorted((ROOT / folder).glob("*.[ch]*")):
+        for path in sorted((ROOT / folder).rglob("*.[ch]*")):
             text = re.sub(r"\n\s*//\s*", " ", path.read_text())
             for name in re.findall(r"\b[A-Z]\w*\.Kept\w+", text):
                 yield path.relative_to(ROOT), name
@@ -29,17 +30,21 @@ def named_in_documents():
 
 
 def existing():
-    pattern = re.compile(r"\bTEST(?:_F|_P)?\(\s*(\w+),\s*(\w+)\s*\)")
-    paths = (ROOT / "tests").rglob("*.cpp")
-    return {".".join(found) for path in paths for found in pattern.findall(path.read_text())}
+    """Suite.Name of every test, with its file."""
+    pattern = re.compile(r"\b(?:TYPED_)?TEST(?:_F|_P)?\(\s*(\w+),\s*(\w+)\s*\)")
+    return {".".join(found): path.relative_to(ROOT) for path in sorted((ROOT / "tests").rglob("*.cpp"))
+            for found in pattern.findall(path.read_text())}
 
 
 def main():
     tests = existing()
     named = list(named_in_code()) + list(named_in_documents())
-    missing = sorted({f"{path}: {name} is no test" for path, name in named if name not in tests})
-    print("\n".join(missing) or f"{len(named)} named tests exist")
-    return 1 if missing or not named else 0
+    faults = {f"{path}: {name} is no test" for path, name in named if name not in tests}
+    kept = {name for name in tests if ".Kept" in name}
+    faults |= {f"{tests[name]}: {name} is named neither in a comment nor in docs/compatibility*.md"
+               for name in kept - {name for _, name in named}}
+    print("\n".join(sorted(faults)) or f"{len(named)} named tests exist, {len(kept)} kept results are named")
+    return 1 if faults or not kept else 0
 
 
 if __name__ == "__main__":
