@@ -22,15 +22,15 @@ namespace zokecc {
 constexpr size_t kStackOfHash = 1152;
 constexpr size_t kStackOfFastSums = 1536;
 constexpr size_t kStackOfFastProduct = 1536;
-constexpr size_t kStackOfExactSums = 2048;
-constexpr size_t kStackOfExactProduct = 2304;
+constexpr size_t kStackOfReferenceSums = 2048;
+constexpr size_t kStackOfReferenceProduct = 2304;
 constexpr size_t kStackOfCall = 3072;
 #else
 constexpr size_t kStackOfHash = 832;
 constexpr size_t kStackOfFastSums = 1152;
 constexpr size_t kStackOfFastProduct = 1280;
-constexpr size_t kStackOfExactSums = 1408;
-constexpr size_t kStackOfExactProduct = 1824;
+constexpr size_t kStackOfReferenceSums = 1408;
+constexpr size_t kStackOfReferenceProduct = 1824;
 constexpr size_t kStackOfCall = 2304;
 #endif
 

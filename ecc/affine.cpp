@@ -1,12 +1,11 @@
 // Affine points: addition, doubling and the curve equation.
 #include "ecc/equation.h"
-#include "ecc/exact_field.h"
-#include "ecc/point_formulas.h"
+#include "ecc/points.h"
 
 int32_t ecc_point_add(const ecc_point *P, const ecc_point *Q, const mint *a, const mint *, const mint *p,
                       ecc_point *out)
 {
-    zokecc::affine_add(zokecc::ExactField{*p}, *P, *Q, *a, *out);
+    zokecc::affine_add(zokecc::ReferenceField{*p}, *P, *Q, *a, *out);
     return 0;
 }
 
@@ -19,7 +18,7 @@ namespace zokecc {
 
 void curve_right_side(const mint &x, const mint &a, const mint &b, const mint &p, mint &out)
 {
-    const ExactField f{p};
+    const ReferenceField f{p};
     mint t{};
     mint sum{};
     f.mul(x, x, t);

@@ -2,7 +2,7 @@
 #include "ecc/comb.h"
 
 #include "ecc/curve.h"
-#include "ecc/fast_path.h"
+#include "ecc/points.h"
 #include "ecc/table.h"
 
 namespace {
@@ -27,8 +27,7 @@ int32_t ecc_fix_point_mul_1(const mint *k, const ecc_point *, const mint *a, con
         *out = product;
         return 0;
     }
-    zokecc::on_best_field(
-        *p, [&](const auto &field) { return zokecc::comb_multiple(field, *k, m, table, *a, *out); });
+    zokecc::run_over_best_field(*p, zokecc::CombMultiple{*k, m, table, *a, *out});
     return 0;
 }
 

@@ -8,7 +8,7 @@
 
 #include "base/burn.h"
 #include "base/wipe.h"
-#include "ecc/point_formulas.h"
+#include "ecc/jacobian_formulas.h"
 #include "mint/value.h"
 
 namespace zokecc {
@@ -24,30 +24,40 @@ inline uint32_t comb_column(const mint &k, uint32_t m, uint32_t bit)
     return out;
 }
 
-// out = k times the point that table was made for; k has at most m words. False, with nothing
-// written, where the field does not take a number of the table or a.
+// out = k times the point that table was made for; k has at most m words.
+struct CombMultiple {
+    const mint &k;
+    uint32_t m;
+    const ecc_point *table;
+    const mint &a;
+    ecc_point &out;
+
+    // False, with nothing written, where the field does not take a number of the table or a.
+    template <class Field>
+    ZOKECC_OUT_OF_LINE bool over(const Field &f) const;
+};
+
 template <class Field>
-ZOKECC_OUT_OF_LINE bool comb_multiple(const Field &f, const mint &k, uint32_t m, const ecc_point *table,
-                                      const mint &a_record, ecc_point &out)
+bool CombMultiple::over(const Field &f) const
 {
     const StackBurn<Field::kStackOfProduct> burn;
     typename Field::Constant constant{};
-    if (!f.load(a_record, constant)) return false;
-    const typename Field::Element &a = f.number(constant);
-    Wiping<typename Field::Jacobian> sum;
-    Wiping<typename Field::Affine> entry;  // of the table, and then the product
+    if (!f.load(a, constant)) return false;
+    const Element<Field> &a_element = f.number(constant);
+    Wiping<Jacobian<Field>> sum;
+    Wiping<Affine<Field>> entry;  // of the table, and then the product
     set_jacobian_infinity(f, *sum);
     for (uint32_t i = 0; i < kCombRounds; ++i) {
-        if (!f.is_zero(sum->Z)) jacobian_double(f, *sum, a, *sum);  // infinity would stay infinity
+        if (!f.is_zero(sum->Z)) jacobian_double(f, *sum, a_element, *sum);  // infinity would stay infinity
         const uint32_t low = comb_column(k, m, 15 - i);
         const uint32_t high = comb_column(k, m, 31 - i);
         if (low != 0) {
             if (!f.load(table[low], *entry)) return false;
-            jacobian_add_affine(f, *sum, *entry, a, *sum);
+            jacobian_add_affine(f, *sum, *entry, a_element, *sum);
         }
         if (high != 0) {
             if (!f.load(table[(1u << m) + high], *entry)) return false;
-            jacobian_add_affine(f, *sum, *entry, a, *sum);
+            jacobian_add_affine(f, *sum, *entry, a_element, *sum);
         }
     }
     jacobian_to_affine(f, *sum, *entry);

@@ -1,14 +1,13 @@
 // Conversions between affine and Jacobian points, and what needs no arithmetic or next to none.
-#include "ecc/exact_field.h"
-#include "ecc/point_formulas.h"
+#include "ecc/points.h"
 
-using zokecc::ExactField;
+using zokecc::ReferenceField;
 
 namespace {
 
 // For what copies and does not calculate.
 constexpr mint kZero{};
-constexpr ExactField kNoModulus{kZero};
+constexpr ReferenceField kNoModulus{kZero};
 
 }  // namespace
 
@@ -20,7 +19,7 @@ int32_t ecc_affine_jacobin(ecc_jac_point *out, const ecc_point *in)
 
 int32_t ecc_jacobin_affine(ecc_point *out, const mint *p, const ecc_jac_point *in)
 {
-    zokecc::jacobian_to_affine(ExactField{*p}, *in, *out);
+    zokecc::jacobian_to_affine(ReferenceField{*p}, *in, *out);
     return 0;
 }
 

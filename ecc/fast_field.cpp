@@ -1,5 +1,5 @@
 // The field of small machines.
-#include "ecc/fast_path.h"
+#include "ecc/fields.h"
 
 #if !defined(__SIZEOF_INT128__) && !defined(ZOKECC_SMALL)
 

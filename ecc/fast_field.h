@@ -1,7 +1,7 @@
-// The prime field on limbs: the bits of ExactField, several times faster.
+// The prime field on limbs: the bits of ReferenceField, several times faster.
 //
 // For odd moduli of 5 to 9 words and for reduced, trimmed numbers only; load() refuses the rest and
-// leaves it to ExactField. Results stay reduced, so a number is its limbs and needs no length. The
+// leaves it to ReferenceField. Results stay reduced, so a number is its limbs and needs no length. The
 // one that is not, the inverse of zero, is p, and only products take it: they reduce it.
 #ifndef ZOKECC_ECC_FAST_FIELD_H
 #define ZOKECC_ECC_FAST_FIELD_H
@@ -92,7 +92,7 @@ public:
         if (carry != 0 || !is_below(out.limb, p_.limb, limbs())) subtract(out, p_, out, ones);
     }
 
-    // KEPT: like ExactField, word for word: for a < b there are two differences, b - a and its
+    // KEPT: like ReferenceField, word for word: for a < b there are two differences, b - a and its
     // distance from p, and the borrow rule acts on each. Held by
     // FastField.KeptBorrowRuleInModularSubtraction.
     ZOKECC_SHORT_BODY void sub(const Element &a, const Element &b, Element &out) const
@@ -142,6 +142,16 @@ public:
     {
         if (!modulus_.multiply(a.limb, b.limb, out.limb)) [[unlikely]]
             multiply_by_division(a, b, out);
+    }
+
+    ZOKECC_OUT_OF_LINE void square(const Element &a, Element &out) const
+    {
+        if constexpr (requires { modulus_.square(a.limb, out.limb); }) {
+            if (!modulus_.square(a.limb, out.limb)) [[unlikely]]
+                multiply_by_division(a, a, out);
+        } else {
+            mul(a, a, out);
+        }
     }
 
     ZOKECC_SHORT_BODY void twice(const Element &a, Element &out) const

@@ -4,7 +4,8 @@
 #include <cstring>
 
 #include "ecc/curve.h"
-#include "ecc/fast_path.h"
+#include "ecc/points.h"
+#include "ecc/table_builder.h"
 #include "mint/value.h"
 
 namespace {
@@ -31,10 +32,7 @@ int32_t ecc_precomputation_point_1(const ecc_point *G, const mint *a, const mint
     if (m == 0) return 1;
     const uint32_t size = 1u << m;
     const ecc_point base = *G;
-    zokecc::on_best_field(*p, [&](const auto &field) {
-        zokecc::TableBuilder builder(field);
-        return builder.load(*a) && builder.fill_table(base, table, size);
-    });
+    zokecc::run_over_best_field(*p, zokecc::TableOfMultiples{base, *a, table, size});
     table[size] = kZeroPoint;
     table[2 * size] = kInfinitePoint;
     return 0;
@@ -52,10 +50,7 @@ int32_t ecc_precomputation_point(const ecc_point *G, const mint *a, const mint *
         global_curve.base[j] = table[1u << j];
         global_curve.base[m + j] = table[(1u << m) + (1u << j)];
     }
-    zokecc::on_best_field(*p, [&](const auto &field) {
-        zokecc::TableBuilder builder(field);
-        return builder.load(*a) &&
-               builder.doubled(global_curve.base[m], zokecc::kHalfWordShift, global_curve.base[2 * m]);
-    });
+    zokecc::run_over_best_field(
+        *p, zokecc::DoubledPoint{global_curve.base[m], *a, zokecc::kHalfWordShift, global_curve.base[2 * m]});
     return 0;
 }

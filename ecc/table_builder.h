@@ -2,7 +2,7 @@
 #ifndef ZOKECC_ECC_TABLE_BUILDER_H
 #define ZOKECC_ECC_TABLE_BUILDER_H
 
-#include "ecc/point_formulas.h"
+#include "ecc/affine_formulas.h"
 
 namespace zokecc {
 
@@ -20,7 +20,7 @@ public:
     // out = 2^times point
     bool doubled(const ecc_point &point, uint32_t times, ecc_point &out)
     {
-        typename Field::Affine P{};
+        Affine<Field> P{};
         if (!f_.load(point, P)) return false;
         for (uint32_t i = 0; i < times; ++i) affine_add(f_, P, P, a_, P);
         out = point;
@@ -32,8 +32,8 @@ public:
     // base points from the lowest bit up, which is the entry without the top bit plus the last one.
     bool fill_sums(ecc_point *half, uint32_t size)
     {
-        typename Field::Affine P{};
-        typename Field::Affine Q{};
+        Affine<Field> P{};
+        Affine<Field> Q{};
         for (uint32_t top = 2; top < size; top *= 2)
             for (uint32_t low = 1; low < top; ++low) {
                 if (!f_.load(half[low], P) || !f_.load(half[top], Q)) return false;
@@ -59,7 +59,37 @@ public:
 
 private:
     const Field &f_;
-    typename Field::Element a_{};
+    Element<Field> a_{};
+};
+
+// table = all that is read of the table of G, with size entries to each half.
+struct TableOfMultiples {
+    const ecc_point &G;
+    const mint &a;
+    ecc_point *table;
+    uint32_t size;
+
+    template <class Field>
+    bool over(const Field &f) const
+    {
+        TableBuilder builder(f);
+        return builder.load(a) && builder.fill_table(G, table, size);
+    }
+};
+
+// out = 2^times P
+struct DoubledPoint {
+    const ecc_point &P;
+    const mint &a;
+    uint32_t times;
+    ecc_point &out;
+
+    template <class Field>
+    bool over(const Field &f) const
+    {
+        TableBuilder builder(f);
+        return builder.load(a) && builder.doubled(P, times, out);
+    }
 };
 
 }  // namespace zokecc

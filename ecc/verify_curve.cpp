@@ -1,9 +1,9 @@
 // The check of a whole curve record.
 #include <zokecc/ecc.h>
 
+#include "ecc/affine_formulas.h"
 #include "ecc/curve_types.h"
 #include "ecc/equation.h"
-#include "ecc/point_formulas.h"
 #include "mint/value.h"
 
 // Neither that p or n is prime nor the discriminant is looked at.

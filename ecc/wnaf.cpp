@@ -4,7 +4,7 @@
 #include <zokecc/ecc.h>
 
 #include "base/work_buffer.h"
-#include "ecc/fast_path.h"
+#include "ecc/points.h"
 #include "mint/value.h"
 
 namespace {
@@ -65,11 +65,8 @@ int32_t ecc_unknown_point_mul(const mint *k, const ecc_point *P, const mint *a, 
 
     if (count >= 0) {
         const zokecc::WindowDigits digits{digit, count, width};
-        zokecc::on_best_field(
-            *p, [&](const auto &field) { return zokecc::window_multiple(field, digits, *P, *a, *out); });
+        zokecc::run_over_best_field(*p, zokecc::WindowMultiple{digits, *P, *a, *out});
     }
-#ifndef ZOKECC_HARDENED
-    buffer.release();
-#endif
+    if constexpr (!zokecc::kHardened) buffer.release();
     return count >= 0 ? 1 : -1;
 }

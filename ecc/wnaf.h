@@ -4,7 +4,7 @@
 
 #include "base/burn.h"
 #include "base/wipe.h"
-#include "ecc/point_formulas.h"
+#include "ecc/jacobian_formulas.h"
 
 namespace zokecc {
 
@@ -21,29 +21,29 @@ struct WindowDigits {
 
 // False, with nothing written, where the field does not take P.
 template <class Field>
-ZOKECC_OUT_OF_LINE bool load_jacobian(const Field &f, const ecc_point &P, typename Field::Jacobian &out)
+ZOKECC_OUT_OF_LINE bool load_jacobian(const Field &f, const ecc_point &P, Jacobian<Field> &out)
 {
-    typename Field::Affine point{};
+    Affine<Field> point{};
     if (!f.load(P, point)) return false;
     affine_to_jacobian(f, point, out);
     return true;
 }
 
 template <class Field>
-ZOKECC_OUT_OF_LINE void store_jacobian(const Field &f, const typename Field::Jacobian &P, ecc_point &out)
+ZOKECC_OUT_OF_LINE void store_jacobian(const Field &f, const Jacobian<Field> &P, ecc_point &out)
 {
     const StackBurn<Field::kStackOfProduct> burn;
-    Wiping<typename Field::Affine> point;
+    Wiping<Affine<Field>> point;
     jacobian_to_affine(f, P, *point);
     f.store(*point, out);
 }
 
 // out[i] = (2 i + 1) P, P in out[0].
 template <class Field>
-ZOKECC_OUT_OF_LINE void odd_multiples(const Field &f, const typename Field::Element &a, uint32_t count,
-                                      typename Field::Jacobian *out)
+ZOKECC_OUT_OF_LINE void odd_multiples(const Field &f, const Element<Field> &a, uint32_t count,
+                                      Jacobian<Field> *out)
 {
-    Wiping<typename Field::Jacobian> twice;
+    Wiping<Jacobian<Field>> twice;
     jacobian_double(f, out[0], a, *twice);
     for (uint32_t i = 1; i < count; ++i) jacobian_add(f, out[i - 1], *twice, a, out[i]);
 }
@@ -51,8 +51,8 @@ ZOKECC_OUT_OF_LINE void odd_multiples(const Field &f, const typename Field::Elem
 // R = sum of digits[j] 2^j P, from the highest digit down. R is held negated where that saves a
 // negation: an addition of a negative digit to R is one of a positive digit to -R.
 template <class Field>
-ZOKECC_OUT_OF_LINE void evaluate(const Field &f, const typename Field::Element &a, const WindowDigits &digits,
-                                 const typename Field::Jacobian *odd, typename Field::Jacobian &R)
+ZOKECC_OUT_OF_LINE void evaluate(const Field &f, const Element<Field> &a, const WindowDigits &digits,
+                                 const Jacobian<Field> *odd, Jacobian<Field> &R)
 {
     bool at_infinity = true;
     bool inverted = false;
@@ -64,7 +64,7 @@ ZOKECC_OUT_OF_LINE void evaluate(const Field &f, const typename Field::Element &
             if (!at_infinity) jacobian_negate(f, R);
             inverted = !inverted;
         }
-        const typename Field::Jacobian &multiple = odd[(digit < 0 ? -digit : digit) >> 1];
+        const Jacobian<Field> &multiple = odd[(digit < 0 ? -digit : digit) >> 1];
         if (at_infinity)
             copy_jacobian(f, multiple, R);
         else
@@ -82,11 +82,11 @@ ZOKECC_OUT_OF_LINE void evaluate(const Field &f, const typename Field::Element &
 template <class Field>
 ZOKECC_OUT_OF_LINE bool window_multiple_in(const Field &f, const WindowDigits &digits,
                                            const ecc_point &P_record, const mint &a_record,
-                                           typename Field::Jacobian *odd, typename Field::Jacobian &R)
+                                           Jacobian<Field> *odd, Jacobian<Field> &R)
 {
     typename Field::Constant constant{};
     if (!load_jacobian(f, P_record, odd[0]) || !f.load(a_record, constant)) return false;
-    const typename Field::Element &a = f.number(constant);
+    const Element<Field> &a = f.number(constant);
     odd_multiples(f, a, 1u << (digits.width - 1), odd);
     evaluate(f, a, digits, odd, R);
     return true;
@@ -95,28 +95,39 @@ ZOKECC_OUT_OF_LINE bool window_multiple_in(const Field &f, const WindowDigits &d
 // Scalars below 300 bits, which is all that the curves of the field have, take four multiples.
 template <class Field>
 ZOKECC_OUT_OF_LINE bool narrow_window_multiple(const Field &f, const WindowDigits &digits, const ecc_point &P,
-                                               const mint &a, typename Field::Jacobian &R)
+                                               const mint &a, Jacobian<Field> &R)
 {
     const StackBurn<Field::kStackOfSums> burn;
-    Wiping<typename Field::Jacobian[kMaxOddMultiples / 2]> odd;
+    Wiping<Jacobian<Field>[kMaxOddMultiples / 2]> odd;
     return window_multiple_in(f, digits, P, a, *odd, R);
 }
 
 template <class Field>
 ZOKECC_OUT_OF_LINE bool wide_window_multiple(const Field &f, const WindowDigits &digits, const ecc_point &P,
-                                             const mint &a, typename Field::Jacobian &R)
+                                             const mint &a, Jacobian<Field> &R)
 {
     const StackBurn<Field::kStackOfSums> burn;
-    Wiping<typename Field::Jacobian[kMaxOddMultiples]> odd;
+    Wiping<Jacobian<Field>[kMaxOddMultiples]> odd;
     return window_multiple_in(f, digits, P, a, *odd, R);
 }
 
-// out = the digits' number times P. The table is gone before the inversion needs its own space.
+// out = the digits' number times P.
+struct WindowMultiple {
+    const WindowDigits &digits;
+    const ecc_point &P;
+    const mint &a;
+    ecc_point &out;
+
+    // False, with nothing written, where the field does not take P or a.
+    template <class Field>
+    ZOKECC_OUT_OF_LINE bool over(const Field &f) const;
+};
+
+// The odd multiples are gone before the inversion needs its own space.
 template <class Field>
-bool window_multiple(const Field &f, const WindowDigits &digits, const ecc_point &P, const mint &a,
-                     ecc_point &out)
+bool WindowMultiple::over(const Field &f) const
 {
-    Wiping<typename Field::Jacobian> R;
+    Wiping<Jacobian<Field>> R;
     const bool taken = digits.width < kMaxWindowWidth ? narrow_window_multiple(f, digits, P, a, *R)
                                                       : wide_window_multiple(f, digits, P, a, *R);
     if (taken) store_jacobian(f, *R, out);

@@ -22,7 +22,7 @@ def plain(title):
 
 
 def shown(label):
-    """zokecc::comb_multiple<ExactField>, from a label with return type, arguments and more."""
+    """zokecc::comb_multiple<ReferenceField>, from a label with return type, arguments and more."""
     field = re.search(r"Field = (?:zokecc::)?(\w+)", label)
     name = re.sub(r"\(.*", "", label.split("\\n")[0].replace("{anonymous}::", ""))
     while re.search(r"<[^<>]*>", name):

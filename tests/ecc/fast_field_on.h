@@ -14,7 +14,7 @@ struct Pair {
     explicit Pair(const mint &modulus) : p(modulus), fast(p), exact{p} {}
     const mint p;
     const Field fast;
-    const zokecc::ExactField exact;
+    const zokecc::ReferenceField exact;
 };
 
 template <class Field>

@@ -12,7 +12,7 @@
 namespace zokecc_test::fast_multiples_test {
 namespace {
 
-using zokecc::ExactField;
+using zokecc::ReferenceField;
 
 // The scalars that matter: 0, 1, those around the order, all ones, and hard ones.
 std::vector<mint> hard_scalars(const Curve &c, HardWords &draw) {
@@ -62,9 +62,9 @@ TYPED_TEST(FastMultiples, WindowMultiples) {
             const zokecc::WindowDigits digits{digit.data(), static_cast<int32_t>(digit.size()), model.width};
             const ecc_point P = this->draw.below(2) == 0 ? c.G : loadable_point(this->draw, c.p);
             auto multiple = [&](const auto &f, ecc_point &out) {
-                return zokecc::window_multiple(f, digits, P, c.a, out);
+                return zokecc::WindowMultiple{digits, P, c.a, out}.over(f);
             };
-            EXPECT_TRUE(same_bytes(multiple_of(ExactField{c.p}, multiple), multiple_of(fast, multiple)))
+            EXPECT_TRUE(same_bytes(multiple_of(ReferenceField{c.p}, multiple), multiple_of(fast, multiple)))
                 << name << ", " << mint_to_hex(k);
         }
     }
@@ -82,9 +82,9 @@ TYPED_TEST(FastMultiples, WindowMultiplesOfAnyPoint) {
             const zokecc::WindowDigits digits{digit.data(), static_cast<int32_t>(digit.size()), model.width};
             const ecc_point P = loadable_point(this->draw, p);
             auto multiple = [&](const auto &f, ecc_point &out) {
-                return zokecc::window_multiple(f, digits, P, a, out);
+                return zokecc::WindowMultiple{digits, P, a, out}.over(f);
             };
-            EXPECT_TRUE(same_bytes(multiple_of(ExactField{p}, multiple), multiple_of(fast, multiple)))
+            EXPECT_TRUE(same_bytes(multiple_of(ReferenceField{p}, multiple), multiple_of(fast, multiple)))
                 << mint_to_hex(p) << ", " << mint_to_hex(k) << ", " << this->draw.where();
         }
     }
@@ -110,14 +110,14 @@ TYPED_TEST(FastMultiples, TablesAndCombMultiples) {
         seen |= 1u << c.p.len;
         const TypeParam fast(c.p);
         const auto table = table_of(fast, c);
-        const auto wanted_table = table_of(ExactField{c.p}, c);
+        const auto wanted_table = table_of(ReferenceField{c.p}, c);
         for (uint32_t i = 0; i < PRECOMP_TABLE_ENTRIES; ++i)
             ASSERT_TRUE(same_bytes(wanted_table->entry[i], table->entry[i])) << name << ", entry " << i;
         for (const mint &k : hard_scalars(c, this->draw)) {
             auto multiple = [&](const auto &f, ecc_point &out) {
-                return zokecc::comb_multiple(f, k, c.p.len, table->entry, c.a, out);
+                return zokecc::CombMultiple{k, c.p.len, table->entry, c.a, out}.over(f);
             };
-            EXPECT_TRUE(same_bytes(multiple_of(ExactField{c.p}, multiple), multiple_of(fast, multiple)))
+            EXPECT_TRUE(same_bytes(multiple_of(ReferenceField{c.p}, multiple), multiple_of(fast, multiple)))
                 << name << ", " << mint_to_hex(k);
         }
     }
@@ -133,9 +133,9 @@ TYPED_TEST(FastMultiples, CombOverAnyEntries) {
         const mint a = loadable(this->draw, p);
         const mint k = this->draw.untrimmed(p.len);
         auto multiple = [&](const auto &f, ecc_point &out) {
-            return zokecc::comb_multiple(f, k, p.len, entries.data(), a, out);
+            return zokecc::CombMultiple{k, p.len, entries.data(), a, out}.over(f);
         };
-        EXPECT_TRUE(same_bytes(multiple_of(ExactField{p}, multiple), multiple_of(fast, multiple)))
+        EXPECT_TRUE(same_bytes(multiple_of(ReferenceField{p}, multiple), multiple_of(fast, multiple)))
             << mint_to_hex(p) << ", " << this->draw.where();
     }
 }
@@ -152,13 +152,13 @@ TYPED_TEST(FastMultiples, RefusedNumbersLeaveTheResultAlone) {
     for (const mint &bad : {p, untrimmed(small(1)), zero_in_one_word()}) {
         std::vector<ecc_point> table(PRECOMP_TABLE_ENTRIES, affine(bad, small(1)));
         out = pattern;
-        EXPECT_FALSE(zokecc::window_multiple(fast, digits, good, bad, out));
-        EXPECT_FALSE(zokecc::window_multiple(fast, digits, affine(bad, small(1)), small(1), out));
-        EXPECT_FALSE(zokecc::window_multiple(fast, digits, affine(small(1), bad), small(1), out));
-        EXPECT_FALSE(zokecc::comb_multiple(fast, small(1), 5, table.data(), small(1), out));
-        EXPECT_FALSE(zokecc::comb_multiple(fast, power_of_two(31), 5, table.data(), small(1), out));
+        EXPECT_FALSE((zokecc::WindowMultiple{digits, good, bad, out}.over(fast)));
+        EXPECT_FALSE((zokecc::WindowMultiple{digits, affine(bad, small(1)), small(1), out}.over(fast)));
+        EXPECT_FALSE((zokecc::WindowMultiple{digits, affine(small(1), bad), small(1), out}.over(fast)));
+        EXPECT_FALSE((zokecc::CombMultiple{small(1), 5, table.data(), small(1), out}.over(fast)));
+        EXPECT_FALSE((zokecc::CombMultiple{power_of_two(31), 5, table.data(), small(1), out}.over(fast)));
         std::fill(table.begin(), table.end(), good);
-        EXPECT_FALSE(zokecc::comb_multiple(fast, small(1), 5, table.data(), bad, out));
+        EXPECT_FALSE((zokecc::CombMultiple{small(1), 5, table.data(), bad, out}.over(fast)));
         EXPECT_TRUE(same_bytes(pattern, out));
     }
 }

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <memory>
 
-#include "ecc/fast_path.h"
+#include "ecc/points.h"
 #include "tests/ecc/field_pairs.h"
 #include "tests/ecc/multiples.h"
 #include "tests/mint/numbers.h"
@@ -12,7 +12,7 @@
 namespace zokecc_test::fast_path_choice_test {
 namespace {
 
-using zokecc::ExactField;
+using zokecc::ReferenceField;
 
 struct Choice {
     const char *why;
@@ -44,6 +44,17 @@ std::vector<Choice> choices() {
     };
 }
 
+struct CountedRun {
+    int &runs;
+    bool taken;
+
+    template <class Field>
+    bool over(const Field &) const {
+        ++runs;
+        return taken;
+    }
+};
+
 class FastPathChoice : public testing::Test {
 protected:
     static ecc_point pattern() {
@@ -56,9 +67,9 @@ protected:
         const ModelDigits model = model_digits(k);
         const std::vector<int8_t> digit(model.digit.begin(), model.digit.end());
         ecc_point out = pattern();
-        zokecc::window_multiple(
-            ExactField{p},
-            zokecc::WindowDigits{digit.data(), static_cast<int32_t>(digit.size()), model.width}, P, a, out);
+        zokecc::WindowMultiple{
+            zokecc::WindowDigits{digit.data(), static_cast<int32_t>(digit.size()), model.width}, P, a, out}
+            .over(ReferenceField{p});
         return out;
     }
     static void expect_window(const mint &k, const ecc_point &P, const mint &a, const mint &p) {
@@ -71,7 +82,7 @@ protected:
                             const mint &p) {
         ecc_point want = pattern();
         ecc_point out = pattern();
-        EXPECT_TRUE(zokecc::comb_multiple(ExactField{p}, k, p.len, table.data(), a, want));
+        EXPECT_TRUE((zokecc::CombMultiple{k, p.len, table.data(), a, want}.over(ReferenceField{p})));
         EXPECT_EQ(0, ecc_fix_point_mul_1(&k, &table[1], &a, &a, &p, &out, table.data()));
         EXPECT_TRUE(same_bytes(want, out)) << mint_to_hex(k);
     }
@@ -81,8 +92,8 @@ protected:
         auto want = std::make_unique<PrecompTable>();
         auto got = std::make_unique<PrecompTable>();
         for (PrecompTable *table : {want.get(), got.get()}) std::memset(table, 0xA5, sizeof *table);
-        const ExactField exact{p};
-        zokecc::TableBuilder<ExactField> defined(exact);
+        const ReferenceField exact{p};
+        zokecc::TableBuilder<ReferenceField> defined(exact);
         EXPECT_TRUE(defined.load(a) && defined.fill_table(G, want->entry, size));
         want->entry[size] = ecc_point{};
         want->entry[2 * size] = ecc_point{1, {}, {}};
@@ -121,12 +132,11 @@ protected:
 TEST_F(FastPathChoice, ModulusDecidesOnTheField) {
     for (const Choice &choice : choices()) {
         int runs = 0;
-        auto take = [&runs](const auto &) { return ++runs > 0; };
-        EXPECT_EQ(choice.fast, zokecc::on_fast_field(choice.p, take)) << choice.why;
+        EXPECT_EQ(choice.fast, zokecc::run_over_fast_field(choice.p, CountedRun{runs, true})) << choice.why;
         EXPECT_EQ(choice.fast ? 1 : 0, runs) << choice.why;
-        // Work that refuses is done once more, over the definition.
+        // An operation that a field refuses runs once more, over the reference.
         runs = 0;
-        zokecc::on_best_field(choice.p, [&runs](const auto &) { return ++runs < 0; });
+        zokecc::run_over_best_field(choice.p, CountedRun{runs, false});
         EXPECT_EQ(choice.fast ? 2 : 1, runs) << choice.why;
     }
 }

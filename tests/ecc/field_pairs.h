@@ -4,8 +4,8 @@
 
 #include <vector>
 
-#include "ecc/exact_field.h"
 #include "ecc/fast_field.h"
+#include "ecc/reference_field.h"
 #include "mint/limbs/modulus_29.h"
 #include "mint/limbs/modulus_32.h"
 #include "tests/mint/moduli.h"

@@ -1,7 +1,7 @@
-// The prime field as the integer layer computes it: the definition that every other field
-// must agree with, word for word.
-#ifndef ZOKECC_ECC_EXACT_FIELD_H
-#define ZOKECC_ECC_EXACT_FIELD_H
+// The prime field as the integer layer computes it: the reference that every other field agrees with,
+// word for word.
+#ifndef ZOKECC_ECC_REFERENCE_FIELD_H
+#define ZOKECC_ECC_REFERENCE_FIELD_H
 
 #include <zokecc/ecc.h>
 
@@ -13,9 +13,9 @@ namespace zokecc {
 
 // Outputs may be operands. With p zero nothing is written but zeros, so every output starts as
 // zero.
-struct ExactField {
-    static constexpr size_t kStackOfSums = kStackOfExactSums;
-    static constexpr size_t kStackOfProduct = kStackOfExactProduct;
+struct ReferenceField {
+    static constexpr size_t kStackOfSums = kStackOfReferenceSums;
+    static constexpr size_t kStackOfProduct = kStackOfReferenceProduct;
 
     using Element = mint;
     using Affine = ecc_point;
@@ -58,6 +58,7 @@ struct ExactField {
     // out = p - a, which is p for 0
     void subtract_from_p(const mint &a, mint &out) const { mint_sub(&p, &a, &out); }
     void mul(const mint &a, const mint &b, mint &out) const { mint_mod_mul(&a, &b, &p, &out); }
+    void square(const mint &a, mint &out) const { mul(a, a, out); }
     void twice(const mint &a, mint &out) const { mint_mod_left_move_1(&out, &a, &p); }
     // out = a * 2^bits
     void shift_left(const mint &a, int32_t bits, mint &out) const
