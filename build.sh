@@ -213,7 +213,7 @@ demo() {
 
 # The public headers are laid out by hand: tables of declarations and their manual.
 sources() {
-    find base mint hash ecc schemes sdf tests fuzz bench examples tools \
+    find base mint hash ecc ct schemes sdf tests fuzz bench examples tools \
         -name '*.cpp' -o -name '*.h' -o -name '*.c' | sort
 }
 

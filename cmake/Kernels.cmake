@@ -32,7 +32,8 @@ list(REMOVE_ITEM zokecc_other_moduli ${zokecc_modulus} none)
 
 set(zokecc_hot
     mint/limbs/division.cpp mint/limbs/inverse.cpp mint/limbs/modulus_29_unrolled.cpp
-    mint/limbs/modulus_32.cpp hash/sha256_blocks.cpp hash/sm3.cpp ecc/fast_field.cpp)
+    mint/limbs/modulus_32.cpp hash/sha256_blocks.cpp hash/sm3.cpp ecc/fast_field.cpp
+    ct/field.cpp ct/inverse.cpp)
 set(zokecc_arm_instructions ${zokecc_hot} mint/limbs/modulus_29.cpp)
 
 # Pairs of limbs put together in a vector register wait for the two stores that brought them there.

@@ -10,7 +10,8 @@
 //   - the fraction that M lacks, less than 1 times the top of x, below B^(N+1): less than 1;
 //   - the low N - 1 limbs of x times M, at most 2 B^(N+1): less than 2.
 // So the true quotient is larger by less than N + 4 of these units, and where the guard is below
-// B - (N + 4) its integer part is exact. Where it is not, the callers divide digit by digit.
+// B - (N + 4) its integer part is exact. Where it is not, the callers divide digit by digit, or put
+// the remainder right by masks (OpenQuotients).
 #ifndef ZOKECC_MINT_LIMBS_BARRETT_H
 #define ZOKECC_MINT_LIMBS_BARRETT_H
 
@@ -33,6 +34,30 @@ inline void reciprocal_words(const uint32_t *p, uint32_t words, uint32_t exponen
     const uint32_t available = power_words - words + 1;
     for (uint32_t i = 0; i < count; ++i) out[i] = i < available ? quotient[i] : 0;
 }
+
+// What a modulus does where the guard leaves the quotient open: it gives up, with nothing written.
+//
+// In the hardened build a modulus for secret numbers goes on instead, through the same instructions as
+// ever. The quotient may then be one too small, so the remainder lies within (N + 4) p / B of p, and what
+// is written is that modulo 2^b, with b the bits of p: where it is p or above, p has to be subtracted.
+class OpenQuotients {
+public:
+#ifdef ZOKECC_HARDENED
+    void go_on() { gives_up_ = 0; }
+    // For open 0 or 1. Never true after go_on(), and then no jump depends on open.
+    bool give_up(uint32_t open) const
+    {
+        open &= gives_up_;
+        __asm__("" : "+r"(open));
+        return open != 0;
+    }
+
+private:
+    uint32_t gives_up_ = 1;
+#else
+    static bool give_up(uint32_t open) { return open != 0; }
+#endif
+};
 
 }  // namespace zokecc
 

@@ -1,7 +1,7 @@
 // Short limbs in loops, for any width.
 #include "mint/limbs/modulus_29.h"
 
-#ifndef ZOKECC_SMALL
+#if !defined(ZOKECC_SMALL) || defined(ZOKECC_HARDENED)
 
 namespace zokecc {
 
@@ -104,7 +104,8 @@ bool multiply_looped(const ShortModulus &p, const uint32_t *a, const uint32_t *b
 
     uint64_t sum = add_columns(0, x + n - 1, p.reciprocal, n + 1) >> kShortBits;
     sum = add_columns(sum, x + n, p.reciprocal + 1, n);
-    if (take_limb(sum) > kShortMask - (n + 4)) return false;
+    const uint32_t open = is_open_short(take_limb(sum), n);
+    if (p.open_quotients.give_up(open)) return false;
     for (unsigned k = 0; k + 1 < n; ++k) {
         sum = add_columns(sum, x + n + 1 + k, p.reciprocal + 2 + k, n - 1 - k);
         a_limbs[k] = take_limb(sum);
@@ -121,7 +122,7 @@ bool multiply_looped(const ShortModulus &p, const uint32_t *a, const uint32_t *b
     }
     join(b_limbs, n, wide, p.words + 1);
     for (unsigned i = 0; i < p.words; ++i) out[i] = wide[i] >> p.shift | wide[i + 1] << (32 - p.shift);
-    return true;
+    return open == 0;
 }
 
 }  // namespace zokecc

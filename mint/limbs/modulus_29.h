@@ -23,6 +23,7 @@ struct ShortModulus {
     uint32_t shift;                           // s, 2 to 31
     uint32_t modulus[kMaxShortLimbs];         // pn
     uint32_t reciprocal[kMaxShortLimbs + 1];  // M, below 2 B^(N+1): its top limb is below 2^30
+    [[no_unique_address]] OpenQuotients open_quotients;
 
     // The shift has to stay within a word: p[count] may lack a few of its highest bits, no more.
     static bool fits(const uint32_t *p, uint32_t count)
@@ -37,8 +38,14 @@ struct ShortModulus {
     void prepare(const uint32_t *p, uint32_t count);
 };
 
-// out = a b mod p for a, b up to p, for any number of words; out may be a or b. False, with
-// nothing written, where the guard leaves the quotient open.
+// 1 for a guard that leaves the quotient open with that many limbs, else 0.
+inline uint32_t is_open_short(uint32_t guard, unsigned limbs)
+{
+    return (kShortMask - (limbs + 4) - guard) >> 31;
+}
+
+// out = a b mod p for a, b up to p, for any number of words; out may be a or b. False where the guard
+// leaves the quotient open: see OpenQuotients for what is written then.
 bool multiply_looped(const ShortModulus &p, const uint32_t *a, const uint32_t *b, uint32_t *out);
 
 // The same unrolled for one number of words.
@@ -56,6 +63,7 @@ public:
     }
     void prepare(const uint32_t *p, uint32_t words) { modulus_.prepare(p, words); }
     bool multiply(const Limb *a, const Limb *b, Limb *out) const { return multiply(modulus_, a, b, out); }
+    OpenQuotients &open_quotients() { return modulus_.open_quotients; }
 
     static bool multiply(const ShortModulus &m, const Limb *a, const Limb *b, Limb *out)
     {
@@ -67,13 +75,14 @@ public:
         split<Words + 1>(wide, a_limbs);
         split<Words>(b, b_limbs);
         product(a_limbs, b_limbs, x);
-        if (!quotient(m, x + N - 1, a_limbs)) return false;
+        const uint32_t open = quotient(m, x + N - 1, a_limbs);
+        if (m.open_quotients.give_up(open)) return false;
         remainder(m, x, a_limbs, b_limbs);
 #pragma GCC unroll 10
         for (unsigned i = 0; i <= Words; ++i) wide[i] = word_from(b_limbs, 32 * i);
 #pragma GCC unroll 9
         for (unsigned i = 0; i < Words; ++i) out[i] = wide[i] >> m.shift | wide[i + 1] << (32 - m.shift);
-        return true;
+        return open == 0;
     }
 
 private:
@@ -118,10 +127,10 @@ private:
             x[k + 1] = static_cast<Limb>(sum);
     }
 
-    // From the top limbs of x.
+    // From the top limbs of x. Returns is_open_short of its guard.
     template <unsigned k = N>
-    ZOKECC_INLINE static bool quotient(const ShortModulus &m, const Limb *top, Limb *q, uint64_t sum = 0,
-                                       Limb guard = 0)
+    ZOKECC_INLINE static uint32_t quotient(const ShortModulus &m, const Limb *top, Limb *q, uint64_t sum = 0,
+                                           Limb guard = 0)
     {
         sum = add_column<2 * N - k + 1>(sum, top + (k - N), m.reciprocal + (k - N));
         if constexpr (k == N + 1) guard = static_cast<Limb>(sum) & kShortMask;
@@ -131,7 +140,7 @@ private:
             return quotient<k + 1>(m, top, q, sum, guard);
         } else {
             q[N - 1] = static_cast<Limb>(sum);
-            return guard <= kShortMask - (N + 4);
+            return is_open_short(guard, N);
         }
     }
 
@@ -171,6 +180,7 @@ public:
     static bool fits(const uint32_t *p, uint32_t words) { return ShortModulus::fits(p, words); }
     void prepare(const uint32_t *p, uint32_t words) { modulus_.prepare(p, words); }
     bool multiply(const Limb *a, const Limb *b, Limb *out) const;
+    OpenQuotients &open_quotients() { return modulus_.open_quotients; }
 
 private:
     ShortModulus modulus_;

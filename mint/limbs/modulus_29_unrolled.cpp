@@ -1,7 +1,7 @@
 // Short limbs unrolled for the common widths: 192, 224 and 256 bits.
 #include "mint/limbs/modulus_29.h"
 
-#ifndef ZOKECC_SMALL
+#if !defined(ZOKECC_SMALL) || defined(ZOKECC_HARDENED)
 
 namespace zokecc {
 

@@ -1,7 +1,7 @@
 // Whole words, for every width that a fast field serves.
 #include "mint/limbs/modulus_32.h"
 
-#ifndef ZOKECC_SMALL
+#if !defined(ZOKECC_SMALL) || defined(ZOKECC_HARDENED)
 
 namespace zokecc {
 
@@ -25,9 +25,10 @@ ZOKECC_OUT_OF_LINE bool multiply_shifted(const WordModulus &m, const uint32_t *a
 {
     uint32_t shifted[kMaxFastWords + 1];
     shift_limbs_up(a, m.words, m.shift, shifted);
-    if (!multiply_words(m, shifted, b, out)) return false;
+    const bool is_exact = multiply_words(m, shifted, b, out);
+    if (m.open_quotients.give_up(1 ^ static_cast<uint32_t>(is_exact))) return false;
     shift_limbs_down(out, m.words, m.shift);
-    return true;
+    return is_exact;
 }
 
 }  // namespace

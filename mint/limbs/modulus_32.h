@@ -19,6 +19,7 @@ struct WordModulus {
     uint32_t shift;                               // s
     uint32_t complement[kMaxFastWords];           // B^N - pn
     uint32_t half_reciprocal[kMaxFastWords + 1];  // floor(M / 2)
+    [[no_unique_address]] OpenQuotients open_quotients;
 
     static bool fits(const uint32_t *p, uint32_t count)
     {
@@ -42,8 +43,8 @@ class WordLimbs {
 public:
     using Limb = uint32_t;
 
-    // out = a b mod pn for a, b up to pn; out may be a or b. False, with nothing written, where the
-    // guard leaves the quotient open.
+    // out = a b mod pn for a, b up to pn; out may be a or b. False where the guard leaves the quotient
+    // open: see OpenQuotients for what is written then.
     static bool multiply(const WordModulus &m, const Limb *a, const Limb *b, Limb *out)
     {
         Limb x[2 * N];
@@ -54,17 +55,24 @@ public:
         // limbs of x times half of M less than one), and a fraction that the guard column had: less
         // than 2 (N + 4) when it is doubled.
         const Limb guard = columns[1] << 1;
-        if (guard > 0u - 2 * (N + 4)) [[unlikely]]
+        const uint32_t open = is_open(guard);
+        if (m.open_quotients.give_up(open)) [[unlikely]]
             return false;
 #pragma GCC unroll 9
         for (unsigned k = N + 1; k > 1; --k) columns[k] = columns[k] << 1 | columns[k - 1] >> 31;
         remainder(m, columns + 2, x);
 #pragma GCC unroll 9
         for (unsigned i = 0; i < N; ++i) out[i] = x[i];
-        return true;
+        return open == 0;
     }
 
 private:
+    // 1 for a guard that leaves the quotient open, else 0.
+    static uint32_t is_open(Limb guard)
+    {
+        return static_cast<uint32_t>((Double<Limb>{0u - 2 * (N + 4)} - guard) >> 63);
+    }
+
     // low + high B = a b
     ZOKECC_INLINE static void multiply_words(Limb &low, Limb &high, Limb a, Limb b)
     {
@@ -161,9 +169,10 @@ public:
     static bool fits(const uint32_t *p, uint32_t words) { return WordModulus::fits(p, words); }
     void prepare(const uint32_t *p, uint32_t words) { modulus_.prepare(p, words); }
 
-    // out = a b mod p for a, b up to p; out may be a or b. False, with nothing written, where the
-    // guard leaves the quotient open.
+    // out = a b mod p for a, b up to p; out may be a or b. False where the guard leaves the quotient
+    // open: see OpenQuotients for what is written then.
     bool multiply(const Limb *a, const Limb *b, Limb *out) const;
+    OpenQuotients &open_quotients() { return modulus_.open_quotients; }
 
 private:
     WordModulus modulus_;

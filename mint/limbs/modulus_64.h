@@ -33,8 +33,8 @@ public:
         std::memcpy(reciprocal_, padded, sizeof reciprocal_);
     }
 
-    // out = a b mod p for a, b up to p; out may be a or b. False, with nothing written, where the
-    // guard leaves the quotient open.
+    // out = a b mod p for a, b up to p; out may be a or b. False where the guard leaves the quotient
+    // open: see OpenQuotients for what is written then.
     bool multiply(const Limb *a, const Limb *b, Limb *out) const
     {
         if constexpr (kHasRows) {
@@ -42,6 +42,8 @@ public:
         }
         return multiply_by_columns(a, b, out);
     }
+
+    OpenQuotients &open_quotients() { return open_quotients_; }
 
 private:
     static constexpr bool kHasRows = Sum::kMaxRow > N;
@@ -57,9 +59,10 @@ private:
             product(shifted, b, x);
         }
         Limb q[N];
-        if (!quotient(x + N - 1, q)) return false;
+        const uint32_t open = quotient(x + N - 1, q);
+        if (open_quotients_.give_up(open)) return false;
         remainder(x, q, out);
-        return true;
+        return open == 0;
     }
 
     static void product(const Limb *a, const Limb *b, Limb *x)
@@ -75,8 +78,11 @@ private:
         x[2 * N - 1] = sum.low;
     }
 
-    // From the top limbs of x.
-    bool quotient(const Limb *top, Limb *q) const
+    // 1 for a guard that leaves the quotient open, else 0.
+    static uint32_t is_open(Limb guard) { return static_cast<Limb>(guard + (N + 4)) < guard ? 1 : 0; }
+
+    // From the top limbs of x. Returns is_open of its guard.
+    uint32_t quotient(const Limb *top, Limb *q) const
     {
         Sum sum;
         Limb guard = 0;
@@ -90,7 +96,7 @@ private:
             if (k > N + 1) q[k - N - 2] = limb;
         }
         q[N - 1] = sum.low + top[N];
-        return guard < Limb{0} - (N + 4);
+        return is_open(guard);
     }
 
     // (x - q pn) / 2^s. Below pn, so the low limbs are all of it.
@@ -135,13 +141,14 @@ private:
         Limb columns[N + 2];  // from N on; the guard, and the quotient from the next one on
         Sum::template set_row<1>(x[N - 1], reciprocal_ + N, columns);
         quotient_rows<1>(x + N - 1, columns);
-        if (columns[1] >= Limb{0} - (N + 4)) return false;
+        const uint32_t open = is_open(columns[1]);
+        if (open_quotients_.give_up(open)) return false;
         Limb r[N];
         Sum::template set_row<N - 1>(columns[2], modulus_, r);
         r[N - 1] += columns[2] * modulus_[N - 1];
         remainder_rows<1>(columns + 2, r);
         take_off(x, r, out);
-        return true;
+        return open == 0;
     }
 
     template <unsigned i>
@@ -186,7 +193,8 @@ private:
     Limb modulus_[N];         // pn
     Limb reciprocal_[N + 1];  // M without its top limb
     unsigned shift_;          // s
-    bool rows_ = false;       // the processor has the instructions for rows
+    [[no_unique_address]] OpenQuotients open_quotients_;
+    bool rows_ = false;  // the processor has the instructions for rows
 };
 
 }  // namespace zokecc

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Calls go strictly downward: base < mint < hash < ecc < schemes and sdf, which do not know each other.
+"""Calls go strictly downward: base < mint < hash < ecc < ct < schemes and sdf, which do not know each other.
 
     layers_check.py NM OBJECT...
 
@@ -12,7 +12,7 @@ import subprocess
 import sys
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent.parent
-RANK = {"base": 0, "mint": 1, "hash": 2, "ecc": 3, "schemes": 4, "sdf": 4}
+RANK = {"base": 0, "mint": 1, "hash": 2, "ecc": 3, "ct": 4, "schemes": 5, "sdf": 5}
 
 GENERATED = "base/config.h"
 

@@ -1,0 +1,177 @@
+// The integers modulo an odd p of five to nine words, for secret numbers: exact, and through the same
+// instructions and addresses whatever the numbers are. p itself is public.
+//
+// Numbers are below p, in the modulus's limbs. Outputs may be operands.
+#ifndef ZOKECC_CT_FIELD_H
+#define ZOKECC_CT_FIELD_H
+
+#include "base/linkage.h"
+#include "base/wipe.h"
+#include "ct/inverse.h"
+#include "ct/mask.h"
+#include "mint/limbs/modulus.h"
+#include "mint/value.h"
+
+namespace zokecc {
+
+template <class Modulus>
+class SecretField {
+public:
+    using Limb = typename Modulus::Limb;
+    struct Element {
+        // Not defaulted: {} would clear the limbs, and nothing is read before it is written.
+        Element() {}  // NOLINT(modernize-use-equals-default)
+        Limb limb[Modulus::kElementLimbs];
+    };
+
+    // True if p is a modulus for this field.
+    static bool serves(const mint &p)
+    {
+        const uint32_t words = used_words(p);
+        return words > 0 && p.words[words - 1] >= 4 && is_odd(p) && Modulus::fits(p.words, words);
+    }
+
+    explicit SecretField(const mint &p) : words_(p.len)
+    {
+        modulus_.prepare(p.words, p.len);
+        modulus_.open_quotients().go_on();
+        read_words(p.words, p_);
+        const Limb top = p_.limb[limbs() - 1];
+        top_mask_ = ~Limb{0} >> std::countl_zero(top);
+        half_top_ = top / 2;
+    }
+
+    unsigned words() const { return words_; }
+    const Element &modulus() const { return p_; }
+
+    // in[words()], below p.
+    void read_words(const uint32_t *in, Element &out) const
+    {
+        out.limb[limbs() - 1] = 0;
+        std::memcpy(out.limb, in, 4 * words_);
+    }
+    void write_words(const Element &in, uint32_t *out) const { std::memcpy(out, in.limb, 4 * words_); }
+
+    void set_zero(Element &out) const { set_small(0, out); }
+    void set_one(Element &out) const { set_small(1, out); }
+    void set_small(Limb number, Element &out) const
+    {
+        for (unsigned i = 1; i < limbs(); ++i) out.limb[i] = 0;
+        out.limb[0] = number;
+    }
+
+    ZOKECC_OUT_OF_LINE void add(const Element &a, const Element &b, Element &out) const
+    {
+        const Limb carry = add_limbs(a.limb, b.limb, limbs(), out.limb);
+        subtract_once(carry, out);
+    }
+    ZOKECC_OUT_OF_LINE void sub(const Element &a, const Element &b, Element &out) const
+    {
+        Limb ones;
+        const Limb borrow = sub_limbs(a.limb, b.limb, limbs(), out.limb, ones);
+        add_masked(mask_of_bit(borrow), out);
+    }
+    // out = p - a, and 0 for 0
+    void negate(const Element &a, Element &out) const
+    {
+        Element zero;
+        set_zero(zero);
+        sub(zero, a, out);
+    }
+    void twice(const Element &a, Element &out) const { add(a, a, out); }
+    ZOKECC_OUT_OF_LINE void halve(const Element &a, Element &out) const
+    {
+        if (&out != &a) out = a;
+        const Limb top = add_masked(mask_of_bit(a.limb[0] & 1), out);
+        const unsigned last = limbs() - 1;
+        for (unsigned i = 0; i < last; ++i)
+            out.limb[i] = out.limb[i] >> 1 | out.limb[i + 1] << (kLimbBits<Limb> - 1);
+        out.limb[last] = out.limb[last] >> 1 | top << (kLimbBits<Limb> - 1);
+    }
+    ZOKECC_OUT_OF_LINE void mul(const Element &a, const Element &b, Element &out) const
+    {
+        const bool is_exact = modulus_.multiply(a.limb, b.limb, out.limb);
+        // Where the quotient was open the remainder is next to p, and may have lost its top bit: then it
+        // is far below p / 2.
+        Limb &top = out.limb[limbs() - 1];
+        Limb lost = 0;
+        sub_limb(top, half_top_, lost);
+        subtract_once(lost & (opaque(Limb{is_exact}) ^ 1), out);
+        top &= top_mask_;
+    }
+    void square(const Element &a, Element &out) const { mul(a, a, out); }
+
+    // out = 1 / a. Returns zero, and leaves what is no inverse, for an a without one.
+    Mask invert(const Element &a, Element &out) const
+    {
+        uint32_t in[kMaxSecretWords + 1];
+        uint32_t inverse[kMaxSecretWords + 1];
+        uint32_t p[kMaxSecretWords + 1];
+        write_words(a, in);
+        write_words(p_, p);
+        const Mask found = invert_secret(in, p, words_, inverse);
+        Element product;
+        Element one;
+        Element result;
+        read_words(inverse, result);
+        mul(a, result, product);
+        set_one(one);
+        out = result;
+        wipe(in, sizeof in);
+        wipe(inverse, sizeof inverse);
+        return found & equal(product, one);
+    }
+
+    Mask equal(const Element &a, const Element &b) const
+    {
+        Limb difference = 0;
+        for (unsigned i = 0; i < limbs(); ++i) difference |= a.limb[i] ^ b.limb[i];
+        return mask_of_zero(difference);
+    }
+    Mask is_zero(const Element &a) const
+    {
+        Limb any = 0;
+        for (unsigned i = 0; i < limbs(); ++i) any |= a.limb[i];
+        return mask_of_zero(any);
+    }
+    // All ones for a number in the limbs that is below p.
+    Mask is_reduced(const Element &a) const
+    {
+        Limb ones;
+        Element difference;
+        return mask_of_bit(sub_limbs(a.limb, p_.limb, limbs(), difference.limb, ones));
+    }
+    // out = a where the mask is all ones.
+    void move(Mask mask, const Element &a, Element &out) const
+    {
+        for (unsigned i = 0; i < limbs(); ++i) out.limb[i] = select(mask, a.limb[i], out.limb[i]);
+    }
+
+private:
+    unsigned limbs() const { return modulus_.limbs(); }
+
+    // out += p where the mask is all ones. Returns the carry.
+    Limb add_masked(Mask mask, Element &out) const
+    {
+        Element correction;
+        for (unsigned i = 0; i < limbs(); ++i) correction.limb[i] = p_.limb[i] & static_cast<Limb>(mask);
+        return add_limbs(out.limb, correction.limb, limbs(), out.limb);
+    }
+    // out -= p where out, with the carry above it, is p or more.
+    void subtract_once(Limb carry, Element &out) const
+    {
+        Limb ones;
+        const Limb borrow = sub_limbs(out.limb, p_.limb, limbs(), out.limb, ones);
+        add_masked(mask_of_bit(borrow & (carry ^ 1)), out);
+    }
+
+    Modulus modulus_;
+    Element p_;
+    Limb top_mask_;  // the bits of p's top limb
+    Limb half_top_;  // half of it
+    unsigned words_;
+};
+
+}  // namespace zokecc
+
+#endif

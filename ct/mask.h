@@ -1,0 +1,40 @@
+// Masks: all ones or zero, in place of a jump that would depend on a secret.
+#ifndef ZOKECC_CT_MASK_H
+#define ZOKECC_CT_MASK_H
+
+#include <cstdint>
+
+#include "base/declassify.h"
+#include "mint/limbs/limb.h"
+
+namespace zokecc {
+
+// x, of which the compiler knows nothing any more: it cannot turn what is made of it into a jump.
+template <class L>
+inline L opaque(L x)
+{
+    __asm__("" : "+r"(x));
+    return x;
+}
+
+using Mask = NativeLimb;
+
+// All ones for a bit of 1.
+inline Mask mask_of_bit(Mask bit) { return Mask{0} - opaque(bit); }
+
+// All ones for x = 0.
+inline Mask mask_of_zero(Mask x) { return mask_of_bit(~(x | (Mask{0} - x)) >> (kLimbBits<Mask> - 1)); }
+
+// a where the mask is all ones, b where it is zero.
+template <class L>
+inline L select(Mask mask, L a, L b)
+{
+    return static_cast<L>(b ^ (static_cast<L>(mask) & (a ^ b)));
+}
+
+// The outcome of a test as something to jump on: told to the outside.
+inline bool declassified(Mask mask) { return declassify(mask != 0); }
+
+}  // namespace zokecc
+
+#endif

@@ -1,0 +1,139 @@
+#include "ct/points.h"
+
+#include "base/burn.h"
+#include "ct/choice.h"
+#include "ct/multiples.h"
+#include "ct/scalars.h"
+#include "hash/kernel_random.h"
+#include "mint/plain.h"
+
+namespace zokecc {
+
+namespace {
+
+template <class Field>
+using CurveOf = SecretCurve<std::remove_const_t<Field>>;
+
+// The same for records in which words above the length may hold anything.
+template <class Curve>
+void read_point(const Curve &curve, const ecc_point &in, typename Curve::Affine &out)
+{
+    curve.read(in.x, out.x);
+    curve.read(in.y, out.y);
+}
+
+template <class Field>
+void write_wide(const Field &f, const typename Field::Element &in, mint &out)
+{
+    f.write_words(in, out.words);
+    out.len = f.words();
+}
+
+// A factor that blinds the coordinates of a product: any number from 1 on below 2^32 less words than p has.
+// Without the kernel it is 1; what it blinds is told by no address and by no jump in any case.
+template <class Field>
+void draw_factor(const Field &f, typename Field::Element &out)
+{
+    Wiping<uint32_t[kMaxSecretWords + 1]> words;
+    if (!kernel_random(reinterpret_cast<uint8_t *>(*words), 4 * (f.words() - 1))) wipe(*words, sizeof *words);
+    (*words)[0] |= 1;
+    f.read_words(*words, out);
+}
+
+// The affine form of a product, tested.
+template <class Curve>
+bool finish(const Curve &curve, const typename Curve::Point &point, ecc_point &out)
+{
+    Wiping<typename Curve::Affine> affine;
+    const Mask is_good = curve.to_affine(point, *affine) & curve.is_on_curve(*affine);
+    out.infinity = 0;
+    write_wide(curve.f, affine->x, out.x);
+    write_wide(curve.f, affine->y, out.y);
+    return declassified(is_good);
+}
+
+template <class Field>
+ZOKECC_OUT_OF_LINE bool multiply_base_over(const CurveView &view, const mint &k, ecc_point &out)
+{
+    const CallBurn burn;
+    const SecretCurve<Field> curve(view.p, view.a, view.b);
+    typename Field::Element factor;
+    Wiping<ProjectivePoint<Field>> product;
+    Wiping<uint32_t[kMaxSecretWords]> scalar;
+    std::memcpy(*scalar, k.words, 4 * k.len);
+    draw_factor(curve.f, factor);
+    base_multiple(curve, *scalar, view.p.len, view.table, factor, *product);
+    return finish(curve, *product, out);
+}
+
+template <class Field>
+ZOKECC_OUT_OF_LINE bool multiply_over(const CurveView &view, const mint &k, uint32_t bits, const ecc_point &P,
+                                      const ecc_point *addend, ecc_point &out)
+{
+    const CallBurn burn;
+    const SecretCurve<Field> curve(view.p, view.a, view.b);
+    typename Field::Element factor;
+    Wiping<ProjectivePoint<Field>> product;
+    AffinePoint<Field> point;
+    draw_factor(curve.f, factor);
+    read_point(curve, P, point);
+    any_multiple(curve, k.words, k.len, bits, point, factor, *product);
+    if (addend != nullptr) {
+        read_point(curve, *addend, point);
+        curve.add(*product, point.x, point.y, nullptr, *product);
+    }
+    return finish(curve, *product, out);
+}
+
+}  // namespace
+
+bool has_secret_points(const CurveView &curve)
+{
+    return has_secret_field(curve.p) && has_secret_field(curve.n) && curve.n.len <= curve.p.len &&
+           comb_words(curve.p) != 0 && mint_compare(&curve.a, &curve.p) < 0 &&
+           mint_compare(&curve.b, &curve.p) < 0;
+}
+
+bool is_valid_point(const CurveView &view, const ecc_point &P)
+{
+    if (P.infinity == 1 || mint_compare(&P.x, &view.p) >= 0 || mint_compare(&P.y, &view.p) >= 0) return false;
+    return on_secret_field(view.p, [&](auto *field) {
+        const SecretCurve<std::remove_pointer_t<decltype(field)>> curve(view.p, view.a, view.b);
+        typename decltype(curve)::Affine point;
+        read_point(curve, P, point);
+        return curve.is_on_curve(point) != 0;
+    });
+}
+
+bool multiply_base_in_secret(const CurveView &view, const mint &k, ecc_point &out)
+{
+    return on_secret_field(view.p, [&](auto *field) {
+        return multiply_base_over<std::remove_pointer_t<decltype(field)>>(view, k, out);
+    });
+}
+
+bool multiply_in_secret(const CurveView &view, const mint &k, uint32_t bits, const ecc_point &P,
+                        const ecc_point *addend, ecc_point &out)
+{
+    return on_secret_field(view.p, [&](auto *field) {
+        return multiply_over<std::remove_pointer_t<decltype(field)>>(view, k, bits, P, addend, out);
+    });
+}
+
+void publish_point(const ecc_point &wide, ecc_point &out)
+{
+    out = wide;
+    declassify(out.x.words, 4 * out.x.len);
+    declassify(out.y.words, 4 * out.y.len);
+    out.x.len = trimmed_words(out.x);
+    out.y.len = trimmed_words(out.y);
+}
+
+void write_wide_point(const ecc_point &wide, uint32_t len, PointBytes &out)
+{
+    out.len = len;
+    write_secret(wide.x, len, out.xy);
+    write_secret(wide.y, len, out.xy + len);
+}
+
+}  // namespace zokecc

@@ -1,0 +1,240 @@
+#include "ct/scalars.h"
+
+#include <zokecc/hash.h>
+
+#include "base/burn.h"
+#include "ct/choice.h"
+
+namespace zokecc {
+
+namespace {
+
+template <class Field>
+using Element = typename Field::Element;
+
+// A wide record, or a trimmed one of the other layers.
+template <class Field>
+void read(const Field &f, const mint &in, Element<Field> &out)
+{
+    Wiping<uint32_t[kMaxSecretWords + 1]> words;
+    std::memcpy(*words, in.words, 4 * in.len);
+    f.read_words(*words, out);
+}
+
+template <class Field>
+void write(const Field &f, const Element<Field> &in, mint &out)
+{
+    f.write_words(in, out.words);
+    out.len = f.words();
+}
+
+// Runs work(field) over the field of n, and clears what that leaves on the stack.
+template <class Work>
+ZOKECC_OUT_OF_LINE bool modulo(const mint &n, const Work &work)
+{
+    const CallBurn burn;
+    return on_secret_field(n, [&](auto *field) { return work(std::remove_pointer_t<decltype(field)>(n)); });
+}
+
+template <class Field>
+using Pair = Wiping<Element<std::remove_cvref_t<Field>>[2]>;
+
+uint32_t byte_at(const uint8_t *bytes, uint32_t count, uint32_t i)
+{
+    return i < count ? bytes[count - 1 - i] : 0;
+}
+
+// The word of a big-endian number at bytes 4 i to 4 i + 3 from its end.
+uint32_t word_at(const uint8_t *bytes, uint32_t count, uint32_t i)
+{
+    uint32_t out = 0;
+    for (uint32_t j = 0; j < 4; ++j) out |= byte_at(bytes, count, 4 * i + j) << (8 * j);
+    return out;
+}
+
+// All ones for 0 < value < n.
+template <class Field>
+Mask is_in_range(const Field &f, const Element<Field> &value)
+{
+    return f.is_reduced(value) & ~f.is_zero(value);
+}
+
+}  // namespace
+
+bool read_secret(const mint &n, const uint8_t *bytes, uint32_t count, mint &out)
+{
+    uint32_t above = 0;
+    for (uint32_t i = 4 * n.len; i < count; ++i) above |= byte_at(bytes, count, i);
+    for (uint32_t i = 0; i < n.len; ++i) out.words[i] = word_at(bytes, count, i);
+    out.len = n.len;
+    return modulo(n, [&](const auto &f) {
+        Pair<decltype(f)> value;
+        read(f, out, (*value)[0]);
+        return declassified(is_in_range(f, (*value)[0]) & mask_of_zero(above));
+    });
+}
+
+void reduce_secret(const mint &p, const uint8_t *bytes, uint32_t count, mint &out)
+{
+    modulo(p, [&](const auto &f) {
+        Wiping<Element<std::remove_cvref_t<decltype(f)>>[3]> values;
+        auto &sum = (*values)[0];
+        auto &next = (*values)[1];
+        auto &shift = (*values)[2];
+        uint32_t words[kMaxSecretWords + 1] = {0, 1};
+        f.read_words(words, shift);
+        f.set_zero(sum);
+        for (uint32_t i = (count + 3) / 4; i-- > 0;) {
+            f.mul(sum, shift, sum);
+            f.set_small(word_at(bytes, count, i), next);
+            f.add(sum, next, sum);
+        }
+        write(f, sum, out);
+        return true;
+    });
+}
+
+void write_secret(const mint &wide, uint32_t len, uint8_t *out)
+{
+    for (uint32_t i = 0; i < len; ++i)
+        out[len - 1 - i] = i / 4 < wide.len ? static_cast<uint8_t>(wide.words[i / 4] >> (8 * (i % 4))) : 0;
+}
+
+void publish(const mint &wide, mint &out)
+{
+    mint copy = wide;
+    declassify(copy.words, 4 * copy.len);
+    copy.len = trimmed_words(copy);
+    out = copy;
+}
+
+bool is_zero_secret(const mint &wide)
+{
+    uint32_t any = 0;
+    for (uint32_t i = 0; i < wide.len; ++i) any |= wide.words[i];
+    return declassified(mask_of_zero(any));
+}
+
+bool sums_to_order(const mint &n, const mint &a, const mint *b)
+{
+    return modulo(n, [&](const auto &f) {
+        Pair<decltype(f)> values;
+        auto &sum = (*values)[0];
+        auto &other = (*values)[1];
+        read(f, a, sum);
+        f.set_one(other);
+        if (b != nullptr) read(f, *b, other);
+        f.add(sum, other, sum);
+        return declassified(f.is_zero(sum));
+    });
+}
+
+void add_exactly(const mint &n, const mint &a, const mint &b, mint &out)
+{
+    modulo(n, [&](const auto &f) {
+        Pair<decltype(f)> values;
+        read(f, a, (*values)[0]);
+        read(f, b, (*values)[1]);
+        f.add((*values)[0], (*values)[1], (*values)[0]);
+        write(f, (*values)[0], out);
+        return true;
+    });
+    out.len = trimmed_words(out);
+}
+
+bool exchange_scalar(const mint &n, const mint &d, const mint &r, const mint &x_bar, mint &out)
+{
+    mint reduced{};
+    mint_mod(&x_bar, &n, &reduced);
+    return modulo(n, [&](const auto &f) {
+        Pair<decltype(f)> values;
+        auto &t = (*values)[0];
+        auto &other = (*values)[1];
+        read(f, r, t);
+        read(f, reduced, other);
+        f.mul(t, other, t);
+        read(f, d, other);
+        f.add(t, other, t);
+        write(f, t, out);
+        return declassified(~f.is_zero(t));
+    });
+}
+
+bool sm2_secret_half(const mint &n, const mint &d, const mint &k, const mint &r, mint &s)
+{
+    Wiping<mint> result;
+    const bool is_good = modulo(n, [&](const auto &f) {
+        Wiping<Element<std::remove_cvref_t<decltype(f)>>[4]> values;
+        auto &next = (*values)[0];  // 1 + d
+        auto &rd = (*values)[1];
+        auto &nonce = (*values)[2];
+        auto &t = (*values)[3];
+        f.set_one(t);
+        read(f, d, rd);
+        f.add(rd, t, next);
+        read(f, r, t);
+        f.mul(rd, t, rd);
+        read(f, k, nonce);
+        const Mask found = f.invert(next, t);
+        Pair<decltype(f)> more;
+        f.sub(nonce, rd, (*more)[0]);
+        f.mul(t, (*more)[0], t);
+        write(f, t, *result);
+        f.mul(t, next, t);
+        f.add(t, rd, t);
+        return declassified(found & f.equal(t, nonce));
+    });
+    if (is_good) publish(*result, s);
+    return is_good;
+}
+
+bool ecdsa_secret_half(const mint &n, const mint &e, const mint &d, const mint &k, const mint &r, mint &s)
+{
+    Wiping<mint> result;
+    const bool is_good = modulo(n, [&](const auto &f) {
+        Wiping<Element<std::remove_cvref_t<decltype(f)>>[3]> values;
+        auto &sum = (*values)[0];  // e + r d
+        auto &nonce = (*values)[1];
+        auto &t = (*values)[2];
+        read(f, d, sum);
+        read(f, r, t);
+        f.mul(sum, t, sum);
+        read(f, e, t);
+        f.add(sum, t, sum);
+        read(f, k, nonce);
+        const Mask found = f.invert(nonce, t);
+        f.mul(t, sum, t);
+        write(f, t, *result);
+        f.mul(t, nonce, t);
+        return declassified(found & f.equal(t, sum));
+    });
+    if (is_good) publish(*result, s);
+    return is_good;
+}
+
+void multiply_secrets(const mint &p, const mint &a, const mint &b, mint &out)
+{
+    modulo(p, [&](const auto &f) {
+        Pair<decltype(f)> values;
+        read(f, a, (*values)[0]);
+        read(f, b, (*values)[1]);
+        f.mul((*values)[0], (*values)[1], (*values)[0]);
+        write(f, (*values)[0], out);
+        return true;
+    });
+}
+
+bool divide_by_secret(const mint &p, const mint &a, const mint &b, mint &out)
+{
+    return modulo(p, [&](const auto &f) {
+        Pair<decltype(f)> values;
+        read(f, b, (*values)[1]);
+        const Mask found = f.invert((*values)[1], (*values)[1]);
+        read(f, a, (*values)[0]);
+        f.mul((*values)[0], (*values)[1], (*values)[0]);
+        write(f, (*values)[0], out);
+        return declassified(found);
+    });
+}
+
+}  // namespace zokecc
