@@ -9,6 +9,7 @@ ZOKECC is the command of the tool, with an emulator before it where one is neede
 import base64
 import os
 import pathlib
+import re
 import stat
 import subprocess
 import sys
@@ -56,6 +57,23 @@ def mode_of(path):
 def pem(label, der):
     text = base64.encodebytes(der).decode()
     return f"-----BEGIN {label}-----\n{text}-----END {label}-----\n".encode()
+
+
+def documents(c):
+    """The man page and the completion know every command and every option."""
+    tools = pathlib.Path(__file__).resolve().parents[2] / "tools"
+    source = (tools / "zokecc.c").read_text()
+    page = (tools / "man" / "zokecc.1").read_text().replace("\\-", "-")
+    completion = (tools / "completion" / "zokecc").read_text()
+    options = re.findall(r'{"([a-z-]+)", [01], NULL', source)
+    commands = re.findall(r'{"([a-z]+)", run_', source)
+    c.require(len(options) > 15 and len(commands) > 10, "options and commands are not found")
+    for option in options:
+        c.require(f"--{option}" in page or option == "help", f"the man page lacks --{option}")
+        c.require(f"--{option}" in completion, f"the completion lacks --{option}")
+    for command in commands:
+        c.require(re.search(rf"zokecc {command}\b", page), f"the man page lacks {command}")
+        c.require(command in completion, f"the completion lacks {command}")
 
 
 def files(c):
@@ -212,6 +230,7 @@ def main(zokecc):
     os.umask(0o022)
     with tempfile.TemporaryDirectory() as folder:
         c = Checks(zokecc, pathlib.Path(folder))
+        documents(c)
         files(c)
         misuse(c)
         round_trips(c)
