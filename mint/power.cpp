@@ -1,5 +1,43 @@
 // Modular exponentiation, left to right.
+#include "mint/power.h"
+
+#include "mint/limbs/residues.h"
 #include "mint/value.h"
+
+namespace {
+
+// The power of two or more over the fast products.
+struct FastPower {
+    const mint &base, &exponent;
+    mint &out;
+
+    template <class Residues>
+    bool over(const Residues &residues) const
+    {
+        typename Residues::Element element;
+        residues.load(base, element);
+        residues.power(element, exponent, element);
+        residues.store(element, out);
+        return true;
+    }
+};
+
+}  // namespace
+
+namespace zokecc {
+
+void power_by_definition(const mint &base, const mint &exponent, const mint &p, mint &out)
+{
+    mint power{};
+    mint_copy(&power, &base);
+    for (int32_t i = get_mint_bit_len(&exponent) - 2; i >= 0; --i) {
+        mint_mod_mul(&power, &power, &p, &power);
+        if (mint_bit_set(&exponent, i) != 0) mint_mod_mul(&power, &base, &p, &power);
+    }
+    mint_copy(&out, &power);
+}
+
+}  // namespace zokecc
 
 // KEPT: the exponent is reduced modulo p - 1 in every call, which is right for a prime p only,
 // and the base is never reduced by itself: with exponent 1 it comes back as it is. Callers on
@@ -18,12 +56,8 @@ int32_t mint_exp(const mint *base, const mint *exponent, const mint *p, mint *ou
         zokecc::set_small(*out, 1);
         return 0;
     }
-    mint power{};
-    mint_copy(&power, base);
-    for (int32_t i = get_mint_bit_len(&e) - 2; i >= 0; --i) {
-        mint_mod_mul(&power, &power, p, &power);
-        if (mint_bit_set(&e, i) != 0) mint_mod_mul(&power, base, p, &power);
-    }
-    mint_copy(out, &power);
+    // From the second power on every result is reduced, whatever the base was.
+    if (zokecc::is_one(e) || !zokecc::run_over_residues(*p, FastPower{*base, e, *out}))
+        zokecc::power_by_definition(*base, e, *p, *out);
     return 0;
 }

@@ -2,8 +2,11 @@
 //
 // This file makes the one upward call of the library: where p is 1 modulo 8 and no small
 // number is a non-residue, candidates come from the random generator.
+#include "mint/sqrt.h"
+
 #include <zokecc/hash.h>
 
+#include "mint/limbs/residues.h"
 #include "mint/plain.h"
 #include "mint/value.h"
 
@@ -120,8 +123,66 @@ void apply_exponents(uint32_t count, const mint &g, const mint &p, mint &c)
     }
 }
 
-// p = 1 (mod 8). With e from (p-1)/4 halved down to its odd part, c = a^e g^(sum of exponents)
-// stays a root of unity; each time it is -1, an exponent (p-1)/2 joins and turns it to 1.
+// The walk of root_by_table with one running exponent. With p - 1 = 2^s q for an odd q, and t for the
+// sum of the exponents over q, c is (a^q (g^q)^t)^(2^i): i is s - 2 at first and goes down by one in
+// each round, and the halvings of e and of every exponent, which are exact, only take a power of two
+// out. An exponent that joins in round j = s - 2 - i is one more 2^(j+1) in t, and in the end the
+// half of q t is what g is raised to. So the powers are not computed again:
+//     w = a^q (g^q)^t,   out = a^((q+1)/2) (g^q)^(t/2),   z = (g^q)^(2^j)
+// are carried along, and a round takes the i squarings that lead from w to c.
+struct RootByOneExponent {
+    const mint &a, &p, &p_minus_1, &g;
+    mint &out;
+    int32_t &status;
+
+    template <class Residues>
+    bool over(const Residues &residues) const
+    {
+        mint half_of_q = p_minus_1;  // (q - 1) / 2 in the end
+        uint32_t s = 0;
+        while (!zokecc::is_odd(half_of_q)) {
+            mint_right_move(&half_of_q, 1);
+            ++s;
+        }
+        mint_right_move(&half_of_q, 1);
+
+        typename Residues::Element w;
+        typename Residues::Element root;
+        typename Residues::Element z;
+        typename Residues::Element c;
+        typename Residues::Element minus_1;
+        residues.load(p_minus_1, minus_1);
+        residues.load(g, w);
+        residues.power(w, half_of_q, z);
+        residues.square(z, z);
+        residues.multiply(z, w, z);
+        residues.load(a, w);
+        residues.power(w, half_of_q, c);
+        residues.multiply(c, w, root);
+        residues.multiply(root, c, w);
+
+        uint32_t count = 0;
+        for (uint32_t i = s - 1; i-- > 0;) {
+            c = w;
+            for (uint32_t squarings = i; squarings > 0; --squarings) residues.square(c, c);
+            const bool joins = residues.equal(c, minus_1);
+            if (joins) {
+                if (count++ == kExponents) {
+                    status = kNone;
+                    return true;
+                }
+                residues.multiply(root, z, root);
+            }
+            residues.square(z, z);
+            if (joins) residues.multiply(w, z, w);
+        }
+        residues.store(root, out);
+        status = kFound;
+        return true;
+    }
+};
+
+// p = 1 (mod 8).
 //
 // KEPT: the result is not squared again, so a number without a root gets a meaningless one.
 // Decoding of compressed points relies on a later curve test instead. Held by
@@ -129,10 +190,24 @@ void apply_exponents(uint32_t count, const mint &g, const mint &p, mint &c)
 int32_t root_one_mod_eight(const mint &a, const mint &p, mint &out)
 {
     const mint p_minus_1 = lowered_and_shifted(p, 1, 0);
-    const mint half = lowered_and_shifted(p, 1, 1);
     mint g{};
-    if (!find_non_residue(p, half, p_minus_1, g)) return kNoNonResidue;
+    if (!find_non_residue(p, lowered_and_shifted(p, 1, 1), p_minus_1, g)) return kNoNonResidue;
+    int32_t status = kFound;
+    if (!zokecc::run_over_residues(p, RootByOneExponent{a, p, p_minus_1, g, out, status}))
+        status = zokecc::root_by_table(a, p, g, out);
+    return status;
+}
 
+}  // namespace
+
+namespace zokecc {
+
+// With e from (p-1)/4 halved down to its odd part, c = a^e g^(sum of exponents) stays a root of
+// unity; each time it is -1, an exponent (p-1)/2 joins and turns it to 1.
+int32_t root_by_table(const mint &a, const mint &p, const mint &g, mint &out)
+{
+    const mint p_minus_1 = lowered_and_shifted(p, 1, 0);
+    const mint half = lowered_and_shifted(p, 1, 1);
     std::memset(exponents, 0, sizeof exponents);
     uint32_t count = 0;
     mint e = lowered_and_shifted(p, 1, 2);
@@ -142,7 +217,7 @@ int32_t root_one_mod_eight(const mint &a, const mint &p, mint &out)
             if (count == kExponents) return kNone;
             exponents[count++] = half;
         }
-        if (zokecc::is_odd(e)) break;
+        if (is_odd(e)) break;
         mint_right_move(&e, 1);
         c = power(a, e, p);
         apply_exponents(count, g, p, c);
@@ -155,7 +230,7 @@ int32_t root_one_mod_eight(const mint &a, const mint &p, mint &out)
     return kFound;
 }
 
-}  // namespace
+}  // namespace zokecc
 
 int32_t mint_sqrt(const mint *a, const mint *p, mint *out)
 {

@@ -1,0 +1,151 @@
+// Products and powers modulo p on the modulus context that the points have.
+//
+// For odd moduli of five to nine words. Nothing but products is computed, and those are true
+// remainders whatever the way to them: no borrow rule has a part in it.
+#ifndef ZOKECC_MINT_LIMBS_RESIDUES_H
+#define ZOKECC_MINT_LIMBS_RESIDUES_H
+
+#include "base/linkage.h"
+#include "mint/limbs/borrow_rule.h"
+#include "mint/limbs/modulus.h"
+#include "mint/limbs/trace.h"
+#include "mint/value.h"
+
+namespace zokecc {
+
+template <class Modulus, class Trace = NoTrace>
+class Residues {
+public:
+    using Limb = typename Modulus::Limb;
+    struct Element {
+        // Not defaulted: {} would clear the limbs, and nothing is read before it is written.
+        Element() {}  // NOLINT(modernize-use-equals-default)
+        Limb limb[Modulus::kElementLimbs];
+    };
+
+    // True if p is a modulus for these.
+    static bool serves(const mint &p)
+    {
+        const uint32_t words = used_words(p);
+        return words >= 5 && words <= kMaxFastWords && p.words[words - 1] != 0 && is_odd(p) &&
+               Modulus::fits(p.words, words);
+    }
+
+    explicit Residues(const mint &p) : p_(p) { modulus_.prepare(p.words, p.len); }
+
+    // out = a mod p, for any a.
+    void load(const mint &a, Element &out) const
+    {
+        mint rest{};
+        mint_mod(&a, &p_, &rest);
+        std::memset(out.limb, 0, sizeof out.limb);
+        std::memcpy(out.limb, rest.words, 4 * trimmed_words(rest));
+    }
+
+    // Trimmed.
+    void store(const Element &a, mint &out) const
+    {
+        const unsigned words = used_words_of(a.limb, modulus_.limbs());
+        std::memcpy(out.words, a.limb, 4 * words);
+        out.len = words;
+    }
+
+    bool equal(const Element &a, const Element &b) const
+    {
+        return std::memcmp(a.limb, b.limb, modulus_.limbs() * sizeof(Limb)) == 0;
+    }
+
+    // out = a b; out may be a or b.
+    ZOKECC_OUT_OF_LINE void multiply(const Element &a, const Element &b, Element &out) const
+    {
+        if (!modulus_.multiply(a.limb, b.limb, out.limb)) [[unlikely]]
+            multiply_by_division(a, b, out);
+    }
+
+    // out = a^2, by a squaring where the modulus has one; out may be a.
+    ZOKECC_OUT_OF_LINE void square(const Element &a, Element &out) const
+    {
+        bool done;
+        if constexpr (requires { modulus_.square(a.limb, out.limb); })
+            done = modulus_.square(a.limb, out.limb);
+        else
+            done = modulus_.multiply(a.limb, a.limb, out.limb);
+        if (!done) [[unlikely]]
+            multiply_by_division(a, a, out);
+    }
+
+    // out = base^exponent for an exponent other than zero, by windows over its bits from the top
+    // down; out may be base.
+    void power(const Element &base, const mint &exponent, Element &out) const
+    {
+        const int32_t bits = get_mint_bit_len(&exponent);
+        const int32_t width = bits > 64 ? 4 : bits > 16 ? 3 : 1;
+        Element odd[8];  // base^1, base^3, ...
+        odd[0] = base;
+        if (width > 1) {
+            Element base_squared;
+            square(base, base_squared);
+            for (int32_t i = 1; i < 1 << (width - 1); ++i) multiply(odd[i - 1], base_squared, odd[i]);
+        }
+        bool first = true;
+        for (int32_t high = bits - 1; high >= 0; --high) {
+            if (!has_bit(exponent, high)) {
+                square(out, out);
+                continue;
+            }
+            // The window of bits high to low, both of them ones.
+            int32_t low = high >= width ? high - width + 1 : 0;
+            while (!has_bit(exponent, low)) ++low;
+            uint32_t window = 0;
+            for (int32_t i = high; i >= low; --i) {
+                window = 2 * window + (has_bit(exponent, i) ? 1 : 0);
+                if (!first) square(out, out);
+            }
+            if (first)
+                out = odd[window >> 1];
+            else
+                multiply(out, odd[window >> 1], out);
+            first = false;
+            high = low;
+        }
+    }
+
+private:
+    static bool has_bit(const mint &a, int32_t i) { return (a.words[i / 32] >> (i % 32) & 1) != 0; }
+
+    ZOKECC_OUT_OF_LINE void multiply_by_division(const Element &a, const Element &b, Element &out) const
+    {
+        Trace::quotient_unsure();
+        mint x{};
+        mint y{};
+        store(a, x);
+        store(b, y);
+        mint_mod_mul(&x, &y, &p_, &x);
+        load(x, out);
+    }
+
+    const mint &p_;
+    Modulus modulus_;
+};
+
+// Runs the operation, a record with a member template over(residues), with the residues that serve p.
+// False if none do.
+template <class Operation>
+ZOKECC_OUT_OF_LINE bool run_over_residues(const mint &p, const Operation &operation)
+{
+#ifdef ZOKECC_SMALL
+    static_cast<void>(p);
+    static_cast<void>(operation);
+#elif defined(__SIZEOF_INT128__)
+    if (Residues<FullLimbs<4>>::serves(p)) return operation.over(Residues<FullLimbs<4>>(p));
+    if (Residues<FullLimbs<3>>::serves(p)) return operation.over(Residues<FullLimbs<3>>(p));
+    if (Residues<FullLimbs<5>>::serves(p)) return operation.over(Residues<FullLimbs<5>>(p));
+#else
+    if (Residues<SmallModulus>::serves(p)) return operation.over(Residues<SmallModulus>(p));
+#endif
+    return false;
+}
+
+}  // namespace zokecc
+
+#endif
