@@ -179,15 +179,28 @@ cross() {
     done
 }
 
+# package_build PRESET ARCHITECTURE: with the flags that Debian gives all its packages.
+package_build() (
+    rm -rf "build/$1"
+    eval "$(DEB_BUILD_MAINT_OPTIONS=hardening=+all DEB_HOST_ARCH=$2 dpkg-buildflags --export=sh 2>/dev/null)"
+    build_preset "$1"
+)
+
+# packages_for ARCHITECTURE TOOL_PREFIX PRESET: all packages for one processor, in the preset's folder.
+packages_for() {
+    package_build "$3" "$1"
+    package_build "$3-hardened" "$1"
+    packaging/debian/package.sh "build/$3" "$1" "$2" libzokecc1 libzokecc-dev zokecc-tools
+    packaging/debian/package.sh "build/$3-hardened" "$1" "$2" libzokecc1-hardened libzokecc-hardened-dev
+    mv "build/$3-hardened/"*.deb "build/$3/"
+}
+
 packages() {
-    for preset in package package-armel; do
-        build_preset "$preset"
-        rm -f "build/$preset/"*.deb
-        (cd "build/$preset" && cpack --config CPackConfig.cmake) > "build/$preset/cpack.log" 2>&1 ||
-            { cat "build/$preset/cpack.log"; return 1; }
-    done
+    native=$(dpkg --print-architecture)
+    packages_for "$native" '' package
+    packages_for armel arm-linux-gnueabi- package-armel
     check=tests/boundary/packages_check.sh
-    "$check" cmake build/package "$(dpkg --print-architecture)" readelf gcc ''
+    "$check" cmake build/package "$native" readelf gcc ''
     "$check" cmake build/package-armel armel arm-linux-gnueabi-readelf arm-linux-gnueabi-gcc \
         "$(pwd)/cmake/armv5te.toolchain.cmake" qemu-arm -cpu arm926 -L /usr/arm-linux-gnueabi
     ls -s --block-size=1 build/package/*.deb build/package-armel/*.deb
@@ -293,7 +306,7 @@ builds)
 packages)
     require_build
     require_cross
-    require pkg-config pkgconf
+    require pkg-config pkgconf dpkg-buildflags dpkg-dev doxygen doxygen lintian lintian
     install_missing
     packages
     ;;

@@ -13,8 +13,14 @@ option(ZOKECC_TOOLS_STATIC "Link the tools statically, each into one file for a 
 option(ZOKECC_BENCH "Build the benchmarks" OFF)
 option(ZOKECC_FUZZ "Build the fuzz targets for libFuzzer, which takes clang++" OFF)
 option(ZOKECC_INSTALL "Install the library and what belongs to it" ON)
-option(ZOKECC_PACKAGES "Prepare Debian packages" OFF)
-set(ZOKECC_DEBIAN_ARCHITECTURE "" CACHE STRING "Debian's name for the processor; this machine's if empty")
+find_program(ZOKECC_DOXYGEN doxygen)
+mark_as_advanced(ZOKECC_DOXYGEN)
+if(zokecc_is_top_level AND ZOKECC_DOXYGEN)
+    set(zokecc_manual ON)
+else()
+    set(zokecc_manual OFF)
+endif()
+option(ZOKECC_MANUAL "Make and install the man pages of the calls, which takes doxygen" ${zokecc_manual})
 
 # How the library is built.
 option(ZOKECC_HARDENED "Draw random numbers from the kernel, keep no memory, fail without memory" OFF)

@@ -35,7 +35,7 @@ else
 fi
 # shellcheck disable=SC2086 # one or two arguments
 "$cmake" -G Ninja -S "$(dirname "$0")/consumer" -B "$work/build" $where -DEXAMPLES="$examples" \
-    "-DCMAKE_PREFIX_PATH=$root;$root/usr" > "$work/log" || { cat "$work/log"; exit 1; }
+    "-DCMAKE_PREFIX_PATH=$root;$root/usr" > "$work/configured" || { cat "$work/configured"; exit 1; }
 "$cmake" --build "$work/build" > "$work/log" || { cat "$work/log"; exit 1; }
 # It is this library, and not one that the machine happens to have.
 grep -q "^zokecc_DIR:PATH=$root/" "$work/build/CMakeCache.txt"
@@ -48,12 +48,18 @@ for kind in shared static; do
     echo "find_package, $kind: runs"
 done
 
+grep '^-- zokecc: ' "$work/configured" > "$work/told"
+
 # ---- pkg-config ---------------------------------------------------------------------------------
 
 PKG_CONFIG_LIBDIR=$(dirname "$(find "$root" -name zokecc.pc)")
 export PKG_CONFIG_LIBDIR
 if [ -n "$toolchain" ]; then export PKG_CONFIG_SYSROOT_DIR="$root"; fi
 pkg-config --atleast-version=1.0 zokecc
+# Both say which build it is, and the same.
+build="$(pkg-config --variable=build zokecc) build, $(pkg-config --variable=kind zokecc)"
+grep -qxE -e '-- zokecc: (default|hardened) build, (fast|small)' "$work/told"
+grep -qx -e "-- zokecc: $build" "$work/told"
 flags=$(pkg-config --cflags zokecc)
 libraries=$(pkg-config --libs zokecc)
 folder=$(pkg-config --variable=libdir zokecc)

@@ -1,5 +1,6 @@
 #!/bin/sh
-# What `cmake --install` gives, moved to another place, is enough to build the example and run it.
+# What `cmake --install` gives, moved to another place, is enough to build the example and run it; and each
+# component has what belongs to it.
 #
 #     installed_check.sh CMAKE BUILD_FOLDER SOURCE_FOLDER COMPILER TOOLCHAIN_FILE [EMULATOR...]
 set -eu
@@ -16,5 +17,29 @@ trap 'rm -rf "$work"' EXIT
 mv "$work/first" "$work/moved"
 shared=$(find "$work/moved" -name libzokecc.so)
 [ -e "$(dirname "$shared")/libzokecc.so.1" ]
+
+# component NAME FILE...: the component consists of these; '*' stands for anything.
+component() {
+    name=$1
+    shift
+    "$cmake" --install "$binaries" --prefix "$work/$name" --component "$name" > /dev/null
+    (cd "$work/$name" && find . ! -type d | sed 's|^\./||') > "$work/found"
+    for file in "$@"; do
+        pattern=$(echo "$file" | sed -e 's/\./\\./g' -e 's/\*/.*/g')
+        grep -qx "$pattern" "$work/found" || { echo "component $name has no $file"; exit 1; }
+        grep -vx "$pattern" "$work/found" > "$work/rest" || true
+        mv "$work/rest" "$work/found"
+    done
+    [ ! -s "$work/found" ] || { echo "component $name also has"; cat "$work/found"; exit 1; }
+}
+
+set -f
+component library 'lib*/libzokecc.so.1' 'lib*/libzokecc.so.1.*' share/doc/zokecc/LICENSE
+component development 'lib*/libzokecc.so' 'lib*/libzokecc.a' 'lib*/cmake/zokecc/zokecc-config.cmake' \
+    'lib*/cmake/zokecc/zokecc-*.cmake' 'lib*/pkgconfig/zokecc.pc' 'include/zokecc/*.h' \
+    share/doc/zokecc/README.md share/doc/zokecc/CHANGELOG.md share/doc/zokecc/SECURITY.md \
+    'share/doc/zokecc/docs/*.md' 'share/doc/zokecc/docs/*.svg' 'share/doc/zokecc/examples/*'
+component tools 'bin/zokecc-*' 'share/man/man1/zokecc-*.1'
+set +f
 
 "$source/tests/boundary/consumer_check.sh" "$cmake" "$source/examples" "$work/moved" "$@"

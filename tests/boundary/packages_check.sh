@@ -1,6 +1,6 @@
 #!/bin/sh
-# The pair of Debian packages says the right things about itself, and is enough, unpacked into an
-# empty folder, to build the example and run it.
+# The Debian packages say the right things about themselves, and are enough, unpacked into an empty folder,
+# to build the example and run it: the default pair and the hardened one. lintian finds nothing.
 #
 #     packages_check.sh CMAKE PACKAGE_FOLDER ARCHITECTURE READELF COMPILER TOOLCHAIN_FILE [EMULATOR...]
 set -eu
@@ -20,51 +20,99 @@ fail() {
     exit 1
 }
 
+file_of() { echo "$packages/$1"_*_"$architecture.deb"; }
+
 # field PACKAGE NAME: a field of its control file.
-field() { dpkg-deb --field "$1" "$2"; }
+field() { dpkg-deb --field "$(file_of "$1")" "$2"; }
 
 # expect PACKAGE NAME VALUE
-expect() {
-    [ "$(field "$1" "$2")" = "$3" ] || fail "$(basename "$1") has $2: $(field "$1" "$2")"
+expect() { [ "$(field "$1" "$2")" = "$3" ] || fail "$1 has $2: $(field "$1" "$2")"; }
+
+version=$(field libzokecc1 Version)
+for package in libzokecc1 libzokecc1-hardened libzokecc-dev libzokecc-hardened-dev zokecc-tools; do
+    expect $package Package $package
+    expect $package Version "$version"
+    expect $package Architecture "$architecture"
+    dpkg-deb -x "$(file_of $package)" "$work/$package"
+    folder=$work/$package/usr/share/doc/$package
+    for name in copyright changelog.gz changelog.Debian.gz; do
+        [ -f "$folder/$name" ] || fail "$package has no $name"
+    done
+done
+
+# ---- The two libraries: one is in the place of the other, and what each needs --------------------
+
+for field in Provides Conflicts Replaces; do expect libzokecc1 $field ''; done
+expect libzokecc1-hardened Provides "libzokecc1 (= $version)"
+expect libzokecc1-hardened Conflicts libzokecc1
+expect libzokecc1-hardened Replaces libzokecc1
+for package in libzokecc1 libzokecc1-hardened; do
+    expect $package Multi-Arch same
+    expect $package Section libs
+    library=$(find "$work/$package/usr/lib" -name libzokecc.so.1)
+    [ -e "$library" ] || fail "$package has no libzokecc.so.1"
+    "$readelf" --wide --dynamic "$library" > "$work/dynamic"
+    grep -q 'SONAME.*\[libzokecc.so.1\]' "$work/dynamic" || fail "$package has another soname"
+    grep -q BIND_NOW "$work/dynamic" || fail "$package binds its calls late"
+    found=$(find "$work/$package/usr" -name '*.so' -o -name '*.a' -o -name '*.h')
+    [ -z "$found" ] || fail "$package has $found"
+    newest=$("$readelf" --wide --version-info "$library" | sed -n 's/.*Name: GLIBC_\([0-9.]*\).*/\1/p' |
+        sort --version-sort | tail -n 1)
+    [ -n "$newest" ] || fail "no version of glibc found in $package"
+    expect $package Depends "libc6 (>= $newest)"
+    dpkg-deb --ctrl-tarfile "$(file_of $package)" | tar -xO ./shlibs |
+        grep -qx "libzokecc 1 $package (>= ${version%-*})" || fail "$package has wrong shlibs"
+done
+imports=$("$readelf" --wide --dyn-syms "$(find "$work/libzokecc1-hardened" -name libzokecc.so.1)")
+echo "$imports" | grep -q ' getrandom@' || fail 'libzokecc1-hardened does not ask the kernel'
+if echo "$imports" | grep -q ' rand@'; then fail 'libzokecc1-hardened asks rand'; fi
+
+# ---- Each pair is enough to build programs --------------------------------------------------------
+
+# pair LIBRARY DEVELOPMENT BUILD COMPILER TOOLCHAIN_FILE [EMULATOR...]
+pair() {
+    library=$1
+    development=$2
+    build=$3
+    shift 3
+    expect "$development" Section libdevel
+    expect "$development" Multi-Arch same
+    expect "$development" Depends "$library (= $version), libc6-dev"
+    folder=$work/$development
+    cp -a "$work/$library/usr" "$folder/"
+    grep -qx "build=$build" "$(find "$folder" -name zokecc.pc)" || fail "zokecc.pc is not for $build"
+    [ -f "$folder/usr/share/man/man3/mint_sub.3.gz" ] || fail "$development has no man pages"
+    # Compiled from the package's own copies.
+    "$tests/consumer_check.sh" "$cmake" "$folder/usr/share/doc/$development/examples" "$folder" "$@"
 }
 
-set_of() { echo "$packages/$1"_*_"$architecture.deb"; }
-runtime=$(set_of libzokecc1)
-development=$(set_of libzokecc-dev)
-version=$(field "$runtime" Version)
-for package in "$runtime" "$development"; do
-    expect "$package" Version "$version"
-    expect "$package" Architecture "$architecture"
-    expect "$package" Multi-Arch same
+pair libzokecc1 libzokecc-dev default "$@"
+pair libzokecc1-hardened libzokecc-hardened-dev hardened "$@"
+expect libzokecc-hardened-dev Provides "libzokecc-dev (= $version)"
+expect libzokecc-hardened-dev Conflicts libzokecc-dev
+
+# ---- The programs run with either library ---------------------------------------------------------
+
+shift 2
+tool=$work/zokecc-tools/usr/bin/zokecc-selftest
+case $(field zokecc-tools Depends) in
+"libzokecc1 (>= ${version%-*}), libc6 (>= "*) ;;
+*) fail "zokecc-tools has Depends: $(field zokecc-tools Depends)" ;;
+esac
+for package in libzokecc1 libzokecc1-hardened; do
+    folder=$(dirname "$(find "$work/$package" -name libzokecc.so.1)")
+    if [ $# -gt 0 ]; then
+        "$@" -E "LD_LIBRARY_PATH=$folder" "$tool" > "$work/selftest"
+    else
+        LD_LIBRARY_PATH=$folder "$tool" > "$work/selftest"
+    fi
+    case $package in
+    *-hardened) build=hardened ;;
+    *) build=default ;;
+    esac
+    grep -q "^zokecc: $build build" "$work/selftest" || fail "zokecc-selftest takes $package for another build"
 done
-expect "$runtime" Package libzokecc1
-expect "$runtime" Section libs
-expect "$development" Package libzokecc-dev
-expect "$development" Section libdevel
-expect "$development" Depends "libzokecc1 (= $version), libc6-dev"
 
-# ---- The runtime package alone: the library under its versioned names, and its needs -------------
-
-dpkg-deb -x "$runtime" "$work/device"
-library=$(find "$work/device/usr/lib" -name libzokecc.so.1)
-[ -e "$library" ] || fail 'no libzokecc.so.1'
-found=$(find "$work/device/usr" -name '*.so' -o -name '*.a' -o -name '*.h')
-[ -z "$found" ] || fail "the runtime package has $found"
-
-declared=$(field "$runtime" Depends | sed -n 's/^libc6 (>= \([0-9.]*\))$/\1/p')
-[ -n "$declared" ] || fail "depends on $(field "$runtime" Depends)"
-needed=$("$readelf" --wide --version-info "$library" | sed -n 's/.*Name: GLIBC_\([0-9.]*\).*/\1/p')
-[ -n "$needed" ] || fail 'no version of glibc found in the library'
-for glibc in $needed; do
-    dpkg --compare-versions "$glibc" le "$declared" || fail "needs glibc $glibc, declares $declared"
-done
-dpkg-deb --ctrl-tarfile "$runtime" | tar -xO ./shlibs | grep -qx "libzokecc 1 libzokecc1 (>= .*)" ||
-    fail 'no shlibs'
-
-# ---- Both together -------------------------------------------------------------------------------
-
-for package in "$runtime" "$development"; do dpkg-deb -x "$package" "$work/both"; done
-# Compiled from the package's own copies.
-examples=$work/both/usr/share/doc/libzokecc-dev/examples
-"$tests/consumer_check.sh" "$cmake" "$examples" "$work/both" "$@"
-echo "$architecture: libzokecc1 and libzokecc-dev $version, all well"
+lintian --fail-on error,warning --tag-display-limit 0 --allow-root "$packages/"*"_$architecture.deb" ||
+    fail 'lintian found something'
+echo "$architecture: five packages of $version, all well"

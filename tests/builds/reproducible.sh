@@ -1,0 +1,27 @@
+#!/bin/sh
+# The same sources give the same Debian packages, byte for byte, from another folder and at another time; and
+# SOURCE_DATE_EPOCH is the time in them.
+. "$(dirname "$0")/common.sh"
+
+# build FOLDER: a copy of the sources there, and packages of it.
+build() (
+    copy_sources "$1"
+    cd "$1"
+    unset SOURCE_DATE_EPOCH
+    eval "$(dpkg-buildflags --export=sh)"
+    quiet cmake --preset package
+    quiet cmake --build --preset package
+    quiet packaging/debian/package.sh build/package amd64 '' libzokecc1 libzokecc-dev zokecc-tools
+)
+
+build "$work/one"
+build "$work/a/much/longer/way/to/two"
+for package in "$work"/one/build/package/*.deb; do
+    cmp "$package" "$work/a/much/longer/way/to/two/build/package/$(basename "$package")" ||
+        fail "$(basename "$package") differs"
+done
+
+cd "$work/one"
+SOURCE_DATE_EPOCH=86400 quiet packaging/debian/package.sh build/package amd64 '' libzokecc1
+found=$(dpkg-deb --fsys-tarfile build/package/libzokecc1_*.deb | TZ=UTC tar -tv | awk '{ print $4 }' | sort -u)
+[ "$found" = 1970-01-02 ] || fail "the times in a package are $found"
