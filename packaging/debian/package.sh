@@ -90,5 +90,6 @@ for package in "$@"; do
     control "$package" "$folder"
     (cd "$folder" && find usr -type f | sort | xargs md5sum > DEBIAN/md5sums)
     find "$folder" -exec touch --no-dereference --date="@$SOURCE_DATE_EPOCH" {} +
-    dpkg-deb --build --root-owner-group -Zxz "$folder" "$build/${package}_${version}_$architecture.deb" > /dev/null
+    dpkg-deb --build --root-owner-group -Zxz "$folder" \
+        "$build/${package}_${version}_$architecture.deb" > /dev/null
 done

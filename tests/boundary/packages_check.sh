@@ -110,7 +110,8 @@ for package in libzokecc1 libzokecc1-hardened; do
     *-hardened) build=hardened ;;
     *) build=default ;;
     esac
-    grep -q "^zokecc: $build build" "$work/selftest" || fail "zokecc-selftest takes $package for another build"
+    grep -q "^zokecc: $build build" "$work/selftest" ||
+        fail "zokecc-selftest takes $package for another build"
 done
 
 lintian --fail-on error,warning --tag-display-limit 0 --allow-root "$packages/"*"_$architecture.deb" ||

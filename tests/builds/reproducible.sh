@@ -23,5 +23,6 @@ done
 
 cd "$work/one"
 SOURCE_DATE_EPOCH=86400 quiet packaging/debian/package.sh build/package amd64 '' libzokecc1
-found=$(dpkg-deb --fsys-tarfile build/package/libzokecc1_*.deb | TZ=UTC tar -tv | awk '{ print $4 }' | sort -u)
+found=$(dpkg-deb --fsys-tarfile build/package/libzokecc1_*.deb | TZ=UTC tar -tv |
+    awk '{ print $4 }' | sort -u)
 [ "$found" = 1970-01-02 ] || fail "the times in a package are $found"

@@ -1,0 +1,58 @@
+# What the commands of build.sh need of the machine; build.sh reads this file.
+
+missing=
+
+# require PROBE PACKAGE ...: PROBE is a command, or a file that the package brings.
+require() {
+    while [ $# -gt 0 ]; do
+        case $1 in
+        /*) [ -e "$1" ] || missing="$missing $2" ;;
+        *) command -v "$1" >/dev/null 2>&1 || missing="$missing $2" ;;
+        esac
+        shift 2
+    done
+}
+
+install_missing() {
+    [ -n "$missing" ] || return 0
+    as_root=
+    if [ "$(id -u)" -ne 0 ]; then
+        as_root=sudo
+        if ! command -v sudo >/dev/null 2>&1; then
+            echo "build.sh: please install, as root:$missing" >&2
+            return 1
+        fi
+    fi
+    echo "==> installing$missing"
+    $as_root apt-get update -q
+    # shellcheck disable=SC2086 # a list of words
+    $as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -q --no-install-recommends $missing
+    missing=
+}
+
+require_build() { require cmake cmake ninja ninja-build g++ g++; }
+require_suite() {
+    require_build
+    require python3 python3 openssl openssl /usr/include/openssl/evp.h libssl-dev \
+        /usr/include/gtest/gtest.h libgtest-dev pkg-config pkgconf
+}
+require_clang() { require clang++ clang; }
+# The sanitizers' run-time libraries; clang alone only recommends them.
+require_clang_runtime() {
+    require_clang
+    require /usr/lib/clang/14/lib/linux/libclang_rt.fuzzer-x86_64.a libclang-rt-14-dev
+}
+require_cross() {
+    require arm-linux-gnueabi-g++ g++-arm-linux-gnueabi qemu-arm qemu-user \
+        /usr/arm-linux-gnueabi/include/stdio.h libc6-dev-armel-cross
+}
+require_arm() {
+    require_cross
+    require /usr/src/googletest/CMakeLists.txt googletest
+}
+
+require_bench() {
+    require_build
+    require python3 python3 /usr/include/openssl/evp.h libssl-dev \
+        /usr/include/benchmark/benchmark.h libbenchmark-dev
+}
