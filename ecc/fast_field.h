@@ -9,6 +9,7 @@
 #include <zokecc/ecc.h>
 
 #include "base/burn.h"
+#include "base/wipe.h"
 #include "base/linkage.h"
 #include "mint/limbs/borrow_rule.h"
 #include "mint/limbs/inverse.h"

@@ -6,6 +6,7 @@
 #include <zokecc/ecc.h>
 
 #include "base/burn.h"
+#include "base/wipe.h"
 #include "mint/plain.h"
 #include "mint/value.h"
 

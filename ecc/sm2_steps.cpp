@@ -25,6 +25,20 @@ void sm2_first_half(const CurveView &curve, const mint &e, const mint &k, mint &
     mod_add(e, x_of(R), curve.n, r);
 }
 
+bool sum_is_order(const mint &a, const mint &b, const mint &n, mint &sum)
+{
+    add_values(a, b, sum);
+    return mint_compare(&sum, &n) == 0;
+}
+
+bool is_last_scalar(const mint &d, const mint &n)
+{
+    mint one{};
+    Wiping<mint> next;
+    set_small(one, 1);
+    return sum_is_order(one, d, n, *next);
+}
+
 void sm2_second_half(const CurveView &curve, const mint &d, const mint &k, const mint &r, mint &s)
 {
     Wiping<mint> inverse;

@@ -34,6 +34,12 @@ void multiply_base(const CurveView &curve, const mint &k, ecc_point &out);
 // r = (e + x1) mod n, with (x1, y1) = k G. GB/T 32918.2, A3 to A5.
 void sm2_first_half(const CurveView &curve, const mint &e, const mint &k, mint &r);
 
+// sum = a + b for a private number b; true if that is n.
+bool sum_is_order(const mint &a, const mint &b, const mint &n, mint &sum);
+
+// True for d = n - 1: 1 + d has no inverse then, and every s would be zero.
+bool is_last_scalar(const mint &d, const mint &n);
+
 // s = (1 + d)^-1 (k - r d) mod n. GB/T 32918.2, A6.
 void sm2_second_half(const CurveView &curve, const mint &d, const mint &k, const mint &r, mint &s);
 

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 
+#include "base/burn.h"
 #include "base/wipe.h"
 #include "hash/bytes.h"
 #include "hash/digest.h"
@@ -42,6 +43,7 @@ int32_t hash_byte(const hash_msg *msg, uint8_t *out)
 // HashMintValue.KeptWholeDigestWithoutTruncation and HashMintValue.KeptSha256ValueIsNotTrimmed.
 int32_t hash_mint_value(const hash_msg *msg, const mint *modulus, mint *out)
 {
+    const zokecc::HashBurn burn;
     zokecc::Wiping<uint8_t[zokecc::kDigestBytes]> digest;
     if (!digest_of(*msg, *digest)) return -1;
     if (msg->alg == HASH_ALG_SHA256) {

@@ -5,6 +5,7 @@
 
 #include <cstring>
 
+#include "base/burn.h"
 #include "base/wipe.h"
 #include "hash/bytes.h"
 #include "hash/sha256_blocks.h"
@@ -124,6 +125,7 @@ int32_t sha256_result(sha256_ctx *ctx, uint8_t *out)
 // MhashSha256.KeptInnerFailuresAreNotReported.
 uint32_t mhash_sha256(const uint8_t *data, uint32_t len, uint8_t *out)
 {
+    const zokecc::DigestBurn burn;
     sha256_ctx ctx;
     sha256_init(&ctx);
     sha256_update(&ctx, data, len);

@@ -6,6 +6,7 @@
 #include <bit>
 #include <cstring>
 
+#include "base/burn.h"
 #include "base/linkage.h"
 #include "base/wipe.h"
 #include "hash/bytes.h"
@@ -91,7 +92,7 @@ ZOKECC_INLINE void four_late_rounds(State &s, uint32_t constant, uint32_t *w)
 
 }  // namespace
 
-void sm3_compress(uint32_t *state, const uint8_t *block)
+ZOKECC_OUT_OF_LINE void sm3_compress(uint32_t *state, const uint8_t *block)
 {
     uint32_t w[68];
     zokecc::load_block(block, w);
@@ -164,6 +165,7 @@ ZOKECC_OUT_OF_LINE void sm3_finish(uint32_t *state, const uint8_t *rest, uint64_
 
 uint32_t sm3_hash(const sm3_msg *msg, uint8_t *out)
 {
+    const zokecc::DigestBurn burn;
     const uint64_t length = uint64_t{msg->len_high} << 32 | msg->len_low;
     uint32_t state[8];
     std::memcpy(state, kInitialState, sizeof state);

@@ -21,10 +21,10 @@ void read_reduced(const uint8_t *bytes, uint32_t count, const mint &p, mint &out
     uint32_t first = count % 4;
     octetstring_to_mint(bytes, first, &out);
     for (uint32_t i = first; i < count; i += 4) {
-        mint word{};
-        octetstring_to_mint(bytes + i, 4, &word);
+        Wiping<mint> word;
+        octetstring_to_mint(bytes + i, 4, word.get());
         mint_left_move(&out, 32);
-        zokecc::mod_add(out, word, p, out);
+        zokecc::mod_add(out, *word, p, out);
     }
     mint_mod(&out, &p, &out);
 }

@@ -114,7 +114,7 @@ int32_t sm2_Decry(const ecc_scalar *priv, const sm3_msg *cipher, sm3_msg *plain,
     zokecc::mask(C2, stream.data(), m, plain->data);
     plain->len_low = m;
     plain->len_high = 0;
-    uint8_t check[kDigestBytes] = {};
-    const int32_t length = zokecc::sm2_check_value(alg, *shared, plain->data, m, work.data(), check);
-    return zokecc::are_equal(check, C2, static_cast<uint32_t>(length)) ? 0 : kFailed;
+    Wiping<uint8_t[kDigestBytes]> check;
+    const int32_t length = zokecc::sm2_check_value(alg, *shared, plain->data, m, work.data(), *check);
+    return zokecc::are_equal(*check, C2, static_cast<uint32_t>(length)) ? 0 : kFailed;
 }

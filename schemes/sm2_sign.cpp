@@ -34,21 +34,15 @@ bool hash_message(const sm3_msg &msg, const uint8_t *Z, uint32_t hash_sel, mint 
     return true;
 }
 
-bool is_sum_of_order(const mint &a, const mint &b, const mint &n)
-{
-    mint sum{};
-    zokecc::add_values(a, b, sum);
-    return mint_compare(&sum, &n) == 0;
-}
-
 // KEPT: r = 0 is accepted; only r + k = n draws again. Held by Sm2DigitalSign.KeptZeroRIsAccepted.
 bool sign(const CurveView &curve, const mint &d, const mint &e, mint &r, mint &s)
 {
     Wiping<mint> k;
+    Wiping<mint> sum;
     for (uint32_t draw = 0; draw < zokecc::kMaxFruitlessDraws; ++draw) {
         if (gen_random_number(k.get(), &curve.n) != 0) return false;
         zokecc::sm2_first_half(curve, e, *k, r);
-        if (!is_zero(r) && is_sum_of_order(r, *k, curve.n)) continue;
+        if (!is_zero(r) && zokecc::sum_is_order(r, *k, curve.n, *sum)) continue;
         zokecc::sm2_second_half(curve, d, *k, r, s);
         if (!is_zero(s)) return true;
     }
@@ -67,10 +61,8 @@ int32_t sm2_DigitalSign(const ecc_scalar *d, const sm3_msg *msg, const uint8_t *
     if (!zokecc::curve_is_installed()) return kFailed;
     const CurveView curve = zokecc::global_view();
     Wiping<mint> key;
-    mint one{};
-    zokecc::set_small(one, 1);
     zokecc::read_scalar(*d, *key);
-    if (mint_compare(key.get(), &curve.n) >= 0 || is_sum_of_order(*key, one, curve.n)) return kFailed;
+    if (mint_compare(key.get(), &curve.n) >= 0 || zokecc::is_last_scalar(*key, curve.n)) return kFailed;
     mint e{};
     if (!hash_message(*msg, Z, hash_sel, e)) return kNoMemory;
 

@@ -86,11 +86,11 @@ uint32_t respond_with_identities(void *session, uint32_t klen_bits, Octets idA, 
     if (!fits_field(*dB) || !fits_field(*PA) || !fits_field(*RA)) return ZOK_ERR_ARGUMENT;
     SessionContext &s = *static_cast<SessionContext *>(session);
     Wiping<mint> d;
-    UserZ ZA;
-    UserZ ZB;
+    Wiping<UserZ> ZA;
+    Wiping<UserZ> ZB;
     if (!read_below_order(s, *dB, *d)) return ZOK_ERR_ARGUMENT;
-    if (!make_own_Z(s, *d, idB, ZB) || !make_Z(s, *PA, idA, ZA)) return ZOK_ERR_ARGUMENT;
-    return respond(s, klen_bits / 8, ZA.view(), ZB.view(), *d, *PA, *RA, rB, *RB, *result);
+    if (!make_own_Z(s, *d, idB, *ZB) || !make_Z(s, *PA, idA, *ZA)) return ZOK_ERR_ARGUMENT;
+    return respond(s, klen_bits / 8, ZA->view(), ZB->view(), *d, *PA, *RA, rB, *RB, *result);
 }
 
 // The plain family's responders; rB null for the one that draws it.
@@ -162,11 +162,11 @@ uint32_t ZOK_SM2_GenerateKeyWithECC(void *session, uint32_t klen_bits, const uin
     SessionContext &s = *static_cast<SessionContext *>(session);
     Wiping<mint> d;
     Wiping<mint> r;
-    UserZ ZA;
-    UserZ ZB;
+    Wiping<UserZ> ZA;
+    Wiping<UserZ> ZB;
     if (!read_below_order(s, *dA, *d) || !read_below_order(s, *rA, *r)) return ZOK_ERR_ARGUMENT;
-    if (!make_own_Z(s, *d, own_id, ZA) || !make_Z(s, *PB, peer_id, ZB)) return ZOK_ERR_ARGUMENT;
-    return initiate(s, klen_bits / 8, ZA.view(), ZB.view(), *d, *r, *RA, *PB, *RB, *result);
+    if (!make_own_Z(s, *d, own_id, *ZA) || !make_Z(s, *PB, peer_id, *ZB)) return ZOK_ERR_ARGUMENT;
+    return initiate(s, klen_bits / 8, ZA->view(), ZB->view(), *d, *r, *RA, *PB, *RB, *result);
 }
 
 uint32_t ZOK_SM2_GenerateResponseWithECC(void *session, uint32_t klen_bits, const uint8_t *idA,

@@ -31,7 +31,8 @@ uint32_t encrypt_sm2(const SessionContext &session, const ecc_point &Q, const ui
     Wiping<PointBytes> shared;
     CoordinateBuffer stream;
     CheckInput work;
-    const uint32_t status = zokecc::draw_key_stream(session, Q, L, cipher.x, cipher.y, *shared, *stream);
+    const uint32_t status =
+        zokecc::draw_key_stream(session, Q, L, {nullptr, cipher.x, cipher.y}, *shared, *stream);
     if (status != ZOK_OK) return status;
     zokecc::mask(message, *stream, L, cipher.C);
     zokecc::sm2_check_value(session.hash_selector, *shared, message, L, *work, cipher.M);
@@ -49,9 +50,9 @@ uint32_t decrypt_sm2(const SessionContext &session, const mint &d, const ECCCiph
     if (status != ZOK_OK) return status;
     zokecc::mask(cipher.C, *stream, L, plain_out);
     *plain_len_out = L;
-    uint8_t check[kDigestBytes] = {};
-    zokecc::sm2_check_value(session.hash_selector, *shared, plain_out, L, *work, check);
-    return zokecc::are_equal(check, cipher.M, kDigestBytes) ? ZOK_OK : ZOK_ERR_INTERNAL;
+    Wiping<uint8_t[kDigestBytes]> check;
+    zokecc::sm2_check_value(session.hash_selector, *shared, plain_out, L, *work, *check);
+    return zokecc::are_equal(*check, cipher.M, kDigestBytes) ? ZOK_OK : ZOK_ERR_INTERNAL;
 }
 
 // C1 = k G and P2 = k Q with an x other than zero.
@@ -73,15 +74,15 @@ uint32_t draw_mask(const SessionContext &session, const ecc_point &Q, ecc_point 
 uint32_t encrypt_by_product(const SessionContext &session, const ecc_point &Q, const uint8_t *message,
                             ECCCipher &cipher)
 {
-    ecc_point C1{};
+    Wiping<ecc_point> C1;
     Wiping<ecc_point> P2;
-    const uint32_t status = draw_mask(session, Q, C1, *P2);
+    const uint32_t status = draw_mask(session, Q, *C1, *P2);
     if (status != ZOK_OK) return status;
     Wiping<mint> M;
     octetstring_to_mint(message, session.byte_len, M.get());
     mint_mod_mul(M.get(), &P2->x, &session.p, M.get());
-    zokecc::write_field(session, C1.x, cipher.x);
-    zokecc::write_field(session, C1.y, cipher.y);
+    zokecc::write_field(session, C1->x, cipher.x);
+    zokecc::write_field(session, C1->y, cipher.y);
     zokecc::write_field(session, *M, cipher.C);
     std::memset(cipher.M, 0, sizeof cipher.M);
     return ZOK_OK;

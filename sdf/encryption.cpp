@@ -30,14 +30,15 @@ bool can_encrypt(const SessionContext &session)
     return !is_zero(session.n) && !is_zero(session.p) && is_known_hash(session.hash_selector);
 }
 
-uint32_t draw_key_stream(const SessionContext &session, const ecc_point &Q, uint32_t m, uint8_t *x1,
-                         uint8_t *y1, PointBytes &shared, uint8_t *stream)
+uint32_t draw_key_stream(const SessionContext &session, const ecc_point &Q, uint32_t m, const FirstPart &C1,
+                         PointBytes &shared, uint8_t *stream)
 {
     const CurveView curve = view_of(session);
     Wiping<mint> k;
     for (uint32_t draw = 0; draw < kMaxFruitlessDraws; ++draw) {
         if (gen_random_number(k.get(), &session.n) != 0) return ZOK_ERR_INTERNAL;
-        const Step step = sm2_encryption_points(curve, session.byte_len, *k, Q, x1, y1, shared);
+        if (C1.prefix != nullptr) *C1.prefix = kFlatPrefix;
+        const Step step = sm2_encryption_points(curve, session.byte_len, *k, Q, C1.x1, C1.y1, shared);
         if (step != Step::done) return step == Step::refused ? ZOK_ERR_ARGUMENT : ZOK_ERR_INTERNAL;
         if (derive_key_stream(session, shared, m, stream)) return ZOK_OK;
     }

@@ -16,8 +16,6 @@ using zokecc::PointBytes;
 using zokecc::Wiping;
 using zokecc::WorkBuffer;
 
-constexpr uint8_t kPrefix = 0x04;
-
 // Bytes for the key stream of m bytes, which may be written beyond m, and for x2 || M || y2.
 size_t key_stream_size(uint32_t m, uint32_t L)
 {
@@ -49,11 +47,10 @@ uint32_t ZOK_ExternalEncrytp_ECC(void *session, const ECCrefPublicKey *pub, cons
     ecc_point Q{};
     if (!zokecc::read_recipient(*pub, Q) || !zokecc::can_encrypt(s)) return ZOK_ERR_ARGUMENT;
 
-    cipher_out[0] = kPrefix;
     Wiping<PointBytes> shared;
     uint8_t *const C2 = cipher_out + 1 + 2 * L;
-    const uint32_t status =
-        zokecc::draw_key_stream(s, Q, m, cipher_out + 1, cipher_out + 1 + L, *shared, stream.data());
+    const uint32_t status = zokecc::draw_key_stream(s, Q, m, {cipher_out, cipher_out + 1, cipher_out + 1 + L},
+                                                    *shared, stream.data());
     if (status != ZOK_OK) return status;
     zokecc::mask(message, stream.data(), m, C2);
     const int32_t C3_len =
@@ -76,7 +73,7 @@ uint32_t ZOK_ExternalDecrypt_ECC(void *session, const ECCrefPrivateKey *priv, co
     const uint32_t m = static_cast<uint32_t>(message_len);
     Wiping<mint> d;
     zokecc::read_private_key(*priv, *d);
-    if (mint_compare(d.get(), &s.n) >= 0 || cipher[0] != kPrefix) return ZOK_ERR_ARGUMENT;
+    if (mint_compare(d.get(), &s.n) >= 0 || cipher[0] != zokecc::kFlatPrefix) return ZOK_ERR_ARGUMENT;
     if (!sizes_fit(m, L)) return ZOK_ERR_INTERNAL;
     WorkBuffer stream(key_stream_size(m, L));
     if (!stream) return ZOK_ERR_INTERNAL;
@@ -90,7 +87,7 @@ uint32_t ZOK_ExternalDecrypt_ECC(void *session, const ECCrefPrivateKey *priv, co
     if (status != ZOK_OK) return status;
     zokecc::mask(C2, stream.data(), m, plain_out);
     *plain_len_out = m;
-    uint8_t check[kDigestBytes] = {};
-    zokecc::sm2_check_value(s.hash_selector, *shared, plain_out, m, check_input.data(), check);
-    return zokecc::are_equal(check, C2 + m, kDigestBytes) ? ZOK_OK : ZOK_ERR_INTERNAL;
+    Wiping<uint8_t[kDigestBytes]> check;
+    zokecc::sm2_check_value(s.hash_selector, *shared, plain_out, m, check_input.data(), *check);
+    return zokecc::are_equal(*check, C2 + m, kDigestBytes) ? ZOK_OK : ZOK_ERR_INTERNAL;
 }

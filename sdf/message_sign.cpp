@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "base/burn.h"
+#include "base/linkage.h"
 #include "base/wipe.h"
 #include "base/work_buffer.h"
 #include "ecc/sm2_steps.h"
@@ -56,6 +57,16 @@ void derive_public_key(const SessionContext &session, const ECCrefPrivateKey &pr
     zokecc::write_public_key(session, Q, pub);
 }
 
+// e as its signer computes it. In a frame of its own: what is said of the key in it is not to stay.
+ZOKECC_OUT_OF_LINE uint32_t hash_to_sign(SessionContext &session, bool is_sm2, const ECCrefPrivateKey &priv,
+                                         const Message &message, const Message &id, uint8_t *e)
+{
+    if (!is_sm2) return hash_for_ecdsa(session, message, e);
+    ECCrefPublicKey pub{};
+    derive_public_key(session, priv, pub);
+    return hash_for_sm2(session, pub, message, id, e);
+}
+
 }  // namespace
 
 uint32_t ZOK_ExternalSignHash_ECC(void *session, uint32_t algorithm, const ECCrefPrivateKey *priv,
@@ -73,17 +84,10 @@ uint32_t ZOK_ExternalSignHash_ECC(void *session, uint32_t algorithm, const ECCre
     if (!zokecc::fits_field(*priv)) return ZOK_ERR_ARGUMENT;
 
     SessionContext &s = *static_cast<SessionContext *>(session);
-    uint8_t e[kDigestBytes];
-    uint32_t status = ZOK_OK;
-    if (is_sm2) {
-        ECCrefPublicKey pub{};
-        derive_public_key(s, *priv, pub);
-        status = hash_for_sm2(s, pub, text, identity, e);
-    } else {
-        status = hash_for_ecdsa(s, text, e);
-    }
+    zokecc::Wiping<uint8_t[kDigestBytes]> e;
+    const uint32_t status = hash_to_sign(s, is_sm2, *priv, text, identity, *e);
     if (status != ZOK_OK) return status;
-    return SDF_ExternalSign_ECC(session, algorithm, priv, e, kDigestBytes, sig_out);
+    return SDF_ExternalSign_ECC(session, algorithm, priv, *e, kDigestBytes, sig_out);
 }
 
 uint32_t ZOK_ExternalVerifyHash_ECC(void *session, uint32_t algorithm, const ECCrefPublicKey *pub,

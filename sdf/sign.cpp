@@ -24,23 +24,13 @@ void read_digest(const uint8_t *e, uint32_t e_len, const mint &n, mint &out)
 
 bool in_range(const mint &value, const mint &n) { return !is_zero(value) && mint_compare(&value, &n) < 0; }
 
-// 1 + d = n has no inverse: with such a key every s would be zero.
-bool is_last_scalar(const mint &d, const mint &n)
-{
-    mint one{};
-    mint sum{};
-    zokecc::set_small(one, 1);
-    zokecc::mod_add(d, one, n, sum);
-    return is_zero(sum);
-}
-
 // KEPT: r = 0 does not start a new round by itself. What is compared with n is one value kept
 // over the rounds, zero at first, r + k where r is not zero and 1 + d once s is there, so r = 0
 // is only refused directly after a round that ended with r + k = n. Held by
 // SdfExternalSignEcc.KeptZeroRIsAccepted.
 bool sign_sm2(const CurveView &curve, const mint &d, const mint &e, mint &r, mint &s)
 {
-    if (is_last_scalar(d, curve.n)) return false;
+    if (zokecc::is_last_scalar(d, curve.n)) return false;
     Wiping<mint> k;
     Wiping<mint> compared;
     mint one{};

@@ -1,5 +1,6 @@
 #!/usr/bin/env python3
-"""What the shared library needs from outside: a few calls of the C library, and nothing else.
+"""What the shared library needs from outside: a few calls of the C library, and nothing else. They are
+bound when it is loaded.
 
     imports_check.py NM READELF LIBRARY [hardened]
 """
@@ -56,6 +57,11 @@ def stray_libraries(listing, imports):
     return [f"needs the library {name}" for name in needed if name not in foreseen]
 
 
+def late_binding(listing):
+    """A call that is looked up when it is first made leaves registers on the stack."""
+    return [] if re.search(r"\(FLAGS\).*\bBIND_NOW\b", listing) else ["binds its calls late: no BIND_NOW"]
+
+
 def detours(relocations, exported):
     """Calls to the library's own functions that go through the jump table."""
     targets = re.findall(r"_JUMP_SLOT?\s+\w+\s+(\w+)", relocations)
@@ -71,7 +77,9 @@ def main(nm, readelf, library, build="default"):
     imports = run(nm, "-D", "--undefined-only", library)
     exports = run(nm, "-D", "--defined-only", library)
     faults = list(stray_symbols(imports, foreseen))
-    faults += stray_libraries(run(readelf, "--wide", "--dynamic", library), imports)
+    dynamic = run(readelf, "--wide", "--dynamic", library)
+    faults += stray_libraries(dynamic, imports)
+    faults += late_binding(dynamic)
     faults += detours(run(readelf, "--wide", "--relocs", library),
                       {line.split()[-1].split("@")[0] for line in exports.splitlines()})
     print("\n".join(faults) if faults else f"{len(imports.splitlines())} imports, all of them foreseen")

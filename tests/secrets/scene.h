@@ -1,73 +1,89 @@
-// Two parties on one curve, with everything that the calls of both generations take from them.
+// What the watched calls are given: two parties on one curve, in static records, so that each run finds
+// them at the same addresses. The public inputs are the same for every secret wherever a call allows it.
 #ifndef ZOKECC_TESTS_SECRETS_SCENE_H
 #define ZOKECC_TESTS_SECRETS_SCENE_H
 
-#include <gtest/gtest.h>
 #include <zokecc/zokecc.h>
 
-#include <functional>
-#include <string>
+#include <cstddef>
+#include <cstdint>
 #include <vector>
-
-#include "tests/secrets/memory_watch.h"
-#include "tests/support/curves.h"
 
 namespace zokecc_test::secrets {
 
-// A number below the order that looks random, and the point that belongs to it.
-struct KeyPair {
-    KeyPair(const Curve &curve, const std::string &seed);
+inline constexpr uint32_t kMaxBytes = 32;       // of a coordinate
+inline constexpr uint32_t kMessageBytes = 70;   // more than a block of either hash
+inline constexpr uint32_t kLongKeyBytes = 100;  // hashed before it serves as a key
+inline constexpr int32_t kKeyBytes = 48;
 
-    mint d;
-    ecc_point Q;
-    ByteString bytes;
+// A private number and its point, as every call wants them.
+struct Party {
+    uint8_t bytes[kMaxBytes];
+    mint number;
     ecc_scalar scalar;
     ecc_point_bytes point;
     ECCrefPrivateKey private_record;
     ECCrefPublicKey public_record;
 };
 
-class Scene {
-public:
-    explicit Scene(const Curve &curve);
-    Scene(const Scene &) = delete;
-    Scene &operator=(const Scene &) = delete;
+struct Scene {
+    uint32_t L;
+    void *session;
+    mint p, a, b, n;
+    ecc_point G;
 
-    const Curve &curve;
-    const size_t L;
-    Session session;
-    KeyPair own, own_temporary, peer, peer_temporary;
+    Party own, own_temporary;    // secret
+    Party peer, peer_temporary;  // their points are public inputs
+    Party above;                 // a private number above n
 
-    void *handle() const { return session.handle(); }
-    Secret private_key() const { return secret("the private key", own.d); }
-    Secret temporary_key() const { return secret("the temporary key", own_temporary.d); }
+    uint8_t message[kMessageBytes], long_key[kLongKeyBytes];  // secret
+    uint8_t text[kMessageBytes];                              // what is signed
 
-    // k * P, and the secrets that its coordinates are.
-    ecc_point multiple(const mint &k, const ecc_point &P) const;
-    std::vector<Secret> shared(const ecc_point &P) const;
-    // What a signature gives the private key away with: the nonce, and what stands in its equation.
-    std::vector<Secret> sm2_nonce(const mint &k, const mint &r) const;
-    std::vector<Secret> ecdsa_nonce(const mint &k) const;
-    // The point of an SM2 exchange as the own side computes it, with that temporary key.
-    ecc_point exchanged(const KeyPair &temporary) const;
+    // Ciphertexts for the own key.
+    uint8_t legacy_sm2[200], flat_sm2[200], legacy_product[200];
+    sm3_msg legacy_cipher;
+    uint32_t flat_length, product_length;
+    ECCCipher sm2_record, product_record, changed_record;
+    uint8_t changed_flat[200];
+
+    // What calls write and what may be known to everybody, and what may not.
+    struct Public {
+        uint8_t bytes[256];
+        sm3_msg message;
+        uint32_t length;
+        ecc_point_bytes point;
+        ECCSignature signature;
+        ECCrefPublicKey public_record;
+        ECCCipher cipher;
+    } out;
+    struct Secret {
+        uint8_t bytes[256], more_bytes[64], key[kKeyBytes + 32];
+        sm3_msg message;
+        uint32_t length;
+        mint number;
+        ecc_scalar scalar;
+        ECCrefPrivateKey private_record;
+        KeyAgreementResult agreement;
+    } hidden;
 };
 
-// sm2p256v1 and secp192r1, which fast fields serve, and a curve over 128 bits, which none does.
-std::vector<std::string> scene_curves();
-Scene &scene(const std::string &curve_name);
-
-using Secrets = std::vector<Secret>;
-
-// Runs the call, and fails for every piece of a secret that it leaves behind. What the secrets are
-// may depend on the numbers that the call has drawn.
-void expect_nothing_left(const std::string &name, const std::function<void()> &call,
-                         const std::function<Secrets(const std::vector<mint> &drawn)> &secrets);
-
-// All tests of this program run on each of the curves.
-class Secrecy : public testing::TestWithParam<std::string> {
-protected:
-    Scene &s = scene(GetParam());
+// The areas whose content may be known: the outputs, and the inputs that go with the own key.
+struct Area {
+    const uint8_t *begin;
+    size_t size;
 };
+std::vector<Area> public_areas(const Scene &scene);
+
+extern Scene scene;
+
+// The names of the curves: two that fast fields serve, and one that none does.
+extern const char *const curve_names[3];
+
+// Installs the curve for the process and for scene.session, and makes the peer. False if a call fails.
+bool install_curve(unsigned curve);
+
+// Makes everything that is secret from the number, and clears the outputs.
+bool make_secrets(uint32_t number);
 
 }  // namespace zokecc_test::secrets
 

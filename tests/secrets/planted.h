@@ -1,0 +1,26 @@
+/* Calls that leave a secret behind, in a shared library of their own: the scan has to report each. */
+#ifndef ZOKECC_TESTS_SECRETS_PLANTED_H
+#define ZOKECC_TESTS_SECRETS_PLANTED_H
+
+#include <stdint.h>
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/* Each leaves one word of 4 bytes, all but the last. */
+void planted_on_stack(const uint32_t *secret);
+void planted_in_freed_heap(const uint32_t *secret);
+void planted_in_kept_heap(const uint32_t *secret);
+void planted_in_variable(const uint32_t *secret);
+void planted_sum_on_stack(const uint32_t *secret);
+void planted_nothing(const uint32_t *secret);
+
+/* out = a + b over count words, computed on the stack and left there. */
+void planted_sum(const uint32_t *a, const uint32_t *b, uint32_t count, uint32_t *out);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif

@@ -1,0 +1,177 @@
+// The private key from what a signature leaves on the stack: every piece of it is tried as a number
+// that the equations of signing know, as somebody would who sees the stack and the signature.
+#include <cstdio>
+#include <cstring>
+
+#include "tests/secrets/calls.h"
+#include "tests/secrets/planted.h"
+#include "tests/secrets/scene.h"
+
+namespace {
+
+using namespace zokecc_test::secrets;
+
+Scene &s = scene;
+
+struct Signature {
+    mint r, s, e;
+};
+
+mint zero_or_number(const uint8_t *bytes, uint32_t size) {
+    mint out{};
+    octetstring_to_mint(bytes, size, &out);
+    return out;
+}
+
+mint product(const mint &a, const mint &b) {
+    mint out{};
+    mint_mod_mul(&a, &b, &s.n, &out);
+    return out;
+}
+
+mint sum(mint a, mint b) {
+    mint out{};
+    mint_mod_add(&a, &b, &s.n, &out);
+    return out;
+}
+
+mint difference(mint a, mint b) {
+    mint out{};
+    mint_mod_sub(&a, &b, &s.n, &out);
+    return out;
+}
+
+mint inverse(const mint &a) {
+    mint out{};
+    mint_EEA_algo(&a, &s.n, &out);
+    return out;
+}
+
+mint one() {
+    mint out{};
+    out.words[0] = out.len = 1;
+    return out;
+}
+
+// d of an SM2 signature with the nonce k: s (1 + d) = k - r d.
+mint sm2_key(const Signature &sig, const mint &k) {
+    return product(difference(k, sig.s), inverse(sum(sig.r, sig.s)));
+}
+
+// d of an ECDSA signature: s k = e + r d.
+mint ecdsa_key(const Signature &sig, const mint &k) {
+    return product(difference(product(sig.s, k), sig.e), inverse(sig.r));
+}
+
+bool is_key(const mint &d) { return mint_compare(&d, &s.own.number) == 0; }
+
+// What a number on the stack may be: d, d + 1, k, r + k, 1 / (1 + d), 1 / k.
+bool gives_key(const Signature &sig, const mint &found, bool is_sm2) {
+    mint number{};
+    mint_mod(&found, &s.n, &number);
+    if (number.len < 2) return false;
+    if (is_key(number) || is_key(difference(number, one()))) return true;
+    const mint inverted = inverse(number);
+    if (!is_sm2) return is_key(ecdsa_key(sig, number)) || is_key(ecdsa_key(sig, inverted));
+    return is_key(sm2_key(sig, number)) || is_key(sm2_key(sig, difference(number, sig.r))) ||
+           is_key(difference(inverted, one()));
+}
+
+// Whether some piece of the memory gives the key, as a number with the first or the last byte on top.
+bool search(const std::vector<uint8_t> &memory, const Signature &sig, bool is_sm2) {
+    const uint32_t size = 4 * s.n.len;
+    for (size_t at = 0; at + size <= memory.size(); at += 4) {
+        mint number{};
+        if (memory[at] == memory[at + 4] && std::memcmp(&memory[at], &memory[at + 1], size - 1) == 0)
+            continue;
+        std::memcpy(number.words, &memory[at], size);
+        number.len = s.n.len;
+        if (gives_key(sig, number, is_sm2)) return true;
+        if (gives_key(sig, zero_or_number(&memory[at], size), is_sm2)) return true;
+    }
+    return false;
+}
+
+uint8_t digest[32];
+const uint8_t Z[32] = {1, 2, 3};
+
+uint32_t sign_sm2() {
+    const sm3_msg text = {s.text, 0, kMessageBytes};
+    return static_cast<uint32_t>(sm2_DigitalSign(&s.own.scalar, &text, Z, &s.out.point, HASH_ALG_SM3));
+}
+
+uint32_t sign_ecdsa() {
+    const sm3_msg text = {s.text, 0, kMessageBytes};
+    return static_cast<uint32_t>(Ecdsa_DigitalSign(&s.own.scalar, &text, &s.out.point, HASH_ALG_SHA256));
+}
+
+template <uint32_t algorithm>
+uint32_t sign_in_session() {
+    return SDF_ExternalSign_ECC(s.session, algorithm, &s.own.private_record, digest, sizeof digest,
+                                &s.out.signature);
+}
+
+// As the session's call with SM2, but for r + k, which is computed once more where it stays.
+uint32_t sign_and_leave_sum() {
+    const uint32_t status = sign_in_session<ZOK_ALG_SM2_SIGN>();
+    const mint r = zero_or_number(s.out.signature.r, s.L), half = zero_or_number(s.out.signature.s, s.L);
+    // k = s (1 + d) + r d
+    const mint k = sum(product(half, sum(s.own.number, one())), product(r, s.own.number));
+    mint left{};
+    planted_sum(r.words, k.words, s.n.len, left.words);
+    return status;
+}
+
+struct Attack {
+    const char *name;
+    Work sign;
+    bool is_sm2, in_session, succeeds;
+};
+
+// The digest that an ECDSA signature of the process-wide curve is made over.
+mint digest_number(bool in_session) {
+    mint out{};
+    const hash_msg text = {HASH_ALG_SHA256, s.text, 0, kMessageBytes};
+    if (in_session)
+        octetstring_to_mint(digest, sizeof digest, &out);
+    else
+        hash_mint_value(&text, nullptr, &out);
+    mint_mod(&out, &s.n, &out);
+    return out;
+}
+
+bool attack_as_expected(const Attack &attack) {
+    const Remains &remains = run(attack.sign, {});
+    const uint8_t *const r = attack.in_session ? s.out.signature.r : s.out.point.x;
+    const uint8_t *const half = attack.in_session ? s.out.signature.s : s.out.point.y;
+    const Signature sig = {zero_or_number(r, s.L), zero_or_number(half, s.L),
+                           digest_number(attack.in_session)};
+    bool found = false;
+    for (const std::vector<uint8_t> *memory : {&remains.stack, &remains.heap, &remains.variables})
+        found = found || search(*memory, sig, attack.is_sm2);
+    std::printf("%s: the private key is %s\n", attack.name, found ? "found" : "not found");
+    return remains.status == 0 && sig.r.len > 0 && found == attack.succeeds;
+}
+
+}  // namespace
+
+int main() {
+    const Attack attacks[] = {
+        {"sm2_DigitalSign", sign_sm2, true, false, false},
+        {"Ecdsa_DigitalSign", sign_ecdsa, false, false, false},
+        {"SDF_ExternalSign_ECC, SM2", sign_in_session<ZOK_ALG_SM2_SIGN>, true, true, false},
+        {"SDF_ExternalSign_ECC, ECDSA", sign_in_session<ZOK_ALG_ECDSA_SIGN>, false, true, false},
+        {"SM2, r + k planted", sign_and_leave_sum, true, true, true},
+    };
+    for (uint8_t i = 0; i < sizeof digest; ++i) digest[i] = static_cast<uint8_t>(17 * i + 1);
+    unsigned faults = 0;
+    for (unsigned curve = 0; curve < 3; ++curve) {
+        std::printf("%s\n", curve_names[curve]);
+        if (!install_curve(curve) || !make_secrets(7)) return 1;
+        note_start({"libzokecc", "libplanted"});
+        for (const Attack &attack : attacks)
+            if (!attack_as_expected(attack)) ++faults;
+    }
+    std::printf("%u faults\n", faults);
+    return faults == 0 ? 0 : 1;
+}
