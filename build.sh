@@ -25,6 +25,7 @@ usage() {
   builds [NAME]   the library as users and packagers build it: plainly, in a folder, for a board
   packages        the Debian packages for this machine and for armel, and a program built from each
   soak [ROUNDS SESSIONS]  a million signatures and 100,000 sessions in both builds: what memory they leave
+  scan-secrets [PATTERN]  what calls leave of their secrets in memory, in every way of building the library
   test-threads    what may run on several threads does, on eight, under ThreadSanitizer
   fuzz [SECONDS]  every fuzz target for that long, 60 unless told otherwise; fails on a finding
   bench [FILTER | --update]      times of every operation beside OpenSSL's, as a table and a plot
@@ -253,6 +254,13 @@ packages)
     require pkg-config pkgconf dpkg-buildflags dpkg-dev doxygen doxygen lintian lintian
     install_missing
     packages
+    ;;
+scan-secrets)
+    require_suite
+    require_clang
+    require_arm
+    install_missing
+    tests/secrets/variants.sh "$@"
     ;;
 test-threads)
     require_suite

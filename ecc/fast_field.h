@@ -9,8 +9,8 @@
 #include <zokecc/ecc.h>
 
 #include "base/burn.h"
-#include "base/wipe.h"
 #include "base/linkage.h"
+#include "base/wipe.h"
 #include "mint/limbs/borrow_rule.h"
 #include "mint/limbs/inverse.h"
 #include "mint/limbs/modulus.h"

@@ -32,6 +32,7 @@ const SessionRow kSessionRows[] = {
     {kSignHash, ZOK_ALG_ECDSA_SIGN, ZOK_ALG_SM2_ENCRYPT, ZOK_ERR_SIGN},
     {kEncrypt, ZOK_ALG_SM2_SIGN, ZOK_ALG_SM2_ENCRYPT, ZOK_ERR_INTERNAL},
     {kEncrypt, ZOK_ALG_SM2_SIGN, ZOK_ALG_MULTIPLICATIVE, ZOK_ERR_INTERNAL},
+    {kFlatEncrypt, ZOK_ALG_SM2_SIGN, ZOK_ALG_SM2_ENCRYPT, ZOK_ERR_INTERNAL},
     {kTemporary[0], ZOK_ALG_SM2_SIGN, ZOK_ALG_SM2_ENCRYPT, ZOK_ERR_INTERNAL},
     {kTemporary[1], ZOK_ALG_SM2_SIGN, ZOK_ALG_SM2_ENCRYPT, ZOK_ERR_INTERNAL},
     {kTemporary[2], ZOK_ALG_SM2_SIGN, ZOK_ALG_SM2_ENCRYPT, ZOK_ERR_INTERNAL},
@@ -63,17 +64,6 @@ TEST(NoRandomness, SessionCallsFailAndWriteNothing) {
         EXPECT_EQ(entropy.calls(), 1u);
         EXPECT_TRUE(a.nothing_written());
     }
-}
-
-// The prefix 04 is there before anything is drawn.
-TEST(NoRandomness, FlatEncryptionFailsAndWritesThePrefixAlone) {
-    SessionArguments a;
-    SilentKernel entropy;
-    EXPECT_EQ(a.flat_encrypt(), ZOK_ERR_INTERNAL);
-    EXPECT_EQ(entropy.calls(), 1u);
-    EXPECT_EQ(a.bytes_written.first(1), ByteString{4});
-    EXPECT_TRUE(a.bytes_written.untouched_from(1));
-    EXPECT_TRUE(a.length_written.unchanged());
 }
 
 TEST(NoRandomness, SchemeCallsFailAndWriteNothing) {

@@ -35,25 +35,26 @@ variant() {
         failed=1
         grep -E 'error|words$|fault|found' "$log" | grep -v -E ' 0 faults| not found$' | head -n 40
     fi
-    printf '%-28s %-7s %s\n' "$name" "$status" "$(sed -n 's/.*: \(.* paths, .*\)/\1/p' "$log")" >> "$folder/summary"
+    closing=$(sed -n 's/.*: \(.* paths, .*\)/\1/p' "$log")
+    printf '%-26s %-7s %s\n' "$name" "$status" "$closing" >> "$folder/summary"
 }
 
-for hardened in OFF ON; do
-    kind=default
-    [ "$hardened" = OFF ] || kind=hardened
+gcc='-DCMAKE_C_COMPILER=gcc -DCMAKE_CXX_COMPILER=g++'
+clang='-DCMAKE_C_COMPILER=clang -DCMAKE_CXX_COMPILER=clang++'
+arm=-DCMAKE_TOOLCHAIN_FILE=cmake/arm-linux-soft.toolchain.cmake
+
+# shellcheck disable=SC2086 # lists of arguments
+for kind in default hardened; do
+    build=-DZOKECC_HARDENED=OFF
+    [ $kind = default ] || build=-DZOKECC_HARDENED=ON
     for level in -O1 -O2 -O3 -Os; do
-        variant "gcc-$kind$level" $level -DCMAKE_C_COMPILER=gcc -DCMAKE_CXX_COMPILER=g++ -DZOKECC_HARDENED=$hardened
-        variant "clang-$kind$level" $level -DCMAKE_C_COMPILER=clang -DCMAKE_CXX_COMPILER=clang++ \
-            -DZOKECC_HARDENED=$hardened
-        variant "arm-$kind$level" $level --toolchain cmake/arm-linux-soft.toolchain.cmake \
-            -DZOKECC_HARDENED=$hardened
+        variant gcc-$kind$level $level $gcc $build
+        variant clang-$kind$level $level $clang $build
+        variant arm-$kind$level $level $arm $build
     done
-    variant "gcc-$kind-small" -Os -DCMAKE_C_COMPILER=gcc -DCMAKE_CXX_COMPILER=g++ -DZOKECC_HARDENED=$hardened \
-        -DZOKECC_SMALL=ON
-    variant "arm-$kind-small" -Os --toolchain cmake/arm-linux-soft.toolchain.cmake -DZOKECC_HARDENED=$hardened \
-        -DZOKECC_SMALL=ON
-    variant "arm-$kind-plain" -O2 --toolchain cmake/arm-linux-soft.toolchain.cmake -DZOKECC_HARDENED=$hardened \
-        -DZOKECC_THUMB=OFF
+    variant gcc-$kind-small -Os $gcc $build -DZOKECC_SMALL=ON
+    variant arm-$kind-small -Os $arm $build -DZOKECC_SMALL=ON
+    variant arm-$kind-no-thumb -O2 $arm $build -DZOKECC_THUMB=OFF
 done
 
 printf '\n==> summary\n'
