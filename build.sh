@@ -5,7 +5,12 @@
 # Where nothing is missing, nothing is installed and no network is needed.
 set -eu
 caller_folder=$(pwd)
-cd "$(dirname "$0")"
+cd "$(dirname "$(readlink -f "$0")")"
+trap 'exit 130' INT
+trap 'exit 143' TERM
+# As many compilers and tests at a time as the machine has processors, unless told otherwise.
+CTEST_PARALLEL_LEVEL=${CTEST_PARALLEL_LEVEL:-$(nproc)}
+export CTEST_PARALLEL_LEVEL
 started=$(date +%s)
 
 usage() {
@@ -54,10 +59,24 @@ build_bench_arm() {
 
 # ---- Building and testing ---------------------------------------------------------------------
 
+# build_folder FOLDER: makes it. One that was configured elsewhere, before the sources moved, goes.
+build_folder() {
+    if ! mkdir -p "$1" 2>/dev/null || ! [ -w "$1" ] || ! [ -w build ]; then
+        echo "build.sh: cannot write in $(pwd)/$1, which may belong to another user: $(stat -c %U build)" >&2
+        return 1
+    fi
+    cache=$1/CMakeCache.txt
+    if [ -e "$cache" ] && ! grep -qxF "CMAKE_HOME_DIRECTORY:INTERNAL=$(pwd)" "$cache"; then
+        echo "==> $1 is from another place, and made anew"
+        rm -rf "$1"
+        mkdir "$1"
+    fi
+}
+
 # build_preset PRESET: configures and builds; quiet unless something fails.
 build_preset() {
     echo "==> building: $1"
-    mkdir -p "build/$1"
+    build_folder "build/$1" || return 1
     if ! { cmake --preset "$1" && cmake --build --preset "$1"; } > "build/$1/build.log" 2>&1; then
         tail -n 100 "build/$1/build.log"
         return 1
@@ -151,14 +170,29 @@ packages() {
     ls -s --block-size=1 build/package/*.deb build/package-armel/*.deb
 }
 
-demo() {
+# demo_file [FILE]: sets file; refuses what is no file before anything is installed or built.
+demo_file() {
     case ${1:-} in
     '') file=README.md ;;
     /*) file=$1 ;;
     *) file=$caller_folder/$1 ;;
     esac
+    if [ -f "$file" ] && [ -r "$file" ]; then return 0; fi
+    if [ -d "$file" ]; then
+        reason='is a folder, and a file is needed'
+    elif [ -e "$file" ]; then
+        reason='cannot be read'
+    else
+        reason='does not exist'
+    fi
+    echo "build.sh: $file $reason" >&2
+    return 1
+}
+
+demo() {
     identity=1234567812345678
-    mkdir -p build/demo
+    echo '==> building the library and the example in build/demo: a minute the first time, on one processor'
+    build_folder build/demo
     if ! { cmake --preset release -B build/demo -DZOKECC_TESTS=OFF &&
         cmake --build build/demo --target sign_with_identity; } > build/demo/build.log 2>&1; then
         tail -n 100 build/demo/build.log
@@ -189,10 +223,11 @@ command=${1:-help}
 [ $# -eq 0 ] || shift
 case $command in
 demo)
+    demo_file "$@" || exit 2
     require_build
     require openssl openssl
     install_missing
-    demo "$@"
+    demo
     ;;
 build)
     require_suite

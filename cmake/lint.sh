@@ -27,24 +27,25 @@ cpp='-std=c++20 -fno-exceptions -fno-rtti -I. -Iinclude'
 c='-std=c99 -Iinclude -Iexamples'
 
 # clang-tidy reads .clang-tidy, which has the reason of every check that is off.
-tidy() { { library; programs; } | xargs -0 -P2 -n4 clang-tidy -p "$folder" --quiet; }
+tidy() { { library; programs; } | xargs -0 -P"$(nproc)" -n4 clang-tidy -p "$folder" --quiet; }
 
 # shellcheck disable=SC2086 # words
 check_cpp() {
-    cppcheck $checks $taken_for_comparison --std=c++20 -I. -Iinclude base mint hash ecc schemes sdf
+    cppcheck -j"$(nproc)" $checks $taken_for_comparison --std=c++20 -I. -Iinclude \
+        base mint hash ecc schemes sdf
 }
 # shellcheck disable=SC2086
-check_c() { cppcheck $checks --std=c99 -Iinclude -Iexamples examples tools; }
+check_c() { cppcheck -j"$(nproc)" $checks --std=c99 -Iinclude -Iexamples examples tools; }
 # It reads the angle brackets of a variable template, such as kLimbBits<Limb> - 1, as comparisons.
 taken_for_comparison=--suppress=compareBoolExpressionWithInt
-checks='-j2 --quiet --inline-suppr --error-exitcode=1 --enable=warning,performance,portability'
+checks='--quiet --inline-suppr --error-exitcode=1 --enable=warning,performance,portability'
 
 # GCC 12 loses track of arrays that a loop fills, and then says that they are not initialised.
 # shellcheck disable=SC2086
 analyze() {
-    library | xargs -0 -P2 -n1 g++ $cpp -O2 -fanalyzer -Werror \
+    library | xargs -0 -P"$(nproc)" -n1 g++ $cpp -O2 -fanalyzer -Werror \
         -Wno-analyzer-use-of-uninitialized-value -o /dev/null -c &&
-        programs | xargs -0 -P2 -n1 gcc $c -O2 -fanalyzer -Werror -o /dev/null -c
+        programs | xargs -0 -P"$(nproc)" -n1 gcc $c -O2 -fanalyzer -Werror -o /dev/null -c
 }
 
 mkdir -p "$folder"

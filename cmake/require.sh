@@ -13,21 +13,36 @@ require() {
     done
 }
 
+# by_hand: what to type where this program cannot install the packages itself.
+by_hand() { echo "as root: apt-get update && apt-get install --no-install-recommends$missing" >&2; }
+
+# as_root COMMAND...: its output goes to a file, since it matters only if it fails.
+as_root() {
+    if [ "$(id -u)" -eq 0 ]; then "$@"; else sudo "$@"; fi >> "$apt_log" 2>&1 && return 0
+    echo "build.sh: this failed: $*" >&2
+    grep -E '^(E:|Err:|sudo:)' "$apt_log" | head -n 3 >&2
+    echo 'Is there a network, and are these the packages of Debian 12? To install them yourself,' >&2
+    by_hand
+    return 1
+}
+
 install_missing() {
     [ -n "$missing" ] || return 0
-    as_root=
-    if [ "$(id -u)" -ne 0 ]; then
-        as_root=sudo
-        if ! command -v sudo >/dev/null 2>&1; then
-            echo "build.sh: please install, as root:$missing" >&2
-            return 1
-        fi
+    if [ "$(id -u)" -ne 0 ] && ! command -v sudo >/dev/null 2>&1; then
+        echo 'build.sh: some packages are missing, and there is no sudo. Please run,' >&2
+        by_hand
+        return 1
     fi
+    apt_log=$(mktemp)
     echo "==> installing$missing"
-    $as_root apt-get update -q
+    status=0
     # shellcheck disable=SC2086 # a list of words
-    $as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -q --no-install-recommends $missing
+    as_root apt-get update -q &&
+        as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -q --no-install-recommends $missing ||
+        status=1
+    rm -f "$apt_log"
     missing=
+    return $status
 }
 
 require_build() { require cmake cmake ninja ninja-build g++ g++; }

@@ -18,6 +18,8 @@ shift 2
 
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
+trap 'exit 130' INT
+trap 'exit 143' TERM
 
 if ! "$@" "$file" "$identity" > "$work/report"; then
     cat "$work/report"

@@ -1,5 +1,5 @@
 #!/bin/sh
-# fuzz/run.sh SECONDS: runs every target of the preset `fuzz` for that long, two at a time, and
+# fuzz/run.sh SECONDS: runs every target of the preset `fuzz` for that long, one per processor, and
 # prints what each did. New inputs go to build/fuzz/corpus/TARGET, findings to build/fuzz/findings
 # under names that begin with the target's. The exit status is not 0 if there are any.
 set -eu
@@ -50,6 +50,6 @@ case $1 in
 esac
 targets=$(cd fuzz && for source in *_fuzz.cpp; do echo "${source%_fuzz.cpp}"; done)
 rm -rf "$work/findings" "$work/logs"
-echo "$targets" | xargs -P 2 -n 1 fuzz/run.sh one "$1"
+echo "$targets" | xargs -P "$(nproc)" -n 1 fuzz/run.sh one "$1"
 # shellcheck disable=SC2086 # a list of words
 table $targets

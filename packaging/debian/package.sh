@@ -24,6 +24,8 @@ export SOURCE_DATE_EPOCH LC_ALL=C
 umask 022
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
+trap 'exit 130' INT
+trap 'exit 143' TERM
 
 component() {
     case $1 in

@@ -17,6 +17,8 @@ shift 5
 
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
+trap 'exit 130' INT
+trap 'exit 143' TERM
 
 # program COMMAND...: runs a program, whose own output matters only if it fails.
 program() {

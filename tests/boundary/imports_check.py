@@ -17,9 +17,9 @@ C_LIBRARY = {
 CLOCK_SEEDED = {"rand", "srand"}
 # The hardened build asks the kernel instead; the last of these is where errno is.
 KERNEL = {"getrandom", "open", "read", "close", "__errno_location"}
-# musl with a time of 64 bits on a 32-bit processor calls time by another name.
+# Where a time of 64 bits was asked for on a 32-bit processor, time has another name; with musl always.
+TIME_OF_64_BITS = {"__time64"}
 MUSL = "libc.so"
-MUSL_TIME = {"__time64"}
 # Weak references of the start-up files that every shared library is linked with.
 START_UP = {"__cxa_finalize", "__gmon_start__", "_ITM_deregisterTMCloneTable", "_ITM_registerTMCloneTable"}
 # Arithmetic that the compiler calls where the processor has no instruction, as on ARM. Its
@@ -71,9 +71,7 @@ def detours(relocations, exported):
 def main(nm, readelf, library, build="default"):
     foreseen = C_LIBRARY | (KERNEL if build == "hardened" else CLOCK_SEEDED)
     if re.search(r"Machine:\s+ARM", run(readelf, "--file-header", library)):
-        foreseen |= ARM_DIVISION
-        if f"[{MUSL}]" in run(readelf, "--wide", "--dynamic", library):
-            foreseen |= MUSL_TIME
+        foreseen |= ARM_DIVISION | TIME_OF_64_BITS
     imports = run(nm, "-D", "--undefined-only", library)
     exports = run(nm, "-D", "--defined-only", library)
     faults = list(stray_symbols(imports, foreseen))

@@ -12,6 +12,8 @@ shift 3
 
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
+trap 'exit 130' INT
+trap 'exit 143' TERM
 
 "$cmake" --install "$binaries" --prefix "$work/first" > /dev/null
 mv "$work/first" "$work/moved"

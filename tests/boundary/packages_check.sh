@@ -14,6 +14,8 @@ shift 4
 tests=$(cd "$(dirname "$0")" && pwd)
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
+trap 'exit 130' INT
+trap 'exit 143' TERM
 
 fail() {
     echo "packages_check.sh: $architecture: $1" >&2
