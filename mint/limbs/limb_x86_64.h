@@ -125,6 +125,27 @@ struct NativeSum : AssembledSum {
                     ZOKECC_NEW_STEP("adcq", 3, 4),
                 4, [r0] "=&r"(r[0]), [r1] "=&r"(r[1]), [r2] "=&r"(r[2]), [r3] "=&r"(r[3]), [r4] "=&r"(r[4]));
     }
+
+    // x[2 n] = 2 x[2 n] + the squares of a[n], for a sum that fits.
+    template <unsigned n>
+    static ZOKECC_INLINE void double_and_add_squares(const uint64_t *a, uint64_t *x)
+    {
+        unsigned long long doubled[2 * n];
+        unsigned char carry = 0;
+#pragma GCC unroll 8
+        for (unsigned i = 0; i < 2 * n; ++i) carry = _addcarry_u64(carry, x[i], x[i], &doubled[i]);
+        carry = 0;
+#pragma GCC unroll 4
+        for (unsigned i = 0; i < n; ++i) {
+            uint64_t square[2];
+            set_row<1>(a[i], a + i, square);
+            unsigned long long sum;
+            carry = _addcarry_u64(carry, doubled[2 * i], square[0], &sum);
+            x[2 * i] = sum;
+            carry = _addcarry_u64(carry, doubled[2 * i + 1], square[1], &sum);
+            x[2 * i + 1] = sum;
+        }
+    }
 };
 
 #undef ZOKECC_CLEAR

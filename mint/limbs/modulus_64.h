@@ -29,18 +29,32 @@ public:
         std::memcpy(modulus_, padded, sizeof modulus_);
         if (shift_ != 0) shift_up(modulus_, shift_, modulus_);
         if constexpr (kHasRows) rows_ = Sum::has_rows();
+        const Limb zero[N] = {};
+        Limb ones;
+        sub_limbs(zero, modulus_, N, complement_, ones);
         reciprocal_words(p, words, 64 * (2 * N + 1) - shift_, padded, 2 * N + 2);
         std::memcpy(reciprocal_, padded, sizeof reciprocal_);
     }
 
     // out = a b mod p for a, b up to p; out may be a or b. False where the guard leaves the quotient
     // open: see OpenQuotients for what is written then.
-    bool multiply(const Limb *a, const Limb *b, Limb *out) const
+    ZOKECC_INLINE bool multiply(const Limb *a, const Limb *b, Limb *out) const
     {
         if constexpr (kHasRows) {
-            if (rows_) return multiply_by_rows(a, b, out);
+            if (rows_) [[likely]]
+                return multiply_by_rows(a, b, out);
         }
         return multiply_by_columns(a, b, out);
+    }
+
+    // The same for b = a.
+    ZOKECC_INLINE bool square(const Limb *a, Limb *out) const
+    {
+        if constexpr (kHasRows && N <= 4) {
+            if (rows_) [[likely]]
+                return square_by_rows(a, out);
+        }
+        return multiply(a, a, out);
     }
 
     OpenQuotients &open_quotients() { return open_quotients_; }
@@ -118,6 +132,12 @@ private:
     {
         Limb ones;
         sub_limbs(x, r, N, r, ones);
+        scale_down(r, out);
+    }
+
+    // out = r / 2^s
+    ZOKECC_INLINE void scale_down(const Limb *r, Limb *out) const
+    {
         if (shift_ == 0) {
             std::memcpy(out, r, N * sizeof(Limb));
             return;
@@ -130,24 +150,51 @@ private:
     // The same as multiply, with the products added row by row instead of column by column.
     ZOKECC_INLINE bool multiply_by_rows(const Limb *a, const Limb *b, Limb *out) const
     {
-        Limb shifted[N];
-        if (shift_ != 0) {
-            shift_up(a, shift_, shifted);
-            a = shifted;
-        }
+        Limb scaled[N];
         Limb x[2 * N];
+        a = scale(a, scaled);
         Sum::template set_row<N>(a[0], b, x);
         product_rows<1>(a, b, x);
+        return remainder_by_rows(x, out);
+    }
+
+    // Each product of two different limbs once, doubled, and the squares of the limbs.
+    ZOKECC_INLINE bool square_by_rows(const Limb *a, Limb *out) const
+    {
+        Limb x[2 * N];
+        x[0] = 0;
+        x[2 * N - 1] = 0;
+        Sum::template set_row<N - 1>(a[0], a + 1, x + 1);
+        square_rows<1>(a, x);
+        Sum::template double_and_add_squares<N>(a, x);
+        if (shift_ != 0) scale_wide(x);
+        return remainder_by_rows(x, out);
+    }
+
+    // a 2^s, in scaled where that is not a itself.
+    const Limb *scale(const Limb *a, Limb *scaled) const
+    {
+        if (shift_ == 0) return a;
+        shift_up(a, shift_, scaled);
+        return scaled;
+    }
+
+    void scale_wide(Limb *x) const
+    {
+        for (unsigned i = 2 * N - 1; i > 0; --i) x[i] = x[i] << shift_ | x[i - 1] >> (64 - shift_);
+        x[0] <<= shift_;
+    }
+
+    // out = x mod pn / 2^s. The remainder is x + q (B^N - pn) modulo B^N, and below it.
+    ZOKECC_INLINE bool remainder_by_rows(Limb *x, Limb *out) const
+    {
         Limb columns[N + 2];  // from N on; the guard, and the quotient from the next one on
         Sum::template set_row<1>(x[N - 1], reciprocal_ + N, columns);
         quotient_rows<1>(x + N - 1, columns);
         const uint32_t open = is_open(columns[1]);
         if (open_quotients_.give_up(open)) return false;
-        Limb r[N];
-        Sum::template set_row<N - 1>(columns[2], modulus_, r);
-        r[N - 1] += columns[2] * modulus_[N - 1];
-        remainder_rows<1>(columns + 2, r);
-        take_off(x, r, out);
+        remainder_rows<0>(columns + 2, x);
+        scale_down(x, out);
         return open == 0;
     }
 
@@ -157,6 +204,16 @@ private:
         x[i + N] = 0;
         Sum::template add_row<N>(a[i], b, x + i);
         if constexpr (i + 1 < N) product_rows<i + 1>(a, b, x);
+    }
+
+    template <unsigned i>
+    static ZOKECC_INLINE void square_rows(const Limb *a, Limb *x)
+    {
+        if constexpr (i + 1 < N) {
+            x[i + N] = 0;
+            Sum::template add_row<N - 1 - i>(a[i], a + i + 1, x + 2 * i + 1);
+            square_rows<i + 1>(a, x);
+        }
     }
 
     template <unsigned i>
@@ -171,11 +228,11 @@ private:
 
     // What leaves the lowest N limbs is not needed.
     template <unsigned i>
-    ZOKECC_INLINE void remainder_rows(const Limb *q, Limb *r) const
+    ZOKECC_INLINE void remainder_rows(const Limb *q, Limb *x) const
     {
-        if constexpr (i + 1 < N) Sum::template add_row<N - 1 - i>(q[i], modulus_, r + i);
-        r[N - 1] += q[i] * modulus_[N - 1 - i];
-        if constexpr (i + 1 < N) remainder_rows<i + 1>(q, r);
+        if constexpr (i + 1 < N) Sum::template add_row<N - 1 - i>(q[i], complement_, x + i);
+        x[N - 1] += q[i] * complement_[N - 1 - i];
+        if constexpr (i + 1 < N) remainder_rows<i + 1>(q, x);
     }
 
     // out = a 2^bits, 0 < bits < 64, nothing lost. out may be a.
@@ -191,6 +248,7 @@ private:
     }
 
     Limb modulus_[N];         // pn
+    Limb complement_[N];      // B^N - pn
     Limb reciprocal_[N + 1];  // M without its top limb
     unsigned shift_;          // s
     [[no_unique_address]] OpenQuotients open_quotients_;
