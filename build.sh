@@ -17,7 +17,7 @@ usage() {
     cat <<'END'
 ./build.sh COMMAND
 
-  demo [FILE]     sign FILE (README.md) with the example program, let openssl check the signature
+  demo [FILE]     sign FILE (README.md) and encrypt with zokecc, openssl checks, and back
   test            test-host, test-hardened, test-sanitize and test-arm, with a summary
   build           the library and all programs, g++, optimised
   test-host       build and test with g++, optimised
@@ -190,17 +190,14 @@ demo_file() {
 }
 
 demo() {
-    identity=1234567812345678
-    echo '==> building the library and the example in build/demo: a minute the first time, on one processor'
+    echo '==> building the library and the tool in build/demo: a minute the first time, on one processor'
     build_folder build/demo
     if ! { cmake --preset release -B build/demo -DZOKECC_TESTS=OFF &&
-        cmake --build build/demo --target sign_with_identity; } > build/demo/build.log 2>&1; then
+        cmake --build build/demo --target zokecc_cli; } > build/demo/build.log 2>&1; then
         tail -n 100 build/demo/build.log
         return 1
     fi
-    echo "==> signing $file for the identity $identity with SM2 and SM3"
-    examples/verify_with_openssl.sh "$file" "$identity" build/demo/examples/sign_with_identity
-    echo '==> the demo succeeded'
+    tools/demo.sh "$file" "$PWD/build/demo/tools/zokecc"
 }
 
 # The public headers are laid out by hand: tables of declarations and their manual.
