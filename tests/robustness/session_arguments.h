@@ -52,6 +52,39 @@ struct SessionArguments {
     uint8_t *out = bytes_written.data();
     uint32_t *out_len = length_written.get();
 
+    // Arguments are those of SM2; this makes them ECDSA's and those of the multiplicative scheme.
+    void use_other_algorithms() {
+        key_algorithm = ZOK_ALG_ECDSA_KEY;
+        algorithm = ZOK_ALG_ECDSA_SIGN;
+        encryption = ZOK_ALG_MULTIPLICATIVE;
+    }
+    // Every value is bad, and every pointer is there.
+    void spoil_values() {
+        key_algorithm = algorithm = kUnknownAlgorithm;
+        key_bits = 159;
+        private_record = private_key(ByteString(64, 0xFF));
+        numbers = small_signature(0, 0);
+        id_len = message_len = 0xFFFFFFFFu;
+        flat_len = 0;
+    }
+    void take_everything() {
+        spoil_values();
+        encryption = kUnknownAlgorithm;
+        session = nullptr;
+        priv = nullptr;
+        pub = nullptr;
+        sig = nullptr;
+        cipher = nullptr;
+        e = flat = message = id = nullptr;
+        e_len = 77;
+        pub_out = nullptr;
+        priv_out = nullptr;
+        sig_out = nullptr;
+        cipher_out = nullptr;
+        out = nullptr;
+        out_len = nullptr;
+    }
+
     uint32_t generate() {
         return SDF_GenerateKeyPair_ECC(session, key_algorithm, key_bits, pub_out, priv_out);
     }

@@ -18,13 +18,6 @@ void expect_secret(void *session, const ECCrefPrivateKey &priv, const ECCrefPubl
     EXPECT_TRUE(out.untouched_from(want.size()));
 }
 
-void expect_refused(void *session, const ECCrefPrivateKey &priv, const ECCrefPublicKey &pub,
-                    uint32_t status) {
-    GuardedBuffer out(64);
-    EXPECT_EQ(agree(session, priv, pub, out), status);
-    EXPECT_TRUE(out.untouched());
-}
-
 ECCrefPublicKey key_of(const TinyPoint &P) { return small_public_key(P.x, P.y); }
 
 }  // namespace
@@ -147,53 +140,6 @@ TEST(ZokExternalEcdhKeyAgreement, OutputMayBeAFieldOfEitherKey) {
     priv = small_private_key();
     EXPECT_EQ(ZOK_ExternalEcdhKeyAgreement(small_session(), &priv, &pub, pub.x), ZOK_OK);
     EXPECT_EQ(to_hex(image(pub)), to_hex(image(public_key(want, small_bytes(763)))));
-}
-
-TEST(ZokExternalEcdhKeyAgreement, NullSessionReturns1000026) {
-    expect_refused(nullptr, small_private_key(), small_public_key(), ZOK_ERR_SESSION);
-    expect_refused(nullptr, small_private_key(kSmallN), small_public_key(), ZOK_ERR_SESSION);
-    EXPECT_EQ(ZOK_ExternalEcdhKeyAgreement(nullptr, nullptr, nullptr, nullptr), ZOK_ERR_SESSION);
-}
-
-TEST(ZokExternalEcdhKeyAgreement, NullPointersReturn1000027) {
-    const ECCrefPrivateKey priv = small_private_key();
-    const ECCrefPublicKey pub = small_public_key();
-    GuardedBuffer out(20);
-    EXPECT_EQ(ZOK_ExternalEcdhKeyAgreement(small_session(), nullptr, &pub, out.data()), ZOK_ERR_ARGUMENT);
-    EXPECT_EQ(ZOK_ExternalEcdhKeyAgreement(small_session(), &priv, nullptr, out.data()), ZOK_ERR_ARGUMENT);
-    EXPECT_EQ(ZOK_ExternalEcdhKeyAgreement(small_session(), &priv, &pub, nullptr), ZOK_ERR_ARGUMENT);
-    EXPECT_TRUE(out.untouched());
-}
-
-TEST(ZokExternalEcdhKeyAgreement, KeyWiderThanItsFieldReturns1000027) {
-    for (uint32_t bits : {520u, 1024u, 0xFFFFFFFFu}) {
-        ECCrefPrivateKey priv = small_private_key();
-        ECCrefPublicKey pub = small_public_key();
-        priv.bits = bits;
-        expect_refused(small_session(), priv, small_public_key(), ZOK_ERR_ARGUMENT);
-        pub.bits = bits;
-        expect_refused(small_session(), small_private_key(), pub, ZOK_ERR_ARGUMENT);
-    }
-}
-
-TEST(ZokExternalEcdhKeyAgreement, PrivateKeyNotBelowTheOrderReturns1000027) {
-    for (uint32_t d : {kSmallN, kSmallN + 1, kSmallN + kSmallD, 0xFFFFFFFFu})
-        expect_refused(small_session(), small_private_key(d), small_public_key(), ZOK_ERR_ARGUMENT);
-    expect_refused(small_session(), private_key(ByteString(64, 0xFF)), small_public_key(), ZOK_ERR_ARGUMENT);
-    const Curve &c = curve("sm2p256v1");
-    const ECCrefPublicKey pub = public_key(fixed_bytes(c.G.x, 32), fixed_bytes(c.G.y, 32));
-    expect_refused(sm2_session(), private_key(fixed_bytes(c.n, 32)), pub, ZOK_ERR_ARGUMENT);
-}
-
-TEST(ZokExternalEcdhKeyAgreement, SessionWithoutACurveReturns1000027) {
-    CurvelessSession session;
-    for (uint32_t d : {0u, 1u, kSmallD})
-        expect_refused(session.handle(), small_private_key(d), small_public_key(), ZOK_ERR_ARGUMENT);
-}
-
-TEST(ZokExternalEcdhKeyAgreement, SessionWithoutAnOrderReturns1000027) {
-    Session session(small_curve_with_order(0));
-    expect_refused(session.handle(), small_private_key(0), small_public_key(), ZOK_ERR_ARGUMENT);
 }
 
 TEST(ZokExternalEcdhKeyAgreement, SessionWithoutAModulusGivesZeroBytes) {

@@ -117,38 +117,6 @@ TEST(SdfGenerateKeyPairEcc, KeptPrivateKeyOfZeroIsPossible) {
     EXPECT_EQ(entropy.number_calls, 1u);
 }
 
-TEST(SdfGenerateKeyPairEcc, WrongSizeReturns1000027) {
-    for (uint32_t bits : {0u, 1u, 159u, 161u, 168u, 256u, 0xFFFFFFFFu}) {
-        FakeEntropy entropy;
-        Written written;
-        EXPECT_EQ(written.generate(small_session(), ZOK_ALG_SM2_KEY, bits), ZOK_ERR_ARGUMENT) << bits;
-        EXPECT_TRUE(written.unchanged());
-        EXPECT_EQ(entropy.number_calls, 0u);
-    }
-}
-
-TEST(SdfGenerateKeyPairEcc, Size255OnA256BitCurveReturns1000027) {
-    Written written;
-    EXPECT_EQ(written.generate(sm2_session(), ZOK_ALG_SM2_KEY, 255), ZOK_ERR_ARGUMENT);
-    EXPECT_TRUE(written.unchanged());
-}
-
-TEST(SdfGenerateKeyPairEcc, UnknownAlgorithmReturnsMinusOne) {
-    for (uint32_t algorithm : {ZOK_ALG_SM2_SIGN, ZOK_ALG_ECDSA_SIGN, 0u, 0x20400u, 0x40400u, 0x60000u}) {
-        FakeEntropy entropy;
-        Written written;
-        EXPECT_EQ(written.generate(small_session(), algorithm, 160), ZOK_ERR_INTERNAL) << algorithm;
-        EXPECT_TRUE(written.unchanged());
-        EXPECT_EQ(entropy.number_calls, 0u);
-    }
-}
-
-TEST(SdfGenerateKeyPairEcc, WrongSizeWinsOverUnknownAlgorithm) {
-    Written written;
-    EXPECT_EQ(written.generate(small_session(), ZOK_ALG_SM2_SIGN, 159), ZOK_ERR_ARGUMENT);
-    EXPECT_TRUE(written.unchanged());
-}
-
 TEST(SdfGenerateKeyPairEcc, GeneratedPairSignsAndVerifies) {
     FakeEntropy entropy;
     Written written;

@@ -1,6 +1,6 @@
-// ZOK_ExternalSignHash_ECC: which bytes are hashed. Keys,
-// sizes and the order of the checks are in message_sign_range_test.cpp.
+// ZOK_ExternalSignHash_ECC: which bytes are hashed.
 #include "tests/sdf/fixtures.h"
+#include "tests/support/failing_alloc.h"
 
 namespace zokecc_test::message_sign_test {
 
@@ -188,6 +188,25 @@ TEST(ZokExternalSignHashEcc, RefusedConfigurationDecidesTheHash) {
     Signing by_value;
     ASSERT_EQ(by_value.value(session.handle(), ZOK_ALG_ECDSA_SIGN, digest(HASH_ALG_SHA256, hello())), ZOK_OK);
     EXPECT_EQ(by_message.sig.bytes(), by_value.sig.bytes());
+}
+
+TEST(ZokExternalSignHashEcc, KeyNMinusOneSignsWithEcdsa) {
+    Signing ecdsa;
+    EXPECT_EQ(ecdsa.message(small_session(), ZOK_ALG_ECDSA_SIGN, hello(), alice(), small_private_key(990)),
+              ZOK_OK);
+}
+
+TEST(ZokExternalSignHashEcc, LargestMessageIsAskedFor) {
+    ECCrefPrivateKey key = small_private_key();
+    uint8_t byte = 0;
+    Signing signing;
+    FailingAlloc counter(2);
+    EXPECT_EQ(ZOK_ExternalSignHash_ECC(small_session(), ZOK_ALG_SM2_SIGN, &key, &byte, 0xFFFFFFFFu - 33u,
+                                       &byte, 1, signing.sig.get()),
+              ZOK_ERR_INTERNAL);
+    EXPECT_EQ(counter.last_size, size_t{0xFFFFFFFFu});
+    EXPECT_EQ(counter.outstanding, 0);
+    signing.expect_refused();
 }
 
 }  // namespace zokecc_test::message_sign_test

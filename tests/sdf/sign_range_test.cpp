@@ -1,5 +1,4 @@
-// SDF_ExternalSign_ECC: the range and the length of the key, the length of e, and the order of
-// the checks.
+// SDF_ExternalSign_ECC: the range and the length of the key.
 #include "tests/sdf/example.h"
 
 namespace zokecc_test::sign_range_test {
@@ -12,23 +11,6 @@ const char kSm2NMinus1[] = "fffffffeffffffffffffffffffffffff7203df6b21c6052b53bb
 ECCrefPrivateKey wide_key(size_t count) { return private_key(fixed_bytes(small_number(123), count)); }
 
 }  // namespace
-
-TEST(SdfExternalSignEcc, ZeroKeyReturns100000D) {
-    for (uint32_t algorithm : {ZOK_ALG_SM2_SIGN, ZOK_ALG_ECDSA_SIGN}) {
-        SmallSigning signing;
-        EXPECT_EQ(signing.sign(algorithm, small_private_key(0)), ZOK_ERR_SIGN);
-        signing.expect_refused();
-    }
-}
-
-TEST(SdfExternalSignEcc, KeyNotBelowTheOrderReturns100000D) {
-    for (uint32_t d : {991u, 992u, 1982u, 0xFFFFFFFFu})
-        for (uint32_t algorithm : {ZOK_ALG_SM2_SIGN, ZOK_ALG_ECDSA_SIGN}) {
-            SmallSigning signing;
-            EXPECT_EQ(signing.sign(algorithm, small_private_key(d)), ZOK_ERR_SIGN) << d;
-            signing.expect_refused();
-        }
-}
 
 TEST(SdfExternalSignEcc, KeyNMinusOneReturns100000DForSm2) {
     SmallSigning signing;
@@ -101,16 +83,6 @@ TEST(SdfExternalSignEcc, KeyMayBeWiderThanTheCurveUpTo64Bytes) {
     too_large.expect_refused();
 }
 
-TEST(SdfExternalSignEcc, KeyOfMoreThan64BytesReturns1000027) {
-    for (uint32_t bits : {520u, 1024u, 0xFFFFFFFFu}) {
-        ECCrefPrivateKey key = small_private_key();
-        key.bits = bits;
-        SmallSigning signing;
-        EXPECT_EQ(signing.sign(ZOK_ALG_SM2_SIGN, key), ZOK_ERR_ARGUMENT) << bits;
-        signing.expect_refused();
-    }
-}
-
 TEST(SdfExternalSignEcc, Bits255OnA256BitCurveReadOneByteLess) {
     // The 31 bytes of the key that are read, then the last byte: 1 and 0.
     ByteString d(31, 0);
@@ -127,42 +99,6 @@ TEST(SdfExternalSignEcc, Bits255OnA256BitCurveReadOneByteLess) {
         expect_signature(sig, from_hex(example::kX),
                          from_hex("6c60499aea62c8f3750971994d6d0866656bca2078419046d2471a7aa1c5bfd0"));
     }
-}
-
-TEST(SdfExternalSignEcc, EOfMoreThan76BytesReturns1000027) {
-    uint8_t e[77] = {};
-    ECCrefPrivateKey key = small_private_key();
-    for (uint32_t count : {77u, 0x80000000u, 0xFFFFFFFFu})
-        for (uint32_t algorithm : {ZOK_ALG_SM2_SIGN, ZOK_ALG_ECDSA_SIGN, kUnknownAlgorithm}) {
-            GuardedRecord<ECCSignature> sig;
-            EXPECT_EQ(SDF_ExternalSign_ECC(small_session(), algorithm, &key, e, count, sig.get()),
-                      ZOK_ERR_ARGUMENT);
-            EXPECT_TRUE(sig.unchanged());
-        }
-}
-
-TEST(SdfExternalSignEcc, UnknownAlgorithmReturnsMinusOne) {
-    for (uint32_t algorithm : {0u, ZOK_ALG_SM2_KEY, ZOK_ALG_ECDSA_KEY, 0x20400u, 0x40400u, 0x20101u}) {
-        SmallSigning signing;
-        EXPECT_EQ(signing.sign(algorithm, small_private_key()), ZOK_ERR_INTERNAL) << algorithm;
-        signing.expect_refused();
-        EXPECT_EQ(signing.sign(algorithm, small_private_key(990)), ZOK_ERR_INTERNAL) << algorithm;
-        signing.expect_refused();
-    }
-}
-
-TEST(SdfExternalSignEcc, BadKeyWinsOverUnknownAlgorithm) {
-    for (uint32_t d : {0u, 991u}) {
-        SmallSigning signing;
-        EXPECT_EQ(signing.sign(kUnknownAlgorithm, small_private_key(d)), ZOK_ERR_SIGN);
-        signing.expect_refused();
-    }
-}
-
-TEST(SdfExternalSignEcc, LongEWinsOverBadKey) {
-    SmallSigning signing;
-    EXPECT_EQ(signing.sign(ZOK_ALG_SM2_SIGN, small_private_key(0), ByteString(77, 1)), ZOK_ERR_ARGUMENT);
-    signing.expect_refused();
 }
 
 }  // namespace zokecc_test::sign_range_test

@@ -174,4 +174,16 @@ TEST(SdfExternalSignEcc, Sm2OverABasePointZeroSignsWithREqualToE) {
     EXPECT_EQ(to_hex(sig->r, 20), to_hex(small_bytes(456)));
 }
 
+TEST(SdfExternalSignEcc, ModulusZeroMakesEveryEcdsaRoundFruitless) {
+    Curve changed = small_curve();
+    changed.p = mint{};
+    Session session(changed);
+    GuardedRecord<ECCSignature> sig;
+    FakeEntropy entropy;
+    EXPECT_EQ(sign_e(session.handle(), ZOK_ALG_ECDSA_SIGN, small_private_key(), small_bytes(1), sig.get()),
+              ZOK_ERR_SIGN);
+    EXPECT_EQ(entropy.number_calls, 1024u);
+    EXPECT_TRUE(sig.unchanged());
+}
+
 }  // namespace zokecc_test::sign_retry_test

@@ -63,6 +63,12 @@ TEST(SdfExternalSignEcc, EmptyEIsZero) {
     Sm2Signing signing;
     ASSERT_EQ(signing.sign(ZOK_ALG_ECDSA_SIGN, key, ByteString()), ZOK_OK);
     signing.expect(example::kX, "77780f2b77a9382c922c4e389554b378b86b304219e117a6ea5cca6991f09f66");
+    const ECCrefPrivateKey small = small_private_key();
+    GuardedRecord<ECCSignature> sig;
+    FakeEntropy entropy;
+    queue_numbers(entropy, {77});
+    EXPECT_EQ(SDF_ExternalSign_ECC(small_session(), ZOK_ALG_SM2_SIGN, &small, nullptr, 0, sig.get()), ZOK_OK);
+    expect_small_signature(sig, 761, 988);
 }
 
 TEST(SdfExternalSignEcc, EOfNineteenFullWordsIsReduced) {

@@ -126,19 +126,6 @@ TEST(ZokGenerateUserInfo, FailedAllocationReturnsMinusOne) {
     EXPECT_TRUE(info.unchanged());
 }
 
-TEST(ZokGenerateUserInfo, SizeAbove32BitsReturnsMinusOneWithoutAllocating) {
-    ECCrefPublicKey key = small_public_key();
-    uint8_t id = 0;
-    UserInfo info;
-    FailingAlloc counter;
-    // 6 * 20 + 3 + the length is 2^32 and more.
-    for (uint32_t id_len : {0xFFFFFFFFu - 122u, 0xFFFFFFFFu})
-        EXPECT_EQ(ZOK_GenerateUserInfo(small_session(), &key, &id, id_len, info.z.data(), info.z_len.get()),
-                  ZOK_ERR_INTERNAL);
-    EXPECT_EQ(counter.allocations, 0u);
-    EXPECT_TRUE(info.unchanged());
-}
-
 TEST(ZokGenerateUserInfo, LargestSizeIsAskedFor) {
     ECCrefPublicKey key = small_public_key();
     uint8_t id = 0;
@@ -149,19 +136,6 @@ TEST(ZokGenerateUserInfo, LargestSizeIsAskedFor) {
         ZOK_ERR_INTERNAL);
     EXPECT_EQ(counter.last_size, size_t{0xFFFFFFFFu});
     EXPECT_TRUE(info.unchanged());
-}
-
-TEST(ZokGenerateUserInfo, UnknownHashSelectorReturnsMinusOneAndFreesItsBuffer) {
-    for (uint32_t selector : {2u, 0xFFFFFFFFu}) {
-        Session session(small_curve(), selector);
-        ECCrefPublicKey key = small_public_key();
-        ByteString id = alice();
-        UserInfo info;
-        FailingAlloc counter;
-        EXPECT_EQ(info.generate(session.handle(), key, id), ZOK_ERR_INTERNAL);
-        EXPECT_EQ(counter.outstanding, 0);
-        EXPECT_TRUE(info.unchanged());
-    }
 }
 
 TEST(ZokGenerateUserInfo, ReadsTheRecordAndNotTheConvertedNumbers) {
