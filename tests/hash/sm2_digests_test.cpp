@@ -62,9 +62,8 @@ TEST(Transcript, HashesItsPartsInOrder) {
         Transcript transcript;
         transcript.put(first.data(), 3).put(view(second)).put(nullptr, 0);
         EXPECT_EQ(transcript.size(), 73u);
-        EXPECT_EQ(to_hex(transcript.data(), 73), to_hex(concatenated({first, second})));
-        EXPECT_EQ(to_hex(hash_of(transcript, alg)),
-                  to_hex(selected_digest(alg, concatenated({first, second}))));
+        EXPECT_EQ(to_hex(transcript.data(), 73), to_hex(joined({first, second})));
+        EXPECT_EQ(to_hex(hash_of(transcript, alg)), to_hex(selected_digest(alg, joined({first, second}))));
     }
 }
 
@@ -109,7 +108,7 @@ TEST(Sm2CheckValue, HashesXThenTheMessageThenY) {
             const PointBytes point = point_of(x, y);
             GuardedBuffer work(77 + 2 * len), out(32);
             EXPECT_EQ(zokecc::sm2_check_value(alg, point, message.data(), 77, work.data(), out.data()), 32);
-            const ByteString hashed = concatenated({x, message, y});
+            const ByteString hashed = joined({x, message, y});
             EXPECT_EQ(to_hex(out.all()), to_hex(selected_digest(alg, hashed))) << len;
             EXPECT_EQ(to_hex(work.all()), to_hex(hashed)) << len;
             EXPECT_TRUE(work.untouched_from(77 + 2 * len)) << len;
@@ -134,7 +133,7 @@ TEST(Sm2ExchangeHash, HashesXOfTheSharedPointThenBothUsersThenBothPoints) {
     for (uint32_t alg : kKnown) {
         GuardedBuffer out(32);
         EXPECT_EQ(zokecc::sm2_exchange_hash(alg, point_of(x, y), publics, out.data()), 32);
-        EXPECT_EQ(to_hex(out.all()), to_hex(selected_digest(alg, concatenated({x, ZA, ZB, x1, y1, x2, y2}))));
+        EXPECT_EQ(to_hex(out.all()), to_hex(selected_digest(alg, joined({x, ZA, ZB, x1, y1, x2, y2}))));
         EXPECT_TRUE(out.untouched_from(32));
     }
 }
@@ -144,7 +143,7 @@ TEST(Sm2ExchangeHash, UsersMayBeEmpty) {
     const ExchangePublics publics = {{}, {}, part.data(), part.data(), part.data(), part.data()};
     GuardedBuffer out(32);
     EXPECT_EQ(zokecc::sm2_exchange_hash(HASH_ALG_SM3, point_of(x, y), publics, out.data()), 32);
-    EXPECT_EQ(to_hex(out.all()), to_hex(model_sm3(concatenated({x, part, part, part, part}))));
+    EXPECT_EQ(to_hex(out.all()), to_hex(model_sm3(joined({x, part, part, part, part}))));
 }
 
 TEST(Sm2ExchangeHash, UnknownHashWritesNothing) {
@@ -163,7 +162,7 @@ TEST(Sm2Confirmation, HashesThePrefixThenYThenTheTail) {
         for (uint8_t prefix : {zokecc::kResponderPrefix, zokecc::kInitiatorPrefix}) {
             GuardedBuffer out(32);
             zokecc::sm2_confirmation(alg, prefix, point_of(x, y), view(tail), out.data());
-            EXPECT_EQ(to_hex(out.all()), to_hex(selected_digest(alg, concatenated({{prefix}, y, tail}))));
+            EXPECT_EQ(to_hex(out.all()), to_hex(selected_digest(alg, joined({{prefix}, y, tail}))));
             EXPECT_TRUE(out.untouched_from(32));
         }
 }

@@ -55,23 +55,23 @@ void expect_nothing(const ByteString &z, int32_t z_len, int32_t klen, int32_t st
 }  // namespace
 
 TEST(Sm2Kdf, OneWholeStepIsOneDigestWithCounterOne) {
-    const ByteString counted = concatenated({kSecret, {0, 0, 0, 1}});
+    const ByteString counted = joined({kSecret, {0, 0, 0, 1}});
     expect_written(kSecret, 32, 32, HASH_ALG_SM3, model_sm3(counted));
     expect_written(kSecret, 32, 32, HASH_ALG_SHA256, model_sha256(counted));
 }
 
 TEST(Sm2Kdf, LengthBelowTheStepTakesCounterOneForTheRemainder) {
-    ByteString want = model_sm3(concatenated({kSecret, {0, 0, 0, 1}}));
+    ByteString want = model_sm3(joined({kSecret, {0, 0, 0, 1}}));
     want.resize(19);
     expect_written(kSecret, 19, 32, HASH_ALG_SM3, want);
 }
 
 TEST(Sm2Kdf, SeventyBytesTakeTwoWholeStepsAndSixBytesOfCounterThree) {
-    ByteString last = model_sha256(concatenated({kSecret, {0, 0, 0, 3}}));
+    ByteString last = model_sha256(joined({kSecret, {0, 0, 0, 3}}));
     last.resize(6);
     expect_written(kSecret, 70, 32, HASH_ALG_SHA256,
-                   concatenated({model_sha256(concatenated({kSecret, {0, 0, 0, 1}})),
-                                 model_sha256(concatenated({kSecret, {0, 0, 0, 2}})), last}));
+                   joined({model_sha256(joined({kSecret, {0, 0, 0, 1}})),
+                           model_sha256(joined({kSecret, {0, 0, 0, 2}})), last}));
 }
 
 TEST(Sm2Kdf, CounterRunsOverIntoTheSecondByte) {

@@ -26,7 +26,7 @@ TEST(Sm2Kdf, KeyStreamsOfTheEncryptionVectors) {
         if (!is_complete(block)) continue;
         ++seen;
         const ByteString x2 = block.bytes("x2"), want = block.bytes("t");
-        const ByteString z = concatenated({x2, block.bytes("y2")});
+        const ByteString z = joined({x2, block.bytes("y2")});
         for (auto call : {sm2_kdf, sm2_kdf_session}) {
             // Whole digests in steps of 20 to 32 bytes stay within this.
             GuardedBuffer out(2 * want.size() + 32);

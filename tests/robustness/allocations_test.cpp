@@ -6,8 +6,8 @@
 #include <cstdio>
 
 #include "tests/ecc/tiny_record.h"
+#include "tests/robustness/scheme_arguments.h"
 #include "tests/robustness/session_arguments.h"
-#include "tests/schemes/scheme_arguments.h"
 #include "tests/support/legacy_exchange.h"
 #include "tests/support/session_exchange.h"
 

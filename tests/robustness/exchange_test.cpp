@@ -49,10 +49,15 @@ void zero_coordinates(const Target &target, const std::string &what,
                       ecc_point_bytes LegacyExchange::*record) {
     refuses(target, what + " with x = 0", [=](LegacyExchange &s) { std::memset((s.*record).x, 0, 32); });
     refuses(target, what + " with y = 0", [=](LegacyExchange &s) { std::memset((s.*record).y, 0, 32); });
-    refuses(target, what + " of no bytes", [=](LegacyExchange &s) { (s.*record).length = 0; });
+    refuses(target, what + " of (0, 0)", [=](LegacyExchange &s) {
+        std::memset((s.*record).x, 0, 32);
+        std::memset((s.*record).y, 0, 32);
+    });
+    for (uint32_t length : {0u, 30u})  // nothing, or the leading zeros only
+        refuses(target, what + " of few bytes", [=](LegacyExchange &s) { (s.*record).length = length; });
 }
 void lengths(const Target &target, const std::string &what, ecc_point_bytes LegacyExchange::*record) {
-    for (uint32_t length : {66u, 0x80000000u, 0xFFFFFFFFu})
+    for (uint32_t length : {66u, 67u, 0x80000000u, 0xFFFFFFFFu})
         refuses(target, what + " of " + std::to_string(length) + " bytes",
                 [=](LegacyExchange &s) { (s.*record).length = length; });
 }
@@ -77,19 +82,57 @@ void add_pointers(const Target &target) {
     }
 }
 
+// No curve, or one whose order or modulus is zero, also where zero is held in one word.
+void without_curve(const Target &target) {
+    refuses(target, "no curve", [](LegacyExchange &) { uninstall(); });
+    for (mint GlobalCurve::*number : {&GlobalCurve::n, &GlobalCurve::p})
+        for (uint32_t len : {0u, 1u})
+            refuses(target, "no order or modulus", [=](LegacyExchange &) {
+                global_curve.*number = mint{};
+                (global_curve.*number).len = len;
+            });
+}
+
 void add_values(const Target &target) {
-    for (const ByteString &d : {tiny_bytes(991, 32), tiny_bytes(992, 32), ByteString(32, 0xFF),
-                                ByteString(76, 0xFF), ByteString(77, 0)})
+    const ByteString wide_five = joined({ByteString(76, 0x00), {0x05}});
+    for (const ByteString &d :
+         {tiny_bytes(991, 32), tiny_bytes(992, 32), ByteString(32, 0xFF), ByteString(76, 0xFF),
+          joined({{0x01}, ByteString(75, 0x00)}), ByteString(77, 0), wide_five})
         refuses(target, "d = " + to_hex(d), [=](LegacyExchange &s) { s.d_bytes.set(d); });
+    refuses(target, "d of 2^32 - 1 bytes", [](LegacyExchange &s) { s.d->length = 0xFFFFFFFF; });
+    if (target.has_own_r) {
+        refuses(target, "r of 77 bytes", [=](LegacyExchange &s) { s.r_bytes.set(wide_five); });
+        refuses(target, "r of 2^32 - 1 bytes", [](LegacyExchange &s) { s.r->length = 0xFFFFFFFF; });
+    }
     zero_coordinates(target, "the peer's key", &LegacyExchange::peerP_record);
     lengths(target, "the peer's key", &LegacyExchange::peerP_record);
     lengths(target, "the peer's R", &LegacyExchange::peerR_record);
     refuses(target, "the peer's R off the curve", [](LegacyExchange &s) { s.peerR_record.y[31] ^= 1; });
+    refuses(target, "the peer's R off the curve", [](LegacyExchange &s) { s.peerR_record.x[31] ^= 1; });
+    refuses(target, "the peer's R of no bytes", [](LegacyExchange &s) { s.peerR_record.length = 0; });
+    for (bool x : {true, false})
+        bad(target.name, "the peer's R off the SM2 curve", [=] {
+            const ExchangeCase exchange = vector_case(worked_example("GM/T 0003.5-2012 B.2"));
+            install(exchange.curve);
+            LegacyExchange side(exchange, target.role);
+            (x ? side.peerR_record.x : side.peerR_record.y)[31] ^= 1;
+            FakeEntropy entropy;
+            EXPECT_EQ((side.*target.call)(), -1);
+            EXPECT_TRUE(side.nothing_written());
+        });
     refuses(target, "the peer's R of zero bytes", [](LegacyExchange &s) {
         std::memset(s.peerR_record.x, 0, 32);
         std::memset(s.peerR_record.y, 0, 32);
     });
-    refuses(target, "no curve", [](LegacyExchange &) { uninstall(); });
+    without_curve(target);
+    // No curve of that length can be installed; the transcript would not hold it.
+    bad(target.name, "a curve of 40 bytes", [=] {
+        LegacyExchange side(small_exchange(), target.role);
+        install(small_exchange().curve);
+        global_curve.byte_len = 40;
+        EXPECT_EQ((side.*target.call)(), -1);
+        EXPECT_TRUE(side.results_untouched());
+    });
     if (target.has_own_R) {
         zero_coordinates(target, "the own R", &LegacyExchange::R_record);
         lengths(target, "the own R", &LegacyExchange::R_record);
@@ -101,15 +144,19 @@ void add_exchange() {
         add_pointers(target);
         add_values(target);
     }
-    refuses(kTargets[2], "the own R off the curve", [](LegacyExchange &s) { s.R_record.y[31] ^= 1; });
+    for (const Target &whole : {kTargets[2], kTargets[3]}) {
+        refuses(whole, "the own R off the curve", [](LegacyExchange &s) { s.R_record.x[31] ^= 1; });
+        refuses(whole, "the own R off the curve", [](LegacyExchange &s) { s.R_record.y[31] ^= 1; });
+    }
 
     const Target first{"sm2_KeyExChg_A1_3", &LegacyExchange::a1_3, Role::kInitiator, true, false};
     refuses(first, "no r", [](LegacyExchange &s) { s.r = nullptr; });
     refuses(first, "no bytes of r", [](LegacyExchange &s) { s.r->bytes = nullptr; });
     refuses(first, "no room for R", [](LegacyExchange &s) { s.R_out = nullptr; });
-    refuses(first, "no curve", [](LegacyExchange &) { uninstall(); });
+    without_curve(first);
     for (const ByteString &r :
-         {tiny_bytes(991, 32), tiny_bytes(992, 32), ByteString(32, 0xFF), ByteString(77, 0)})
+         {tiny_bytes(991, 32), tiny_bytes(992, 32), ByteString(32, 0xFF), ByteString(76, 0xFF),
+          ByteString(77, 0), joined({ByteString(76, 0x00), {0x05}})})
         refuses(first, "r = " + to_hex(r), [=](LegacyExchange &s) { s.r_bytes.set(r); });
 
     for (bool scalar : {false, true})
@@ -131,5 +178,13 @@ void add_exchange() {
 const robustness::Rows rows(add_exchange);
 
 }  // namespace
+
+TEST(Sm2KeyExChgCalls, WorkWithAllArguments) {
+    for (const Target &target : kTargets) {
+        LegacyExchange side(small_exchange(), target.role);
+        install(small_exchange().curve);
+        EXPECT_EQ((side.*target.call)(), 0) << target.name;
+    }
+}
 
 }  // namespace zokecc_test::exchange_test

@@ -1,7 +1,7 @@
 // Nothing hangs: every call that draws, with a generator that is stuck and on curves on which no
 // number is of use, ends after at most 1,024 draws; so do the square root and what rests on it.
+#include "tests/robustness/scheme_arguments.h"
 #include "tests/robustness/session_arguments.h"
-#include "tests/schemes/scheme_arguments.h"
 #include "tests/support/legacy_exchange.h"
 
 namespace zokecc_test::loops_test {

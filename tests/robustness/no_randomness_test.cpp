@@ -4,8 +4,8 @@
 
 #include <cerrno>
 
+#include "tests/robustness/scheme_arguments.h"
 #include "tests/robustness/session_arguments.h"
-#include "tests/schemes/scheme_arguments.h"
 #include "tests/support/legacy_exchange.h"
 #include "tests/support/session_exchange.h"
 

@@ -1,7 +1,7 @@
 // Bad inputs of the calls over the curve of the process: null, lengths beyond the fields, scalars of
 // 0, n, n + 1 and all ones, numbers of signatures out of range, ciphertexts cut short, no curve.
 #include "tests/robustness/bad_inputs.h"
-#include "tests/schemes/scheme_arguments.h"
+#include "tests/robustness/scheme_arguments.h"
 
 namespace zokecc_test::schemes_test {
 
@@ -11,26 +11,35 @@ namespace {
 
 using Spoil = std::function<void(SchemeArguments &)>;
 using Run = std::function<int32_t(SchemeArguments &)>;
+using Hashes = std::vector<uint32_t>;
 
-// Refused with the code; nothing written, drawn or allocated.
+const Hashes kEveryHash = {HASH_ALG_SM3, HASH_ALG_SHA256, kUnknownHash};
+
+// Refused with the code, whatever the hash; nothing written, drawn or allocated.
 struct Target {
     const char *name;
     int32_t failure;
     Run run;
 
-    void refuses(const std::string &input, const Spoil &spoil) const { answers(input, failure, spoil); }
-    void answers(const std::string &input, int32_t status, const Spoil &spoil) const {
+    void refuses(const std::string &input, const Spoil &spoil, const Hashes &hashes = kEveryHash) const {
+        answers(input, failure, spoil, hashes);
+    }
+    void answers(const std::string &input, int32_t status, const Spoil &spoil,
+                 const Hashes &hashes = kEveryHash) const {
         const Run call = run;
         bad(name, input, [=] {
-            install_small(32);
-            SchemeArguments arguments;
-            spoil(arguments);
-            FakeEntropy entropy;
-            FailingAlloc counter;
-            EXPECT_EQ(call(arguments), status);
-            EXPECT_TRUE(arguments.outputs_untouched());
-            EXPECT_EQ(entropy.calls() + entropy.number_calls, 0u);
-            EXPECT_EQ(counter.allocations, 0u);
+            for (uint32_t hash : hashes) {
+                install_small(32);
+                SchemeArguments arguments;
+                arguments.hash = hash;
+                spoil(arguments);
+                FakeEntropy entropy;
+                FailingAlloc counter;
+                EXPECT_EQ(call(arguments), status) << "hash " << hash;
+                EXPECT_TRUE(arguments.outputs_untouched());
+                EXPECT_EQ(entropy.calls() + entropy.number_calls, 0u);
+                EXPECT_EQ(counter.allocations, 0u);
+            }
         });
     }
     template <class Pointer>
@@ -43,9 +52,18 @@ Target target(const char *name, SchemeCall call, int32_t failure) {
     return {name, failure, [=](SchemeArguments &a) { return (a.*call)(); }};
 }
 
-// uninstall() after the arguments, which need the curve.
-void without_curve(const Target &call) {
-    call.refuses("no curve", [](SchemeArguments &) { uninstall(); });
+// No curve, or one without order or field prime, also where zero is held in one word.
+void without_curve(const Target &call, uint32_t mode = 0) {
+    call.refuses("no curve", [=](SchemeArguments &a) {
+        uninstall();
+        a.mode = mode;
+    });
+    for (mint GlobalCurve::*number : {&GlobalCurve::n, &GlobalCurve::p})
+        for (const mint &zero : {mint{}, zero_in_one_word()})
+            call.refuses(number == &GlobalCurve::n ? "no order" : "no prime", [=](SchemeArguments &a) {
+                global_curve.*number = zero;
+                a.mode = mode;
+            });
 }
 
 // Every scalar that is not below n, or cannot be read.
@@ -63,11 +81,17 @@ void scalars(const Target &call, uint32_t mode = 0) {
             a.scalar.length = length;
             a.mode = mode;
         });
-    for (const ByteString &bytes : {number_bytes(kSmallN, 32), number_bytes(kSmallN + 1, 32),
-                                    ByteString(32, 0xFF), ByteString(76, 0xFF)})
+    for (const ByteString &bytes :
+         {number_bytes(kSmallN, 32), number_bytes(kSmallN + 1, 32), number_bytes(kSmallN + 1, 2),
+          number_bytes(0xFFFFFFFFu, 32), number_bytes(5, 77), ByteString(32, 0xFF), ByteString(76, 0xFF)})
         call.refuses("the scalar " + to_hex(bytes), [=](SchemeArguments &a) {
-            a.scalar_bytes = bytes;
-            a.scalar = {a.scalar_bytes.data(), static_cast<uint32_t>(bytes.size())};
+            a.set_scalar(bytes);
+            a.mode = mode;
+        });
+    for (size_t size : {size_t{32}, size_t{76}})
+        call.refuses("the order of the SM2 curve", [=](SchemeArguments &a) {
+            install("sm2p256v1");
+            a.set_scalar(fixed_bytes(global_curve.n, size));
             a.mode = mode;
         });
 }
@@ -79,8 +103,9 @@ void record_lengths(const Target &call, PointBytes SchemeArguments::*record) {
 }
 
 void numbers(const Target &call, int32_t status, uint32_t r, uint32_t s) {
-    call.answers("r = " + std::to_string(r) + ", s = " + std::to_string(s), status,
-                 [=](SchemeArguments &a) { a.numbers = PointBytes(r, s, 32); });
+    for (size_t size : {size_t{32}, size_t{65}})
+        call.answers("r = " + std::to_string(r) + ", s = " + std::to_string(s), status,
+                     [=](SchemeArguments &a) { a.numbers = PointBytes(r, s, size); });
 }
 
 void add_keys() {
@@ -90,8 +115,19 @@ void add_keys() {
     without_curve(gen);
     const Target pair = target("Ecc_KeyPair_Gen", &SchemeArguments::key_pair, -1);
     scalars(pair, 1);
-    pair.null("output", &SchemeArguments::point);
-    without_curve(pair);
+    for (uint32_t mode : {0u, 1u, 2u}) {
+        const auto null = [&](const char *input, const Spoil &spoil) {
+            pair.refuses(input, [=](SchemeArguments &a) {
+                a.mode = mode;
+                spoil(a);
+            });
+        };
+        null("no output", [](SchemeArguments &a) { a.point = nullptr; });
+        if (mode == 2) continue;
+        without_curve(pair, mode);
+        null("no scalar", [](SchemeArguments &a) { a.d = nullptr; });
+        null("no bytes of a scalar", [](SchemeArguments &a) { a.scalar.bytes = nullptr; });
+    }
     for (uint32_t mode : {2u, 0xFFFFFFFFu})
         bad("Ecc_KeyPair_Gen", "mode " + std::to_string(mode), [=] {
             install_small(32);
@@ -107,11 +143,25 @@ void add_keys() {
     ecdh.null("output", &SchemeArguments::area);
     record_lengths(ecdh, &SchemeArguments::key);
     without_curve(ecdh);
-    for (uint32_t room : {0u, 1u, 31u}) {
-        const Target small_room{"Ecdh_KeyExChg", -1,
-                                [=](SchemeArguments &a) { return Ecdh_KeyExChg(a.d, a.Q, a.area, room); }};
-        small_room.refuses("room for " + std::to_string(room) + " bytes", [](SchemeArguments &) {});
-    }
+    for (unsigned byte_len : {24u, 28u, 32u})
+        for (uint32_t room : {0u, 1u, 2u, byte_len - 1}) {
+            const Target small_room{"Ecdh_KeyExChg", -1, [=](SchemeArguments &a) {
+                                        return Ecdh_KeyExChg(a.d, a.Q, a.area, room);
+                                    }};
+            const std::string input = "room for " + std::to_string(room) + " bytes";
+            small_room.refuses(input, [=](SchemeArguments &) { install_small(byte_len); });
+            small_room.refuses(input + ", d = n", [=](SchemeArguments &a) {
+                install_small(byte_len);
+                a.set_scalar(number_bytes(kSmallN, 32));
+            });
+        }
+}
+
+// Without SM3 ECDSA takes a message of no data for the empty one.
+Hashes hashes_of(const Target &call) {
+    return std::string(call.name) == "Ecdsa_DigitalSign" || std::string(call.name) == "Ecdsa_DigitalVeriy"
+               ? Hashes{HASH_ALG_SM3}
+               : kEveryHash;
 }
 
 void add_signatures() {
@@ -121,17 +171,21 @@ void add_signatures() {
         scalars(call);
         call.null("message", &SchemeArguments::message);
         call.null("output", &SchemeArguments::point);
-        call.refuses("no data", [](SchemeArguments &a) { a.msg.data = nullptr; });
+        call.refuses(
+            "no data", [](SchemeArguments &a) { a.msg.data = nullptr; }, hashes_of(call));
         without_curve(call);
     }
-    ecdsa.refuses("the scalar 0", [](SchemeArguments &a) { a.scalar_bytes.assign(32, 0); });
-    ecdsa.refuses("a scalar of no bytes", [](SchemeArguments &a) { a.scalar.length = 0; });
-    sm2.refuses("the scalar n - 1", [](SchemeArguments &a) {
-        a.scalar_bytes = number_bytes(kSmallN - 1, 32);
-        a.scalar.bytes = a.scalar_bytes.data();
+    for (size_t size : {size_t{0}, size_t{1}, size_t{32}, size_t{76}})
+        ecdsa.refuses("the scalar 0", [=](SchemeArguments &a) { a.set_scalar(ByteString(size, 0)); });
+    sm2.refuses("the scalar n - 1", [](SchemeArguments &a) { a.set_scalar(number_bytes(kSmallN - 1, 32)); });
+    sm2.refuses("n - 1 of the SM2 curve", [](SchemeArguments &a) {
+        install("sm2p256v1");
+        mint d = global_curve.n;
+        d.words[0] -= 1;
+        a.set_scalar(fixed_bytes(d, 32));
     });
     sm2.null("Z", &SchemeArguments::Z);
-    for (uint32_t size : {0xFFFFFFDFu, 0xFFFFFFFFu})
+    for (uint32_t size : {0xFFFFFFDFu, 0xFFFFFFE0u, 0xFFFFFFFFu})
         sm2.answers("a message of " + std::to_string(size) + " bytes", 1,
                     [=](SchemeArguments &a) { a.msg.len_low = size; });
 
@@ -141,22 +195,34 @@ void add_signatures() {
         call.null("key", &SchemeArguments::Q);
         call.null("signature", &SchemeArguments::sig);
         call.null("message", &SchemeArguments::message);
-        call.refuses("no data", [](SchemeArguments &a) { a.msg.data = nullptr; });
+        call.refuses(
+            "no data", [](SchemeArguments &a) { a.msg.data = nullptr; }, hashes_of(call));
         record_lengths(call, &SchemeArguments::key);
         record_lengths(call, &SchemeArguments::numbers);
         without_curve(call);
         numbers(call, call.failure, 5, 0);
         numbers(call, call.failure, 0, 0);
     }
-    numbers(ecdsa_verify, 0, 5, kSmallN);
-    numbers(ecdsa_verify, 0, 5, 7 * kSmallN);
+    // Without an inverse both products would vanish, and r = 0 would pass for every message.
+    const uint32_t good_r = small_multiple(77).x % kSmallN;
+    for (uint32_t s : {0u, 1u, 2u, 7u, 1000u})
+        for (uint32_t r : {0u, 5u, good_r}) numbers(ecdsa_verify, 0, r, s * kSmallN);
+    for (size_t size : {size_t{0}, size_t{32}})  // every number is a multiple of an order of zero
+        ecdsa_verify.refuses("r = 0 and s = 0 without a curve", [=](SchemeArguments &a) {
+            uninstall();
+            a.numbers = PointBytes(0, 0, size);
+        });
     numbers(sm2_verify, -1, 0, 5);
     numbers(sm2_verify, -1, kSmallP, 5);
     numbers(sm2_verify, -1, kSmallP + 1, 5);
     numbers(sm2_verify, -1, 0xFFFFFFFFu, 5);
+    sm2_verify.refuses("r of 65 bytes of ones", [](SchemeArguments &a) {
+        a.numbers = PointBytes(ByteString(65, 0xFF), number_bytes(5, 65));
+    });
     sm2_verify.null("Z", &SchemeArguments::Z);
-    sm2_verify.refuses("a message of 2^32 - 1 bytes",
-                       [](SchemeArguments &a) { a.msg.len_low = 0xFFFFFFFFu; });
+    for (uint32_t size : {0xFFFFFFDFu, 0xFFFFFFE0u, 0xFFFFFFFFu})
+        sm2_verify.refuses("a message of " + std::to_string(size) + " bytes",
+                           [=](SchemeArguments &a) { a.msg.len_low = size; });
 }
 
 void add_encryption() {
@@ -167,11 +233,15 @@ void add_encryption() {
     seal.refuses("no data", [](SchemeArguments &a) { a.msg.data = nullptr; });
     seal.refuses("no area", [](SchemeArguments &a) { a.out_msg.data = nullptr; });
     record_lengths(seal, &SchemeArguments::key);
-    for (uint32_t size : {0u, 0x80000000u, 0xFFFFFFFFu})
-        seal.refuses("a message of " + std::to_string(size) + " bytes",
-                     [=](SchemeArguments &a) { a.msg.len_low = size; });
+    for (unsigned byte_len : {24u, 28u, 32u})
+        for (uint32_t size : {0u, 0x80000000u, 0xFFFFFFFEu, 0xFFFFFFFFu})
+            seal.refuses("a message of " + std::to_string(size) + " bytes", [=](SchemeArguments &a) {
+                install_small(byte_len);
+                a.key = PointBytes(small_multiple(123).x, small_multiple(123).y, byte_len);
+                a.msg.len_low = size;
+            });
     for (uint32_t hash : {2u, 0x80000000u, 0xFFFFFFFFu})
-        seal.refuses("selector " + std::to_string(hash), [=](SchemeArguments &a) { a.hash = hash; });
+        seal.refuses("selector " + std::to_string(hash), [=](SchemeArguments &) {}, {hash});
     without_curve(seal);
 
     const Target open = target("sm2_Decry", &SchemeArguments::decrypt, -1);
@@ -180,10 +250,10 @@ void add_encryption() {
     open.null("output", &SchemeArguments::descriptor);
     open.refuses("no data", [](SchemeArguments &a) { a.cipher.data = nullptr; });
     open.refuses("no area", [](SchemeArguments &a) { a.out_msg.data = nullptr; });
-    for (uint32_t size : {0u, 1u, 65u, 96u, 97u, 0x80000061u, 0xFFFFFFFFu})
+    for (uint32_t size : {0u, 1u, 65u, 96u, 97u, 0x80000061u, 0xC0000000u, 0xFFFFFFFFu})
         open.refuses("a ciphertext of " + std::to_string(size) + " bytes",
                      [=](SchemeArguments &a) { a.cipher.len_low = size; });
-    for (unsigned first : {0u, 2u, 3u, 5u, 6u, 7u, 0xFFu})
+    for (unsigned first : {0u, 1u, 2u, 3u, 5u, 6u, 7u, 0x84u, 0xFFu})
         open.refuses("first byte " + std::to_string(first),
                      [=](SchemeArguments &a) { a.cipher_bytes[0] = static_cast<uint8_t>(first); });
     without_curve(open);
@@ -200,9 +270,16 @@ void add_eces() {
     scalars(open);
     open.null("ciphertext", &SchemeArguments::eces);
     open.null("output", &SchemeArguments::area);
-    open.refuses("first byte 0", [](SchemeArguments &a) { a.eces_bytes[0] = 0; });
+    for (unsigned first = 0; first < 256; ++first)
+        if (first != 4)
+            open.refuses("first byte " + std::to_string(first),
+                         [=](SchemeArguments &a) { a.eces_bytes[0] = static_cast<uint8_t>(first); });
     without_curve(open);
-    for (uint32_t size : {231u, 0x7FFFFFFFu, 0xFFFFFFFFu}) {
+    // The prefix is not counted, and has to be there all the same.
+    const Target empty{"Eces_Decry", -1,
+                       [](SchemeArguments &a) { return Eces_Decry(a.d, nullptr, 0, a.area); }};
+    empty.refuses("no ciphertext of no bytes", [](SchemeArguments &) {});
+    for (uint32_t size : {231u, 232u, 233u, 300u, 0x7FFFFFFFu, 0xFFFFFFFFu}) {
         const Target wide{"Eces_Decry", -1,
                           [=](SchemeArguments &a) { return Eces_Decry(a.d, a.eces, size, a.area); }};
         wide.refuses("a ciphertext of " + std::to_string(size) + " bytes", [](SchemeArguments &) {});
@@ -214,19 +291,34 @@ void add_eces() {
         call.null("area", &SchemeArguments::area);
         call.null("length", &SchemeArguments::length);
     }
-    without_curve(deformat);
+    for (uint32_t size : {0u, 1u, 9u}) {
+        const Target block{"eces_deformat", 1, [=](SchemeArguments &a) {
+                               return eces_deformat(a.bytes, size, a.area, a.length);
+                           }};
+        block.refuses("no curve, " + std::to_string(size) + " bytes", [](SchemeArguments &) { uninstall(); });
+        for (uint32_t byte_len : {0u, 1u})
+            block.refuses("a curve of " + std::to_string(byte_len) + " bytes",
+                          [=](SchemeArguments &) { global_curve.byte_len = byte_len; });
+    }
+    for (uint32_t k : {0u, 1u, 31u, 0xFFFFFFFEu, 0xFFFFFFFFu})
+        for (uint32_t m : {0xFFFFFFFEu, 0xFFFFFFFFu}) {
+            const Target block{"eces_format", 1, [=](SchemeArguments &a) {
+                                   return eces_format(k, a.bytes, m, a.area, a.length);
+                               }};
+            block.refuses("a message of " + std::to_string(m) + " bytes", [](SchemeArguments &) {});
+        }
     for (uint32_t size : {0u, 1u, 2u, 10u}) {
         const Target block{"eces_format", 1, [=](SchemeArguments &a) {
                                return eces_format(size, a.bytes, 9, a.area, a.length);
                            }};
         block.refuses("a block of " + std::to_string(size) + " bytes", [](SchemeArguments &) {});
     }
-    for (uint32_t size : {31u, 32u, 33u, 0xFFFFFFFFu}) {
+    for (uint32_t size : {31u, 32u, 33u, 52u, 0x80000000u, 0xFFFFFFFFu}) {
         const Target block{"eces_deformat", 1, [=](SchemeArguments &a) {
                                return eces_deformat(a.bytes, size, a.area, a.length);
                            }};
         block.refuses("a block of " + std::to_string(size) + " bytes", [](SchemeArguments &a) {
-            a.text.assign(40, 1);
+            a.text.assign(60, 1);
             a.bytes = a.text.data();
         });
     }
@@ -235,5 +327,24 @@ void add_eces() {
 const robustness::Rows keys(add_keys), signatures(add_signatures), encryption(add_encryption), eces(add_eces);
 
 }  // namespace
+
+TEST(SchemeCalls, WorkWithAllArguments) {
+    install_small(32);
+    EXPECT_EQ(SchemeArguments().ecdsa_sign(), 0);
+    EXPECT_EQ(SchemeArguments().ecdsa_verify(), 0);  // a signature that does not fit
+    EXPECT_EQ(SchemeArguments().exchange(), 32);
+    EXPECT_EQ(SchemeArguments().eces_encry(), 12);
+    EXPECT_EQ(SchemeArguments().eces_decry(), 2);
+    EXPECT_EQ(SchemeArguments().public_key(), 0);
+    EXPECT_EQ(SchemeArguments().key_pair(), 0);
+    EXPECT_EQ(SchemeArguments().format(), 0);
+    EXPECT_EQ(SchemeArguments().deformat(), 0);
+    EXPECT_EQ(SchemeArguments().sm2_sign(), 0);
+    EXPECT_EQ(SchemeArguments().sm2_verify(), 1);  // here as well
+    EXPECT_EQ(SchemeArguments().encrypt(), 0);
+    SchemeArguments decryption;
+    EXPECT_EQ(decryption.decrypt(), -1);
+    EXPECT_EQ(decryption.out_msg.len_low, 4u);
+}
 
 }  // namespace zokecc_test::schemes_test

@@ -10,29 +10,22 @@ using namespace robustness;
 
 namespace {
 
-// A session whose record has an unknown type, or for which there was no memory.
-class EmptySession {
-public:
-    explicit EmptySession(bool without_memory) {
-        CurvePara record = small_curve().record(HASH_ALG_SM3);
-        if (!without_memory) record.type = 9;
-        FailingAlloc second(without_memory ? 2 : 0);
-        EXPECT_EQ(ZOK_OpenSession(&handle_, &record), ZOK_OK);
-    }
-    ~EmptySession() { EXPECT_EQ(ZOK_CloseSession(handle_), ZOK_OK); }
-    EmptySession(const EmptySession &) = delete;
-    EmptySession &operator=(const EmptySession &) = delete;
-    void *handle() const { return handle_; }
-
-private:
-    void *handle_ = nullptr;
-};
-
+// From a device, with a record of an unknown type, and where there was no memory for the record.
 void *session_without_curve(int kind) {
     AllocPause prepares_the_row;
     static const CurvelessSession device;
-    static const EmptySession unknown_type(false), no_memory(true);
-    return kind == 0 ? device.handle() : kind == 1 ? unknown_type.handle() : no_memory.handle();
+    static const CurvePara good = small_curve().record(HASH_ALG_SM3), unknown = [] {
+        CurvePara out = good;
+        out.type = 9;
+        return out;
+    }();
+    static const AnySession unknown_type(unknown);
+    static const std::unique_ptr<AnySession> no_memory = [] {
+        FailingAlloc second(2);
+        return std::make_unique<AnySession>(good);
+    }();
+    EXPECT_TRUE(unknown_type.handle() != nullptr && no_memory->handle() != nullptr);
+    return kind == 0 ? device.handle() : kind == 1 ? unknown_type.handle() : no_memory->handle();
 }
 
 // The small curve with another order and modulus.
@@ -108,7 +101,9 @@ void add_without_curve() {
 
 void add_order_zero() {
     const Spoil there = in(session_without_order);
-    refuses(kGenerate, ZOK_ERR_ARGUMENT, "order zero", there);
+    for (const NamedSessionCall &call :
+         {kGenerate, kTemporary[0], kTemporary[1], kTemporary[2], kTemporary[3]})
+        refuses(call, ZOK_ERR_ARGUMENT, "order zero", there);
     refuses(kGenerate, ZOK_ERR_ARGUMENT, "order zero, unknown algorithm", both(there, unknown_algorithms));
     refuses(kGenerate, ZOK_ERR_ARGUMENT, "order zero, size",
             both(there, set(&SessionArguments::key_bits, 152u)));
@@ -127,7 +122,9 @@ void add_order_zero() {
 
 void add_modulus_zero() {
     const Spoil there = [](SessionArguments &a) { a.session = session_with(kSmallN, 0); };
-    refuses(kGenerate, ZOK_ERR_ARGUMENT, "modulus zero", there);
+    for (const NamedSessionCall &call :
+         {kGenerate, kTemporary[0], kTemporary[1], kTemporary[2], kTemporary[3]})
+        refuses(call, ZOK_ERR_ARGUMENT, "modulus zero", there);
     for (const NamedSessionCall &call : {kEncrypt, kFlatEncrypt})
         refuses(call, ZOK_ERR_ARGUMENT, "modulus zero", there, kBoth, kAnyMemory);
 }

@@ -9,7 +9,7 @@ namespace zokecc_test::allocation_test {
 namespace {
 
 constexpr uint32_t kD = 123;
-const ByteString kText = ascii_bytes("message digest");
+const ByteString kText = text_bytes("message digest");
 
 SmallSignature good_signature() { return small_ecdsa(small_e(kText, HASH_ALG_SM3), kD, 77); }
 

@@ -73,50 +73,6 @@ TEST(EcdhKeyExChg, CapacityOfTheCurveLengthIsEnough) {
     }
 }
 
-TEST(EcdhKeyExChg, CapacityBelowTheCurveLengthReturnsMinusOneAndWritesNothing) {
-    for (unsigned byte_len : kLegacyLengths) {
-        install_small(byte_len);
-        for (uint32_t capacity : {byte_len - 1, 2u, 1u, 0u})
-            Exchange(3, small_multiple(11), byte_len).expect_refused(capacity);
-    }
-}
-
-TEST(EcdhKeyExChg, TooSmallACapacityIsFoundBeforeTheMultiplication) {
-    install_small(32);
-    Exchange exchange(3, small_multiple(11));
-    FailingAlloc counter;
-    EXPECT_EQ(exchange.run(31), -1);
-    EXPECT_EQ(counter.allocations, 0u);
-}
-
-TEST(EcdhKeyExChg, KeyNotBelowTheOrderReturnsMinusOneAndWritesNothing) {
-    install_small(32);
-    for (uint32_t d : {kSmallN, kSmallN + 1, 0xFFFFFFFFu}) {
-        Exchange(d, small_multiple(11)).expect_refused();
-        Exchange(d, small_multiple(11)).expect_refused(31);
-    }
-    Exchange(ByteString(76, 0xFF), PointBytes(2, 365, 32)).expect_refused();
-}
-
-TEST(EcdhKeyExChg, KeyOfMoreThan76BytesReturnsMinusOneUnread) {
-    install_small(32);
-    Exchange(number_bytes(3, 77), PointBytes(2, 365, 32)).expect_refused();
-    Exchange exchange(3, small_multiple(11));
-    ecc_scalar claims_more = *exchange.d.get();
-    claims_more.length = 0xFFFFFFFFu;
-    EXPECT_EQ(Ecdh_KeyExChg(&claims_more, exchange.peer.get(), exchange.out.data(), 100), -1);
-    EXPECT_TRUE(exchange.out.untouched());
-}
-
-TEST(EcdhKeyExChg, PeerLengthAbove65ReturnsMinusOneUnread) {
-    install_small(32);
-    for (uint32_t length : {66u, 0x80000000u, 0xFFFFFFFFu}) {
-        Exchange exchange(3, small_multiple(11));
-        exchange.peer.set_length(length);
-        exchange.expect_refused();
-    }
-}
-
 TEST(EcdhKeyExChg, LengthsOfKeyAndPeerAreTheirOwn) {
     install_small(32);
     const TinyPoint P = small_multiple(11);

@@ -10,7 +10,7 @@ namespace {
 constexpr uint32_t kD = 123;
 constexpr uint32_t kK = 77;
 
-const ByteString kText = ascii_bytes("message digest");
+const ByteString kText = text_bytes("message digest");
 
 // The nonces for which x of k G is 0 modulo n, so that r would be 0: x is 0 or 991.
 bool gives_zero_r(uint32_t k) { return small_multiple(k).x % kSmallN == 0; }
@@ -24,17 +24,6 @@ void expect_nonce_used(uint32_t d, uint32_t e, const ByteString &text, uint32_t 
     EXPECT_EQ(signing.run(hash), 0);
     expect_small_signature(signing.sig, small_ecdsa(e, d, *(nonces.end() - 1)), 32);
     EXPECT_EQ(entropy.number_calls, nonces.size());
-}
-
-void expect_key_refused(const ByteString &d) {
-    SCOPED_TRACE("key " + to_hex(d));
-    FakeEntropy entropy;
-    EcdsaSigning signing(d, kText);
-    for (uint32_t hash : {HASH_ALG_SM3, HASH_ALG_SHA256, kUnknownHash}) {
-        EXPECT_EQ(signing.run(hash), -1);
-        EXPECT_TRUE(signing.sig.unchanged());
-    }
-    EXPECT_EQ(entropy.number_calls, 0u);
 }
 
 }  // namespace
@@ -83,21 +72,6 @@ TEST(EcdsaDigitalSign, MessageOf64KiB) {
     for (uint32_t hash : kHashes) expect_nonce_used(kD, small_e(text, hash), text, hash, {kK});
 }
 
-TEST(EcdsaDigitalSign, KeyOfZeroReturnsMinusOneAndWritesNothing) {
-    install_small(32);
-    expect_key_refused(number_bytes(0, 32));
-    expect_key_refused(number_bytes(0, 1));
-    expect_key_refused(number_bytes(0, 76));
-    expect_key_refused(ByteString());
-}
-
-TEST(EcdsaDigitalSign, KeyNotBelowTheOrderReturnsMinusOneAndWritesNothing) {
-    install_small(32);
-    expect_key_refused(number_bytes(kSmallN, 32));
-    expect_key_refused(number_bytes(kSmallN + 1, 2));
-    expect_key_refused(ByteString(76, 0xFF));
-}
-
 TEST(EcdsaDigitalSign, KeyOneBelowTheOrderSigns) {
     install_small(32);
     expect_nonce_used(kSmallN - 1, small_e(kText, HASH_ALG_SM3), kText, HASH_ALG_SM3, {kK});
@@ -112,18 +86,6 @@ TEST(EcdsaDigitalSign, KeyLengthIsTheScalarsOwn) {
         EXPECT_EQ(signing.run(HASH_ALG_SM3), 0) << length;
         expect_small_signature(signing.sig, small_ecdsa(small_e(kText, HASH_ALG_SM3), kD, kK), 32);
     }
-}
-
-TEST(EcdsaDigitalSign, KeyOfMoreThan76BytesReturnsMinusOneUnread) {
-    install_small(32);
-    expect_key_refused(number_bytes(kD, 77));
-    FakeEntropy entropy;
-    EcdsaSigning signing(number_bytes(kD, 32), kText);
-    ecc_scalar claims_more = *signing.d.get();
-    claims_more.length = 0xFFFFFFFFu;
-    EXPECT_EQ(Ecdsa_DigitalSign(&claims_more, signing.msg.get(), signing.sig.get(), HASH_ALG_SM3), -1);
-    EXPECT_TRUE(signing.sig.unchanged());
-    EXPECT_EQ(entropy.number_calls, 0u);
 }
 
 TEST(EcdsaDigitalSign, NonceOfZeroIsDrawnAgain) {

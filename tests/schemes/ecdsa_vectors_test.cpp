@@ -108,9 +108,9 @@ TEST(EcdsaDigitalSign, DigestWithALeadingZeroWord) {
          {Case{HASH_ALG_SHA256, "zero digest fff22752"}, Case{HASH_ALG_SM3, "zero digest cca5dd2d"}}) {
         FakeEntropy entropy;
         queue_number(entropy, mint_from_hex(to_hex(k)));
-        EcdsaSigning call(d, ascii_bytes(row.text));
+        EcdsaSigning call(d, text_bytes(row.text));
         ASSERT_EQ(call.run(row.hash), 0);
-        const ByteString digest = model_digest_of(ascii_bytes(row.text), row.hash);
+        const ByteString digest = model_digest_of(text_bytes(row.text), row.hash);
         ASSERT_EQ(to_hex(digest.data(), 4), "00000000");
         const Natural r = Natural::from_hex(to_hex(call.sig->x, 32));
         const Natural s = Natural::from_hex(to_hex(call.sig->y, 32));

@@ -10,7 +10,7 @@ constexpr uint32_t kRecipient = 123;  // the recipient's private key
 constexpr uint32_t kK = 77;
 constexpr int32_t kWholeSize = 12;
 
-const ByteString kText = ascii_bytes("some message");
+const ByteString kText = text_bytes("some message");
 
 EcesEncryption to_recipient(const ByteString &text = kText) {
     return EcesEncryption(small_multiple(kRecipient), text);
@@ -194,18 +194,6 @@ TEST(EcesEncry, KeptRecipientOffTheCurveIsUsed) {
     EXPECT_EQ(call.run(kWholeSize), kWholeSize);
     call.expect_written(
         small_cipher_image(small_multiple(kK), product_modulo(residue(kText, kSmallP), S.x, kSmallP)));
-}
-
-TEST(EcesEncry, RecipientLengthAbove65ReturnsMinusOneUnread) {
-    install_small(32);
-    for (uint32_t length : {66u, 0x80000000u, 0xFFFFFFFFu}) {
-        FakeEntropy entropy;
-        EcesEncryption call = to_recipient();
-        call.Q.set_length(length);
-        EXPECT_EQ(call.run(kWholeSize), -1);
-        EXPECT_TRUE(call.out.untouched());
-        EXPECT_EQ(entropy.number_calls, 0u);
-    }
 }
 
 TEST(EcesEncry, RecipientIsReadAtItsOwnLength) {

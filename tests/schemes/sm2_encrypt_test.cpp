@@ -10,7 +10,7 @@ namespace {
 constexpr uint32_t kD = 123;
 constexpr uint32_t kK = 77;
 
-const ByteString kText = ascii_bytes("ten bytes.");
+const ByteString kText = text_bytes("ten bytes.");
 
 // Refused before the loop: no draw, nothing written, nothing left allocated.
 void expect_refused_before_the_loop(Sm2Encryption &call, uint32_t hash) {
@@ -136,37 +136,6 @@ TEST(Sm2Encry, NonceOfZeroIsUsed) {
     call.expect_written(sm2_cipher(TinyPoint{}, TinyPoint{}, 32, kText, HASH_ALG_SM3));
 }
 
-TEST(Sm2Encry, EmptyMessageReturnsMinusOneAndWritesNothing) {
-    for (unsigned L : kLegacyLengths) {
-        install_small(L);
-        Sm2Encryption call(small_multiple(kD), L, kText);
-        sm3_msg empty = *call.msg.get();
-        empty.len_low = 0;
-        FakeEntropy entropy;
-        FailingAlloc counter;
-        EXPECT_EQ(sm2_Encry(call.pub.get(), &empty, &call.cipher, HASH_ALG_SM3), -1);
-        call.expect_nothing_written();
-        EXPECT_EQ(entropy.number_calls, 0u);
-        EXPECT_EQ(counter.outstanding, 0);
-    }
-}
-
-TEST(Sm2Encry, LengthNegativeAsASignedNumberReturnsMinusOneUnread) {
-    for (unsigned L : kLegacyLengths) {
-        install_small(L);
-        for (uint32_t length : {0x80000000u, 0xFFFFFFFEu, 0xFFFFFFFFu}) {
-            Sm2Encryption call(small_multiple(kD), L, kText);
-            sm3_msg negative = *call.msg.get();
-            negative.len_low = length;
-            FakeEntropy entropy;
-            FailingAlloc failing(1);
-            EXPECT_EQ(sm2_Encry(call.pub.get(), &negative, &call.cipher, HASH_ALG_SM3), -1);
-            call.expect_nothing_written();
-            EXPECT_EQ(entropy.number_calls, 0u);
-        }
-    }
-}
-
 TEST(Sm2Encry, UnknownSelectorReturnsMinusOneAndWritesNothing) {
     install_small(32);
     for (uint32_t hash : {2u, kUnknownHash, 0xFFFFFFFFu}) {
@@ -185,18 +154,6 @@ TEST(Sm2Encry, PublicKeyWithAZeroCoordinateReturnsMinusOneAndWritesNothing) {
     for (const PointBytes &key : {x_zero, y_zero, of_length_zero}) {
         Sm2Encryption call(key, kText);
         expect_refused_before_the_loop(call, HASH_ALG_SM3);
-    }
-}
-
-TEST(Sm2Encry, PublicKeyLengthAbove65ReturnsMinusOneUnread) {
-    install_small(32);
-    for (uint32_t length : {66u, 0x80000000u, 0xFFFFFFFFu}) {
-        FakeEntropy entropy;
-        Sm2Encryption call(small_multiple(kD), 32, kText);
-        call.pub.set_length(length);
-        EXPECT_EQ(call.run(HASH_ALG_SM3), -1);
-        call.expect_nothing_written();
-        EXPECT_EQ(entropy.number_calls, 0u);
     }
 }
 

@@ -60,21 +60,6 @@ TEST(Sm2RPoint, KeptWithoutACurveOnlyTheLengthIsWritten) {
     expect_zero_bytes_in_y(scalar.data(), 1, 0);
 }
 
-TEST(Sm2RPoint, NullScalarReturnsOne) {
-    install(prime_group().curve(32));
-    GuardedRecord<ecc_point_bytes> out;
-    EXPECT_EQ(sm2_RPoint(nullptr, 32, out.get()), 1);
-    EXPECT_EQ(sm2_RPoint(nullptr, 0, out.get()), 1);
-    EXPECT_TRUE(out.unchanged());
-}
-
-TEST(Sm2RPoint, NullOutputReturnsOne) {
-    install(prime_group().curve(32));
-    const ByteString scalar = {0x07};
-    EXPECT_EQ(sm2_RPoint(scalar.data(), 1, nullptr), 1);
-    EXPECT_EQ(sm2_RPoint(nullptr, 1, nullptr), 1);
-}
-
 TEST(Sm2RPoint, NullPointersReturnOneWithoutACurveToo) {
     uninstall();
     GuardedRecord<ecc_point_bytes> out;

@@ -23,6 +23,7 @@ struct Outcome {
     bool results_written;
     bool point_written;
     bool bits_set;
+    size_t last_size;
 };
 
 Outcome run_failing(const SessionKeyCall &call, uint32_t klen, unsigned fail_at) {
@@ -39,7 +40,8 @@ Outcome run_failing(const SessionKeyCall &call, uint32_t klen, unsigned fail_at)
             entropy.number_calls,
             !side.results_untouched(),
             !side.R_written.unchanged(),
-            side.R_record.bits == 160};
+            side.R_record.bits == 160,
+            counter.last_size};
 }
 
 unsigned blocks_for_Z(const SessionKeyCall &call) { return call.makes_Z ? 2 : 0; }
@@ -162,6 +164,16 @@ TEST(ZokExternalEcdhKeyAgreement, FailedDigitBufferReturnsMinusOneAndWritesNothi
     EXPECT_EQ(side.ecdh(out.data()), ZOK_ERR_INTERNAL);
     EXPECT_EQ(counter.outstanding, 0);
     EXPECT_TRUE(out.untouched());
+}
+
+TEST(ZokAgreementMemory, OwnUserInformationComesFirst) {
+    // A is named by 5 bytes and B by 4, so that the size shows whose value is being made.
+    const size_t of_A = 6u * 20 + 5 + 3, of_B = 6u * 20 + 4 + 3;
+    for (const SessionKeyCall &call : kSm2Family) {
+        const bool initiates = call.role == Role::kInitiator;
+        EXPECT_EQ(run_failing(call, kInPlace, 1).last_size, initiates ? of_A : of_B) << call.name;
+        EXPECT_EQ(run_failing(call, kInPlace, 2).last_size, initiates ? of_B : of_A) << call.name;
+    }
 }
 
 }  // namespace zokecc_test::agreement_memory_test

@@ -183,4 +183,21 @@ TEST(ZokAgreement, PeerKeyIsNotTestedForTheCurveOrForZeroCoordinates) {
         }
 }
 
+TEST(ZokAgreementRefusals, ModulusOfZeroReturnsMinusOneWithoutResults) {
+    // p / n is zero, and k with it.
+    const ExchangeCase exchange = tiny_case(prime_group(), 32, 0);
+    Curve changed = exchange.curve;
+    changed.p = tiny_number(0);
+    const Session session(changed);
+    for (const SessionKeyCall &call : kSessionKeyCalls) {
+        SessionExchange side(exchange, call.role);
+        side.session = session.handle();
+        EXPECT_EQ(run(side, call), ZOK_ERR_INTERNAL) << call.name;
+        EXPECT_TRUE(side.results_untouched()) << call.name;
+        if (!call.draws) continue;
+        const ByteString zero(32, 0);
+        expect_public_written(side.R_written, zero, zero);
+    }
+}
+
 }  // namespace zokecc_test::agreement_points_test

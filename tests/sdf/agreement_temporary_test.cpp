@@ -27,15 +27,6 @@ void expect_pair(const Outputs &out, const ByteString &r, const ByteString &x, c
     expect_public_written(out.pub, x, y);
 }
 
-void expect_refused(TemporaryCall call, void *session, uint32_t status) {
-    Outputs out;
-    FakeEntropy entropy;
-    EXPECT_EQ(call(session, out.priv.get(), out.pub.get()), status);
-    EXPECT_TRUE(out.untouched());
-    EXPECT_EQ(entropy.number_calls, 0u);
-    EXPECT_TRUE(entropy.call_order.empty());
-}
-
 }  // namespace
 
 TEST(ZokSm2GenerateResponseTmpKeyWithEcc, EveryNameWritesTheDrawnNumberAndItsMultipleOfG) {
@@ -124,48 +115,6 @@ TEST(ZokSm2GenerateResponseTmpKeyWithEcc, BothSidesAgreeWithTemporaryKeys) {
     EXPECT_EQ(key_text(initiator), key_text(responder));
     EXPECT_EQ(to_hex(initiator.result->check, 32), to_hex(responder.result->send, 32));
     EXPECT_EQ(to_hex(initiator.result->send, 32), to_hex(responder.result->check, 32));
-}
-
-TEST(ZokSm2GenerateResponseTmpKeyWithEcc, NullSessionReturns1000026AndWritesNothing) {
-    for (TemporaryCall call : kNames) {
-        expect_refused(call, nullptr, ZOK_ERR_SESSION);
-        EXPECT_EQ(call(nullptr, nullptr, nullptr), ZOK_ERR_SESSION);
-    }
-}
-
-TEST(ZokSm2GenerateResponseTmpKeyWithEcc, NullOutputReturns1000027AndDrawsNothing) {
-    void *session = session_on(prime_group().curve(32), 0);
-    for (TemporaryCall call : kNames) {
-        Outputs out;
-        FakeEntropy entropy;
-        EXPECT_EQ(call(session, nullptr, out.pub.get()), ZOK_ERR_ARGUMENT);
-        EXPECT_EQ(call(session, out.priv.get(), nullptr), ZOK_ERR_ARGUMENT);
-        EXPECT_EQ(call(session, nullptr, nullptr), ZOK_ERR_ARGUMENT);
-        EXPECT_TRUE(out.untouched());
-        EXPECT_EQ(entropy.number_calls, 0u);
-    }
-}
-
-TEST(ZokSm2GenerateResponseTmpKeyWithEcc, SessionWithoutACurveReturns1000027) {
-    const Curve small = prime_group().curve(32);
-    CurvePara record = small.record(0);
-    record.type = 9;
-    void *session = nullptr;
-    ASSERT_EQ(ZOK_OpenSession(&session, &record), ZOK_OK);
-    for (TemporaryCall call : kNames) expect_refused(call, session, ZOK_ERR_ARGUMENT);
-    EXPECT_EQ(ZOK_CloseSession(session), ZOK_OK);
-}
-
-TEST(ZokSm2GenerateResponseTmpKeyWithEcc, OrderOrModulusOfZeroReturns1000027) {
-    for (mint Curve::*number : {&Curve::n, &Curve::p}) {
-        Curve spoiled = prime_group().curve(32);
-        spoiled.*number = tiny_number(0);
-        const CurvePara record = spoiled.record(0);
-        void *session = nullptr;
-        ASSERT_EQ(ZOK_OpenSession(&session, &record), ZOK_OK);
-        for (TemporaryCall call : kNames) expect_refused(call, session, ZOK_ERR_ARGUMENT);
-        EXPECT_EQ(ZOK_CloseSession(session), ZOK_OK);
-    }
 }
 
 }  // namespace zokecc_test::agreement_temporary_test

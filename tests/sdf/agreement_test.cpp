@@ -170,4 +170,36 @@ TEST(ZokAgreement, OtherCallsDrawNothing) {
     }
 }
 
+TEST(ZokAgreementNull, ValuesWithoutBytesNeedNoPointer) {
+    for (const SessionKeyCall &call : kSessionKeyCalls) {
+        const ExchangeCase exchange = tiny_case(prime_group(), 32, 0);
+        SessionExchange side(exchange, call.role);
+        side.idA_bytes = side.idB_bytes = side.ZA_bytes = side.ZB_bytes = nullptr;
+        side.idA_len = side.idB_len = side.ZA_len = side.ZB_len = 0;
+        ExchangeHashes expected = exchange.hashes();
+        expected.ZA =
+            call.makes_Z ? model_user_z(exchange.curve, 0, {}, exchange.A.x, exchange.A.y) : ByteString{};
+        expected.ZB =
+            call.makes_Z ? model_user_z(exchange.curve, 0, {}, exchange.B.x, exchange.B.y) : ByteString{};
+        ASSERT_EQ(run(side, call), ZOK_OK) << call.name;
+        expect_results(side, call, expected);
+    }
+}
+
+TEST(ZokAgreement, WorksOnceACurveIsInstalled) {
+    const ExchangeCase exchange = tiny_case(prime_group(), 32, 0);
+    Curve unknown = exchange.curve;
+    unknown.session_type = 7;
+    const AnySession session(unknown.record(0));
+    CurvePara record = exchange.curve.record(0);
+    record.type = 4;
+    ASSERT_EQ(ZOK_CurveParaCfg(session.handle(), 4, &record), ZOK_OK);
+    for (const SessionKeyCall &call : kSessionKeyCalls) {
+        SessionExchange side(exchange, call.role);
+        side.session = session.handle();
+        ASSERT_EQ(run(side, call), ZOK_OK) << call.name;
+        expect_results(side, call, exchange.hashes());
+    }
+}
+
 }  // namespace zokecc_test::agreement_test

@@ -54,8 +54,7 @@ struct Call {
     }
     void expect_only_c1_in_the_flat_area() const {
         const TinyPoint C1 = small_multiple(77);
-        EXPECT_EQ(to_hex(flat.first(kC1Bytes)),
-                  to_hex(concatenated({{4}, small_bytes(C1.x), small_bytes(C1.y)})));
+        EXPECT_EQ(to_hex(flat.first(kC1Bytes)), to_hex(joined({{4}, small_bytes(C1.x), small_bytes(C1.y)})));
         EXPECT_TRUE(flat.untouched_from(kC1Bytes));
         EXPECT_EQ(length, kUntouchedLength);
     }

@@ -58,7 +58,7 @@ void expect_refused_after_c1(void *session, const ECCrefPublicKey &key, uint32_t
     EXPECT_EQ(flat_encrypt(session, key, kMessage, flat.data(), &length), ZOK_ERR_ARGUMENT);
     EXPECT_EQ(entropy.number_calls, 1u);
     EXPECT_EQ(length, kUntouchedLength);
-    EXPECT_EQ(to_hex(flat.first(41)), to_hex(concatenated({{4}, small_bytes(C1.x), small_bytes(C1.y)})));
+    EXPECT_EQ(to_hex(flat.first(41)), to_hex(joined({{4}, small_bytes(C1.x), small_bytes(C1.y)})));
     EXPECT_TRUE(flat.untouched_from(41));
 }
 

@@ -137,8 +137,6 @@ inline void queue_numbers(FakeEntropy &entropy, std::initializer_list<uint32_t> 
     for (uint32_t value : values) entropy.queued_numbers.push_back(small_number(value));
 }
 
-inline ByteString text_bytes(const std::string &text) { return ByteString(text.begin(), text.end()); }
-
 // SDF_ExternalSign_ECC and SDF_ExternalVerify_ECC with e as a byte string.
 inline uint32_t sign_e(void *session, uint32_t algorithm, const ECCrefPrivateKey &key, const ByteString &e,
                        ECCSignature *out) {

@@ -59,6 +59,19 @@ private:
     void *handle_ = nullptr;
 };
 
+// The same for a record that need not have a curve to serve.
+class AnySession {
+public:
+    explicit AnySession(const CurvePara &record) { ZOK_OpenSession(&handle_, &record); }
+    ~AnySession() { ZOK_CloseSession(handle_); }
+    AnySession(const AnySession &) = delete;
+    AnySession &operator=(const AnySession &) = delete;
+    void *handle() const { return handle_; }
+
+private:
+    void *handle_ = nullptr;
+};
+
 }  // namespace zokecc_test
 
 #endif

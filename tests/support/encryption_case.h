@@ -33,16 +33,16 @@ inline TinyPoint small_product(uint32_t k, const TinyPoint &P) {
 struct Encrypted {
     ByteString x1, y1, C2, C3;
 
-    ByteString flat() const { return concatenated({{0x04}, x1, y1, C2, C3}); }
+    ByteString flat() const { return joined({{0x04}, x1, y1, C2, C3}); }
     bool operator==(const Encrypted &) const = default;
 };
 
 // What GB/T 32918.4 makes of C1 and the shared point.
 inline Encrypted model_encryption(uint32_t selector, const ByteString &x1, const ByteString &y1,
                                   const ByteString &x2, const ByteString &y2, const ByteString &message) {
-    ByteString C2 = standard_stream(selector, concatenated({x2, y2}), message.size());
+    ByteString C2 = standard_stream(selector, joined({x2, y2}), message.size());
     for (size_t i = 0; i < C2.size(); ++i) C2[i] = static_cast<uint8_t>(C2[i] ^ message[i]);
-    return {x1, y1, C2, selected_digest(selector, concatenated({x2, message, y2}))};
+    return {x1, y1, C2, selected_digest(selector, joined({x2, message, y2}))};
 }
 
 inline ByteString coordinate(const TinyPoint &P, uint32_t TinyPoint::*which) {

@@ -5,6 +5,7 @@
 #include <zokecc/mint.h>
 
 #include <cstring>
+#include <initializer_list>
 #include <stdexcept>
 #include <string>
 
@@ -24,6 +25,14 @@ inline ByteString from_hex(const std::string &text) {
     ByteString out;
     for (size_t i = 0; i < text.size(); i += 2)
         out.push_back(static_cast<uint8_t>(nibble(text[i]) << 4 | nibble(text[i + 1])));
+    return out;
+}
+
+inline ByteString text_bytes(const std::string &text) { return ByteString(text.begin(), text.end()); }
+
+inline ByteString joined(std::initializer_list<ByteString> parts) {
+    ByteString out;
+    for (const ByteString &part : parts) out.insert(out.end(), part.begin(), part.end());
     return out;
 }
 

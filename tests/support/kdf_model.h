@@ -8,15 +8,10 @@
 #include <cstdint>
 #include <vector>
 
+#include "tests/support/hex.h"
 #include "tests/support/model_hash.h"
 
 namespace zokecc_test {
-
-inline ByteString concatenated(std::initializer_list<ByteString> parts) {
-    ByteString out;
-    for (const ByteString &part : parts) out.insert(out.end(), part.begin(), part.end());
-    return out;
-}
 
 // SM3 for selector 0, SHA-256 for 1, and no byte for any other.
 inline ByteString selected_digest(uint32_t selector, const ByteString &message) {

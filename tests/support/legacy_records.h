@@ -8,7 +8,6 @@
 #include <zokecc/schemes.h>
 
 #include <cstring>
-#include <initializer_list>
 #include <string>
 
 #include "tests/support/curves.h"
@@ -23,12 +22,6 @@ inline constexpr uint8_t kFieldFill = 0xA5;  // what GuardedRecord fills records
 inline constexpr uint32_t kUnknownHash = 5;
 inline constexpr uint32_t kHashes[] = {HASH_ALG_SM3, HASH_ALG_SHA256};
 
-inline ByteString ascii_bytes(const std::string &text) { return ByteString(text.begin(), text.end()); }
-inline ByteString joined(std::initializer_list<ByteString> parts) {
-    ByteString out;
-    for (const ByteString &part : parts) out.insert(out.end(), part.begin(), part.end());
-    return out;
-}
 inline ByteString number_bytes(uint32_t value, size_t size) { return fixed_bytes(small(value), size); }
 
 template <class Record>

@@ -35,12 +35,6 @@ ByteString model_digest_of(uint32_t selector, const ByteString &message) {
     throw std::invalid_argument("no such hash selector");
 }
 
-ByteString joined(std::initializer_list<ByteString> parts) {
-    ByteString out;
-    for (const ByteString &part : parts) append(out, part);
-    return out;
-}
-
 Natural model_x_bar(const ByteString &x, unsigned w) {
     return Natural::power_of_two(w) + Natural::from_hex(to_hex(x)).low_bits(w);
 }

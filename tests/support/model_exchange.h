@@ -9,6 +9,7 @@
 
 #include "tests/support/curves.h"
 #include "tests/support/guarded_buffer.h"
+#include "tests/support/hex.h"
 #include "tests/support/naive_int.h"
 #include "tests/support/tiny_curve.h"
 
@@ -16,8 +17,6 @@ namespace zokecc_test::exchange {
 
 // The digest that a hash selector names: 0 SM3, 1 SHA-256. Throws for any other.
 ByteString model_digest_of(uint32_t selector, const ByteString &message);
-
-ByteString joined(std::initializer_list<ByteString> parts);
 
 // 2^w + (x mod 2^w), and the same as x.size() big-endian bytes.
 Natural model_x_bar(const ByteString &x, unsigned w);

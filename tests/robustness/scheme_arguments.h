@@ -1,7 +1,7 @@
 // Arguments with which every call of the schemes succeeds, to be spoilt one at a time, and what
 // may not have changed when a call has refused them.
-#ifndef ZOKECC_TESTS_SCHEMES_SCHEME_ARGUMENTS_H
-#define ZOKECC_TESTS_SCHEMES_SCHEME_ARGUMENTS_H
+#ifndef ZOKECC_TESTS_ROBUSTNESS_SCHEME_ARGUMENTS_H
+#define ZOKECC_TESTS_ROBUSTNESS_SCHEME_ARGUMENTS_H
 
 #include "tests/schemes/ecdsa_calls.h"
 #include "tests/schemes/sm2_encrypt_calls.h"
@@ -20,9 +20,9 @@ struct SchemeArguments {
     SchemeArguments &operator=(const SchemeArguments &) = delete;
 
     ByteString scalar_bytes = number_bytes(123, 32);
-    ByteString text = ascii_bytes("some text");
+    ByteString text = text_bytes("some text");
     ByteString z = test_bytes(32);
-    ByteString cipher_bytes = small_sm2_cipher(123, 77, 32, ascii_bytes("text"), HASH_ALG_SM3);
+    ByteString cipher_bytes = small_sm2_cipher(123, 77, 32, text_bytes("text"), HASH_ALG_SM3);
     ByteString eces_bytes =
         joined({ByteString(1, 4), number_bytes(2, 4), number_bytes(365, 4), number_bytes(9, 4)});
     PointBytes key = PointBytes(small_multiple(123).x, small_multiple(123).y, 32);
@@ -49,6 +49,11 @@ struct SchemeArguments {
     uint32_t hash = HASH_ALG_SM3;
     uint32_t mode = 0;
 
+    void set_scalar(const ByteString &value) {
+        scalar_bytes = value;
+        scalar = {scalar_bytes.data(), static_cast<uint32_t>(value.size())};
+    }
+
     int32_t ecdsa_sign() { return Ecdsa_DigitalSign(d, message, point, hash); }
     int32_t ecdsa_verify() { return Ecdsa_DigitalVeriy(Q, message, sig, hash); }
     int32_t exchange() { return Ecdh_KeyExChg(d, Q, area, 100); }
@@ -70,19 +75,6 @@ struct SchemeArguments {
 };
 
 using SchemeCall = int32_t (SchemeArguments::*)();
-
-// The call refuses the arguments: the status, no draw, no allocation, nothing written.
-template <class Spoil>
-void expect_scheme_refuses(SchemeCall call, int32_t status, Spoil spoil) {
-    SchemeArguments arguments;
-    spoil(arguments);
-    FakeEntropy entropy;
-    FailingAlloc counter;
-    EXPECT_EQ((arguments.*call)(), status);
-    EXPECT_TRUE(arguments.outputs_untouched());
-    EXPECT_EQ(entropy.calls() + entropy.number_calls, 0u);
-    EXPECT_EQ(counter.allocations, 0u);
-}
 
 }  // namespace zokecc_test
 
