@@ -23,6 +23,7 @@ struct Outcome {
     unsigned allocations;
     int outstanding;
     size_t last_size;
+    bool untouched = false;  // no output was written and nothing drawn, where a row can tell
 };
 
 // The longest digit buffer of a call; its other areas are longer. The scalars here have ten bits,
@@ -36,6 +37,8 @@ struct Allocating {
     bool hides_failure;                    // KEPT calls that answer as if nothing had happened
     std::function<Outcome(unsigned)> run;  // with the failure of the k-th allocation; 0 for none
     size_t longest_digits = kShortDigits;
+    std::vector<uint32_t> failed = {};  // the answers to a failure of each allocation
+    unsigned untouched = 0;             // failures of the first so many leave everything as it was
 };
 
 template <class Call>
@@ -43,30 +46,39 @@ Outcome counted(unsigned fail_at, Call call) {
     FakeEntropy entropy;
     FailingAlloc counter(fail_at);
     const int64_t status = static_cast<int64_t>(call());
-    return {status, counter.allocations, counter.outstanding, counter.last_size};
+    return {status, counter.allocations, counter.outstanding, counter.last_size,
+            entropy.number_calls + entropy.calls() == 0};
 }
 
-Allocating session_row(const NamedSessionCall &call, int digits, unsigned allocations,
-                       void (*change)(SessionArguments &) = nullptr) {
-    return {call.name, digits, allocations, false, [=](unsigned fail_at) {
-                SessionArguments a;
-                if (change != nullptr) change(a);
-                return counted(fail_at, [&] { return (a.*call.call)(); });
-            }};
+Allocating session_row(const NamedSessionCall &call, int digits, const std::vector<uint32_t> &failed,
+                       unsigned untouched = 0, void (*change)(SessionArguments &) = nullptr) {
+    const auto run = [=](unsigned fail_at) {
+        SessionArguments a;
+        if (change != nullptr) change(a);
+        Outcome out = counted(fail_at, [&] { return (a.*call.call)(); });
+        out.untouched = out.untouched && a.nothing_written();
+        return out;
+    };
+    return {call.name, digits,   static_cast<unsigned>(failed.size()), false, run, kShortDigits,
+            failed,    untouched};
 }
 
 // With a message whose areas are longer than any digits.
-Allocating scheme_row(const char *name, SchemeCall call, int digits, unsigned allocations,
-                      bool hides = false) {
-    return {name, digits, allocations, hides, [=](unsigned fail_at) {
-                install_small(32);
-                SchemeArguments a;
-                ByteString text = test_bytes(40);
-                a.cipher_bytes = small_sm2_cipher(123, 77, 32, text, HASH_ALG_SM3);
-                a.cipher = {a.cipher_bytes.data(), 0, static_cast<uint32_t>(a.cipher_bytes.size())};
-                a.msg = {text.data(), 0, static_cast<uint32_t>(text.size())};
-                return counted(fail_at, [&] { return (a.*call)(); });
-            }};
+Allocating scheme_row(const char *name, SchemeCall call, int digits, const std::vector<int32_t> &failed,
+                      unsigned untouched = 0, bool hides = false) {
+    const auto run = [=](unsigned fail_at) {
+        install_small(32);
+        SchemeArguments a;
+        ByteString text = test_bytes(40);
+        a.cipher_bytes = small_sm2_cipher(123, 77, 32, text, HASH_ALG_SM3);
+        a.cipher = {a.cipher_bytes.data(), 0, static_cast<uint32_t>(a.cipher_bytes.size())};
+        a.msg = {text.data(), 0, static_cast<uint32_t>(text.size())};
+        Outcome out = counted(fail_at, [&] { return (a.*call)(); });
+        out.untouched = out.untouched && a.outputs_untouched();
+        return out;
+    };
+    const std::vector<uint32_t> answers(failed.begin(), failed.end());
+    return {name, digits, static_cast<unsigned>(failed.size()), hides, run, kShortDigits, answers, untouched};
 }
 
 const exchange::ExchangeCase &small_exchange() {
@@ -188,31 +200,52 @@ std::vector<Allocating> hash_rows() {
              }}};
 }
 
-void with_product(SessionArguments &a) { a.encryption = ZOK_ALG_MULTIPLICATIVE; }
+void with_other_algorithms(SessionArguments &a) { a.use_other_algorithms(); }
 void with_wide_key(SessionArguments &a) { a.private_record = private_key(ByteString(64, 0x55)); }
+void with_d_out_of_range(SessionArguments &a) { a.private_record = small_private_key(0); }
+void with_r_of_zero(SessionArguments &a) { a.numbers = small_signature(0, 216); }
 
 std::vector<Allocating> all_rows() {
+    constexpr uint32_t kMinusOne = ZOK_ERR_INTERNAL, kArgument = ZOK_ERR_ARGUMENT;
     std::vector<Allocating> rows = {
-        session_row(kVerify, 1, 1),
-        session_row(kUserInfo, 0, 1),
-        session_row(kSignHash, 0, 2),
-        session_row(kVerifyHash, 1, 3),
-        session_row(kEncrypt, 2, 2),
-        session_row(kEncrypt, 1, 1, with_product),
-        session_row(kDecrypt, 2, 2),
-        session_row(kDecrypt, 1, 1, with_product),
-        session_row(kFlatEncrypt, 2, 4),
-        session_row(kFlatDecrypt, 2, 4),
-        session_row(kEcdh, 1, 1),
-        scheme_row("Ecdsa_DigitalVeriy", &SchemeArguments::ecdsa_verify, 1, 1, true),
-        scheme_row("sm2_DigitalSign", &SchemeArguments::sm2_sign, 0, 1),
-        scheme_row("sm2_DigitalVeriy", &SchemeArguments::sm2_verify, 1, 2),
-        scheme_row("Ecdh_KeyExChg", &SchemeArguments::exchange, 1, 1, !kHardened),
-        scheme_row("Eces_Encry", &SchemeArguments::eces_encry, 1, 1, true),
-        scheme_row("Eces_Decry", &SchemeArguments::eces_decry, 1, 1),
-        scheme_row("sm2_Encry", &SchemeArguments::encrypt, 2, 4),
-        scheme_row("sm2_Decry", &SchemeArguments::decrypt, 2, 4, true),
+        session_row(kGenerate, 0, {}),
+        session_row(kGenerate, 0, {}, 0, with_other_algorithms),
+        session_row(kSign, 0, {}),
+        session_row(kSign, 0, {}, 0, with_other_algorithms),
+        session_row(kTemporary[0], 0, {}),
+        session_row(kVerify, 1, {kMinusOne}),
+        session_row(kVerify, 1, {kMinusOne}, 0, with_other_algorithms),
+        session_row(kUserInfo, 0, {kMinusOne}, 1),
+        session_row(kSignHash, 0, {kArgument, kMinusOne}, 2),
+        session_row(kSignHash, 0, {kArgument, kMinusOne}, 2, with_d_out_of_range),
+        session_row(kSignHash, 0, {}, 0, with_other_algorithms),
+        session_row(kVerifyHash, 1, {kArgument, kMinusOne, kMinusOne}),
+        session_row(kVerifyHash, 0, {kArgument, kMinusOne}, 0, with_r_of_zero),
+        session_row(kVerifyHash, 1, {kMinusOne}, 0, with_other_algorithms),
+        session_row(kEncrypt, 2, {kMinusOne, kMinusOne}),
+        session_row(kEncrypt, 1, {kMinusOne}, 0, with_other_algorithms),
+        session_row(kDecrypt, 2, {kMinusOne, kMinusOne}, 2),
+        session_row(kDecrypt, 1, {kMinusOne}, 1, with_other_algorithms),
+        session_row(kFlatEncrypt, 2, {kMinusOne, kMinusOne, kMinusOne, kMinusOne}, 2),
+        session_row(kFlatDecrypt, 2, {kMinusOne, kMinusOne, kMinusOne, kMinusOne}, 4),
+        session_row(kEcdh, 1, {kMinusOne}, 1),
+        session_row(kEcdh, 1, {kMinusOne}, 1, with_d_out_of_range),
+        scheme_row("Ecc_GenPubKey", &SchemeArguments::public_key, 0, {}),
+        scheme_row("Ecc_KeyPair_Gen", &SchemeArguments::key_pair, 0, {}),
+        scheme_row("eces_format", &SchemeArguments::format, 0, {}),
+        scheme_row("eces_deformat", &SchemeArguments::deformat, 0, {}),
+        scheme_row("Ecdsa_DigitalSign", &SchemeArguments::ecdsa_sign, 0, {}),
+        scheme_row("Ecdsa_DigitalVeriy", &SchemeArguments::ecdsa_verify, 1, {0}, 0, true),
+        scheme_row("sm2_DigitalSign", &SchemeArguments::sm2_sign, 0, {1}, 1),
+        scheme_row("sm2_DigitalVeriy", &SchemeArguments::sm2_verify, 1, {-1, -1}),
+        scheme_row("Eces_Decry", &SchemeArguments::eces_decry, 1, {-1}, 1),
+        scheme_row("sm2_Encry", &SchemeArguments::encrypt, 2, {-1, -1, -1, -1}, 2),
+        scheme_row("sm2_Decry", &SchemeArguments::decrypt, 2, {-1, -1, -1, -1}, 4, true),
     };
+    // What these answer is with their other tests.
+    rows.push_back(scheme_row("Ecdh_KeyExChg", &SchemeArguments::exchange, 1, {0}, 0, !kHardened));
+    rows.push_back(scheme_row("Eces_Encry", &SchemeArguments::eces_encry, 1, {0}, 0, true));
+    for (size_t i = rows.size() - 2; i < rows.size(); ++i) rows[i].failed.clear();
     for (const auto &more : {curve_rows(), hash_rows()}) rows.insert(rows.end(), more.begin(), more.end());
     const size_t ordinary = rows.size();
     for (const auto &call : exchange::kLegacyKeyCalls) rows.push_back(exchange_row(call));
@@ -247,15 +280,32 @@ TEST(Allocations, EachFailingInTurnLeavesNothingButDigits) {
             if (!row.hides_failure) {
                 EXPECT_NE(outcome.status, whole.status);
             }
+            if (!row.failed.empty()) {
+                EXPECT_EQ(static_cast<uint32_t>(outcome.status), row.failed[k - 1]);
+            }
+            if (k <= row.untouched) {
+                EXPECT_TRUE(outcome.untouched);
+            }
         }
     }
+    EXPECT_GT(failed, 80u);
     std::printf("%u allocations failed in turn\n", failed);
 }
 
 TEST(Allocations, WideKeyOfAHashSignatureKeepsItsDigits) {
-    const Allocating row = session_row(kSignHash, 1, 3, with_wide_key);
-    EXPECT_EQ(row.run(0).outstanding, kept_digit_buffers(1));
-    for (unsigned k = 1; k <= 3; ++k) EXPECT_EQ(row.run(k).outstanding, kept_digit_buffers(k == 1 ? 0 : 1));
+    // Without digits the public key is infinity, and the range of the key is looked at later.
+    const Allocating row =
+        session_row(kSignHash, 1, {ZOK_ERR_SIGN, ZOK_ERR_ARGUMENT, ZOK_ERR_INTERNAL}, 3, with_wide_key);
+    EXPECT_EQ(row.run(0).status, ZOK_ERR_SIGN);
+    for (unsigned k = 0; k <= 3; ++k) {
+        const Outcome outcome = row.run(k);
+        EXPECT_EQ(outcome.outstanding, kept_digit_buffers(k == 1 ? 0 : 1));
+        EXPECT_EQ(outcome.allocations, k == 2 ? 2u : 3u);
+        EXPECT_TRUE(outcome.untouched);
+        if (k > 0) {
+            EXPECT_EQ(static_cast<uint32_t>(outcome.status), row.failed[k - 1]);
+        }
+    }
 }
 
 }  // namespace zokecc_test::allocations_test

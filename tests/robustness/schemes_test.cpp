@@ -300,6 +300,12 @@ void add_eces() {
             block.refuses("a curve of " + std::to_string(byte_len) + " bytes",
                           [=](SchemeArguments &) { global_curve.byte_len = byte_len; });
     }
+    for (const Target &null :
+         {Target{"eces_format", 1,
+                 [](SchemeArguments &a) { return eces_format(32, nullptr, 1, a.area, a.length); }},
+          Target{"eces_deformat", 1,
+                 [](SchemeArguments &a) { return eces_deformat(nullptr, 1, a.area, a.length); }}})
+        null.refuses("no message of one byte", [](SchemeArguments &) {});
     for (uint32_t k : {0u, 1u, 31u, 0xFFFFFFFEu, 0xFFFFFFFFu})
         for (uint32_t m : {0xFFFFFFFEu, 0xFFFFFFFFu}) {
             const Target block{"eces_format", 1, [=](SchemeArguments &a) {

@@ -2,6 +2,7 @@
 // not held against the order, the key need not lie on the curve, and a sum at infinity counts
 // as x = 0.
 #include "tests/schemes/ecdsa_calls.h"
+#include "tests/support/failing_alloc.h"
 
 namespace zokecc_test::ecdsa_verify_test {
 
@@ -213,6 +214,24 @@ TEST(EcdsaDigitalVeriy, NullMessageHashesAsTheEmptyOne) {
     nothing.len_low = 0;
     EcdsaVerification empty(small_multiple(kD), signature_of(ByteString(), HASH_ALG_SM3), kText);
     EXPECT_EQ(Ecdsa_DigitalVeriy(empty.Q.get(), &nothing, empty.sig.get(), HASH_ALG_SM3), 1);
+}
+
+TEST(EcdsaDigitalVeriy, FailedMultiplicationReturnsZeroAlsoWhereEverythingIsZero) {
+    // An infinite sum would equal this r.
+    install_small(32);
+    EcdsaVerification call(small_multiple(kD), SmallSignature{0, 1}, kText);
+    FailingAlloc failing(1);
+    EXPECT_EQ(call.run(kUnknownHash), 0);
+    EXPECT_EQ(failing.allocations, 1u);
+}
+
+TEST(EcdsaDigitalVeriy, KeptOneDigitBufferStaysAllocated) {
+    install_small(32);
+    EcdsaVerification call(small_multiple(kD), signature_of(kText, HASH_ALG_SM3), kText);
+    FailingAlloc counter;
+    EXPECT_EQ(call.run(HASH_ALG_SM3), 1);
+    EXPECT_EQ(counter.allocations, 1u);
+    EXPECT_EQ(counter.outstanding, kept_digit_buffers(1));
 }
 
 }  // namespace zokecc_test::ecdsa_verify_test

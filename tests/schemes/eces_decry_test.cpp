@@ -192,15 +192,6 @@ TEST(EcesDecry, KeptPointOffTheCurveIsUsed) {
     }
 }
 
-TEST(EcesDecry, FailedMultiplicationReturnsMinusOneAndWritesNothing) {
-    install_small(32);
-    Decryption call(kD, small_cipher(kD, 700, kK));
-    FailingAlloc failing(1);
-    call.expect_refused(12);
-    EXPECT_EQ(failing.allocations, 1u);
-    EXPECT_EQ(failing.outstanding, 0);
-}
-
 TEST(EcesDecry, KeptDigitBufferStaysAllocated) {
     install_small(32);
     Decryption call(kD, small_cipher(kD, 700, kK));

@@ -1,4 +1,5 @@
 // Ecc_GenPubKey and Ecc_KeyPair_Gen.
+#include "tests/support/failing_alloc.h"
 #include "tests/support/legacy_records.h"
 #include "tests/support/small_group.h"
 
@@ -221,6 +222,17 @@ TEST(EccKeyPairGen, KeptUnknownModeWithoutOrderOrPrimeGivesZeroBytes) {
         expect_record(Q, 0, 0, 28);
     }
     uninstall();
+}
+
+TEST(EccKeyPairGen, AllocatesNothing) {
+    install_small(32);
+    for (uint32_t mode : {0u, 1u, 2u}) {
+        Scalar d(123, 32);
+        GuardedRecord<ecc_point_bytes> Q;
+        FailingAlloc failing(1);
+        EXPECT_EQ(Ecc_KeyPair_Gen(d.get(), Q.get(), mode), 0);
+        EXPECT_EQ(failing.allocations, 0u);
+    }
 }
 
 }  // namespace zokecc_test::keys_test

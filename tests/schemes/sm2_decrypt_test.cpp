@@ -163,17 +163,6 @@ TEST(Sm2Decry, EveryLengthWithoutAMessageByteReturnsMinusOneUnread) {
     }
 }
 
-TEST(Sm2Decry, FailedBufferReturnsMinusOneAndWritesNothing) {
-    install_small(24);
-    for (unsigned fail_at : {1u, 2u}) {
-        Sm2Decryption call(kD, good_cipher(24));
-        FailingAlloc failing(fail_at);
-        call.expect_refused(HASH_ALG_SM3);
-        EXPECT_LE(failing.allocations, 2u);
-        EXPECT_EQ(failing.outstanding, 0);
-    }
-}
-
 TEST(Sm2Decry, KeyStreamBufferHoldsAWholeDigestPerStepOfTheCurveLength) {
     struct Case {
         unsigned L;
@@ -185,18 +174,6 @@ TEST(Sm2Decry, KeyStreamBufferHoldsAWholeDigestPerStepOfTheCurveLength) {
         FailingAlloc counter;
         EXPECT_EQ(call.run(HASH_ALG_SM3), -1);
         EXPECT_EQ(counter.largest_size, row.largest);
-    }
-}
-
-TEST(Sm2Decry, FailedMultiplicationReturnsMinusOneAndWritesNothing) {
-    // The third allocation is for h C1, the fourth for d C1.
-    install_small(32);
-    for (unsigned fail_at : {3u, 4u}) {
-        Sm2Decryption call(kD, good_cipher());
-        FailingAlloc failing(fail_at);
-        call.expect_refused(HASH_ALG_SM3);
-        EXPECT_EQ(failing.allocations, fail_at);
-        EXPECT_EQ(failing.outstanding, kept_digit_buffers(static_cast<int>(fail_at) - 3));
     }
 }
 

@@ -198,20 +198,6 @@ TEST(Sm2Encry, KeptPublicKeyOffTheCurveIsUsed) {
         sm2_cipher(small_multiple(kK), other.library_window(small(kK), Q), 32, kText, HASH_ALG_SM3));
 }
 
-TEST(Sm2Encry, FailedBufferReturnsMinusOneAndWritesNothing) {
-    install_small(24);
-    for (unsigned fail_at : {1u, 2u}) {
-        FakeEntropy entropy;
-        Sm2Encryption call(small_multiple(kD), 24, kText);
-        FailingAlloc failing(fail_at);
-        EXPECT_EQ(call.run(HASH_ALG_SM3), -1);
-        call.expect_nothing_written();
-        EXPECT_LE(failing.allocations, 2u);
-        EXPECT_EQ(failing.outstanding, 0);
-        EXPECT_EQ(entropy.number_calls, 0u);
-    }
-}
-
 TEST(Sm2Encry, KeyStreamBufferHoldsAWholeDigestPerStepOfTheCurveLength) {
     struct Case {
         unsigned L;

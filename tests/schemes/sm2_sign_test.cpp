@@ -221,16 +221,6 @@ TEST(Sm2DigitalSign, FailedAllocationReturnsOneAndWritesNothing) {
     }
 }
 
-TEST(Sm2DigitalSign, BufferIsFreed) {
-    install_small(32);
-    Sm2Signing call(number_bytes(kD, 32), kText, kZ);
-    FailingAlloc counter;
-    EXPECT_EQ(call.run(HASH_ALG_SM3), 0);
-    EXPECT_EQ(counter.allocations, 1u);
-    EXPECT_EQ(counter.largest_size, kText.size() + 33);
-    EXPECT_EQ(counter.outstanding, 0);
-}
-
 TEST(Sm2DigitalSign, KeyOutOfRangeWinsOverAFailedAllocation) {
     install_small(32);
     for (uint32_t d : {kSmallN - 1, kSmallN}) {

@@ -136,16 +136,6 @@ TEST(ZokAgreementMemory, RefusedDerivationHasNoBlockForItsKey) {
         }
 }
 
-TEST(ZokAgreementMemory, TemporaryKeyAllocatesNothing) {
-    const ExchangeCase exchange = tiny_case(prime_group(), 20, 0);
-    SessionExchange side(exchange, Role::kInitiator);
-    GuardedRecord<ECCrefPrivateKey> priv;
-    FakeEntropy entropy;
-    FailingAlloc counter(1);
-    EXPECT_EQ(ZOK_SM2_GenerateResponseTmpKeyWithECC(side.session, priv.get(), side.R_out), ZOK_OK);
-    EXPECT_EQ(counter.allocations, 0u);
-}
-
 TEST(ZokExternalEcdhKeyAgreement, KeptKeepsOneDigitBuffer) {
     const ExchangeCase exchange = tiny_case(prime_group(), 20, 0);
     SessionExchange side(exchange, Role::kInitiator);
@@ -154,16 +144,6 @@ TEST(ZokExternalEcdhKeyAgreement, KeptKeepsOneDigitBuffer) {
     EXPECT_EQ(side.ecdh(out.data()), ZOK_OK);
     EXPECT_EQ(counter.allocations, 1u);
     EXPECT_EQ(counter.outstanding, kept_digit_buffers(1));
-}
-
-TEST(ZokExternalEcdhKeyAgreement, FailedDigitBufferReturnsMinusOneAndWritesNothing) {
-    const ExchangeCase exchange = tiny_case(prime_group(), 20, 0);
-    SessionExchange side(exchange, Role::kInitiator);
-    GuardedBuffer out(20);
-    FailingAlloc counter(1);
-    EXPECT_EQ(side.ecdh(out.data()), ZOK_ERR_INTERNAL);
-    EXPECT_EQ(counter.outstanding, 0);
-    EXPECT_TRUE(out.untouched());
 }
 
 TEST(ZokAgreementMemory, OwnUserInformationComesFirst) {

@@ -136,54 +136,14 @@ TEST(SdfExternalEncrytpEccMemory, KeptProductKeepsTheDigitsOfItsMultiplication) 
     EXPECT_EQ(run(call, kNone, encrypt_record<kProduct>), with_digits(ZOK_OK, 1, 1));
 }
 
-TEST(SdfExternalEncrytpEccMemory, ProductWithoutMemoryReturnsMinusOneAndWritesNothing) {
-    Call call;
-    EXPECT_EQ(run(call, 1, encrypt_record<kProduct>), with_digits(ZOK_ERR_INTERNAL, 1, 0));
-    EXPECT_TRUE(call.nothing_written());
-}
-
-TEST(SdfExternalEncrytpEccMemory, RefusalsAllocateNothing) {
-    Call call;
-    call.pub = small_public_key(0, 763);
-    EXPECT_EQ(run(call, kNone, encrypt_record<kSm2>), with_digits(ZOK_ERR_ARGUMENT, 0, 0));
-    EXPECT_EQ(run(call, kNone, encrypt_record<0x20100>), with_digits(ZOK_ERR_ARGUMENT, 0, 0));
-}
-
 TEST(SdfExternalDecryptEccMemory, KeptSm2KeepsTheDigitsOfBothMultiplications) {
     Call call;
     EXPECT_EQ(run(call, kNone, decrypt_record<kSm2>), with_digits(ZOK_OK, 2, 2));
 }
 
-TEST(SdfExternalDecryptEccMemory, Sm2WithoutMemoryReturnsMinusOneAndWritesNothing) {
-    for (unsigned fail_at : {1u, 2u}) {
-        Call call;
-        EXPECT_EQ(run(call, fail_at, decrypt_record<kSm2>),
-                  with_digits(ZOK_ERR_INTERNAL, fail_at, static_cast<int>(fail_at) - 1));
-        EXPECT_TRUE(call.nothing_written());
-    }
-}
-
-TEST(SdfExternalDecryptEccMemory, ProductWithoutMemoryReturnsMinusOneAndWritesNothing) {
-    Call call;
-    EXPECT_EQ(run(call, 1, decrypt_record<kProduct>), with_digits(ZOK_ERR_INTERNAL, 1, 0));
-    EXPECT_TRUE(call.nothing_written());
-    EXPECT_EQ(run(call, kNone, decrypt_record<kProduct>), with_digits(ZOK_OK, 1, 1));
-}
-
 TEST(ZokExternalEncrytpEccMemory, KeptOnlyTheDigitsStayBehind) {
     Call call;
     EXPECT_EQ(run(call, kNone, encrypt_flat), with_digits(ZOK_OK, 4, 2));
-}
-
-TEST(ZokExternalEncrytpEccMemory, WithoutABufferNothingIsDrawnOrWritten) {
-    for (unsigned fail_at : {1u, 2u}) {
-        Call call;
-        const Outcome outcome = run(call, fail_at, encrypt_flat);
-        EXPECT_EQ(outcome.status, ZOK_ERR_INTERNAL);
-        EXPECT_LE(outcome.allocations, 2u);
-        EXPECT_EQ(outcome.outstanding, 0);
-        EXPECT_TRUE(call.nothing_written());
-    }
 }
 
 TEST(ZokExternalEncrytpEccMemory, WithoutDigitsReturnsMinusOneAfterC1AndFreesTheBuffers) {
@@ -236,26 +196,6 @@ TEST(ZokExternalDecryptEccMemory, KeptOnlyTheDigitsStayBehind) {
     EXPECT_EQ(run(call, kNone, decrypt_flat), with_digits(ZOK_OK, 4, 2));
 }
 
-TEST(ZokExternalDecryptEccMemory, WithoutABufferReturnsMinusOneAndWritesNothing) {
-    for (unsigned fail_at : {1u, 2u}) {
-        Call call;
-        const Outcome outcome = run(call, fail_at, decrypt_flat);
-        EXPECT_EQ(outcome.status, ZOK_ERR_INTERNAL);
-        EXPECT_LE(outcome.allocations, 2u);
-        EXPECT_EQ(outcome.outstanding, 0);
-        EXPECT_TRUE(call.nothing_written());
-    }
-}
-
-TEST(ZokExternalDecryptEccMemory, WithoutDigitsReturnsMinusOneAndFreesTheBuffers) {
-    for (unsigned fail_at : {3u, 4u}) {
-        Call call;
-        EXPECT_EQ(run(call, fail_at, decrypt_flat),
-                  with_digits(ZOK_ERR_INTERNAL, fail_at, static_cast<int>(fail_at) - 3));
-        EXPECT_TRUE(call.nothing_written());
-    }
-}
-
 TEST(ZokExternalDecryptEccMemory, BuffersAreFreedOnEveryRefusalAndMismatch) {
     Call call;
     call.session = small_session(kUnknownSelector);
@@ -273,22 +213,6 @@ TEST(ZokExternalDecryptEccMemory, BuffersAreFreedOnEveryRefusalAndMismatch) {
 TEST(ZokExternalEcdhKeyAgreementMemory, KeptEveryCallKeepsItsDigits) {
     Call call;
     EXPECT_EQ(run(call, kNone, agree), with_digits(ZOK_OK, 1, 1));
-}
-
-TEST(ZokExternalEcdhKeyAgreementMemory, WithoutMemoryReturnsMinusOneAndWritesNothing) {
-    Call call;
-    EXPECT_EQ(run(call, 1, agree), with_digits(ZOK_ERR_INTERNAL, 1, 0));
-    EXPECT_TRUE(call.nothing_written());
-    call.priv = small_private_key(0);
-    EXPECT_EQ(run(call, 1, agree), with_digits(ZOK_ERR_INTERNAL, 1, 0));
-    EXPECT_TRUE(call.nothing_written());
-}
-
-TEST(ZokExternalEcdhKeyAgreementMemory, RefusalsAllocateNothing) {
-    Call call;
-    call.priv = small_private_key(kSmallN);
-    EXPECT_EQ(run(call, kNone, agree), with_digits(ZOK_ERR_ARGUMENT, 0, 0));
-    EXPECT_TRUE(call.nothing_written());
 }
 
 }  // namespace zokecc_test::encrypt_allocation_test

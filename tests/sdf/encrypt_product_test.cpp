@@ -1,5 +1,5 @@
 // The multiplicative scheme of SDF_ExternalEncrytp_ECC and SDF_ExternalDecrypt_ECC:
-// C = M x2 mod p. What both schemes refuse alike is in encrypt_checks_test.cpp.
+// C = M x2 mod p.
 #include "tests/support/encryption_case.h"
 #include "tests/support/naive_int.h"
 

@@ -1,5 +1,5 @@
 // SDF_ExternalEncrytp_ECC with SM2: what it writes and how it draws. Vectors are in
-// encrypt_vectors_test.cpp, refusals in encrypt_checks_test.cpp.
+// encrypt_vectors_test.cpp, refusals in the table of bad inputs.
 #include "tests/support/encryption_case.h"
 
 namespace zokecc_test::encrypt_test {

@@ -117,15 +117,6 @@ TEST(ZokGenerateUserInfo, AllocatesTheHashedBytesAndOneMoreAndFreesThem) {
     EXPECT_EQ(counter.outstanding, 0);
 }
 
-TEST(ZokGenerateUserInfo, FailedAllocationReturnsMinusOne) {
-    ECCrefPublicKey key = small_public_key();
-    ByteString id = alice();
-    UserInfo info;
-    FailingAlloc counter(1);
-    EXPECT_EQ(info.generate(small_session(), key, id), ZOK_ERR_INTERNAL);
-    EXPECT_TRUE(info.unchanged());
-}
-
 TEST(ZokGenerateUserInfo, LargestSizeIsAskedFor) {
     ECCrefPublicKey key = small_public_key();
     uint8_t id = 0;

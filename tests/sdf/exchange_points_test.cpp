@@ -1,0 +1,313 @@
+// The steps of an exchange between the checked inputs and the shared point, in both generations of calls, on
+// curves small enough to choose what happens: the cofactor, k of zero, and infinite sums and products.
+#include <gtest/gtest.h>
+
+#include "tests/support/legacy_exchange.h"
+#include "tests/support/session_exchange.h"
+
+namespace zokecc_test::exchange_points_test {
+
+using namespace exchange;
+
+namespace {
+
+// The calls over the curve of the process.
+struct Legacy {
+    using Side = LegacyExchange;
+    static constexpr auto &kCalls = kLegacyKeyCalls;
+    static constexpr unsigned kLengths[] = {24, 28, 32};
+
+    static void use(const Curve &curve) { install(curve); }
+    static void set_peer_key(Side &side, const ByteString &x, const ByteString &y) {
+        side.peerP_record = point_record(x, y);
+    }
+    static void set_d(Side &side, const LegacyKeyCall &call, const ByteString &d, const ByteString &Z) {
+        side.d_bytes.set(d);
+        (call.role == Role::kInitiator ? side.ZA_bytes : side.ZB_bytes) = Z;
+    }
+    static bool works(Side &side, const LegacyKeyCall &call) { return (side.*call.call)() == 0; }
+    static void expect(Side &side, const LegacyKeyCall &call, const ExchangeHashes &expected) {
+        ASSERT_EQ((side.*call.call)(), 0) << call.name;
+        EXPECT_EQ(text_of(side.key), to_hex(expected.key(side.key.size()))) << call.name;
+        if (call.call != &LegacyExchange::whole) expect_split_results(side, expected);
+    }
+    // -1 and no result. The call that draws has written its random point.
+    static void expect_refused_late(Side &side, const LegacyKeyCall &call, const ExchangeCase &exchange) {
+        EXPECT_EQ((side.*call.call)(), -1) << call.name;
+        EXPECT_TRUE(side.results_untouched()) << call.name;
+        if (call.call == kResponderCall.call)
+            expect_point_written(side.R_written, exchange.B.Rx, exchange.B.Ry);
+        else
+            EXPECT_TRUE(side.R_written.unchanged()) << call.name;
+    }
+    static ByteString *Z_of(ExchangeHashes &, const LegacyKeyCall &, Role) { return nullptr; }
+};
+
+// The calls over the curve of a session.
+struct Sessions {
+    using Side = SessionExchange;
+    static constexpr auto &kCalls = kSessionKeyCalls;
+    static constexpr unsigned kLengths[] = {20, 24, 28, 32};
+
+    static void use(const Curve &) {}
+    static void set_peer_key(Side &side, const ByteString &x, const ByteString &y) {
+        side.peerP_record = public_record(x, y);
+    }
+    static void set_d(Side &side, const SessionKeyCall &call, const ByteString &d, const ByteString &Z) {
+        side.d_record = private_record(d);
+        call.role == Role::kInitiator ? side.set_ZA(Z) : side.set_ZB(Z);
+    }
+    static bool works(Side &side, const SessionKeyCall &call) { return run(side, call) == ZOK_OK; }
+    static void expect(Side &side, const SessionKeyCall &call, const ExchangeHashes &expected) {
+        ASSERT_EQ(run(side, call), ZOK_OK) << call.name;
+        expect_results(side, call, expected);
+    }
+    // -1 and no result. Bits of a given random point are set, a drawn one is written.
+    static void expect_refused_late(Side &side, const SessionKeyCall &call, const ExchangeCase &exchange) {
+        if (call.role == Role::kResponder) side.R_record.bits = 0xDEADBEEF;
+        EXPECT_EQ(run(side, call), ZOK_ERR_INTERNAL) << call.name;
+        EXPECT_TRUE(side.results_untouched()) << call.name;
+        if (call.role == Role::kInitiator) {
+            EXPECT_EQ(side.R_record.bits, 8 * exchange.curve.byte_len) << call.name;
+        } else if (call.draws) {
+            expect_public_written(side.R_written, exchange.B.Rx, exchange.B.Ry);
+            EXPECT_EQ(side.R_record.bits, 0xDEADBEEF) << call.name;
+        } else {
+            EXPECT_EQ(record_text(side.R_record), record_text(public_record(exchange.B.Rx, exchange.B.Ry)))
+                << call.name;
+        }
+    }
+    // Where the call makes Z from a key: that of this role.
+    static ByteString *Z_of(ExchangeHashes &hashes, const SessionKeyCall &call, Role role) {
+        if (!call.makes_Z) return nullptr;
+        return role == Role::kInitiator ? &hashes.ZA : &hashes.ZB;
+    }
+};
+
+// One side of an exchange, in the call's arguments and in the model.
+template <class G, class Call>
+struct Trial {
+    Trial(const TinyGroup &tiny, const Call &which, unsigned length)
+        : group(tiny),
+          call(which),
+          byte_len(length),
+          exchange(tiny_case(tiny, length, 0)),
+          side(exchange, which.role),
+          model(tiny_side(exchange, which.role)) {
+        G::use(exchange.curve);
+    }
+    ByteString bytes(uint32_t value) const { return tiny_bytes(value, byte_len); }
+    ByteString Z(const ByteString &id, const TinyPoint &P) const {
+        return model_user_z(exchange.curve, exchange.selector, id, bytes(P.x), bytes(P.y));
+    }
+    void set_peer_key(const TinyPoint &P) {
+        ASSERT_FALSE(P.infinite);
+        model.peer_key = P;
+        G::set_peer_key(side, bytes(P.x), bytes(P.y));
+    }
+    // A private key with the Z value that belongs to it.
+    void set_d(uint32_t d) {
+        model.d = d;
+        own_Z = Z(exchange.own(call.role).id, group.multiple(d));
+        G::set_d(side, call, bytes(d), own_Z);
+    }
+    // The peer's key for which the sum is the given point: that less the weighted random point.
+    void set_sum(const TinyPoint &T) {
+        set_peer_key(group.group.add(T, group.group.negate(tiny_weighted(group, model))));
+    }
+    TinySteps steps() const { return tiny_steps(group, model); }
+    void expect_refused_late() { G::expect_refused_late(side, call, exchange); }
+    void expect_modelled() {
+        ASSERT_FALSE(steps().T.infinite || steps().U.infinite);
+        ExchangeHashes hashes = with_point(exchange, steps().U);
+        const bool initiates = call.role == Role::kInitiator;
+        if (!own_Z.empty()) (initiates ? hashes.ZA : hashes.ZB) = own_Z;
+        ByteString *Z_of_peer = G::Z_of(hashes, call, initiates ? Role::kResponder : Role::kInitiator);
+        if (Z_of_peer != nullptr) *Z_of_peer = Z(exchange.peer(call.role).id, model.peer_key);
+        G::expect(side, call, hashes);
+    }
+
+    const TinyGroup &group;
+    const Call &call;
+    unsigned byte_len;
+    ExchangeCase exchange;
+    typename G::Side side;
+    TinySide model;
+    ByteString own_Z = {};
+};
+
+template <class G, class Test>
+void for_each_call(const TinyGroup &group, Test test, unsigned byte_len = 32) {
+    for (const auto &call : G::kCalls) {
+        SCOPED_TRACE(call.name);
+        Trial<G, std::decay_t<decltype(call)>> trial(group, call, byte_len);
+        test(trial);
+    }
+}
+
+// h t never reaches p for t below n and h = p / n, so k is h t itself. Modulo n it would be another
+// number, which shows with points outside the multiples of G.
+template <class G>
+void expect_cofactor_product_modulo_p() {
+    const TinyGroup &group = cofactor_group();
+    const TinyPoint outside = group.point_of_order(1004);
+    for (unsigned byte_len : G::kLengths)
+        for_each_call<G>(
+            group,
+            [&](auto &trial) {
+                trial.set_peer_key(outside);
+                // d with h t above n, for which no kept rule of the point arithmetic acts.
+                uint32_t d = 0;
+                auto serves = [&] {
+                    trial.model.d = d;
+                    const TinySteps steps = trial.steps();
+                    return steps.k > group.n && steps.U == group.multiple(steps.k, steps.T);
+                };
+                do ASSERT_LT(++d, group.n);
+                while (!serves());
+                trial.set_d(d);
+                const TinySteps steps = trial.steps();
+                ASSERT_NE(steps.U, group.multiple(steps.k % group.n, steps.T)) << "no difference to see";
+                // Back in the group of G, though T is outside.
+                EXPECT_TRUE(group.multiple(group.n, steps.U).infinite);
+                EXPECT_FALSE(group.multiple(group.n, steps.T).infinite);
+                trial.expect_modelled();
+            },
+            byte_len);
+}
+
+// d with d + x-bar r = 0 modulo n, and its neighbour.
+template <class G>
+void expect_k_of_zero_refused() {
+    for (const TinyGroup *group : {&prime_group(), &cofactor_group()})
+        for (uint32_t less : {0u, 1u})
+            for_each_call<G>(*group, [&](auto &trial) {
+                trial.model.d = 0;
+                trial.set_d(group->n - trial.steps().t - less);
+                ASSERT_EQ(trial.steps().k == 0, less == 0);
+                if (less == 0)
+                    trial.expect_refused_late();
+                else
+                    EXPECT_TRUE(G::works(trial.side, trial.call));
+            });
+}
+
+// An order above p makes p / n zero, and k with it.
+template <class G>
+void expect_cofactor_of_zero_refused() {
+    ExchangeCase exchange = tiny_case(prime_group(), 32, 0);
+    exchange.curve.name = "order above p";
+    exchange.curve.n = tiny_number(1013);
+    G::use(exchange.curve);
+    for (const auto &call : G::kCalls) {
+        typename G::Side side(exchange, call.role);
+        G::expect_refused_late(side, call, exchange);
+    }
+}
+
+// (0, 0) is read as infinity where a sum gives it.
+template <class G>
+void expect_infinite_sum_refused() {
+    for_each_call<G>(
+        origin_group(),
+        [](auto &trial) {
+            trial.set_sum({false, 0, 0});
+            ASSERT_TRUE(trial.steps().T.infinite);
+            ASSERT_NE(trial.steps().k, 0u);
+            trial.expect_refused_late();
+        },
+        28);
+}
+
+template <class G>
+void expect_infinite_shared_point_refused() {
+    for (uint32_t order : {2u, 4u})
+        for_each_call<G>(
+            cofactor_group(),
+            [&](auto &trial) {
+                trial.set_sum(trial.group.point_of_order(order));
+                ASSERT_FALSE(trial.steps().T.infinite);
+                ASSERT_NE(trial.steps().k, 0u);
+                ASSERT_TRUE(trial.steps().U.infinite);
+                trial.expect_refused_late();
+            },
+            24);
+}
+
+// The peer's key is the negative of its weighted random point: the sum is (-2x, -y).
+template <class G>
+void expect_opposite_points_have_a_finite_sum() {
+    for_each_call<G>(prime_group(), [](auto &trial) {
+        const TinyPoint weighted = tiny_weighted(trial.group, trial.model);
+        trial.set_peer_key(trial.group.group.negate(weighted));
+        ASSERT_EQ(trial.steps().T, (TinyPoint{false, (2 * 1009 - 2 * weighted.x) % 1009, weighted.y}));
+        trial.expect_modelled();
+    });
+}
+
+template <class G>
+void expect_equal_points_are_doubled() {
+    for_each_call<G>(prime_group(), [](auto &trial) {
+        const TinyPoint weighted = tiny_weighted(trial.group, trial.model);
+        trial.set_peer_key(weighted);
+        ASSERT_EQ(trial.steps().T, trial.group.group.add(weighted, weighted));
+        trial.expect_modelled();
+    });
+}
+
+}  // namespace
+
+TEST(Sm2KeyExChg, KeptCofactorProductIsReducedModuloP) { expect_cofactor_product_modulo_p<Legacy>(); }
+TEST(ZokGenerateKeyWithEcc, KeptCofactorProductIsReducedModuloP) {
+    expect_cofactor_product_modulo_p<Sessions>();
+}
+
+TEST(Sm2KeyExChgRefusals, KOfZeroReturnsMinusOne) { expect_k_of_zero_refused<Legacy>(); }
+TEST(ZokAgreementRefusals, KOfZeroReturnsMinusOne) { expect_k_of_zero_refused<Sessions>(); }
+
+TEST(Sm2KeyExChgRefusals, CofactorOfZeroReturnsMinusOne) { expect_cofactor_of_zero_refused<Legacy>(); }
+TEST(ZokAgreementRefusals, CofactorOfZeroReturnsMinusOne) { expect_cofactor_of_zero_refused<Sessions>(); }
+
+TEST(Sm2KeyExChgRefusals, InfiniteSumReturnsMinusOne) { expect_infinite_sum_refused<Legacy>(); }
+TEST(ZokAgreementRefusals, InfiniteSumReturnsMinusOne) { expect_infinite_sum_refused<Sessions>(); }
+
+TEST(Sm2KeyExChgRefusals, InfiniteSharedPointReturnsMinusOne) {
+    expect_infinite_shared_point_refused<Legacy>();
+}
+TEST(ZokAgreementRefusals, InfiniteSharedPointReturnsMinusOne) {
+    expect_infinite_shared_point_refused<Sessions>();
+}
+
+TEST(Sm2KeyExChg, KeptOppositePointsHaveAFiniteSum) { expect_opposite_points_have_a_finite_sum<Legacy>(); }
+TEST(ZokAgreement, KeptOppositePointsHaveAFiniteSum) { expect_opposite_points_have_a_finite_sum<Sessions>(); }
+
+TEST(Sm2KeyExChg, EqualPointsAreDoubledInTheSum) { expect_equal_points_are_doubled<Legacy>(); }
+TEST(ZokAgreement, EqualPointsAreDoubledInTheSum) { expect_equal_points_are_doubled<Sessions>(); }
+
+TEST(ZokAgreement, PeerKeyIsNotTestedForTheCurveOrForZeroCoordinates) {
+    for (const TinyPoint &P :
+         {TinyPoint{false, 2, 366}, TinyPoint{false, 0, 5}, TinyPoint{false, 7, 0}, TinyPoint{false, 0, 0}})
+        for_each_call<Sessions>(prime_group(), [&](auto &trial) {
+            trial.set_peer_key(P);
+            trial.expect_modelled();
+        });
+}
+
+TEST(ZokAgreementRefusals, ModulusOfZeroReturnsMinusOneWithoutResults) {
+    // p / n is zero, and k with it.
+    const ExchangeCase exchange = tiny_case(prime_group(), 32, 0);
+    Curve changed = exchange.curve;
+    changed.p = tiny_number(0);
+    const Session session(changed);
+    for (const SessionKeyCall &call : kSessionKeyCalls) {
+        SessionExchange side(exchange, call.role);
+        side.session = session.handle();
+        EXPECT_EQ(run(side, call), ZOK_ERR_INTERNAL) << call.name;
+        EXPECT_TRUE(side.results_untouched()) << call.name;
+        if (!call.draws) continue;
+        const ByteString zero(32, 0);
+        expect_public_written(side.R_written, zero, zero);
+    }
+}
+
+}  // namespace zokecc_test::exchange_points_test
