@@ -24,7 +24,10 @@ usage() {
   test-hardened   build and test with clang++, optimised, the hardened build
   test-clang      build and test with clang++, optimised, the default build
   test-sanitize   build and test with address, leak and undefined behaviour checks
-  test-arm        build for 32-bit soft-float ARM and test under QEMU
+  test-arm        build for 32-bit soft-float ARM, as the package does, and test under QEMU
+  test-small      the size build, for this machine and for ARM
+  test-armv7a     integers, hashes and points for ARMv7-A under QEMU
+  one NAME [PRESET]  the tests whose name has NAME in it, of the preset release unless told otherwise
   cross           build for ARMv5TE, ARMv6 and ARMv7-A, for size and for speed, and run the examples
   musl            the same for ARMv5TE with musl as the C library, which is fetched into build/
   builds [NAME]   the library as users and packagers build it: plainly, in a folder, for a board
@@ -51,12 +54,6 @@ END
 
 . cmake/require.sh
 
-# The headers and the library of OpenSSL for ARM are unpacked into build/.
-build_bench_arm() {
-    cmake/fetch_armel.sh libssl3 libssl-dev build/armel
-    build_preset bench-arm
-}
-
 # ---- Building and testing ---------------------------------------------------------------------
 
 # build_folder FOLDER: makes it. One that was configured elsewhere, before the sources moved, goes.
@@ -73,18 +70,26 @@ build_folder() {
     fi
 }
 
-# build_preset PRESET: configures and builds; quiet unless something fails.
+# build_preset PRESET [TARGET...]: configures and builds; quiet unless something fails.
 build_preset() {
-    echo "==> building: $1"
-    build_folder "build/$1" || return 1
-    if ! { cmake --preset "$1" && cmake --build --preset "$1"; } > "build/$1/build.log" 2>&1; then
-        tail -n 100 "build/$1/build.log"
+    built=$1
+    shift
+    echo "==> building: $built"
+    build_folder "build/$built" || return 1
+    if ! { cmake --preset "$built" && cmake --build --preset "$built" ${1:+--target "$@"}; } \
+        > "build/$built/build.log" 2>&1; then
+        tail -n 100 "build/$built/build.log"
         return 1
     fi
 }
 
-# suite PRESET: builds, tests, and leaves a line for the summary. The number of tests counts those
-# inside the programs too, where a preset runs whole programs.
+# The headers and the library of OpenSSL for ARM are unpacked into build/.
+build_bench_arm() {
+    cmake/fetch_armel.sh libssl3 libssl-dev build/armel
+    build_preset bench-arm
+}
+
+# suite PRESET: builds, tests, and leaves a line for the summary, with the tests inside the programs.
 suite() {
     suite_started=$(date +%s)
     log="build/$1/Testing/Temporary/LastTest.log"
@@ -92,7 +97,7 @@ suite() {
     status=FAILED
     if build_preset "$1"; then
         echo "==> testing: $1"
-        if ctest --preset "$1" --output-log "build/$1/ctest.log"; then status=passed; fi
+        if ctest --preset "$1" --parallel "$(nproc)" --output-log "build/$1/ctest.log"; then status=passed; fi
         grep -E 'tests passed|Total Test time' "build/$1/ctest.log" > "build/$1.closing" || status=FAILED
     fi
     tests=0
@@ -131,7 +136,7 @@ suites() {
 # needs from outside, and runs the examples under emulation.
 cross() {
     for preset in "$@"; do
-        build_preset "$preset"
+        build_preset "$preset" zokecc zokecc_static zokecc_selftest zokecc_speed zokecc_cli
         library=build/$preset/libzokecc.so
         python3 -B tests/boundary/imports_check.py arm-linux-gnueabi-nm arm-linux-gnueabi-readelf "$library"
         if ! cmake --build --preset "$preset" --target run_examples > "build/$preset/examples.log" 2>&1; then
@@ -255,22 +260,32 @@ test-clang | test-hardened)
     install_missing
     if [ "$command" = test-clang ]; then suites clang; else suites clang-hardened; fi
     ;;
-test-arm)
+test-arm | test-small | test-armv7a)
     require_suite
     require_arm
     install_missing
-    suites arm
+    case $command in
+    test-arm) suites arm ;;
+    test-small) suites small arm-small ;;
+    *) suites armv7a ;;
+    esac
+    ;;
+one)
+    [ $# -gt 0 ] || { usage >&2; exit 2; }
+    require_suite
+    case ${2:-} in arm*) require_arm ;; *clang* | sanitize) require_clang_runtime ;; esac
+    install_missing
+    tests/one.sh "$1" "${2:-release}"
     ;;
 cross | musl)
-    require_build
-    require_cross
-    require python3 python3 openssl openssl
+    require_suite
+    require_arm
     install_missing
     if [ "$command" = musl ]; then
         cmake/fetch_armel.sh musl musl-dev build/musl-root
         cross musl
     else
-        cross armv5te-os armv5te-o2 armv6-os armv6-o2 armv7a-os armv7a-o2
+        cross arm-small arm armv6-os armv6-o2 armv7a-os armv7a
     fi
     ;;
 builds)

@@ -1,3 +1,4 @@
+# shellcheck shell=sh
 # What the commands of build.sh need of the machine; build.sh reads this file.
 
 missing=

@@ -18,12 +18,18 @@ struct TinyParameters {
 // Primes of 5 to 11 bits in all three classes: 3 modulo 4, 5 modulo 8 and 1 modulo 8; prime
 // orders and composite ones; a = 0, b = 0 (where the origin is a point of order 2), a = -3.
 inline const TinyParameters kTinyCurves[] = {
+#ifdef __arm__  // under emulation one of each class
+    {31, 1, 3, 41, 1},
+    {29, 1, 0, 20, 1},
+    {97, 94, 4, 100, 5},
+#else
     {17, 2, 2, 19, 1},     {17, 1, 0, 16, 1},        {23, 1, 4, 29, 1},       {23, 0, 1, 24, 1},
     {29, 4, 1, 31, 1},     {29, 1, 0, 20, 1},        {31, 1, 3, 41, 1},       {31, 1, 0, 32, 1},
     {37, 2, 8, 31, 1},     {41, 1, 5, 47, 1},        {41, 0, 1, 42, 1},       {97, 1, 4, 89, 5},
     {97, 94, 4, 100, 5},   {101, 6, 9, 83, 5},       {101, 1, 0, 100, 5},     {127, 1, 7, 109, 7},
     {127, 0, 1, 108, 7},   {509, 3, 3, 541, 31},     {521, 0, 1, 522, 31},    {1009, 6, 2, 1021, 61},
     {1021, 0, 5, 975, 61}, {2017, 2, 10, 1999, 127}, {2029, 1, 1, 2083, 127}, {2039, 0, 1, 2040, 127},
+#endif
 };
 
 inline TinyCurve tiny_curve(const TinyParameters &parameters) {

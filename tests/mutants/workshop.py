@@ -27,7 +27,7 @@ NEAREST = {
     "mint/limbs/limb_x86_64.h": "ecc/wnaf.cpp", "mint/limbs/modulus_64.h": "ecc/wnaf.cpp",
     "mint/limbs/barrett.h": "mint/limbs/modulus_29.cpp",
     "mint/limbs/modulus_29.h": "mint/limbs/modulus_29_unrolled.cpp",
-    "mint/value.h": "mint/divide.cpp", "mint/words.h": "mint/kernels.cpp",
+    "ecc/recode.h": "ecc/wnaf.cpp", "mint/value.h": "mint/divide.cpp", "mint/words.h": "mint/kernels.cpp",
     "base/work_buffer.h": "mint/divide.cpp", "ecc/reference_field.h": "ecc/points.cpp",
     "ecc/fast_field.h": "ecc/wnaf.cpp", "ecc/jacobian_formulas.h": "ecc/wnaf.cpp",
     "ecc/affine_formulas.h": "ecc/points.cpp",
