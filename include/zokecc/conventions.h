@@ -15,7 +15,7 @@
  * @par Byte strings and lengths
  *      Byte strings are big-endian: the most significant byte stands first. Lengths and capacities are in
  *      bytes unless said otherwise. A coordinate or scalar of a curve of L bytes is written at exactly L
- *      bytes, padded with zero bytes on the left, at the start of its field; the bytes of the field behind
+ *      bytes, padded with zero bytes on the left, at the start of its field; the bytes of the field after
  *      it, and every other byte of an output that a comment does not name, are left as they were.
  * @par Records
  *      "Record" means a C structure of one of these headers, owned and allocated by the caller, whose size
@@ -33,17 +33,18 @@
  *      Calls whose comment says "the session is only tested for null" never look behind the handle.
  * @par Results
  *      Every SDF_ and ZOK_ call returns one of the status codes below. The other families return small
- *      integers, listed with each call; where a single value is listed, it carries no information. A call
+ *      integers, listed with each call; a call with a single value always returns that value. A call
  *      that refuses an argument writes nothing and draws no random number, unless its comment names what
  *      has already been written.
  * @par Order of checks
  *      The session handle comes first, then null pointers, then lengths, then values, each in the order in
- *      which a comment lists the results. The first check that fails decides the result.
+ *      which a comment lists the results. The first check that fails decides the result. Where one value has
+ *      several reasons, "later" separates those that are checked after the values listed below it.
  * @par Output
  *      Nothing is printed and nothing is logged. The only exception is print_str_array, whose purpose it is.
  * @par Threads
  *      There are no threads and no locks inside. A call that works on its arguments alone may run on any
- *      number of threads at once. The caller serialises
+ *      number of threads at once. The caller must serialise
  *      - every call that draws random numbers, against each other and against the application's own use of
  *        rand and srand: gen_random, gen_random_number, SDF_GenerateRandom; on whatever sessions
  *        SDF_GenerateKeyPair_ECC, SDF_ExternalSign_ECC, ZOK_ExternalSignHash_ECC, the two encrypting calls,
@@ -55,12 +56,27 @@
  *        (ecc_fix_point_mul, ecc_point_mul, ecc_ByteToPoint and all of schemes.h) and against each other;
  *      - all calls on the same session, and all opening and closing on the same device.
  * @par Timing
- *      The arithmetic takes a time that depends on the values it works on, secret ones included. "Timing"
- *      names what the time of a call depends on; "the values" means that more than their lengths show.
+ *      In the default build no call is constant-time: the time depends on the values, secret ones included.
+ *      "Timing" names what the time of a call, or of every call of a group that has no such paragraph,
+ *      depends on; "the values" means that it reveals more than their lengths.
+ * @par Units of sizes
+ *      | Name | Unit | Where |
+ *      |---|---|---|
+ *      | klen | bytes of key | exchange calls of schemes.h |
+ *      | klen_bits | bits of key, rounded down to bytes | agreement calls of sdf.h |
+ *      | key_bits | bits of the curve | SDF_GenerateKeyPair_ECC |
+ *      | bits | 8 times the bytes to read, or written | ECCrefPublicKey, ECCrefPrivateKey |
+ *      | length | bytes | ecc_scalar, ecc_point_bytes |
+ *      | len | 32-bit words | mint |
+ *      | every other length, count or capacity | bytes | |
+ * @par Names
+ *      SDF_ExternalEncrytp_ECC, ZOK_ExternalEncrytp_ECC, Ecdsa_DigitalVeriy, sm2_DigitalVeriy and
+ *      ecc_affine_jacobin are spelled so on purpose: deployed programs link them by these names. Names such
+ *      as add_2, mul_2, gen_random and hash_byte have no prefix and may collide with others in a static link.
  * @par Kept results
  *      Some results differ from the textbook and stay so, because devices in the field agree on them. The
  *      comments name those that a caller can meet after the word "Kept"; docs/compatibility.md and
- *      the two pages behind it list all.
+ *      its companion pages list all of them.
  */
 #ifndef ZOKECC_CONVENTIONS_H
 #define ZOKECC_CONVENTIONS_H

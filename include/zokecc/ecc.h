@@ -26,6 +26,29 @@
 
 #include <zokecc/mint.h>
 
+/** ecc_curve_bytes.type: 192 bits, L = 24. */
+#define ECC_CURVE_192 0u
+/** ecc_curve_bytes.type: 256 bits, L = 32. */
+#define ECC_CURVE_256 1u
+/** ecc_curve_bytes.type: 224 bits, L = 28. */
+#define ECC_CURVE_224 4u
+
+/** CurvePara.type: 160 bits, L = 20. */
+#define ZOK_CURVE_160 1u
+/** CurvePara.type: 192 bits, L = 24. */
+#define ZOK_CURVE_192 2u
+/** CurvePara.type: 224 bits, L = 28. */
+#define ZOK_CURVE_224 3u
+/** CurvePara.type: 256 bits, L = 32. Types 5 and 6 mean the same. */
+#define ZOK_CURVE_256 4u
+
+/** Form of ecc_PointToByte: 04, x and y. */
+#define ECC_POINT_UNCOMPRESSED 0u
+/** Form of ecc_PointToByte: 02 or 03 by the parity of y, and x. */
+#define ECC_POINT_COMPRESSED 1u
+/** Form of ecc_PointToByte: 06 or 07 by the parity of y, x and y. */
+#define ECC_POINT_HYBRID 2u
+
 /** A point in affine coordinates. 164 bytes. */
 typedef struct ecc_point {
     uint32_t infinity;            /**< 1 for the point at infinity, 0 for a finite point; tested for 1 */
@@ -48,7 +71,8 @@ typedef struct ecc_curve_bytes {
     uint8_t  Gx[65];              /**< base point, x */
     uint8_t  Gy[65];              /**< base point, y */
     uint8_t  n[65];               /**< order of the base point */
-    uint32_t type;                /**< 0: L = 24 (192 bits); 1: L = 32 (256 bits); 4: L = 28 (224 bits) */
+    uint32_t type;                /**< ECC_CURVE_192, ECC_CURVE_224 or ECC_CURVE_256: other numbers than in
+                                       CurvePara */
 } ecc_curve_bytes;
 
 /** The curve record of a session. Numbers are big-endian in the first L bytes of their fields. 392 bytes. */
@@ -59,9 +83,9 @@ typedef struct CurvePara {
     uint8_t  Gx[64];              /**< base point, x */
     uint8_t  Gy[64];              /**< base point, y */
     uint8_t  n[64];               /**< order of the base point */
-    uint32_t type;                /**< 1: L = 20 (160 bits); 2: L = 24 (192); 3: L = 28 (224);
-                                       4, 5 and 6: L = 32 (256) */
-    uint32_t hash_selector;       /**< hash of the session's schemes: 0 SM3, 1 SHA-256 */
+    uint32_t type;                /**< ZOK_CURVE_160, ZOK_CURVE_192, ZOK_CURVE_224 or ZOK_CURVE_256: other
+                                       numbers than in ecc_curve_bytes */
+    uint32_t hash_selector;       /**< hash of the session's schemes: HASH_ALG_SM3 or HASH_ALG_SHA256 */
 } CurvePara;
 
 /** A point, or a signature, as bytes: the record of the calls over the curve of the process. 136 bytes. */
@@ -76,6 +100,8 @@ typedef struct ecc_point_bytes {
 
 /**
  * @defgroup ecc_install Installing and checking a curve
+ * @par Timing
+ *      Depends on the values. The table costs some thousand point additions, once.
  * @{
  */
 
@@ -84,18 +110,16 @@ typedef struct ecc_point_bytes {
  * that G lies on the curve.
  *
  * @param[in] curve  one record; null is refused
- * @return 0 on success;
- *         -1, with nothing changed, if curve is null;
- *         1, with nothing changed, for a type other than 0, 1 and 4;
- *         -1 if G is not on the curve; the new curve and its table are then in place all the same
+ * @retval 0 success
+ * @retval -1 curve is null, with nothing changed; or G is not on the curve, with the new curve and its table
+ *         installed all the same
+ * @retval 1 the type is none of ECC_CURVE_192, ECC_CURVE_224 and ECC_CURVE_256; nothing is changed
  *
  * @note Kept: a base point off the curve is reported, but not undone.
  * @par Caller checks
  *      The result; that p is an odd prime (0 passes) and that n is the order of G.
  * @par Threads
  *      Must not run while another thread uses the curve of the process.
- * @par Timing
- *      Depends on the values. The table costs some thousand point additions, once.
  */
 ZOKECC_API int32_t  Curve_Init(const ecc_curve_bytes *curve);
 
@@ -119,7 +143,8 @@ ZOKECC_API int32_t  Curve_Exit(void);
  * @param[in] a  one record: coefficient a
  * @param[in] b  not read
  * @param[in] p  one record: the field's prime
- * @return 0 on success; 1, with nothing written, if p has no used word or more than eight
+ * @retval 0 success
+ * @retval 1 with nothing written, if p has no used word or more than eight
  *
  * @par Threads
  *      Must not run while another thread uses the curve of the process.
@@ -140,7 +165,8 @@ ZOKECC_API int32_t  ecc_precomputation_point(const ecc_point *G, const mint *a, 
  * @param[in]  b      not read
  * @param[in]  p      one record: the field's prime
  * @param[out] table  2^(m+1) + 1 records: 513 for eight words; PRECOMP_TABLE_ENTRIES suffice for every p
- * @return 0 on success; 1, with nothing written, if p has no used word or more than eight
+ * @retval 0 success
+ * @retval 1 with nothing written, if p has no used word or more than eight
  *
  * @par Aliasing
  *      G must not lie inside the table.
@@ -159,10 +185,10 @@ ZOKECC_API int32_t  ecc_precomputation_point_1(const ecc_point *G, const mint *a
  * @param     session  session handle
  * @param     type     curve type, 1 to 6 as listed with CurvePara; the type inside the record is not read
  * @param[in] record   one record
- * @return ZOK_OK;
- *         ZOK_ERR_SESSION if session is null;
- *         ZOK_ERR_ARGUMENT if record is null or type is not 1 to 6;
- *         ZOK_ERR_INTERNAL if the copy of the record cannot be allocated, or if G is not on the curve
+ * @retval ZOK_OK success
+ * @retval ZOK_ERR_SESSION session is null
+ * @retval ZOK_ERR_ARGUMENT record is null or type is not 1 to 6
+ * @retval ZOK_ERR_INTERNAL the copy of the record cannot be allocated, or if G is not on the curve
  *
  * @note Kept: when G is not on the curve the session already holds the new parameters, table and record, and
  *       its calls work with them; only the type and the size that mark a success keep their old values.
@@ -170,8 +196,6 @@ ZOKECC_API int32_t  ecc_precomputation_point_1(const ecc_point *G, const mint *a
  *      The result: after a failure close the session or install another curve. That p is an odd prime (0
  *      passes), that n is the order of G, that the hash selector is 0 or 1 (any other value is stored and
  *      makes later calls fail), and that the record's own type agrees with the argument.
- * @par Timing
- *      Depends on the values. The table costs some thousand point additions, once.
  */
 ZOKECC_API uint32_t ZOK_CurveParaCfg(void *session, uint32_t type, const CurvePara *record);
 
@@ -180,10 +204,10 @@ ZOKECC_API uint32_t ZOK_CurveParaCfg(void *session, uint32_t type, const CurvePa
  *
  * @param     type    curve type, 1 to 6 as listed with CurvePara; the type inside the record is not read
  * @param[in] record  one record; its hash selector is not read
- * @return ZOK_OK;
- *         ZOK_ERR_ARGUMENT if record is null or type is not 1 to 6;
- *         ZOK_ERR_INTERNAL if G is not on the curve, if both sides of its equation are 0 (y is 0 or p is 0),
- *         if n * G is not infinity or if the multiplication finds no memory
+ * @retval ZOK_OK success
+ * @retval ZOK_ERR_ARGUMENT record is null or type is not 1 to 6
+ * @retval ZOK_ERR_INTERNAL G is not on the curve, if both sides of its equation are 0 (y is 0 or p is 0), if
+ *         n * G is not infinity or if the multiplication finds no memory
  *
  * @note Kept: n = 0 passes. n * G is that of ecc_unknown_point_mul: a multiple of the order passes, and so
  *       does the one number just below the order that is named there. The digit buffer of that call stays
@@ -202,6 +226,8 @@ ZOKECC_API uint32_t ZOK_CurveVerify(uint32_t type, const CurvePara *record);
  * @defgroup ecc_points Points
  * Infinity in an ecc_point is written as flag 1 with the len of x and y set to 0; their words stay as they
  * were. None of these calls fails, and their results carry no information unless said otherwise.
+ * @par Timing
+ *      Depends on the values.
  * @{
  */
 
@@ -228,8 +254,6 @@ ZOKECC_API int32_t ecc_affine_jacobin(ecc_jac_point *out, const ecc_point *in);
  * @return 0, always
  *
  * @note Kept: the inverse is that of mint_EEA_algo; for a small or structured Z it may not be the true one.
- * @par Timing
- *      Depends on the values.
  */
 ZOKECC_API int32_t ecc_jacobin_affine(ecc_point *out, const mint *p, const ecc_jac_point *in);
 
@@ -256,8 +280,6 @@ ZOKECC_API int32_t ecc_jacobin_affine(ecc_point *out, const mint *p, const ecc_j
  *      Where Q may be -P, compare the coordinates first.
  * @par Aliasing
  *      out may be P or Q or both.
- * @par Timing
- *      Depends on the values.
  */
 ZOKECC_API int32_t ecc_point_add(const ecc_point *P, const ecc_point *Q, const mint *a, const mint *b,
                                  const mint *p, ecc_point *out);
@@ -275,8 +297,6 @@ ZOKECC_API int32_t ecc_point_add(const ecc_point *P, const ecc_point *Q, const m
  * @note Kept: what ecc_point_add says about y = 0 and about a result (0, 0).
  * @par Aliasing
  *      out may be P.
- * @par Timing
- *      Depends on the values.
  */
 ZOKECC_API int32_t ecc_point_double(const ecc_point *P, const mint *a, const mint *b, const mint *p,
                                     ecc_point *out);
@@ -297,12 +317,10 @@ ZOKECC_API int32_t ecc_infinite_point(ecc_jac_point *point);
  *
  * @param[in]     p      one record: the field's prime
  * @param[in,out] point  one record; unchanged if Z or Y is zero
- * @return 1 if nothing was done because Z or Y is zero;
- *         0 after the subtraction; 1 if Y was above p and is now Y - p
+ * @retval 0 Y is now p - Y
+ * @retval 1 Z or Y is zero, and nothing was done; or Y was above p and is now Y - p
  *
  * @note Kept: the subtraction follows the word rule of mint_sub.
- * @par Timing
- *      Depends on the values.
  */
 ZOKECC_API int32_t ecc_invert_point(const mint *p, ecc_jac_point *point);
 
@@ -332,8 +350,6 @@ ZOKECC_API int32_t ecc_copy_point(ecc_jac_point *out, const ecc_jac_point *in);
  *
  * @par Aliasing
  *      out may be P.
- * @par Timing
- *      Depends on the values.
  */
 ZOKECC_API int32_t ecc_jac_point_double(const ecc_jac_point *P, const mint *a, const mint *b, const mint *p,
                                         ecc_jac_point *out);
@@ -354,8 +370,6 @@ ZOKECC_API int32_t ecc_jac_point_double(const ecc_jac_point *P, const mint *a, c
  *
  * @par Aliasing
  *      out may be P.
- * @par Timing
- *      Depends on the values.
  */
 ZOKECC_API int32_t ecc_jac_point_add(const ecc_jac_point *P, const ecc_point *Q, const mint *a, const mint *b,
                                      const mint *p, ecc_jac_point *out);
@@ -380,8 +394,6 @@ ZOKECC_API int32_t ecc_jac_point_add(const ecc_jac_point *P, const ecc_point *Q,
  *      Where P and Q may be equal points, compare them first, or pass the same record twice.
  * @par Aliasing
  *      out may be P or Q or both.
- * @par Timing
- *      Depends on the values.
  */
 ZOKECC_API int32_t ecc_jac_point_add_1(const ecc_jac_point *P, const ecc_jac_point *Q, const mint *a,
                                        const mint *b, const mint *p, ecc_jac_point *out);
@@ -393,12 +405,11 @@ ZOKECC_API int32_t ecc_jac_point_add_1(const ecc_jac_point *P, const ecc_jac_poi
  * @param[in] a  one record: coefficient a
  * @param[in] b  one record: coefficient b
  * @param[in] p  one record: the field's prime; with 0 every point passes
- * @return 0 if y^2 = x^3 + a*x + b (mod p), else 1
+ * @retval 0 y^2 = x^3 + a*x + b (mod p)
+ * @retval 1 the point is not on the curve
  *
  * @par Caller checks
  *      That the point is finite and that x and y are below p; the equation alone does not say so.
- * @par Timing
- *      Depends on the values.
  * @par Standard
  *      SEC 1 version 2, section 3.2.2.1, step 3.
  */
@@ -410,6 +421,8 @@ ZOKECC_API int32_t ecc_test_point(const ecc_point *P, const mint *a, const mint 
  * @defgroup ecc_multiplication Multiplication of points
  * The result is affine. A scalar 0, as len 0 or as len 1, gives infinity. Scalars are not reduced modulo an
  * order; none is known here.
+ * @par Timing
+ *      Depends on the values, the scalar included: 16 doublings and up to 32 additions.
  * @{
  */
 
@@ -432,8 +445,6 @@ ZOKECC_API int32_t ecc_test_point(const ecc_point *P, const mint *a, const mint 
  *      Must not run while another thread rebuilds the table.
  * @par Aliasing
  *      out may be G.
- * @par Timing
- *      Depends on the values, the scalar included: 16 doublings and up to 32 additions.
  */
 ZOKECC_API int32_t ecc_fix_point_mul(const mint *k, const ecc_point *G, const mint *a, const mint *b,
                                      const mint *p, ecc_point *out);
@@ -452,8 +463,6 @@ ZOKECC_API int32_t ecc_fix_point_mul(const mint *k, const ecc_point *G, const mi
  *
  * @par Aliasing
  *      out must not lie inside the table.
- * @par Timing
- *      Depends on the values, the scalar included: 16 doublings and up to 32 additions.
  */
 ZOKECC_API int32_t ecc_fix_point_mul_1(const mint *k, const ecc_point *G, const mint *a, const mint *b,
                                        const mint *p, ecc_point *out, const ecc_point *table);
@@ -469,8 +478,9 @@ ZOKECC_API int32_t ecc_fix_point_mul_1(const mint *k, const ecc_point *G, const 
  * @param[in]  b    not read
  * @param[in]  p    one record: the field's prime
  * @param[out] out  one record
- * @return 1 on success; -1 if the buffer for the digits cannot be allocated, and *out is then infinity if k
- *         is zero or P infinite, and as it was otherwise
+ * @retval 1 success
+ * @retval -1 the buffer for the digits cannot be allocated, and *out is then infinity if k is zero or P
+ *         infinite, and as it was otherwise
  *
  * @note Kept: the digit buffer, one byte more than the scalar has bits (1 byte for the scalar 0), is never
  *       freed. Where the window meets an equal point in its last addition the result is infinity (see
@@ -523,6 +533,8 @@ ZOKECC_API int32_t ecc_point_mul(const mint *k, const ecc_point *P, const ecc_po
  * @defgroup ecc_encoding Points as byte strings
  * A compressed point is 02 or 03 (03 for an odd y) and x, an uncompressed one 04, x and y, a hybrid one 06 or
  * 07 (07 for an odd y), x and y. There is no byte string for infinity.
+ * @par Timing
+ *      Depends on the values.
  * @{
  */
 
@@ -536,7 +548,8 @@ ZOKECC_API int32_t ecc_point_mul(const mint *k, const ecc_point *P, const ecc_po
  * @param[in]  b       one record: coefficient b
  * @param[in]  p       one record: the field's prime
  * @param      parity  0 or 1
- * @return 0 on success; -1 if mint_sqrt finds no root
+ * @retval 0 success
+ * @retval -1 mint_sqrt finds no root
  *
  * @note Kept: the root 0 and parity 1 give y = p, not reduced. The other root is p less the one that was
  *       found, by the word rule of mint_sub, and is given for every parity but 0 and 1. For p = 1 (mod 8) an
@@ -548,8 +561,6 @@ ZOKECC_API int32_t ecc_point_mul(const mint *k, const ecc_point *P, const ecc_po
  *      out_y may be x, a or b. It must not be p.
  * @par Threads
  *      For p = 1 (mod 8) the call uses one table for the whole process, and may draw random numbers.
- * @par Timing
- *      Depends on the values.
  * @par Standard
  *      SEC 1 version 2, section 2.3.4, step 2.4.
  */
@@ -566,8 +577,9 @@ ZOKECC_API int32_t  ecc_point_unpress(mint *out_y, const mint *x, const mint *a,
  * @param      form      0: uncompressed; 1: compressed; 2: hybrid
  * @param[out] out       the bytes written
  * @param      out_size  room in bytes; a negative one is too small
- * @return the bytes written; -1, with nothing written, if a pointer is null, point->length is above 65, the
- *         form is another or out_size is too small
+ * @return the bytes written
+ * @retval -1 with nothing written, if a pointer is null, point->length is above 65, the form is another or
+ *         out_size is too small
  *
  * @par Aliasing
  *      out must not lie inside *point.
@@ -588,10 +600,10 @@ ZOKECC_API int32_t  ecc_PointToByte(const ecc_point_bytes *point, uint32_t form,
  * @param[in]  in      in_len bytes
  * @param      in_len  length in bytes
  * @param[out] out     one record
- * @return 0 on success;
- *         -1, with nothing written, if a pointer is null, no curve is installed, in_len is even or fits no
- *         form, the first byte is not 02, 03, 04, 06 or 07, or a compressed x has no y;
- *         -1, with the record written, if the point is not on the curve
+ * @retval 0 success
+ * @retval -1 with nothing written, if a pointer is null, no curve is installed, in_len is even or fits no
+ *         form, the first byte is not 02, 03, 04, 06 or 07, or a compressed x has no y; later, with the
+ *         record written, if the point is not on the curve
  *
  * @note Kept: the parity in a hybrid prefix is not compared with y. Coordinates of p and above are tested,
  *       and passed on, as they are.
@@ -601,8 +613,6 @@ ZOKECC_API int32_t  ecc_PointToByte(const ecc_point_bytes *point, uint32_t form,
  *      in must not lie inside *out.
  * @par Threads
  *      Must not run while another thread installs a curve. For compressed points what ecc_point_unpress says.
- * @par Timing
- *      Depends on the values.
  * @par Standard
  *      SEC 1 version 2, section 2.3.4; ANSI X9.62 for the hybrid form.
  */

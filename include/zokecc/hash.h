@@ -43,6 +43,8 @@ typedef struct hash_msg {
 
 /**
  * @defgroup hash_sha256 SHA-256 and HMAC-SHA256
+ * @par Timing
+ *      Depends on the lengths.
  * @{
  */
 
@@ -76,14 +78,13 @@ ZOKECC_API uint32_t mhash_sha256(const uint8_t *data, uint32_t len, uint8_t *out
  * @param      key_len   length in bytes
  * @param[out] out       out_len bytes
  * @param      out_len   bytes to write: up to 32 the code cut short, above 32 the code and then zero bytes
- * @return 0 on success; 1, with nothing written, if text_len is negative, text is null with a length above 0,
- *         or key is null with a length above 0
+ * @retval 0 success
+ * @retval 1 with nothing written, if text_len is negative, text is null with a length above 0, or key is null
+ *         with a length above 0
  *
  * @note Kept: out_len has no upper bound; exactly out_len bytes are written.
  * @par Aliasing
  *      out may overlap text and key, which are read first.
- * @par Timing
- *      Depends on the lengths.
  * @par Standard
  *      RFC 2104.
  */
@@ -112,8 +113,6 @@ ZOKECC_API int32_t  mhmac_sha256(const uint8_t *text, int32_t text_len, const ui
  *      The size of out, as above, and that text and key would be accepted by mhmac_sha256.
  * @par Aliasing
  *      text may overlap out. key must not overlap any byte that is written.
- * @par Timing
- *      Depends on the lengths.
  * @par Example
  *      L = 20 writes 20 bytes, L = 64 writes 64, L = 40 writes 72: code 1 (32 bytes), code 2 (32 bytes), and
  *      8 zero bytes.
@@ -129,9 +128,9 @@ ZOKECC_API int32_t  KD_hmac_sha256(const uint8_t *text, int32_t text_len, const 
  * @param      data_len  length in bytes
  * @param[out] out       32 bytes: the digest; null is allowed, and no digest is then written
  * @param[out] out_len   set to 32
- * @return ZOK_OK;
- *         ZOK_ERR_SESSION if session is null;
- *         ZOK_ERR_ARGUMENT if out_len is null
+ * @retval ZOK_OK success
+ * @retval ZOK_ERR_SESSION session is null
+ * @retval ZOK_ERR_ARGUMENT out_len is null
  *
  * @par Aliasing
  *      out may overlap data, which is read first.
@@ -153,16 +152,14 @@ ZOKECC_API uint32_t ZOK_Sha256(void *session, const uint8_t *data, uint32_t data
  * @param      data_len  length in bytes
  * @param[out] out       out_len bytes
  * @param      out_len   bytes to write: up to 32 the code cut short, above 32 the code and then zero bytes
- * @return ZOK_OK;
- *         ZOK_ERR_SESSION if session is null
+ * @retval ZOK_OK success
+ * @retval ZOK_ERR_SESSION session is null
  *
  * @note Kept: what mhmac_sha256 refuses is not reported. The answer is ZOK_OK and out stays as it was.
  * @par Caller checks
  *      data_len is not negative, and neither pointer is null with a length above 0.
  * @par Aliasing
  *      out may overlap data and key, which are read first.
- * @par Timing
- *      Depends on the lengths.
  * @par Standard
  *      RFC 2104.
  */
@@ -179,9 +176,9 @@ ZOKECC_API uint32_t ZOK_HmacSha256(void *session, const uint8_t *key, int32_t ke
  * @param         data_len  length in bytes
  * @param[out]    out       the derived bytes; the note of KD_hmac_sha256 says how many are written
  * @param[in,out] out_len   in: bytes wanted; out: the same number
- * @return ZOK_OK;
- *         ZOK_ERR_SESSION if session is null;
- *         ZOK_ERR_ARGUMENT if out_len is null
+ * @retval ZOK_OK success
+ * @retval ZOK_ERR_SESSION session is null
+ * @retval ZOK_ERR_ARGUMENT out_len is null
  *
  * @note Kept: more than *out_len bytes are written for lengths above 32 that are no multiple of 32, and
  *       *out_len does not say so. What mhmac_sha256 refuses is not reported.
@@ -189,8 +186,6 @@ ZOKECC_API uint32_t ZOK_HmacSha256(void *session, const uint8_t *key, int32_t ke
  *      The size of out, (L / 32) * 32 + L bytes for such a length L, and the arguments as for ZOK_HmacSha256.
  * @par Aliasing
  *      data may overlap out. key must not overlap any byte that is written.
- * @par Timing
- *      Depends on the lengths.
  */
 ZOKECC_API uint32_t ZOK_KdHmacSha256(void *session, const uint8_t *key, int32_t key_len,
                                      const uint8_t *data, int32_t data_len, uint8_t *out, uint32_t *out_len);
@@ -199,6 +194,8 @@ ZOKECC_API uint32_t ZOK_KdHmacSha256(void *session, const uint8_t *key, int32_t 
 
 /**
  * @defgroup hash_sm3 SM3 and HMAC-SM3
+ * @par Timing
+ *      Depends on the lengths.
  * @{
  */
 
@@ -226,10 +223,10 @@ ZOKECC_API uint32_t sm3_hash(const sm3_msg *msg, uint8_t *out);
  * @param      data_len  length in bytes
  * @param[out] out       32 bytes: the digest
  * @param[out] out_len   set to 32
- * @return ZOK_OK;
- *         ZOK_ERR_SESSION if session is null;
- *         ZOK_ERR_ARGUMENT if out_len is null;
- *         ZOK_ERR_SM3 if the hash reported an error, which it never does
+ * @retval ZOK_OK success
+ * @retval ZOK_ERR_SESSION session is null
+ * @retval ZOK_ERR_ARGUMENT out_len is null
+ * @retval ZOK_ERR_SM3 the hash reported an error, which it never does
  *
  * @par Aliasing
  *      out may overlap data, which is read first.
@@ -253,15 +250,13 @@ ZOKECC_API uint32_t ZOK_SM3(void *session, const uint8_t *data, uint32_t data_le
  * @param      key_len   length in bytes
  * @param[out] out       out_len bytes: the first bytes of the code
  * @param      out_len   bytes to write, at most 32
- * @return ZOK_OK;
- *         ZOK_ERR_SESSION if session is null;
- *         ZOK_ERR_ARGUMENT if out_len is above 32;
- *         ZOK_ERR_INTERNAL if data_len + 129 bytes cannot be allocated or are more than 2^32 - 1
+ * @retval ZOK_OK success
+ * @retval ZOK_ERR_SESSION session is null
+ * @retval ZOK_ERR_ARGUMENT out_len is above 32
+ * @retval ZOK_ERR_INTERNAL data_len + 129 bytes cannot be allocated or are more than 2^32 - 1
  *
  * @par Aliasing
  *      out may overlap data and key, which are read first.
- * @par Timing
- *      Depends on the lengths.
  * @par Standard
  *      RFC 2104.
  */
@@ -280,8 +275,8 @@ ZOKECC_API uint32_t ZOK_HMAC_SM3(void *session, const uint8_t *data, uint32_t da
  * @param      key_len   length in bytes
  * @param[out] out       out_len bytes
  * @param      out_len   bytes wanted; 0 writes nothing
- * @return ZOK_OK;
- *         ZOK_ERR_SESSION if session is null
+ * @retval ZOK_OK success
+ * @retval ZOK_ERR_SESSION session is null
  *
  * @note Kept: a step that fails, for lack of memory or because data is too long, is not reported. Its bytes
  *       stay as they were, and the steps behind it go on with what lies there.
@@ -289,8 +284,6 @@ ZOKECC_API uint32_t ZOK_HMAC_SM3(void *session, const uint8_t *data, uint32_t da
  *      Clear out before the call if a failed allocation must not go unseen.
  * @par Aliasing
  *      data may overlap out. key must not overlap any byte that is written.
- * @par Timing
- *      Depends on the lengths.
  */
 ZOKECC_API uint32_t ZOK_KD_HMAC_SM3(void *session, const uint8_t *data, uint32_t data_len,
                                     const uint8_t *key, uint32_t key_len, uint8_t *out, uint32_t out_len);
@@ -307,7 +300,8 @@ ZOKECC_API uint32_t ZOK_KD_HMAC_SM3(void *session, const uint8_t *data, uint32_t
  *
  * @param[in]  msg  one record
  * @param[out] out  32 bytes: the digest
- * @return 32, the bytes written; 0, with nothing written, for an unknown selector
+ * @retval 32 the bytes written
+ * @retval 0 with nothing written, for an unknown selector
  *
  * @note Kept: SHA-256 ignores len_high; a record with len_high 1 and len_low 3 hashes 3 bytes.
  * @par Caller checks
@@ -327,7 +321,8 @@ ZOKECC_API int32_t hash_byte(const hash_msg *msg, uint8_t *out);
  * @param[in]  msg      one record
  * @param[in]  modulus  one record; may be null for no reduction, and a modulus of zero reduces nothing
  * @param[out] out      one record
- * @return 0 on success; -1, with nothing written, for an unknown selector
+ * @retval 0 success
+ * @retval -1 with nothing written, for an unknown selector
  *
  * @note Kept: with SHA-256 the value has len 8, even if its top words are zero, and words 8 to 18 of *out
  *       stay as they were. A value that compares below the modulus is handed through like that; any other
@@ -355,6 +350,8 @@ ZOKECC_API int32_t hash_mint_value(const hash_msg *msg, const mint *modulus, min
  *      source of better quality. docs/security.md says more.
  * @par Threads
  *      The counter and the C library's generator are shared by the process and not locked.
+ * @par Timing
+ *      Depends on len.
  * @{
  */
 
@@ -382,8 +379,6 @@ ZOKECC_API uint32_t ecc_time(uint32_t *t);
  * @note Kept: every seeding restarts the C library's generator from the clock, also for the application.
  *       Bit 0 of every seed word is 1, and the three values mixed into a word overlap. Not so in the
  *       hardened build, which takes its seeds from the kernel.
- * @par Timing
- *      Depends on len.
  */
 ZOKECC_API int32_t gen_random(uint8_t *out, uint32_t len);
 
@@ -412,12 +407,10 @@ ZOKECC_API int32_t gen_random_number(mint *out, const mint *bound);
  * @param      session  session handle; only tested for null
  * @param      len      bytes wanted
  * @param[out] out      len bytes; may be null when len is 0
- * @return ZOK_OK;
- *         ZOK_ERR_SESSION if session is null;
- *         ZOK_ERR_ARGUMENT if out is null and len is not 0
+ * @retval ZOK_OK success
+ * @retval ZOK_ERR_SESSION session is null
+ * @retval ZOK_ERR_ARGUMENT out is null and len is not 0
  *
- * @par Timing
- *      Depends on len.
  * @par Standard
  *      The call of that name in GM/T 0018.
  */

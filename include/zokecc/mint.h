@@ -35,6 +35,8 @@ typedef struct mint {
 
 /**
  * @defgroup mint_values Conversions, comparison and shifts
+ * @par Timing
+ *      Depends on value->len and bit_count.
  * @{
  */
 
@@ -117,7 +119,8 @@ ZOKECC_API int32_t octetstring_to_mint(const uint8_t *bytes, uint32_t byte_count
  * @param      capacity  bytes that out can take
  * @param[out] out       the string, at most capacity bytes; nothing is written behind it
  * @param[out] out_len   bytes written
- * @return 0 on success; 1 if the string is longer than capacity, with *out and *out_len as they were
+ * @retval 0 success
+ * @retval 1 the string is longer than capacity, with *out and *out_len as they were
  *
  * @par Aliasing
  *      out must not lie inside *value.
@@ -139,9 +142,9 @@ ZOKECC_API int32_t mint_to_octetstring(const mint *value, uint32_t capacity, uin
  *                        fixed_len: with a smaller capacity fixed_len bytes are written all the same
  * @param[out] out_len    bytes written: fixed_len on success, else 0
  * @param[out] out        room for the greater of fixed_len and the shortest form, in bytes
- * @return 0 on success;
- *         1 if the shortest form is longer than capacity, with *out as it was;
- *         2 if it fits capacity but is longer than fixed_len: the shortest form has then been written
+ * @retval 0 success
+ * @retval 1 the shortest form is longer than capacity, with *out as it was
+ * @retval 2 it fits capacity but is longer than fixed_len: the shortest form has then been written
  *
  * @par Caller checks
  *      Pass a capacity of at least fixed_len and a buffer of at least capacity bytes.
@@ -166,9 +169,6 @@ ZOKECC_API int32_t mint_to_fixedlen_os(const mint *value, uint32_t fixed_len, ui
  * @param[in,out] value      one record
  * @param         bit_count  bits to shift by
  * @return 0, always
- *
- * @par Timing
- *      Depends on value->len and bit_count.
  */
 ZOKECC_API int32_t mint_left_move(mint *value, uint32_t bit_count);
 
@@ -181,9 +181,6 @@ ZOKECC_API int32_t mint_left_move(mint *value, uint32_t bit_count);
  * @param[in,out] value      one record
  * @param         bit_count  bits to shift by
  * @return 0, always
- *
- * @par Timing
- *      Depends on value->len and bit_count.
  */
 ZOKECC_API int32_t mint_right_move(mint *value, uint32_t bit_count);
 
@@ -191,7 +188,8 @@ ZOKECC_API int32_t mint_right_move(mint *value, uint32_t bit_count);
  * Gives the bit length of a value.
  *
  * @param[in] value  one record, trimmed; a zero top word counts 0 bits, each word below it 32
- * @return the number of bits up to the highest one that is set; 0 for zero
+ * @return the number of bits up to the highest one that is set
+ * @retval 0 for zero
  *
  * @par Timing
  *      Depends on value->len and on the top word.
@@ -203,7 +201,8 @@ ZOKECC_API int32_t get_mint_bit_len(const mint *value);
  *
  * @param[in] value      one record
  * @param     bit_index  index of the bit, 0 for the least significant
- * @return the bit, 0 or 1; 0 for a negative index or one at or above 32 * len
+ * @return the bit, 0 or 1
+ * @retval 0 a negative index or one at or above 32 * len
  *
  * @par Timing
  *      Does not depend on the words.
@@ -244,6 +243,8 @@ ZOKECC_API void    print_str_array(const char *label, const uint8_t *bytes, int3
 /**
  * @defgroup mint_plain Addition, subtraction and multiplication
  * The calls on bare words take arrays with the least significant word first, and counts in words.
+ * @par Timing
+ *      Depends on count.
  * @{
  */
 
@@ -321,8 +322,6 @@ ZOKECC_API int32_t  mint_mul(const mint *a, const mint *b, mint *out);
  *
  * @par Aliasing
  *      accumulator may be x; areas shifted against each other are not supported.
- * @par Timing
- *      Depends on count.
  */
 ZOKECC_API uint32_t mint_mul_3(uint32_t *accumulator, const uint32_t *x, uint32_t w, int32_t count);
 
@@ -337,8 +336,6 @@ ZOKECC_API uint32_t mint_mul_3(uint32_t *accumulator, const uint32_t *x, uint32_
  *
  * @par Aliasing
  *      out may be x; areas shifted against each other are not supported.
- * @par Timing
- *      Depends on count.
  */
 ZOKECC_API uint32_t mint_mul_4(uint32_t *out, const uint32_t *x, uint32_t w, int32_t count);
 
@@ -373,8 +370,6 @@ ZOKECC_API void     mul_2(const uint32_t *a, int32_t a_count, const uint32_t *b,
  *
  * @par Aliasing
  *      out may be x or y; areas shifted against each other are not supported.
- * @par Timing
- *      Depends on count.
  */
 ZOKECC_API uint32_t add_2(const uint32_t *x, const uint32_t *y, int32_t count, uint32_t *out);
 
@@ -389,8 +384,6 @@ ZOKECC_API uint32_t add_2(const uint32_t *x, const uint32_t *y, int32_t count, u
  *
  * @par Aliasing
  *      out may be x or y; areas shifted against each other are not supported.
- * @par Timing
- *      Depends on count.
  */
 ZOKECC_API uint32_t sub_2(const uint32_t *x, const uint32_t *y, int32_t count, uint32_t *out);
 
@@ -414,6 +407,8 @@ ZOKECC_API uint64_t div_2(uint32_t high, uint32_t low, uint32_t divisor);
 /**
  * @defgroup mint_division Division and reduction
  * Every dividend and divisor that a record can hold is divided correctly.
+ * @par Timing
+ *      Depends on the values.
  * @{
  */
 
@@ -426,12 +421,11 @@ ZOKECC_API uint64_t div_2(uint32_t high, uint32_t low, uint32_t divisor);
  * @param[in]  divisor    one record
  * @param[out] quotient   one record; may be null, and the quotient is then dropped
  * @param[out] remainder  one record; null is refused
- * @return 1 on success; 0, with nothing written, if the divisor is zero or remainder is null
+ * @retval 1 success
+ * @retval 0 with nothing written, if the divisor is zero or remainder is null
  *
  * @par Aliasing
  *      remainder may be dividend. It must be neither divisor nor quotient. quotient may be either input.
- * @par Timing
- *      Depends on the values.
  */
 ZOKECC_API int32_t mint_div(const mint *dividend, const mint *divisor, mint *quotient, mint *remainder);
 
@@ -443,12 +437,11 @@ ZOKECC_API int32_t mint_div(const mint *dividend, const mint *divisor, mint *quo
  * @param[in]  dividend   one record
  * @param[in]  modulus    one record
  * @param[out] remainder  one record; null is refused
- * @return 1 on success; 0, with nothing written, if the modulus is zero or remainder is null
+ * @retval 1 success
+ * @retval 0 with nothing written, if the modulus is zero or remainder is null
  *
  * @par Aliasing
  *      remainder may be dividend. It must not be modulus.
- * @par Timing
- *      Depends on the values.
  */
 ZOKECC_API int32_t mint_mod(const mint *dividend, const mint *modulus, mint *remainder);
 
@@ -465,8 +458,6 @@ ZOKECC_API int32_t mint_mod(const mint *dividend, const mint *modulus, mint *rem
  *
  * @par Aliasing
  *      out may be value. It must not be modulus.
- * @par Timing
- *      Depends on the values.
  */
 ZOKECC_API int32_t mint_mod_reduce(const mint *value, const mint *modulus, mint *out);
 
@@ -477,6 +468,8 @@ ZOKECC_API int32_t mint_mod_reduce(const mint *value, const mint *modulus, mint 
  * Operands are expected below the modulus and trimmed; this is not checked, and each comment says what comes
  * out otherwise. Sums and doubled values must stay below 2^608. The modulus must be a prime where a comment
  * says so.
+ * @par Timing
+ *      Depends on the values.
  * @{
  */
 
@@ -493,8 +486,6 @@ ZOKECC_API int32_t mint_mod_reduce(const mint *value, const mint *modulus, mint 
  *
  * @par Aliasing
  *      out may be a or b or both. It must not be p.
- * @par Timing
- *      Depends on the values.
  */
 ZOKECC_API int32_t mint_mod_add(mint *a, mint *b, const mint *p, mint *out);
 
@@ -513,8 +504,6 @@ ZOKECC_API int32_t mint_mod_add(mint *a, mint *b, const mint *p, mint *out);
  *       which takes an operand that is not reduced, the result is p and not 0.
  * @par Aliasing
  *      out may be a or b. It must not be p.
- * @par Timing
- *      Depends on the values.
  * @par Example
  *      1 - 2 modulo p is p - 1.
  */
@@ -534,8 +523,6 @@ ZOKECC_API int32_t mint_mod_sub(const mint *a, const mint *b, const mint *p, min
  *
  * @par Aliasing
  *      out may be a or b or both. It must not be p.
- * @par Timing
- *      Depends on the values.
  */
 ZOKECC_API int32_t mint_mod_mul(const mint *a, const mint *b, const mint *p, mint *out);
 
@@ -550,8 +537,6 @@ ZOKECC_API int32_t mint_mod_mul(const mint *a, const mint *b, const mint *p, min
  * @note Kept: the subtraction follows the word rule of mint_sub, with the output in the greater operand.
  * @par Aliasing
  *      out may be a. It must not be p.
- * @par Timing
- *      Depends on the values.
  */
 ZOKECC_API int32_t mint_mod_left_move_1(mint *out, const mint *a, const mint *p);
 
@@ -562,8 +547,8 @@ ZOKECC_API int32_t mint_mod_left_move_1(mint *out, const mint *a, const mint *p)
  * @param[in]  a          one record, below p and trimmed
  * @param[in]  p          the modulus
  * @param      bit_count  the exponent, in bits to shift; 0 or less only copies
- * @return 1 on success; 0 if the value has more bits than p when a shift is due, with what had been reached
- *         so far in *out
+ * @retval 1 success
+ * @retval 0 the value has more bits than p when a shift is due, with what had been reached so far in *out
  *
  * @note Kept: the subtractions follow the word rule of mint_sub, with the output in the greater operand.
  * @par Aliasing
@@ -595,8 +580,6 @@ ZOKECC_API int32_t mint_mod_left_move_n(mint *out, const mint *a, const mint *p,
  *      Where a structured operand can occur, multiply the result by a and compare with 1.
  * @par Aliasing
  *      out may be a or modulus.
- * @par Timing
- *      Depends on the values.
  * @par Example
  *      1/3 modulo 7 is 5; 1/3 modulo 8 is 3. 1/2 modulo the SM2 order comes out as
  *      7FFFFFFF7FFFFFFFFFFFFFFEFFFFFFFEB901EFB590E30295A9DDFA049CEAA092.
@@ -617,8 +600,6 @@ ZOKECC_API int32_t mint_EEA_algo(const mint *a, const mint *modulus, mint *out);
  *       an exponent that reduces to 1 gives back the base as it is, also at or above p.
  * @par Aliasing
  *      out may be base or exponent. It must not be p.
- * @par Timing
- *      Depends on the values.
  */
 ZOKECC_API int32_t mint_exp(const mint *base, const mint *exponent, const mint *p, mint *out);
 
@@ -645,8 +626,6 @@ ZOKECC_API int32_t mint_exp(const mint *base, const mint *exponent, const mint *
  *      For p = 1 (mod 8) the call uses one table for the whole process, and may draw random numbers.
  * @par Aliasing
  *      out may be a. It must not be p.
- * @par Timing
- *      Depends on the values.
  */
 ZOKECC_API int32_t mint_sqrt(const mint *a, const mint *p, mint *out);
 

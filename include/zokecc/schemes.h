@@ -3,6 +3,25 @@
  * ECDSA, ECDH, ECES, key pairs, and SM2 signatures, encryption and key exchange over the curve of the
  * process.
  *
+ * | Call | Success | Failure |
+ * |---|---|---|
+ * | Ecc_GenPubKey, Ecc_KeyPair_Gen | 0 | -1 |
+ * | Ecdsa_DigitalSign | 0 | -1 |
+ * | **Ecdsa_DigitalVeriy** | **1** | 0 |
+ * | sm2_DigitalSign | 0 | -1, or 1 |
+ * | sm2_DigitalVeriy | 0 | -1, or 1 |
+ * | sm2_Encry | 0 | -1 |
+ * | **sm2_Decry** | **-1**, with plain->len_low set | -1, with plain->len_low as it was |
+ * | Eces_Encry | 3 * W | -1 |
+ * | Eces_Decry | length of the message | -1 |
+ * | eces_format, eces_deformat | 0 | 1 |
+ * | Ecdh_KeyExChg | L | -1 |
+ * | sm2_KeyExChg_A1_3, _A4_10, _B1_10, sm2_KeyExChg | 0 | -1 |
+ * | sm2_RPoint | 0 | 1 |
+ *
+ * @par Names
+ *      Ecdsa_DigitalVeriy and sm2_DigitalVeriy are spelled so on purpose: deployed programs link them by
+ *      these names.
  * @par The curve
  *      Every call works on the curve that Curve_Init installed last, also where that answered -1. L is its
  *      byte length, p its prime, G its base point, n the order, and h the integer p / n, which is 0 on a
@@ -15,8 +34,8 @@
  *      Of an sm3_msg the calls read data and len_low. Data may be null when len_low is 0, unless said
  *      otherwise.
  * @par Hash selectors
- *      HASH_ALG_SM3 or HASH_ALG_SHA256. Only encryption and decryption refuse another one. The other calls go
- *      on with a hash that says nothing, so a selector that comes from outside is tested by the caller.
+ *      HASH_ALG_SM3 or HASH_ALG_SHA256. Only encryption and decryption refuse another one. The other calls
+ *      accept it, with e = 0 or a key of zeros: check a selector that comes from outside.
  * @par Results
  *      Small integers that differ from call to call: look at each. "An argument is unusable" means: a pointer
  *      that the call needs is null, the length of a record is above 65 or that of a scalar above 76, or no
@@ -33,6 +52,16 @@
 #include <zokecc/ecc.h>
 #include <zokecc/hash.h>
 
+/** Mode of Ecc_KeyPair_Gen: draw a private key. */
+#define ECC_KEY_PAIR_NEW   0u
+/** Mode of Ecc_KeyPair_Gen: take the private key that is given. */
+#define ECC_KEY_PAIR_GIVEN 1u
+
+/** Role in sm2_KeyExChg: the side that starts. */
+#define SM2_ROLE_INITIATOR 1u
+/** Role in sm2_KeyExChg: the side that answers. */
+#define SM2_ROLE_RESPONDER 0u
+
 /** A scalar: a private key or the secret of one exchange. 8 bytes on 32-bit targets. */
 typedef struct ecc_scalar {
     uint8_t *bytes;               /**< the number, big-endian; may be null when length is 0 */
@@ -41,6 +70,8 @@ typedef struct ecc_scalar {
 
 /**
  * @defgroup schemes_keys Key pairs
+ * @par Timing
+ *      Depends on the values, d included.
  * @{
  */
 
@@ -49,13 +80,12 @@ typedef struct ecc_scalar {
  *
  * @param[in]  d      one record: the private key
  * @param[out] Q_out  one record: the point d * G
- * @return 0 on success; -1 if an argument is unusable or d is not below n
+ * @retval 0 success
+ * @retval -1 an argument is unusable or d is not below n
  *
  * @note Kept: d = 0 is accepted and gives coordinates of zero bytes.
  * @par Aliasing
  *      Q_out may overlap the bytes of d, which are read first.
- * @par Timing
- *      Depends on the values, d included.
  * @par Standard
  *      SEC 1 version 2, section 3.2.1, step 2.
  */
@@ -69,9 +99,10 @@ ZOKECC_API int32_t Ecc_GenPubKey(const ecc_scalar *d, ecc_point_bytes *Q_out);
  *
  * @param[in,out] key    one record: the private key; not read in other modes, and may then be null
  * @param[out]    Q_out  one record: the point d * G
- * @param         mode   0: make a key; 1: take the given one
- * @return 0 on success; -1 if an argument is unusable (in mode 0 the key's length may be any), or in mode 1
- *         if d is not below n
+ * @param         mode   ECC_KEY_PAIR_NEW or ECC_KEY_PAIR_GIVEN
+ * @retval 0 success
+ * @retval -1 an argument is unusable (in mode 0 the key's length may be any), or in mode 1 if d is not below
+ *         n
  *
  * @note Kept: in mode 0 with room for fewer than L bytes the answer is 0, the length becomes 0, the public
  *       key is written and the private one is lost. d is drawn once and not tested; it can be 0, 1 or n - 1.
@@ -82,8 +113,6 @@ ZOKECC_API int32_t Ecc_GenPubKey(const ecc_scalar *d, ecc_point_bytes *Q_out);
  *      made with it verifies.
  * @par Threads
  *      Mode 0 draws random numbers.
- * @par Timing
- *      Depends on the values, d included.
  * @par Standard
  *      SEC 1 version 2, section 3.2.1, without its bound on d.
  */
@@ -93,6 +122,8 @@ ZOKECC_API int32_t Ecc_KeyPair_Gen(ecc_scalar *key, ecc_point_bytes *Q_out, uint
 
 /**
  * @defgroup schemes_signing Signatures
+ * @par Timing
+ *      Depends on the length and on the values, the private key and the nonce included.
  * @{
  */
 
@@ -106,8 +137,9 @@ ZOKECC_API int32_t Ecc_KeyPair_Gen(ecc_scalar *key, ecc_point_bytes *Q_out, uint
  *                       len_low says, and with an unknown selector data are not read
  * @param[out] sig_out   one record: the signature
  * @param      hash_sel  hash selector
- * @return 0 on success; -1 if an argument is unusable, d is 0 or not below n, or 1,024 nonces in a row gave
- *         no signature, which only happens on a curve that allows none
+ * @retval 0 success
+ * @retval -1 an argument is unusable, d is 0 or not below n, or 1,024 nonces in a row gave no signature,
+ *         which only happens on a curve that allows none
  *
  * @note Kept: an unknown selector leaves e at 0, and the signature says nothing about the message. The
  *       inverse is that of mint_EEA_algo: a small or structured nonce gives a signature that does not verify.
@@ -115,8 +147,6 @@ ZOKECC_API int32_t Ecc_KeyPair_Gen(ecc_scalar *key, ecc_point_bytes *Q_out, uint
  *      sig_out may overlap the message and d, which are read first.
  * @par Threads
  *      Draws random numbers.
- * @par Timing
- *      Depends on the length and on the values, the private key and the nonce included.
  * @par Standard
  *      SEC 1 version 2, section 4.1.3, with the whole digest.
  */
@@ -130,10 +160,10 @@ ZOKECC_API int32_t Ecdsa_DigitalSign(const ecc_scalar *d, const sm3_msg *msg, ec
  * @param[in] msg       one record: the message, as for Ecdsa_DigitalSign
  * @param[in] sig       one record: the signature
  * @param     hash_sel  hash selector
- * @return 1 for a valid signature; 0 if it is not, and also if an argument is unusable, s is a multiple of n,
- *         or there is no memory
+ * @retval 1 a valid signature
+ * @retval 0 it is not, and also if an argument is unusable, s is a multiple of n, or there is no memory
  *
- * @note Kept: r and s are not held against n, so s + n is as good as s where the field has room for it; the
+ * @note Kept: r and s are not compared with n, so s + n is as good as s where the field has room for it; the
  *       public key is not tested to lie on the curve; an infinite sum counts as x = 0. With an unknown
  *       selector r = 0 and s = 1 are valid for every key and message. Inverses and point additions are those
  *       of mint_EEA_algo and ecc_jac_point_add_1, so a valid signature with structured numbers can be
@@ -152,17 +182,17 @@ ZOKECC_API int32_t Ecdsa_DigitalVeriy(const ecc_point_bytes *Q, const sm3_msg *m
 /**
  * Signs a message with SM2, for a Z that the caller has made.
  *
- * e is the hash of Z and the message. How Z is made is told with ZOK_GenerateUserInfo.
+ * e is the hash of Z and the message. ZOK_GenerateUserInfo says how Z is made.
  *
  * @param[in]  d         one record: the private key
  * @param[in]  msg       one record: the message
  * @param[in]  Z         32 bytes
  * @param[out] sig_out   one record: the signature
  * @param      hash_sel  hash selector
- * @return 0 on success;
- *         -1 if an argument is unusable, or d is n - 1 or not below n;
- *         1 if message and 33 bytes cannot be allocated or are more than 2^32 - 1;
- *         -1 if 1,024 nonces in a row gave no signature
+ * @retval 0 success
+ * @retval -1 an argument is unusable, or d is n - 1 or not below n; later, 1,024 nonces in a row gave no
+ *         signature
+ * @retval 1 message and 33 bytes cannot be allocated or are more than 2^32 - 1
  *
  * @note Kept: d = 0 is accepted, and so are r = 0, which no verification accepts, and the nonce 0, which
  *       gives the key away. An unknown selector leaves e at 0. Signatures rest on the inverse of d + 1: see
@@ -173,8 +203,6 @@ ZOKECC_API int32_t Ecdsa_DigitalVeriy(const ecc_point_bytes *Q, const sm3_msg *m
  *      sig_out may overlap the message, Z and d, which are read first.
  * @par Threads
  *      Draws random numbers.
- * @par Timing
- *      Depends on the length and on the values, the private key and the nonce included.
  * @par Standard
  *      GB/T 32918.2, section 6.
  */
@@ -189,14 +217,12 @@ ZOKECC_API int32_t sm2_DigitalSign(const ecc_scalar *d, const sm3_msg *msg, cons
  * @param[in] sig       one record: the signature
  * @param[in] Z         32 bytes
  * @param     hash_sel  hash selector
- * @return 0 for a valid signature;
- *         -1 if an argument is unusable, r is 0 or not below p, or s is 0;
- *         -1 if message and 33 bytes cannot be allocated or are more than 2^32 - 1;
- *         1 if r + s is a multiple of n;
- *         -1 if the multiplication of the public key finds no memory;
- *         1 if the signature does not fit
+ * @retval 0 a valid signature
+ * @retval -1 an argument is unusable, r is 0 or not below p, or s is 0; later, message and 33 bytes cannot be
+ *         allocated or are more than 2^32 - 1; later, the multiplication of the public key finds no memory
+ * @retval 1 r + s is a multiple of n; later, the signature does not fit
  *
- * @note Kept: r is held against p and not against n, and s has no upper bound, so s + n is as good as s. The
+ * @note Kept: r is compared with p and not with n, and s has no upper bound, so s + n is as good as s. The
  *       public key is not tested to lie on the curve. With an unknown selector e is 0.
  * @par Caller checks
  *      As for Ecdsa_DigitalVeriy.
@@ -226,14 +252,14 @@ ZOKECC_API int32_t sm2_DigitalVeriy(const ecc_point_bytes *Q, const sm3_msg *msg
  * @param[in,out] cipher  one record: data points to 1 + 2 * L + message + 32 bytes, which are written;
  *                        len_high is set to 0 and len_low to that number
  * @param         alg     hash selector
- * @return 0 on success;
- *         -1 if an argument is unusable, the message is empty or has 2^31 bytes and more, or the selector is
- *         unknown; if there is no memory; if a coordinate of Q is 0;
- *         -1, with 04, x1 and y1 written, if h is 0, a coordinate of h * Q is 0, a multiplication finds no
- *         memory, or 1,024 key streams in a row were zero
+ * @retval 0 success
+ * @retval -1 an argument is unusable, the message is empty or has 2^31 bytes or more, the selector is
+ *         unknown, there is no memory, or a coordinate of Q is 0; nothing is written; later, h is 0, a
+ *         coordinate of h * Q is 0, a multiplication finds no memory, or 1,024 key streams in a row were
+ *         zero; 04, x1 and y1 are written
  *
  * @note Kept: the public key is only tested for zero coordinates, not to lie on the curve. A nonce 0, as a
- *       generator that is stuck could give it, is not refused, and everybody can read the message then.
+ *       generator that is stuck could give it, is not refused, and anyone can then read the message.
  * @par Caller checks
  *      The room behind cipher->data, and the public key, as for Ecdsa_DigitalVeriy.
  * @par Aliasing
@@ -257,14 +283,13 @@ ZOKECC_API int32_t sm2_Encry(const ecc_point_bytes *pub, const sm3_msg *msg, sm3
  * @param[in,out] plain   one record: data points to the ciphertext's length less 2 * L + 33 bytes, which are
  *                        written; len_high is set to 0 and len_low to that number
  * @param         alg     hash selector
- * @return 0 if the check value was found where this call looks for it;
- *         -1, with nothing written, if an argument is unusable, data are null, d is not below n, the
+ * @retval 0 the check value was found where this call looks for it
+ * @retval -1 with nothing written, if an argument is unusable, data are null, d is not below n, the
  *         ciphertext is too short or stands for a message of 2^31 bytes and more, its first byte is not 04,
  *         there is no memory, h is 0, h * C1 is infinite or the key stream is zero, as with an unknown
- *         selector;
- *         -1, with the plaintext written, if the check value was not found
+ *         selector; later, with the plaintext written, if the check value was not found
  *
- * @note Kept: the check value is looked for where C2 begins and not behind it. A ciphertext of sm2_Encry, or
+ * @note Kept: the check value is looked for where C2 begins and not after it. A ciphertext of sm2_Encry, or
  *       of any other sender, therefore gives the right plaintext and -1. d = 0 is not refused, and C1 is not
  *       tested to lie on the curve.
  * @par Caller checks
@@ -290,8 +315,9 @@ ZOKECC_API int32_t sm2_Decry(const ecc_scalar *priv, const sm3_msg *cipher, sm3_
  * @param      message_len   length in bytes
  * @param[out] out           1 + 3 * W bytes
  * @param      out_capacity  room behind the first byte, 3 * W; a negative one counts as 0
- * @return 3 * W, one less than the bytes written; -1 if an argument is unusable, or 1,024 nonces in a row
- *         gave x2 = 0, as with a Q of zero bytes or without memory
+ * @return 3 * W, one less than the bytes written
+ * @retval -1 an argument is unusable, or 1,024 nonces in a row gave x2 = 0, as with a Q of zero bytes or
+ *         without memory
  *
  * @note Kept: the leading 04 counts neither for the capacity nor in the result. A number that does not fit
  *       into what is left of the capacity is not written, nor are those behind it, and the result is 2 * W, W
@@ -299,7 +325,8 @@ ZOKECC_API int32_t sm2_Decry(const ecc_scalar *priv, const sm3_msg *cipher, sm3_
  *       curve.
  * @par Caller checks
  *      That the result is 3 * W, that the message is below p, the public key, as for Ecdsa_DigitalVeriy, and
- *      that the scheme will do: it has no integrity, and who knows one message can turn it into any other.
+ *      that the scheme will do: it has no integrity, and anyone who knows one message can turn it into any
+ *      other.
  * @par Aliasing
  *      out may overlap message, which is read first.
  * @par Threads
@@ -316,9 +343,10 @@ ZOKECC_API int32_t Eces_Encry(const ecc_point_bytes *recipient, const uint8_t *m
  * @param[in]  d           one record: the private key
  * @param[in]  cipher      1 + cipher_len bytes
  * @param      cipher_len  the result of Eces_Encry, 3 * W; its third part is the width of the numbers
- * @param[out] out         up to L bytes, the message without leading zero bytes, and one zero byte behind it
- * @return the length of the message, without the zero byte; -1 if an argument is unusable, d is not below n,
- *         the first byte is not 04, cipher_len / 3 is above 76 or there is no memory
+ * @param[out] out         up to L bytes, the message without leading zero bytes, and one zero byte after it
+ * @return the length of the message, without the zero byte
+ * @retval -1 an argument is unusable, d is not below n, the first byte is not 04, cipher_len / 3 is above 76
+ *         or there is no memory
  *
  * @note Kept: leading zero bytes of the message are lost, and a message of zeros has length 0. Nothing tells
  *       a wrong key or a changed ciphertext from the right one, d = 0 is accepted and k * G is not tested to
@@ -340,7 +368,8 @@ ZOKECC_API int32_t Eces_Decry(const ecc_scalar *d, const uint8_t *cipher, uint32
  * @param      message_len  length in bytes, at most block_len - 2
  * @param[out] out          block_len bytes; the first is not written
  * @param[out] out_len      set to block_len
- * @return 0 on success; 1 if message_len + 2 is above block_len or a needed pointer is null
+ * @retval 0 success
+ * @retval 1 message_len + 2 is above block_len or a needed pointer is null
  *
  * @note Kept: the random bytes are taken as drawn, and a zero among them ends the padding early for
  *       eces_deformat. With message_len = block_len - 2 one byte is drawn, which the zero byte then replaces.
@@ -366,8 +395,9 @@ ZOKECC_API int32_t eces_format(uint32_t block_len, const uint8_t *message, uint3
  * @param      block_len  length in bytes, at most L - 1
  * @param[out] out        up to L - 2 bytes
  * @param[out] out_len    set to the length of the message, or to L - 2 for a shorter block
- * @return 0 on success; 1 if block_len is L or above, if there is no zero in a block of L - 1 bytes, if L is
- *         below 2, as without a curve, or if a needed pointer is null
+ * @retval 0 success
+ * @retval 1 block_len is L or above, if there is no zero in a block of L - 1 bytes, if L is below 2, as
+ *         without a curve, or if a needed pointer is null
  *
  * @note Kept: in front of a right-aligned block out stays as it was, and *out_len counts those bytes as well.
  * @par Caller checks
@@ -401,6 +431,8 @@ ZOKECC_API int32_t eces_deformat(const uint8_t *block, uint32_t block_len, uint8
  *       p and not modulo n. An unknown selector answers 0, leaves both confirmation values as they were, and
  *       gives a key of zero bytes, or none where klen is a multiple of L; the pointers that are then not
  *       written may be null.
+ * @par Timing
+ *      Depends on the values, the private keys included.
  * @{
  */
 
@@ -411,7 +443,8 @@ ZOKECC_API int32_t eces_deformat(const uint8_t *block, uint32_t block_len, uint8
  * @param[in]  peer          one record: the peer's public key P
  * @param[out] out           L bytes
  * @param      out_capacity  room in bytes, L at least
- * @return L; -1 if an argument is unusable, out_capacity is below L or d is not below n
+ * @return L
+ * @retval -1 an argument is unusable, out_capacity is below L or d is not below n
  *
  * @note Kept: the peer's point is not tested, d = 0 is accepted, and running out of memory is not reported.
  *       An infinite product, as with d = 0, and a failed allocation both give L zero bytes and the result L.
@@ -434,7 +467,8 @@ ZOKECC_API int32_t Ecdh_KeyExChg(const ecc_scalar *d, const ecc_point_bytes *pee
  *
  * @param[in]  rA      one record: the temporary private key
  * @param[out] RA_out  one record: the temporary public key, for the peer
- * @return 0 on success; -1 if an argument is unusable or rA is not below n
+ * @retval 0 success
+ * @retval -1 an argument is unusable or rA is not below n
  *
  * @note Kept: rA = 0 is accepted.
  * @par Caller checks
@@ -463,17 +497,15 @@ ZOKECC_API int32_t sm2_KeyExChg_A1_3(const ecc_scalar *rA, ecc_point_bytes *RA_o
  * @param[out] SA_out    32 bytes: to be sent
  * @param[out] K_out     klen bytes: the key
  * @param      hash_sel  hash selector
- * @return 0 on success; -1 if an argument is unusable, a coordinate of PB is 0, dA is not below n, a
- *         coordinate of RA is 0, RB is not on the curve, there is no memory, h * tA mod p is 0, or T or U is
- *         infinite
+ * @retval 0 success
+ * @retval -1 an argument is unusable, a coordinate of PB is 0, dA is not below n, a coordinate of RA is 0, RB
+ *         is not on the curve, there is no memory, h * tA mod p is 0, or T or U is infinite
  *
  * @note Kept: what the group says, and that PB and RA are not tested to lie on the curve.
  * @par Caller checks
  *      The selector, PB, as for Ecdsa_DigitalVeriy, and that S1 and SB are the same.
  * @par Aliasing
  *      K_out must not overlap ZA, ZB, RA or RB.
- * @par Timing
- *      Depends on the values, the private keys included.
  * @par Standard
  *      GB/T 32918.3, section 6, steps A4 to A10.
  */
@@ -499,11 +531,10 @@ ZOKECC_API int32_t sm2_KeyExChg_A4_10(const ecc_scalar *rA, const ecc_point_byte
  * @param[out] SB_out    32 bytes: to be sent
  * @param[out] K_out     klen bytes: the key
  * @param      hash_sel  hash selector
- * @return 0 on success;
- *         -1, with nothing written, if an argument is unusable, a coordinate of PA is 0, dB is not below n,
- *         RA is not on the curve or there is no memory for the key;
- *         -1, with RB_out written, if h * tB mod p is 0, T or U is infinite, or a multiplication finds no
- *         memory
+ * @retval 0 success
+ * @retval -1 with nothing written, if an argument is unusable, a coordinate of PA is 0, dB is not below n, RA
+ *         is not on the curve or there is no memory for the key; later, with RB_out written, if h * tB mod p
+ *         is 0, T or U is infinite, or a multiplication finds no memory
  *
  * @note Kept: what the group says, and that PA is not tested to lie on the curve.
  * @par Caller checks
@@ -512,8 +543,6 @@ ZOKECC_API int32_t sm2_KeyExChg_A4_10(const ecc_scalar *rA, const ecc_point_byte
  *      RB_out must not be RA. K_out must not overlap ZA, ZB or RA.
  * @par Threads
  *      Draws random numbers.
- * @par Timing
- *      Depends on the values, the private keys included.
  * @par Standard
  *      GB/T 32918.3, section 6, steps B1 to B10.
  */
@@ -525,7 +554,7 @@ ZOKECC_API int32_t sm2_KeyExChg_B1_10(const ecc_scalar *dB, const ecc_point_byte
 /**
  * Completes an SM2 exchange for either side, with confirmation values that the other side does not have.
  *
- * @param      role      1: initiator; anything else: responder
+ * @param      role      SM2_ROLE_INITIATOR; anything else is SM2_ROLE_RESPONDER
  * @param[in]  r         one record: the own temporary private key; it is not tested
  * @param[in]  R         one record: the own temporary public key
  * @param[in]  peerR     one record: the peer's temporary public key
@@ -538,9 +567,9 @@ ZOKECC_API int32_t sm2_KeyExChg_B1_10(const ecc_scalar *dB, const ecc_point_byte
  * @param[out] out02     32 bytes: the confirmation value with 02
  * @param[out] K_out     klen bytes: the key, that of the split calls
  * @param      hash_sel  hash selector
- * @return 0 on success; -1 if an argument is unusable, a coordinate of peerP is 0, d is not below n, a
- *         coordinate of R is 0, R or peerR is not on the curve, there is no memory, h * t mod p is 0, or T or
- *         U is infinite
+ * @retval 0 success
+ * @retval -1 an argument is unusable, a coordinate of peerP is 0, d is not below n, a coordinate of R is 0, R
+ *         or peerR is not on the curve, there is no memory, h * t mod p is 0, or T or U is infinite
  *
  * @note Kept: what the group says, that peerP is not tested to lie on the curve, and the confirmation values:
  *       behind yU the hash takes 5 * L + 64 bytes instead of H. These are H, zero bytes up to 100, and
@@ -550,8 +579,6 @@ ZOKECC_API int32_t sm2_KeyExChg_B1_10(const ecc_scalar *dB, const ecc_point_byte
  *      The selector, and peerP, as for Ecdsa_DigitalVeriy. For confirmation use the split calls.
  * @par Aliasing
  *      K_out must not overlap ZA, ZB, R or peerR.
- * @par Timing
- *      Depends on the values, the private keys included.
  * @par Standard
  *      GB/T 32918.3, section 6, but for the confirmation values.
  */
@@ -567,7 +594,8 @@ ZOKECC_API int32_t sm2_KeyExChg(uint32_t role, const ecc_scalar *r, const ecc_po
  * @param[in]  scalar_bytes  not read, but null is refused
  * @param      count         not read
  * @param[out] R_out         one record: y is set to L zero bytes and length to L; x stays as it was
- * @return 0 on success, also without a curve, where L is 0; 1 if a pointer is null
+ * @retval 0 success, also without a curve, where L is 0
+ * @retval 1 a pointer is null
  *
  * @note Kept: the scalar counts as 0, and both coordinates of the infinite product go to y.
  * @par Timing

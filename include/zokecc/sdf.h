@@ -3,6 +3,18 @@
  * Devices, sessions, key pairs, signatures, encryption and key agreement: the call shapes of GM/T 0018,
  * entirely in software.
  *
+ * The calls of a session, in order:
+ *
+ *      void *session = NULL;
+ *      if (ZOK_OpenSession(&session, &zokecc_sm2p256v1) != ZOK_OK) return 1;          // zokecc/curves.h
+ *      if (ZOK_CurveParaCfg(session, zokecc_sm2p256v1.type, &zokecc_sm2p256v1) != ZOK_OK) return 1;
+ *      ... SDF_GenerateKeyPair_ECC, ZOK_ExternalSignHash_ECC, ZOK_ExternalVerifyHash_ECC ...
+ *      ZOK_CloseSession(session);
+ *
+ * With a device: SDF_OpenDevice, SDF_OpenSession, ZOK_CurveParaCfg, the work, SDF_CloseSession,
+ * SDF_CloseDevice. The second call above is needed for curves from outside only: ZOK_OpenSession does not
+ * report what is wrong with one.
+ *
  * @par Devices and sessions
  *      A device is a small record in memory, a session a block of some 86,000 bytes with a curve of its own.
  *      A session comes from a device (SDF_OpenSession, closed by SDF_CloseSession) or stands alone
@@ -89,6 +101,8 @@ typedef struct KeyAgreementResult {
 
 /**
  * @defgroup sdf_sessions Devices and sessions
+ * @par Timing
+ *      Depends on the heap.
  * @{
  */
 
@@ -96,12 +110,10 @@ typedef struct KeyAgreementResult {
  * Opens a device.
  *
  * @param[out] device_out  set to the device handle
- * @return ZOK_OK;
- *         ZOK_ERR_ARGUMENT if device_out is null;
- *         ZOK_ERR_OPEN_DEVICE if there is no memory for the device
+ * @retval ZOK_OK success
+ * @retval ZOK_ERR_ARGUMENT device_out is null
+ * @retval ZOK_ERR_OPEN_DEVICE there is no memory for the device
  *
- * @par Timing
- *      Depends on the heap.
  * @par Standard
  *      The call of that name in GM/T 0018.
  */
@@ -114,13 +126,11 @@ ZOKECC_API uint32_t SDF_OpenDevice(void **device_out);
  * happens a further SDF_CloseDevice answers ZOK_OK and does nothing.
  *
  * @param device  device handle
- * @return ZOK_OK;
- *         ZOK_ERR_CLOSE_DEVICE if device is null
+ * @retval ZOK_OK success
+ * @retval ZOK_ERR_CLOSE_DEVICE device is null
  *
  * @par Caller checks
  *      A handle is not used again after its device has been closed.
- * @par Timing
- *      Depends on the heap.
  * @par Standard
  *      The call of that name in GM/T 0018.
  */
@@ -131,13 +141,11 @@ ZOKECC_API uint32_t SDF_CloseDevice(void *device);
  *
  * @param      device       device handle
  * @param[out] session_out  set to the session handle
- * @return ZOK_OK;
- *         ZOK_ERR_DEVICE if device is null;
- *         ZOK_ERR_ARGUMENT if session_out is null;
- *         ZOK_ERR_OPEN_SESSION if there is no memory for the session
+ * @retval ZOK_OK success
+ * @retval ZOK_ERR_DEVICE device is null
+ * @retval ZOK_ERR_ARGUMENT session_out is null
+ * @retval ZOK_ERR_OPEN_SESSION there is no memory for the session
  *
- * @par Timing
- *      Depends on the heap.
  * @par Standard
  *      The call of that name in GM/T 0018.
  */
@@ -147,11 +155,9 @@ ZOKECC_API uint32_t SDF_OpenSession(void *device, void **session_out);
  * Closes a session and lowers the count of its device. A session without a device is closed all the same.
  *
  * @param session  session handle
- * @return ZOK_OK;
- *         ZOK_ERR_CLOSE_SESSION if session is null
+ * @retval ZOK_OK success
+ * @retval ZOK_ERR_CLOSE_SESSION session is null
  *
- * @par Timing
- *      Depends on the heap.
  * @par Standard
  *      The call of that name in GM/T 0018.
  */
@@ -162,9 +168,9 @@ ZOKECC_API uint32_t SDF_CloseSession(void *session);
  *
  * @param      session   session handle; only tested for null
  * @param[out] info_out  one record
- * @return ZOK_OK;
- *         ZOK_ERR_SESSION if session is null;
- *         ZOK_ERR_ARGUMENT if info_out is null
+ * @retval ZOK_OK success
+ * @retval ZOK_ERR_SESSION session is null
+ * @retval ZOK_ERR_ARGUMENT info_out is null
  *
  * @par Timing
  *      Constant.
@@ -180,9 +186,9 @@ ZOKECC_API uint32_t SDF_GetDeviceInfo(void *session, DEVICEINFO *info_out);
  *
  * @param[out] session_out  set to the session handle
  * @param[in]  record       one record: the curve
- * @return ZOK_OK;
- *         ZOK_ERR_ARGUMENT if session_out or record is null;
- *         ZOK_ERR_OPEN_SESSION if there is no memory for the session
+ * @retval ZOK_OK success
+ * @retval ZOK_ERR_ARGUMENT session_out or record is null
+ * @retval ZOK_ERR_OPEN_SESSION there is no memory for the session
  *
  * @note Kept: what ZOK_CurveParaCfg reports is not passed on. A record with an unknown type gives ZOK_OK and
  *       a session without a curve; one whose base point is off the curve gives ZOK_OK and a session that
@@ -200,14 +206,12 @@ ZOKECC_API uint32_t ZOK_OpenSession(void **session_out, const CurvePara *record)
  * Closes a session that ZOK_OpenSession opened.
  *
  * @param session  session handle
- * @return ZOK_OK;
- *         ZOK_ERR_CLOSE_SESSION if session is null
+ * @retval ZOK_OK success
+ * @retval ZOK_ERR_CLOSE_SESSION session is null
  *
  * @par Caller checks
  *      Sessions of a device are closed by SDF_CloseSession. This call leaves the count of an open device as
  *      it is, so the memory of that device is never given back.
- * @par Timing
- *      Depends on the heap.
  */
 ZOKECC_API uint32_t ZOK_CloseSession(void *session);
 
@@ -229,11 +233,11 @@ ZOKECC_API uint32_t ZOK_CloseSession(void *session);
  * @param      key_bits   size in bits, exactly 8 * L
  * @param[out] pub_out    one record: x and y in L bytes each, bits set to 8 * L
  * @param[out] priv_out   one record: d in L bytes, bits set to 8 * L
- * @return ZOK_OK;
- *         ZOK_ERR_SESSION if session is null;
- *         ZOK_ERR_ARGUMENT if pub_out or priv_out is null, key_bits is not 8 * L, or the session has no
- *         usable curve (p or n is zero);
- *         ZOK_ERR_INTERNAL for any other algorithm
+ * @retval ZOK_OK success
+ * @retval ZOK_ERR_SESSION session is null
+ * @retval ZOK_ERR_ARGUMENT pub_out or priv_out is null, key_bits is not 8 * L, or the session has no usable
+ *         curve (p or n is zero)
+ * @retval ZOK_ERR_INTERNAL for any other algorithm
  *
  * @note Kept: d is drawn once and not tested. It can be 0, with a public key of zero bytes, or 1 or n - 1,
  *       and small d are a little likelier than large ones.
@@ -261,14 +265,13 @@ ZOKECC_API uint32_t SDF_GenerateKeyPair_ECC(void *session, uint32_t algorithm, u
  *                        e_len is 0
  * @param      e_len      length in bytes, at most 76
  * @param[out] sig_out    one record: r and s in L bytes each
- * @return ZOK_OK;
- *         ZOK_ERR_SESSION if session is null;
- *         ZOK_ERR_ARGUMENT if priv, sig_out or a needed e is null, e_len is above 76, or priv->bits / 8 is
- *         above 64;
- *         ZOK_ERR_SIGN if d is zero or not below n, with any algorithm;
- *         ZOK_ERR_INTERNAL for any other algorithm;
- *         ZOK_ERR_SIGN for SM2 if d is n - 1, and if 1,024 nonces in a row gave no signature, which only
- *         happens on a curve that allows none
+ * @retval ZOK_OK success
+ * @retval ZOK_ERR_SESSION session is null
+ * @retval ZOK_ERR_ARGUMENT priv, sig_out or a needed e is null, e_len is above 76, or priv->bits / 8 is above
+ *         64
+ * @retval ZOK_ERR_SIGN d is zero or not below n, with any algorithm; later, for SM2 if d is n - 1, and if
+ *         1,024 nonces in a row gave no signature, which only happens on a curve that allows none
+ * @retval ZOK_ERR_INTERNAL for any other algorithm
  *
  * @note Kept: SM2 accepts r = 0, which no verification accepts. SM2 signatures rest on the inverse of d + 1,
  *       which mint_EEA_algo gets wrong for small and structured numbers: with d = 1 or d = n - 2 on the SM2
@@ -297,15 +300,13 @@ ZOKECC_API uint32_t SDF_ExternalSign_ECC(void *session, uint32_t algorithm, cons
  * @param[in] e          e_len bytes: the digest, as for SDF_ExternalSign_ECC; may be null when e_len is 0
  * @param     e_len      length in bytes, at most 76
  * @param[in] sig        one record: r and s in L bytes each
- * @return ZOK_OK for a valid signature;
- *         ZOK_ERR_SESSION if session is null;
- *         ZOK_ERR_ARGUMENT if pub, sig or a needed e is null, e_len is above 76, or pub->bits / 8 is above
- *         64;
- *         ZOK_ERR_VERIFY if r or s is 0 or not below n, with any algorithm;
- *         ZOK_ERR_INTERNAL for any other algorithm;
- *         ZOK_ERR_VERIFY for SM2 if r + s is n;
- *         ZOK_ERR_INTERNAL if the multiplication of the public key finds no memory;
- *         ZOK_ERR_VERIFY if the signature does not fit
+ * @retval ZOK_OK a valid signature
+ * @retval ZOK_ERR_SESSION session is null
+ * @retval ZOK_ERR_ARGUMENT pub, sig or a needed e is null, e_len is above 76, or pub->bits / 8 is above 64
+ * @retval ZOK_ERR_VERIFY r or s is 0 or not below n, with any algorithm; later, for SM2 if r + s is n; later,
+ *         the signature does not fit
+ * @retval ZOK_ERR_INTERNAL for any other algorithm; later, the multiplication of the public key finds no
+ *         memory
  *
  * @note Kept: the public key is not tested to lie on the curve. Inverses and point additions are those of
  *       mint_EEA_algo and ecc_jac_point_add_1, so a valid signature with structured numbers, such as one made
@@ -334,12 +335,11 @@ ZOKECC_API uint32_t SDF_ExternalVerify_ECC(void *session, uint32_t algorithm, co
  * @param      id_len     length in bytes
  * @param[out] Z_out      32 bytes
  * @param[out] Z_len_out  set to 32
- * @return ZOK_OK;
- *         ZOK_ERR_SESSION if session is null;
- *         ZOK_ERR_ARGUMENT if pub, Z_out, Z_len_out or a needed id is null, or the session has no curve
- *         record;
- *         ZOK_ERR_INTERNAL if 6 * L + id_len + 3 bytes cannot be allocated or are more than 2^32 - 1, or if
- *         the session's hash selector is unknown
+ * @retval ZOK_OK success
+ * @retval ZOK_ERR_SESSION session is null
+ * @retval ZOK_ERR_ARGUMENT pub, Z_out, Z_len_out or a needed id is null, or the session has no curve record
+ * @retval ZOK_ERR_INTERNAL 6 * L + id_len + 3 bytes cannot be allocated or are more than 2^32 - 1, or if the
+ *         session's hash selector is unknown
  *
  * @note Kept: only the low 16 bits of the identity's bit length enter the hash, so an identity of 8,192 bytes
  *       counts as one of 0. The record is that of the last ZOK_CurveParaCfg, also of one that failed.
@@ -370,14 +370,14 @@ ZOKECC_API uint32_t ZOK_GenerateUserInfo(void *session, const ECCrefPublicKey *p
  * @param[in]  id           id_len bytes: the identity; may be null when id_len is 0; not read for ECDSA
  * @param      id_len       length in bytes; not read for ECDSA
  * @param[out] sig_out      one record: r and s in L bytes each
- * @return ZOK_OK;
- *         ZOK_ERR_SESSION if session is null;
- *         ZOK_ERR_INTERNAL for any other algorithm, whose other arguments are not looked at;
- *         ZOK_ERR_ARGUMENT if priv, sig_out, or a needed message or id is null, if priv->bits / 8 is above
- *         64, or, for SM2, if ZOK_GenerateUserInfo fails for whatever reason;
- *         ZOK_ERR_INTERNAL for SM2 if 33 + message_len bytes cannot be allocated or are more than 2^32 - 1,
- *         for ECDSA if the session's hash selector is unknown;
- *         ZOK_ERR_SIGN if d is zero or not below n, for SM2 n - 1, or no signature came out
+ * @retval ZOK_OK success
+ * @retval ZOK_ERR_SESSION session is null
+ * @retval ZOK_ERR_INTERNAL for any other algorithm, whose other arguments are not looked at; later, for SM2
+ *         if 33 + message_len bytes cannot be allocated or are more than 2^32 - 1, for ECDSA if the session's
+ *         hash selector is unknown
+ * @retval ZOK_ERR_ARGUMENT priv, sig_out, or a needed message or id is null, if priv->bits / 8 is above 64,
+ *         or, for SM2, if ZOK_GenerateUserInfo fails for whatever reason
+ * @retval ZOK_ERR_SIGN d is zero or not below n, for SM2 n - 1, or no signature came out
  *
  * @note Kept: what SDF_ExternalSign_ECC and ZOK_GenerateUserInfo say. For SM2 the range of d is tested last,
  *       so a bad key costs the whole call up to there.
@@ -409,15 +409,14 @@ ZOKECC_API uint32_t ZOK_ExternalSignHash_ECC(void *session, uint32_t algorithm, 
  * @param[in] id           id_len bytes: the identity; may be null when id_len is 0; not read for ECDSA
  * @param     id_len       length in bytes; not read for ECDSA
  * @param[in] sig          one record: r and s in L bytes each
- * @return ZOK_OK for a valid signature;
- *         ZOK_ERR_SESSION if session is null;
- *         ZOK_ERR_INTERNAL for any other algorithm, whose other arguments are not looked at;
- *         ZOK_ERR_ARGUMENT if pub, sig, or a needed message or id is null, if pub->bits / 8 is above 64, or,
- *         for SM2, if ZOK_GenerateUserInfo fails for whatever reason;
- *         ZOK_ERR_INTERNAL for SM2 if 33 + message_len bytes cannot be allocated or are more than 2^32 - 1,
- *         for ECDSA if the session's hash selector is unknown, and for both if the multiplication of the
- *         public key finds no memory;
- *         ZOK_ERR_VERIFY if the signature is not valid
+ * @retval ZOK_OK a valid signature
+ * @retval ZOK_ERR_SESSION session is null
+ * @retval ZOK_ERR_INTERNAL for any other algorithm, whose other arguments are not looked at; later, for SM2
+ *         if 33 + message_len bytes cannot be allocated or are more than 2^32 - 1, for ECDSA if the session's
+ *         hash selector is unknown, and for both if the multiplication of the public key finds no memory
+ * @retval ZOK_ERR_ARGUMENT pub, sig, or a needed message or id is null, if pub->bits / 8 is above 64, or, for
+ *         SM2, if ZOK_GenerateUserInfo fails for whatever reason
+ * @retval ZOK_ERR_VERIFY the signature is not valid
  *
  * @note Kept: what SDF_ExternalVerify_ECC and ZOK_GenerateUserInfo say.
  * @par Caller checks
@@ -453,15 +452,14 @@ ZOKECC_API uint32_t ZOK_ExternalVerifyHash_ECC(void *session, uint32_t algorithm
  * @param[in]  message      message_len bytes
  * @param      message_len  length in bytes, exactly L
  * @param[out] cipher_out   one record: x, y and C in L bytes each; M in 32 for SM2, in all 64 otherwise
- * @return ZOK_OK;
- *         ZOK_ERR_SESSION if session is null;
- *         ZOK_ERR_ARGUMENT if pub is null, pub->bits / 8 is above 64, or a coordinate of pub is 0;
- *         ZOK_ERR_INTERNAL for any other algorithm, whose other arguments are not looked at;
- *         ZOK_ERR_ARGUMENT if message_len is not L, message or cipher_out is null, the session has no usable
- *         curve (p or n is zero) or, for SM2, its hash selector is unknown;
- *         ZOK_ERR_ARGUMENT for SM2, with x and y written, if h is 0 or a coordinate of h * Q is 0;
- *         ZOK_ERR_INTERNAL, with x and y written for SM2, if a multiplication finds no memory or 1,024 nonces
- *         in a row were in vain
+ * @retval ZOK_OK success
+ * @retval ZOK_ERR_SESSION session is null
+ * @retval ZOK_ERR_ARGUMENT pub is null, pub->bits / 8 is above 64, or a coordinate of pub is 0; later,
+ *         message_len is not L, message or cipher_out is null, the session has no usable curve (p or n is
+ *         zero) or, for SM2, its hash selector is unknown; later, for SM2, with x and y written, if h is 0 or
+ *         a coordinate of h * Q is 0
+ * @retval ZOK_ERR_INTERNAL for any other algorithm, whose other arguments are not looked at; later, with x
+ *         and y written for SM2, if a multiplication finds no memory or 1,024 nonces in a row were in vain
  *
  * @note Kept: the public key is only tested for zero coordinates, not to lie on the curve. SM2 does not
  *       refuse a nonce 0, as a generator that is stuck could give it, and everybody can read the message
@@ -491,14 +489,14 @@ ZOKECC_API uint32_t SDF_ExternalEncrytp_ECC(void *session, uint32_t algorithm, c
  * @param[in]  cipher         one record
  * @param[out] plain_out      L bytes for SM2; up to L, the message without leading zero bytes, otherwise
  * @param[out] plain_len_out  set to the length of the message
- * @return ZOK_OK;
- *         ZOK_ERR_SESSION if session is null;
- *         ZOK_ERR_ARGUMENT if priv is null, priv->bits / 8 is above 64, or d is not below n;
- *         ZOK_ERR_INTERNAL for any other algorithm, whose other arguments are not looked at;
- *         ZOK_ERR_ARGUMENT if cipher, plain_out or plain_len_out is null, and for SM2 if h is 0, h * C1 is
- *         infinite, or the key stream is zero, as it is for an unknown hash selector;
- *         ZOK_ERR_INTERNAL if a multiplication finds no memory;
- *         ZOK_ERR_INTERNAL for SM2, with the plaintext and its length written, if the check value differs
+ * @retval ZOK_OK success
+ * @retval ZOK_ERR_SESSION session is null
+ * @retval ZOK_ERR_ARGUMENT priv is null, priv->bits / 8 is above 64, or d is not below n; later, cipher,
+ *         plain_out or plain_len_out is null, and for SM2 if h is 0, h * C1 is infinite, or the key stream is
+ *         zero, as it is for an unknown hash selector
+ * @retval ZOK_ERR_INTERNAL for any other algorithm, whose other arguments are not looked at; later, a
+ *         multiplication finds no memory; later, for SM2, with the plaintext and its length written, if the
+ *         check value differs
  *
  * @note Kept: the plaintext stays written when the check value differs. The multiplicative scheme loses
  *       leading zero bytes, and tells no wrong key and no changed record from a right one. d = 0 is accepted,
@@ -525,15 +523,13 @@ ZOKECC_API uint32_t SDF_ExternalDecrypt_ECC(void *session, uint32_t algorithm, c
  * @param      message_len     length in bytes, at least 1
  * @param[out] cipher_out      1 + 2 * L + message_len + 32 bytes
  * @param[out] cipher_len_out  set to that number
- * @return ZOK_OK;
- *         ZOK_ERR_SESSION if session is null;
- *         ZOK_ERR_ARGUMENT if another pointer is null, pub->bits / 8 is above 64, or message_len is below 1;
- *         ZOK_ERR_INTERNAL if there is no memory for the key stream and the input of C3;
- *         ZOK_ERR_ARGUMENT if a coordinate of pub is 0, or the session has no usable curve (p or n is zero)
- *         or an unknown hash selector;
- *         ZOK_ERR_ARGUMENT, with 04 and C1 written, if h is 0 or a coordinate of h * Q is 0;
- *         ZOK_ERR_INTERNAL, with 04 and C1 written, if a multiplication finds no memory or 1,024 nonces in a
- *         row were in vain
+ * @retval ZOK_OK success
+ * @retval ZOK_ERR_SESSION session is null
+ * @retval ZOK_ERR_ARGUMENT another pointer is null, pub->bits / 8 is above 64, or message_len is below 1;
+ *         later, a coordinate of pub is 0, or the session has no usable curve (p or n is zero) or an unknown
+ *         hash selector; later, with 04 and C1 written, if h is 0 or a coordinate of h * Q is 0
+ * @retval ZOK_ERR_INTERNAL there is no memory for the key stream and the input of C3; later, with 04 and C1
+ *         written, if a multiplication finds no memory or 1,024 nonces in a row were in vain
  *
  * @note Kept: the public key is only tested for zero coordinates, not to lie on the curve. A nonce 0 is not
  *       refused, as with SDF_ExternalEncrytp_ECC.
@@ -561,15 +557,13 @@ ZOKECC_API uint32_t ZOK_ExternalEncrytp_ECC(void *session, const ECCrefPublicKey
  * @param      cipher_len     length in bytes, at least 2 * L + 34
  * @param[out] plain_out      cipher_len - 2 * L - 33 bytes
  * @param[out] plain_len_out  set to that number
- * @return ZOK_OK;
- *         ZOK_ERR_SESSION if session is null;
- *         ZOK_ERR_ARGUMENT if another pointer is null, priv->bits / 8 is above 64, cipher_len is too small or
- *         stands for a message of 2^31 bytes and more, d is not below n, or the first byte is not 04;
- *         ZOK_ERR_INTERNAL if there is no memory for the key stream and the input of C3;
- *         ZOK_ERR_ARGUMENT if h is 0, h * C1 is infinite, or the key stream is zero, as it is for an unknown
- *         hash selector;
- *         ZOK_ERR_INTERNAL if a multiplication finds no memory;
- *         ZOK_ERR_INTERNAL, with the plaintext and its length written, if C3 differs
+ * @retval ZOK_OK success
+ * @retval ZOK_ERR_SESSION session is null
+ * @retval ZOK_ERR_ARGUMENT another pointer is null, priv->bits / 8 is above 64, cipher_len is too small or
+ *         stands for a message of 2^31 bytes and more, d is not below n, or the first byte is not 04; later,
+ *         h is 0, h * C1 is infinite, or the key stream is zero, as it is for an unknown hash selector
+ * @retval ZOK_ERR_INTERNAL there is no memory for the key stream and the input of C3; later, a multiplication
+ *         finds no memory; later, with the plaintext and its length written, if C3 differs
  *
  * @note Kept: the plaintext stays written when C3 differs. d = 0 is accepted, and C1 is not tested to lie on
  *       the curve.
@@ -594,9 +588,17 @@ ZOKECC_API uint32_t ZOK_ExternalDecrypt_ECC(void *session, const ECCrefPrivateKe
  * and values Z. What is A's stands before what is B's on both sides. With x-bar = 2^w + (x of R mod 2^w),
  * both sides compute t = (d + x-bar * r) mod n from what is their own, T = P + x-bar * R from the peer's, and
  * the shared point U = (h * t mod p) * T. The key comes from xU, yU, ZA and ZB. With H = hash(xU, ZA, ZB, RA,
- * RB), B sends SB = hash(02, yU, H) and A sends SA = hash(03, yU, H). A, which calls a "GenerateKey", has SB
- * in check and SA in send; B, which calls any other, has SA in check and SB in send. The SM2 calls make Z
- * from identities, as ZOK_GenerateUserInfo does; the others are given Z. See GB/T 32918.3, section 6.
+ * RB), B sends SB = hash(02, yU, H) and A sends SA = hash(03, yU, H). The SM2 calls make Z
+ * from identities, as ZOK_GenerateUserInfo does. See GB/T 32918.3, section 6.
+ *
+ * | Call | Side | Z | Temporary key | check, send |
+ * |---|---|---|---|---|
+ * | ZOK_SM2_GenerateKeyWithECC | initiator | from identities | rA, RA | SB, SA |
+ * | ZOK_SM2_GenerateResponseWithECC | responder | from identities | rB, RB | SA, SB |
+ * | ZOK_SM2_GenerateAgreementDataAndKeyWithECC | responder | from identities | drawn | SA, SB |
+ * | ZOK_GenerateKeyWithECC | initiator | given | rA; RA is computed | SB, SA |
+ * | ZOK_GenerateResponseWithECC | responder | given | rB, RB | SA, SB |
+ * | ZOK_GenerateAgreementDataAndKeyWithECC | responder | given | drawn | SA, SB |
  *
  * @par Results of the six agreement calls
  *      After ZOK_ERR_SESSION for a null session, ZOK_ERR_ARGUMENT if another pointer or a needed byte string
@@ -616,6 +618,8 @@ ZOKECC_API uint32_t ZOK_ExternalDecrypt_ECC(void *session, const ECCrefPrivateKe
  * @note Kept: h is p / n, so that no agreement succeeds on a curve with n above p, and h * t is reduced
  *       modulo p and not modulo n. What the key derivation reports is not looked at: see
  *       ZOK_GenerateKeyWithECC.
+ * @par Timing
+ *      Depends on the lengths and on the values, the private keys included.
  * @{
  */
 
@@ -626,11 +630,11 @@ ZOKECC_API uint32_t ZOK_ExternalDecrypt_ECC(void *session, const ECCrefPrivateKe
  * @param[in]  priv     one record: the private key
  * @param[in]  pub      one record: the peer's public key P
  * @param[out] out      L bytes
- * @return ZOK_OK;
- *         ZOK_ERR_SESSION if session is null;
- *         ZOK_ERR_ARGUMENT if priv, pub or out is null, priv->bits / 8 or pub->bits / 8 is above 64, or d is
- *         not below n;
- *         ZOK_ERR_INTERNAL if the multiplication finds no memory
+ * @retval ZOK_OK success
+ * @retval ZOK_ERR_SESSION session is null
+ * @retval ZOK_ERR_ARGUMENT priv, pub or out is null, priv->bits / 8 or pub->bits / 8 is above 64, or d is not
+ *         below n
+ * @retval ZOK_ERR_INTERNAL the multiplication finds no memory
  *
  * @note Kept: P is not tested and d = 0 is accepted. An infinite product, as with d = 0, gives L zero bytes,
  *       and so do the multiples that ecc_unknown_point_mul loses.
@@ -653,9 +657,9 @@ ZOKECC_API uint32_t ZOK_ExternalEcdhKeyAgreement(void *session, const ECCrefPriv
  * @param      session       session handle
  * @param[out] tmp_priv_out  one record: r in L bytes, bits set to 8 * L; it stays with the caller
  * @param[out] tmp_pub_out   one record: x and y in L bytes each, bits set to 8 * L; for the peer
- * @return ZOK_OK;
- *         ZOK_ERR_SESSION if session is null;
- *         ZOK_ERR_ARGUMENT if another pointer is null or the session has no usable curve (p or n is zero)
+ * @retval ZOK_OK success
+ * @retval ZOK_ERR_SESSION session is null
+ * @retval ZOK_ERR_ARGUMENT another pointer is null or the session has no usable curve (p or n is zero)
  *
  * @note Kept: r is drawn once and not tested; it can be 0.
  * @par Threads
@@ -672,7 +676,9 @@ ZOKECC_API uint32_t ZOK_SM2_GenerateResponseTmpKeyWithECC(void *session, ECCrefP
  * @param      session       session handle
  * @param[out] tmp_priv_out  one record
  * @param[out] tmp_pub_out   one record
- * @return as ZOK_SM2_GenerateResponseTmpKeyWithECC
+ * @retval ZOK_OK success
+ * @retval ZOK_ERR_SESSION session is null
+ * @retval ZOK_ERR_ARGUMENT another pointer is null or the session has no usable curve (p or n is zero)
  *
  * @par Threads
  *      Draws random numbers.
@@ -699,14 +705,15 @@ ZOKECC_API uint32_t ZOK_SM2_GenerateAgreementDataWithECC(void *session, ECCrefPr
  * @param[in]     PB         one record: the responder's public key
  * @param[in]     RB         one record: the responder's temporary public key
  * @param[in,out] result     one record
- * @return ZOK_OK; else as listed above, ZOK_ERR_ARGUMENT also if dA or rA is not below n, or if
- *         ZOK_GenerateUserInfo fails for either side, for whatever reason
+ * @retval ZOK_OK success
+ * @retval ZOK_ERR_SESSION session is null
+ * @retval ZOK_ERR_ARGUMENT as above, and if dA or rA is not below n, or if ZOK_GenerateUserInfo fails for
+ *         either side
+ * @retval ZOK_ERR_INTERNAL as above
  *
  * @note Kept: what is said above, and what ZOK_GenerateUserInfo says.
  * @par Caller checks
  *      As above, and that an identity has at most 8,191 bytes.
- * @par Timing
- *      Depends on the lengths and on the values, the private keys included.
  */
 ZOKECC_API uint32_t ZOK_SM2_GenerateKeyWithECC(void *session, uint32_t klen_bits,
                                                const uint8_t *idA, uint32_t idA_len,
@@ -733,16 +740,16 @@ ZOKECC_API uint32_t ZOK_SM2_GenerateKeyWithECC(void *session, uint32_t klen_bits
  * @param[in,out] RB         one record: the responder's temporary public key; bits is not read but set to 8 *
  *                           L
  * @param[in,out] result     one record
- * @return ZOK_OK; else as listed above, ZOK_ERR_ARGUMENT also if dB is not below n, or if
- *         ZOK_GenerateUserInfo fails for either side, for whatever reason. RB->bits is set before h * t mod
- *         p, T and U are tested
+ * @retval ZOK_OK success
+ * @retval ZOK_ERR_SESSION session is null
+ * @retval ZOK_ERR_ARGUMENT as above, and if dB is not below n, or if ZOK_GenerateUserInfo fails for either
+ *         side
+ * @retval ZOK_ERR_INTERNAL as above; RB->bits is set before h * t mod p, T and U are tested
  *
  * @note Kept: what is said above, and what ZOK_GenerateUserInfo says. RB is not tested, nor that it is rB *
  *       G.
  * @par Caller checks
  *      As above, that an identity has at most 8,191 bytes, and that rB is below n.
- * @par Timing
- *      Depends on the lengths and on the values, the private keys included.
  */
 ZOKECC_API uint32_t ZOK_SM2_GenerateResponseWithECC(void *session, uint32_t klen_bits,
                                                     const uint8_t *idA, uint32_t idA_len,
@@ -765,8 +772,11 @@ ZOKECC_API uint32_t ZOK_SM2_GenerateResponseWithECC(void *session, uint32_t klen
  * @param[in]     RA         one record: the initiator's temporary public key
  * @param[out]    RB_out     one record: x and y in L bytes each, bits set to 8 * L; for the peer
  * @param[in,out] result     one record
- * @return ZOK_OK; else as ZOK_SM2_GenerateResponseWithECC. RB_out is written before h * t mod p, T and U are
- *         tested
+ * @retval ZOK_OK success
+ * @retval ZOK_ERR_SESSION session is null
+ * @retval ZOK_ERR_ARGUMENT as ZOK_SM2_GenerateResponseWithECC
+ * @retval ZOK_ERR_INTERNAL as ZOK_SM2_GenerateResponseWithECC; RB_out is written before h * t mod p, T and U
+ *         are tested
  *
  * @note Kept: what is said above, and what ZOK_GenerateUserInfo says.
  * @par Caller checks
@@ -775,8 +785,6 @@ ZOKECC_API uint32_t ZOK_SM2_GenerateResponseWithECC(void *session, uint32_t klen
  *      RB_out must not be RA.
  * @par Threads
  *      Draws random numbers.
- * @par Timing
- *      Depends on the lengths and on the values, the private keys included.
  */
 ZOKECC_API uint32_t ZOK_SM2_GenerateAgreementDataAndKeyWithECC(void *session, uint32_t klen_bits,
                                                                const uint8_t *idA, uint32_t idA_len,
@@ -801,8 +809,10 @@ ZOKECC_API uint32_t ZOK_SM2_GenerateAgreementDataAndKeyWithECC(void *session, ui
  * @param[in]     PB         one record: the responder's public key
  * @param[in]     RB         one record: the responder's temporary public key
  * @param[in,out] result     one record
- * @return ZOK_OK; else as listed above, ZOK_ERR_ARGUMENT also if 5 * L + ZA_len + ZB_len is above 448, or dA
- *         or rA is not below n
+ * @retval ZOK_OK success
+ * @retval ZOK_ERR_SESSION session is null
+ * @retval ZOK_ERR_ARGUMENT as above, and if 5 * L + ZA_len + ZB_len is above 448, or dA or rA is not below n
+ * @retval ZOK_ERR_INTERNAL as above
  *
  * @note Kept, here and in the other two calls with given Z: the key derivation refuses 2 * L + ZA_len +
  *       ZB_len above 300 bytes, and the answer is ZOK_OK all the same, with confirmation values that match
@@ -811,8 +821,6 @@ ZOKECC_API uint32_t ZOK_SM2_GenerateAgreementDataAndKeyWithECC(void *session, ui
  *       of L.
  * @par Caller checks
  *      As above, that 2 * L + ZA_len + ZB_len is at most 300, and the session's hash selector.
- * @par Timing
- *      Depends on the lengths and on the values, the private keys included.
  * @par Example
  *      With L = 32, two Z of 32 bytes are the standard's; 236 bytes together still give a key, 237 to 288
  *      none.
@@ -830,7 +838,9 @@ ZOKECC_API uint32_t ZOK_GenerateKeyWithECC(void *session, uint32_t klen_bits,
  * @param      session       session handle
  * @param[out] tmp_priv_out  one record
  * @param[out] tmp_pub_out   one record
- * @return as ZOK_SM2_GenerateResponseTmpKeyWithECC
+ * @retval ZOK_OK success
+ * @retval ZOK_ERR_SESSION session is null
+ * @retval ZOK_ERR_ARGUMENT another pointer is null or the session has no usable curve (p or n is zero)
  *
  * @par Threads
  *      Draws random numbers.
@@ -846,7 +856,9 @@ ZOKECC_API uint32_t ZOK_GenerateResponseTmpKeyWithECC(void *session, ECCrefPriva
  * @param      session       session handle
  * @param[out] tmp_priv_out  one record
  * @param[out] tmp_pub_out   one record
- * @return as ZOK_SM2_GenerateResponseTmpKeyWithECC
+ * @retval ZOK_OK success
+ * @retval ZOK_ERR_SESSION session is null
+ * @retval ZOK_ERR_ARGUMENT another pointer is null or the session has no usable curve (p or n is zero)
  *
  * @par Threads
  *      Draws random numbers.
@@ -872,14 +884,14 @@ ZOKECC_API uint32_t ZOK_GenerateAgreementDataWithECC(void *session, ECCrefPrivat
  * @param[in,out] RB         one record: the responder's temporary public key; bits is not read but set to 8 *
  *                           L
  * @param[in,out] result     one record
- * @return ZOK_OK; else as listed above, ZOK_ERR_ARGUMENT also if 5 * L + ZA_len + ZB_len is above 448, or dB
- *         is not below n. RB->bits is set before h * t mod p, T and U are tested
+ * @retval ZOK_OK success
+ * @retval ZOK_ERR_SESSION session is null
+ * @retval ZOK_ERR_ARGUMENT as above, and if 5 * L + ZA_len + ZB_len is above 448, or dB is not below n
+ * @retval ZOK_ERR_INTERNAL as above; RB->bits is set before h * t mod p, T and U are tested
  *
  * @note Kept: what ZOK_GenerateKeyWithECC says. RB is not tested, nor that it is rB * G.
  * @par Caller checks
  *      As for ZOK_GenerateKeyWithECC, and that rB is below n.
- * @par Timing
- *      Depends on the lengths and on the values, the private keys included.
  */
 ZOKECC_API uint32_t ZOK_GenerateResponseWithECC(void *session, uint32_t klen_bits,
                                                 const uint8_t *ZA, uint32_t ZA_len,
@@ -902,7 +914,10 @@ ZOKECC_API uint32_t ZOK_GenerateResponseWithECC(void *session, uint32_t klen_bit
  * @param[in]     RA         one record: the initiator's temporary public key
  * @param[out]    RB_out     one record: x and y in L bytes each, bits set to 8 * L; for the peer
  * @param[in,out] result     one record
- * @return ZOK_OK; else as ZOK_GenerateResponseWithECC. RB_out is written before h * t mod p, T and U are
+ * @retval ZOK_OK success
+ * @retval ZOK_ERR_SESSION session is null
+ * @retval ZOK_ERR_ARGUMENT as ZOK_GenerateResponseWithECC
+ * @retval ZOK_ERR_INTERNAL as ZOK_GenerateResponseWithECC; RB_out is written before h * t mod p, T and U are
  *         tested
  *
  * @note Kept: what ZOK_GenerateKeyWithECC says.
@@ -912,8 +927,6 @@ ZOKECC_API uint32_t ZOK_GenerateResponseWithECC(void *session, uint32_t klen_bit
  *      RB_out must not be RA.
  * @par Threads
  *      Draws random numbers.
- * @par Timing
- *      Depends on the lengths and on the values, the private keys included.
  */
 ZOKECC_API uint32_t ZOK_GenerateAgreementDataAndKeyWithECC(void *session, uint32_t klen_bits,
                                                            const uint8_t *ZA, uint32_t ZA_len,

@@ -1,11 +1,11 @@
 #!/usr/bin/env python3
 """The comment of every public function says what a caller needs, in the same form everywhere.
 
-Each declaration is preceded by a comment with a sentence on the purpose, one @param for each argument
-in their order, with a direction for pointers and the size of byte strings, @return if there is a result,
-and the paragraph Timing. The paragraph Aliasing stands once for all calls in conventions.h; where an
-output can be the very memory of an input, because both are records of one type or both are bytes, the
-call or its group has one of its own.
+Each declaration is preceded by a comment with a sentence on the purpose, one @param for each argument in
+their order, with a direction for pointers and the size of byte strings, @return or a @retval for each
+result if there is one, and the paragraph Timing, of the call or of its group. The paragraph Aliasing
+stands once for all calls in conventions.h; where an output can be the very memory of an input, because
+both are records of one type or both are bytes, the call or its group has one of its own.
 """
 import pathlib
 import re
@@ -15,7 +15,7 @@ HEADERS = pathlib.Path(__file__).resolve().parents[2] / "include" / "zokecc"
 DECLARATION = re.compile(r"^ZOKECC_API\s+(\w+)\s+(\w+)\(([^;]*)\);", re.MULTILINE)
 GROUP = re.compile(r"/\*\*((?:(?!\*/).)*?@defgroup.*?)\*/|@\}", re.DOTALL)
 ARGUMENT = re.compile(r"(const )?(\w+) (\**)(\w+)$")
-TAG = re.compile(r"@(param|return|par|note)\b")
+TAG = re.compile(r"@(param|return|retval|par|note)\b")
 STATUS_CALL = re.compile(r"(SDF|ZOK)_")
 
 
@@ -34,7 +34,7 @@ def comment_before(text, at):
 
 def sections(comment):
     """(tag, text) of each part; the description has the tag ''."""
-    parts = re.split(r"^(?=@(?:param|return|par|note)\b)", comment, flags=re.MULTILINE)
+    parts = re.split(r"^(?=@(?:param|return|retval|par|note)\b)", comment, flags=re.MULTILINE)
     for part in parts:
         found = TAG.match(part)
         yield (found.group(1), part[found.end():].strip()) if found else ("", part.strip())
@@ -97,11 +97,13 @@ def faults(result, name, args, comment, group):
         yield "no sentence on the purpose"
     yield from parameter_faults(args, comment)
     returns = [text for tag, text in sections(comment) if tag == "return"]
-    if (len(returns) == 1 and bool(returns[0])) != (result != "void"):
-        yield "@return: not exactly where there is a result"
-    if returns and STATUS_CALL.match(name) and not re.match(r"ZOK_OK|as ZOK_", returns[0]):
-        yield "@return: does not start with ZOK_OK"
-    if not paragraphs(comment).get("Timing"):
+    values = [text for tag, text in sections(comment) if tag == "retval"]
+    told = len(returns) <= 1 and all(returns) and all(" " in text for text in values)
+    if not told or bool(returns or values) != (result != "void"):
+        yield "@return, @retval: not exactly where there is a result, or empty"
+    if STATUS_CALL.match(name) and not re.match(r"ZOK_OK\b", (returns + values)[0]):
+        yield "@retval: does not start with ZOK_OK"
+    if not (paragraphs(comment).get("Timing") or paragraphs(group).get("Timing")):
         yield "no paragraph Timing"
     if may_be_one(args) and not (paragraphs(comment).get("Aliasing") or paragraphs(group).get("Aliasing")):
         yield "no paragraph Aliasing, though an output can be an input"
