@@ -3,7 +3,7 @@
  *
  * Signature: DER, a SEQUENCE of the INTEGERs r and s (RFC 3279, GM/T 0009), or raw, r and s in L bytes each.
  * Ciphertext: DER, a SEQUENCE of the INTEGERs x and y of C1 and the OCTET STRINGs C3 and C2 (GM/T 0009), or
- * raw: C1, C3, C2 (GB/T 32918.4-2016) or C1, C2, C3 (GM/T 0003.4 in its first edition, and this library),
+ * raw: C1, C3, C2 (GB/T 32918.4-2016) or C1, C2, C3 (the publication of 2010, and this library),
  * with or without the byte 04 before C1.
  */
 #ifndef ZOKECC_TOOLS_FORMATS_H

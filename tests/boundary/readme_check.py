@@ -1,13 +1,13 @@
 #!/usr/bin/env python3
-"""The C that README.md and docs/integrating.md show is a piece of an example that the tests build and
-run, and the tables of results in docs/integrating.md name every function that has a result of its own."""
+"""The C that README.md and the pages for integrators show is a piece of an example that the tests build
+and run, and the tables of results in docs/integrating.md name every function that has a result of its own."""
 import pathlib
 import re
 import sys
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent.parent
 GUIDE = "docs/integrating.md"
-LONGEST = {"README.md": 20, GUIDE: 20}
+LONGEST = {"README.md": 20, GUIDE: 20, "docs/interoperability.md": 10, "docs/coming-from.md": 10}
 SESSION_CALL = re.compile(r"(SDF|ZOK)_")  # these share one table of status codes
 
 
