@@ -707,9 +707,9 @@ ZOKECC_API uint32_t ZOK_SM2_GenerateAgreementDataWithECC(void *session, ECCrefPr
  * @param[in,out] result     one record
  * @retval ZOK_OK success
  * @retval ZOK_ERR_SESSION session is null
- * @retval ZOK_ERR_ARGUMENT as above, and if dA or rA is not below n, or if ZOK_GenerateUserInfo fails for
- *         either side
- * @retval ZOK_ERR_INTERNAL as above
+ * @retval ZOK_ERR_ARGUMENT as for all six agreement calls, and if dA or rA is not below n, or if
+ *         ZOK_GenerateUserInfo fails for either side
+ * @retval ZOK_ERR_INTERNAL as for all six agreement calls
  *
  * @note Kept: what is said above, and what ZOK_GenerateUserInfo says.
  * @par Caller checks
@@ -742,9 +742,10 @@ ZOKECC_API uint32_t ZOK_SM2_GenerateKeyWithECC(void *session, uint32_t klen_bits
  * @param[in,out] result     one record
  * @retval ZOK_OK success
  * @retval ZOK_ERR_SESSION session is null
- * @retval ZOK_ERR_ARGUMENT as above, and if dB is not below n, or if ZOK_GenerateUserInfo fails for either
- *         side
- * @retval ZOK_ERR_INTERNAL as above; RB->bits is set before h * t mod p, T and U are tested
+ * @retval ZOK_ERR_ARGUMENT as for all six agreement calls, and if dB is not below n, or if
+ *         ZOK_GenerateUserInfo fails for either side
+ * @retval ZOK_ERR_INTERNAL as for all six agreement calls; RB->bits is set before h * t mod p, T and U are
+ *         tested
  *
  * @note Kept: what is said above, and what ZOK_GenerateUserInfo says. RB is not tested, nor that it is rB *
  *       G.
@@ -811,8 +812,9 @@ ZOKECC_API uint32_t ZOK_SM2_GenerateAgreementDataAndKeyWithECC(void *session, ui
  * @param[in,out] result     one record
  * @retval ZOK_OK success
  * @retval ZOK_ERR_SESSION session is null
- * @retval ZOK_ERR_ARGUMENT as above, and if 5 * L + ZA_len + ZB_len is above 448, or dA or rA is not below n
- * @retval ZOK_ERR_INTERNAL as above
+ * @retval ZOK_ERR_ARGUMENT as for all six agreement calls, and if 5 * L + ZA_len + ZB_len is above 448, or dA
+ *         or rA is not below n
+ * @retval ZOK_ERR_INTERNAL as for all six agreement calls
  *
  * @note Kept, here and in the other two calls with given Z: the key derivation refuses 2 * L + ZA_len +
  *       ZB_len above 300 bytes, and the answer is ZOK_OK all the same, with confirmation values that match
@@ -886,8 +888,10 @@ ZOKECC_API uint32_t ZOK_GenerateAgreementDataWithECC(void *session, ECCrefPrivat
  * @param[in,out] result     one record
  * @retval ZOK_OK success
  * @retval ZOK_ERR_SESSION session is null
- * @retval ZOK_ERR_ARGUMENT as above, and if 5 * L + ZA_len + ZB_len is above 448, or dB is not below n
- * @retval ZOK_ERR_INTERNAL as above; RB->bits is set before h * t mod p, T and U are tested
+ * @retval ZOK_ERR_ARGUMENT as for all six agreement calls, and if 5 * L + ZA_len + ZB_len is above 448, or dB
+ *         is not below n
+ * @retval ZOK_ERR_INTERNAL as for all six agreement calls; RB->bits is set before h * t mod p, T and U are
+ *         tested
  *
  * @note Kept: what ZOK_GenerateKeyWithECC says. RB is not tested, nor that it is rB * G.
  * @par Caller checks

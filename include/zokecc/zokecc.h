@@ -14,9 +14,50 @@
  */
 /**
  * @mainpage
- * zokecc is a library of elliptic-curve cryptography for small devices. Read first what all calls share,
- * conventions.h, and then the header of the family you need.
+ *
+ * zokecc is a C library of elliptic-curve cryptography for small embedded Linux devices: SM2, ECDSA, ECDH,
+ * SM3, SHA-256, HMAC and key derivation over prime curves that the caller supplies.
+ *
+ * Start with conventions.h, the rules that all calls share, and with @ref sign_with_identity.c, a whole
+ * program.
+ *
+ * | Family | For |
+ * |---|---|
+ * | sdf.h | sessions: key pairs, signatures, encryption, key agreement; what new programs use |
+ * | schemes.h | the same over one curve for the whole process; what older programs use |
+ * | ecc.h | curves, points, scalar multiplication, points as byte strings |
+ * | hash.h | SM3, SHA-256, HMAC, key derivation, random numbers |
+ * | mint.h | integers of up to 608 bits, plain and modular |
+ * | curves.h, status.h, version.h | nine standard curves, status codes in words, the version |
+ *
+ * | Example | Shows |
+ * |---|---|
+ * | @ref sign_with_identity.c | an SM2 signature for an identity, made and verified through a session |
+ * | @ref check_peer_key.c | the checks that a public key from outside needs |
+ * | @ref store_key.c | a private key in a PEM file that nobody else can read |
+ * | @ref encrypt_message.c | SM2 encryption for a public key |
+ * | @ref agree_on_key.c | SM2 key agreement, both sides, with its confirmation |
+ * | @ref with_openssl.c | keys, signatures and ciphertexts exchanged with OpenSSL |
+ * | @ref verify_daemon.c | verification for ever within a fixed amount of memory |
+ * | @ref many_threads.c | threads, each with a session of its own |
+ * | @ref own_random.c | random numbers from a source of the program's own |
+ * | @ref legacy_sign.c | SM2 signatures over the curve of the process |
+ * | @ref ecdsa_and_ecdh.c | ECDSA and Diffie-Hellman on P-256 |
+ *
+ * The guide, docs/integrating.md in the sources, leads from a first program to threads, memory, results and
+ * migration. docs/security.md says what the library protects and what its caller must do.
  */
+/** @example sign_with_identity.c */
+/** @example check_peer_key.c */
+/** @example store_key.c */
+/** @example encrypt_message.c */
+/** @example agree_on_key.c */
+/** @example with_openssl.c */
+/** @example verify_daemon.c */
+/** @example many_threads.c */
+/** @example own_random.c */
+/** @example legacy_sign.c */
+/** @example ecdsa_and_ecdh.c */
 #ifndef ZOKECC_ZOKECC_H
 #define ZOKECC_ZOKECC_H
 
