@@ -4,7 +4,9 @@
     layers_check.py NM OBJECT...
 
 Held twice: by what the sources include and by what the object files call. One edge climbs, and is
-named here: the modular square root asks the hash layer for a random number.
+named here: the modular square root asks the hash layer for a random number. No two headers of a folder
+include each other, however long the way round, and choices of the preprocessor stay few: what a build is
+stands in base/config.h. The picture in docs/architecture.md shows these layers, in this order.
 """
 import pathlib
 import re
@@ -33,6 +35,8 @@ ONE_FILE_CALLS = {
     "getrandom": "hash/kernel_random.cpp", "open": "hash/kernel_random.cpp",
     "read": "hash/kernel_random.cpp", "close": "hash/kernel_random.cpp",
 }
+MAX_CONDITIONALS = 40
+CONDITIONAL = re.compile(r"^ *# *(?:if|ifdef|ifndef|elif) .*", re.MULTILINE)
 INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^>"]+)[>"]', re.MULTILINE)
 
 
@@ -94,6 +98,56 @@ def source_faults():
     return faults if seen else ["no sources found"]
 
 
+def circles():
+    """A fault for each way of #includes that leads back to where it began."""
+    below = {}
+    for folder in RANK:
+        for path in sorted((ROOT / folder).glob("**/*.h")):
+            name = path.relative_to(ROOT).as_posix()
+            below[name] = [target for bracket, target in includes(path) if bracket == '"']
+    done, faults = set(), []
+
+    def visit(name, way):
+        if name in way:
+            faults.append("a circle: " + " > ".join(way[way.index(name):] + [name]))
+        elif name not in done:
+            for target in below.get(name, []):
+                visit(target, way + [name])
+            done.add(name)
+
+    for name in below:
+        visit(name, [])
+    return faults
+
+
+def conditional_faults():
+    """Too many choices of the preprocessor, include guards apart, outside base/."""
+    found = []
+    for folder in RANK:
+        for path in sorted((ROOT / folder).glob("**/*")):
+            if folder != "base" and path.suffix in (".cpp", ".h"):
+                lines = CONDITIONAL.findall(path.read_text(encoding="ascii"))
+                found += [path.relative_to(ROOT).as_posix()] * sum("_H" != line[-2:] for line in lines)
+    if len(found) <= MAX_CONDITIONALS:
+        return []
+    return [f"{len(found)} preprocessor conditionals, more than {MAX_CONDITIONALS}: {' '.join(found)}"]
+
+
+def picture_faults():
+    """Layers that the picture of the architecture lacks, or shows in another order."""
+    page = (ROOT / "docs" / "architecture.md").read_text(encoding="ascii")
+    picture = page.partition("\n```\n")[2].partition("\n```\n")[0]
+    last, faults = -1, [] if picture else ["docs/architecture.md: no picture"]
+    for folder in sorted(RANK, key=RANK.get, reverse=True):
+        at = picture.find(f" {folder}/ ")
+        if at < 0:
+            faults.append(f"docs/architecture.md: the picture lacks {folder}/")
+        elif at < last and folder not in ("schemes", "sdf"):
+            faults.append(f"docs/architecture.md: the picture shows {folder}/ above what calls it")
+        last = max(last, at)
+    return faults
+
+
 def symbols(nm, path):
     """The names that an object file defines, and those that it takes from elsewhere."""
     output = subprocess.run([nm, path], check=True, capture_output=True, text=True)
@@ -127,6 +181,7 @@ def call_faults(nm, objects):
 
 def main(nm, *objects):
     faults = public_header_faults() + source_faults() + call_faults(nm, objects)
+    faults += circles() + conditional_faults() + picture_faults()
     print("\n".join(faults) if faults else f"{len(objects)} object files and their sources look downward")
     return 1 if faults else 0
 
