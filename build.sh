@@ -31,6 +31,7 @@ usage() {
   cross           build for ARMv5TE, ARMv6 and ARMv7-A, for size and for speed, and run the examples
   musl            the same for ARMv5TE with musl as the C library, which is fetched into build/
   builds [NAME]   the library as users and packagers build it: plainly, in a folder, for a board
+  abi [--update]  the binary interface against the recorded one, on amd64 and armel
   packages        the Debian packages for this machine and for armel, and a program built from each
   soak [ROUNDS SESSIONS]  a million signatures and 100,000 sessions in both builds: what memory they leave
   scan-secrets [PATTERN]  what calls leave of their secrets in memory, in every way of building the library
@@ -40,6 +41,7 @@ usage() {
   bench-arm [FILTER | --update]  executed instructions on ARM, likewise; --update writes into docs/
   bench-check     every benchmark for a moment, to see that it works
   footprint [--check | --update | --chains]  code, data, stack and heap on ARM; --check holds the limits
+  variants [--update]   size and speed of the three builds that a device can choose from, on ARM
   coverage        lines and branches that the tests execute, per folder; fails below the floor
   mutants [--sample N | --all | --help]  small changes to the sources, and those that no test notices
   exports         write cmake/exports.map from the public headers
@@ -146,33 +148,6 @@ cross() {
         arm-linux-gnueabi-size "$library" |
             awk 'NR == 2 { printf "%d bytes of code, %d of data; the examples run\n", $1, $2 + $3 }'
     done
-}
-
-# package_build PRESET ARCHITECTURE: with the flags that Debian gives all its packages.
-package_build() (
-    rm -rf "build/$1"
-    eval "$(DEB_BUILD_MAINT_OPTIONS=hardening=+all DEB_HOST_ARCH=$2 dpkg-buildflags --export=sh 2>/dev/null)"
-    build_preset "$1"
-)
-
-# packages_for ARCHITECTURE TOOL_PREFIX PRESET: all packages for one processor, in the preset's folder.
-packages_for() {
-    package_build "$3" "$1"
-    package_build "$3-hardened" "$1"
-    packaging/debian/package.sh "build/$3" "$1" "$2" libzokecc1 libzokecc-dev zokecc-tools
-    packaging/debian/package.sh "build/$3-hardened" "$1" "$2" libzokecc1-hardened libzokecc-hardened-dev
-    mv "build/$3-hardened/"*.deb "build/$3/"
-}
-
-packages() {
-    native=$(dpkg --print-architecture)
-    packages_for "$native" '' package
-    packages_for armel arm-linux-gnueabi- package-armel
-    check=tests/boundary/packages_check.sh
-    "$check" cmake build/package "$native" readelf gcc ''
-    "$check" cmake build/package-armel armel arm-linux-gnueabi-readelf arm-linux-gnueabi-gcc \
-        "$(pwd)/cmake/armv5te.toolchain.cmake" qemu-arm -cpu arm926 -L /usr/arm-linux-gnueabi
-    ls -s --block-size=1 build/package/*.deb build/package-armel/*.deb
 }
 
 # demo_file [FILE]: sets file; refuses what is no file before anything is installed or built.
@@ -295,12 +270,19 @@ builds)
     install_missing
     tests/builds/run.sh "$@"
     ;;
+abi)
+    require_build
+    require_cross
+    require abidiff abigail-tools
+    install_missing
+    tests/boundary/abi_check.sh "$@"
+    ;;
 packages)
     require_build
     require_cross
     require pkg-config pkgconf dpkg-buildflags dpkg-dev doxygen doxygen lintian lintian
     install_missing
-    packages
+    packaging/debian/all.sh
     ;;
 scan-secrets)
     require_suite
@@ -349,6 +331,14 @@ footprint)
     require python3 python3
     install_missing
     python3 -B bench/footprint/footprint.py "$@"
+    ;;
+variants)
+    require_build
+    require_cross
+    require python3 python3
+    install_missing
+    cmake/fetch_armel.sh libssl3 libssl-dev build/armel
+    python3 -B bench/footprint/variants.py "$@"
     ;;
 coverage)
     require_suite

@@ -8,7 +8,7 @@ import sys
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent.parent
 SKIPPED_FOLDERS = {".git", ".cache", "build", "__pycache__", "Testing"}
-DATA = ("tests/vectors/", "LICENSE")
+DATA = ("tests/vectors/", "tests/boundary/abi/", "LICENSE")
 BINARY = ("fuzz/corpus/",)
 MAX_LINES = 400
 MAX_HEADER_LINES = 1000  # a public header is its family's manual

@@ -3,9 +3,8 @@
 # SOURCE_DATE_EPOCH is the time in them.
 . "$(dirname "$0")/common.sh"
 
-# build FOLDER: a copy of the sources there, and packages of it.
+# build FOLDER: packages of the sources there.
 build() (
-    copy_sources "$1"
     cd "$1"
     unset SOURCE_DATE_EPOCH
     eval "$(dpkg-buildflags --export=sh)"
@@ -14,6 +13,9 @@ build() (
     quiet packaging/debian/package.sh build/package amd64 '' libzokecc1 libzokecc-dev zokecc-tools
 )
 
+copy_sources "$work/one"
+mkdir -p "$work/a/much/longer/way/to"
+cp -r "$work/one" "$work/a/much/longer/way/to/two"
 build "$work/one"
 build "$work/a/much/longer/way/to/two"
 for package in "$work"/one/build/package/*.deb; do
