@@ -15,7 +15,7 @@ DATA = (".md", ".rsp", ".svg", ".json")
 SYSTEM_HEADERS = {"time.h"}
 FOREIGN = re.compile(
     r"(mbedtls|MBEDTLS|wc|EVP|EC|ECC|ECDSA|PEM|RAND|OPENSSL|BN|CKA|CKM|CMAKE|BUILD)_|__|ForceZero$|dlopen$")
-INSTALLED = re.compile(r"(lib|share|include|zokecc|bin|build|etc|usr)/")
+INSTALLED = re.compile(r"(lib|share|include|zokecc|bin|build|etc|usr|package|files)/")
 PLACEHOLDER = re.compile(r"[A-Z]{4,}")
 NAME = re.compile(r"[A-Za-z_]\w*(::\w+)*(\(\))?")
 FILE = re.compile(r"[\w.-]*\w\.(cpp|h|c|py|sh|md|cmake|txt)")
