@@ -213,15 +213,15 @@ build)
     ;;
 test)
     require_suite
-    require_clang
+    require_clang_runtime
     require_arm
     install_missing
     suites release clang-hardened sanitize arm
     ;;
-test-host | test-sanitize)
+test-host)
     require_suite
     install_missing
-    if [ "$command" = test-host ]; then suites release; else suites sanitize; fi
+    suites release
     ;;
 soak)
     require_suite
@@ -229,11 +229,11 @@ soak)
     install_missing
     tests/soak/run.sh "$@"
     ;;
-test-clang | test-hardened)
+test-clang | test-hardened | test-sanitize)
     require_suite
-    require_clang
+    require_clang_runtime
     install_missing
-    if [ "$command" = test-clang ]; then suites clang; else suites clang-hardened; fi
+    case $command in test-hardened) suites clang-hardened ;; *) suites "${command#test-}" ;; esac
     ;;
 test-arm | test-small | test-armv7a)
     require_suite

@@ -6,7 +6,7 @@ cd "$(dirname "$0")/.."
 floor=98  # percent of the lines
 
 find build/coverage -name '*.gcda' -delete
-ctest --preset coverage
+ctest --preset coverage --parallel "$(nproc)"
 gcovr --root . --object-directory build/coverage --csv build/coverage/lines.csv \
     --filter 'base/' --filter 'mint/' --filter 'hash/' --filter 'ecc/' --filter 'schemes/' --filter 'sdf/' \
     --exclude '.*_x86_64[.]cpp' --txt  # what runs of these is up to the processor
