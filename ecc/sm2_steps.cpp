@@ -107,6 +107,16 @@ bool multiply(const CurveView &curve, const mint &k, const ecc_point &P, ecc_poi
     return ecc_unknown_point_mul(&k, &P, &curve.a, &curve.b, &curve.p, &out) >= 0;
 }
 
+bool has_only_zero_multiples(const CurveView &curve, const ecc_point &Q)
+{
+    mint residue{};
+    mint_mod(&Q.x, &curve.p, &residue);
+    if (!is_zero(residue)) return false;
+    if (is_zero(Q.y)) return true;
+    mint_mod(&curve.a, &curve.p, &residue);
+    return is_zero(residue);
+}
+
 void write_point(const ecc_point &point, uint32_t len, PointBytes &out)
 {
     uint32_t written = 0;

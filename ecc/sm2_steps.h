@@ -71,6 +71,10 @@ enum class Step {
 // out = k P for any point.
 bool multiply(const CurveView &curve, const mint &k, const ecc_point &P, ecc_point &out);
 
+// True for a record whose multiples all have x = 0 or are infinite, so that no nonce masks a message with
+// them: (x, 0) and, on a curve with a = 0, (x, y), for an x that is 0 modulo p. p is not zero.
+bool has_only_zero_multiples(const CurveView &curve, const ecc_point &Q);
+
 // x || y, each in len bytes; infinity gives zero bytes.
 void write_point(const ecc_point &point, uint32_t len, PointBytes &out);
 

@@ -31,7 +31,13 @@ int32_t ecc_precomputation_point_1(const ecc_point *G, const mint *a, const mint
     const uint32_t m = zokecc::comb_words(*p);
     if (m == 0) return 1;
     const uint32_t size = 1u << m;
-    const ecc_point base = *G;
+    // Nothing of the caller's record but the number itself, and no coordinates of infinity.
+    ecc_point base{};
+    base.infinity = G->infinity;
+    if (G->infinity != zokecc::kInfinity) {
+        mint_copy(&base.x, &G->x);
+        mint_copy(&base.y, &G->y);
+    }
     zokecc::run_over_best_field(*p, zokecc::TableOfMultiples{base, *a, table, size});
     table[size] = kZeroPoint;
     table[2 * size] = kInfinitePoint;

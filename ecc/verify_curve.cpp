@@ -6,7 +6,20 @@
 #include "ecc/equation.h"
 #include "mint/value.h"
 
+namespace {
+
+#ifdef ZOKECC_HARDENED
+constexpr bool kFailsWithoutMemory = true;
+#else
+constexpr bool kFailsWithoutMemory = false;
+#endif
+
+}  // namespace
+
 // Neither that p or n is prime nor the discriminant is looked at.
+//
+// KEPT: without memory n = 0 passes as well, but for the hardened build. Held by
+// ZokCurveVerify.KeptFailedDigitBufferOfOrderZeroIsNotSeen.
 //
 // KEPT: n = 0 makes n G infinite and passes. Held by ZokCurveVerify.KeptOrderZeroIsAccepted.
 uint32_t ZOK_CurveVerify(uint32_t type, const CurvePara *record)
@@ -32,6 +45,7 @@ uint32_t ZOK_CurveVerify(uint32_t type, const CurvePara *record)
     if (mint_compare(&left, &right) != 0 || zokecc::is_zero(left) || zokecc::is_zero(right))
         return ZOK_ERR_INTERNAL;
     ecc_point product{};
-    ecc_unknown_point_mul(&n, &G, &a, &b, &p, &product);
+    const int32_t status = ecc_unknown_point_mul(&n, &G, &a, &b, &p, &product);
+    if (status < 0 && kFailsWithoutMemory) return ZOK_ERR_INTERNAL;
     return product.infinity == zokecc::kInfinity ? ZOK_OK : ZOK_ERR_INTERNAL;
 }

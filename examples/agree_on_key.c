@@ -52,6 +52,21 @@ static int same(const uint8_t *a, const uint8_t *b, int count)
     return difference == 0;
 }
 
+/* A public key from outside: both coordinates below p, and the point on the curve. No call that computes
+ * with the key tests this. */
+static int is_valid(const CurvePara *curve, const ECCrefPublicKey *key)
+{
+    mint p, a, b;
+    ecc_point Q = {0};
+    octetstring_to_mint(curve->p, 32, &p);
+    octetstring_to_mint(curve->a, 32, &a);
+    octetstring_to_mint(curve->b, 32, &b);
+    octetstring_to_mint(key->x, 32, &Q.x);
+    octetstring_to_mint(key->y, 32, &Q.y);
+    return key->bits == 256 && mint_compare(&Q.x, &p) < 0 && mint_compare(&Q.y, &p) < 0 &&
+           ecc_test_point(&Q, &a, &b, &p) == 0;
+}
+
 static void set_up(user *u, const char *id)
 {
     memset(u, 0, sizeof *u);
@@ -63,11 +78,15 @@ static void set_up(user *u, const char *id)
 }
 
 /* One agreement; Alice begins, and takes the other side for somebody called bobs_name. Each side has
- * the other's public key from a source that it trusts. Returns whether both confirmations match. */
+ * the other's public key from a source that it trusts, and tests it all the same; the calls test R
+ * alone. Returns whether both confirmations match. */
 static int agree(user *alice, user *bob, const char *bobs_name)
 {
     ECCrefPrivateKey rA;
     ECCrefPublicKey RA, RB;
+
+    require(is_valid(&zokecc_sm2p256v1, &bob->pub), "Bob's public key");
+    require(is_valid(&zokecc_sm2p256v1, &alice->pub), "Alice's public key");
 
     /* Alice makes a temporary key pair for this one agreement.        Alice -> Bob: RA */
     check(ZOK_SM2_GenerateAgreementDataWithECC(alice->session, &rA, &RA), "Alice's temporary key");

@@ -35,6 +35,21 @@ static void check(uint32_t status, const char *step)
     fail(step);
 }
 
+/* A public key from outside: both coordinates below p, and the point on the curve. No call that computes
+ * with the key tests this. */
+static int is_valid(const CurvePara *curve, const ECCrefPublicKey *key)
+{
+    mint p, a, b;
+    ecc_point Q = {0};
+    octetstring_to_mint(curve->p, L, &p);
+    octetstring_to_mint(curve->a, L, &a);
+    octetstring_to_mint(curve->b, L, &b);
+    octetstring_to_mint(key->x, L, &Q.x);
+    octetstring_to_mint(key->y, L, &Q.y);
+    return key->bits == 8 * L && mint_compare(&Q.x, &p) < 0 && mint_compare(&Q.y, &p) < 0 &&
+           ecc_test_point(&Q, &a, &b, &p) == 0;
+}
+
 /* A ciphertext with one changed bit has to be refused. The plaintext may be written before the
  * check value is compared, so after any other answer than ZOK_OK it is thrown away unread. */
 static void expect_refusal(void *session, const ECCrefPrivateKey *priv, uint8_t *cipher, uint32_t cipher_len,
@@ -69,7 +84,11 @@ int main(int argc, char **argv)
     uint8_t *plain = malloc(text_len);
     if (cipher == NULL || plain == NULL) fail("no memory");
 
-    /* The sender needs the public key only. */
+    /* The sender needs the public key only, and tests it: it comes from outside. */
+    if (!is_valid(&zokecc_sm2p256v1, &pub)) fail("not a public key of this curve");
+    ECCrefPublicKey other = pub;
+    other.y[L - 1] ^= 1;
+    if (is_valid(&zokecc_sm2p256v1, &other)) fail("a point beside the curve was taken");
     check(ZOK_ExternalEncrytp_ECC(session, &pub, (const uint8_t *)text, message_len, cipher, &cipher_len),
           "encrypt");
     if (cipher_len != text_len + OVERHEAD) fail("the ciphertext has another length");

@@ -58,7 +58,10 @@ int main(int argc, char **argv)
     uint8_t z[32];
     uint8_t *message = read_file(argc > 1 ? argv[1] : "README.md", &size);
     const uint8_t *id = (const uint8_t *)(argc > 2 ? argv[2] : "1234567812345678");
-    const uint32_t id_size = (uint32_t)strlen((const char *)id);
+    const size_t id_length = strlen((const char *)id);
+    /* Of the identity's length in bits 16 bits enter the hash: from 8,192 bytes on they start again. */
+    if (id_length > 8191) fail("the identity is longer than 8191 bytes");
+    const uint32_t id_size = (uint32_t)id_length;
 
     void *session = NULL;
     ECCrefPublicKey pub;
@@ -91,6 +94,7 @@ int main(int argc, char **argv)
         fail("a changed message was not refused");
     printf("refused: the same signature after one bit of the first byte changed\n");
 
+    memset(&priv, 0, sizeof priv); /* in a product by a call that the compiler does not drop */
     free(message);
     check(ZOK_CloseSession(session), "close the session");
     return EXIT_SUCCESS;

@@ -1,6 +1,7 @@
 #include "hash/kernel_random.h"
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -16,6 +17,8 @@
 namespace zokecc {
 
 namespace {
+
+constexpr dev_t kRandomDevice = 1 << 8 | 9;  // major 1, minor 9, on every Linux
 
 enum class Outcome { filled, failed, no_such_call };
 
@@ -44,6 +47,13 @@ Outcome fill_by_call([[maybe_unused]] uint8_t *out, [[maybe_unused]] size_t size
 #endif
 }
 
+// A file of that name may have been put there before the devices were, and give the same bytes for ever.
+bool is_random_device(int descriptor)
+{
+    struct stat file;
+    return fstat(descriptor, &file) == 0 && S_ISCHR(file.st_mode) && file.st_rdev == kRandomDevice;
+}
+
 bool fill_from_device(uint8_t *out, size_t size)
 {
     int device = -1;
@@ -51,8 +61,10 @@ bool fill_from_device(uint8_t *out, size_t size)
         device = open("/dev/urandom", O_RDONLY | O_CLOEXEC);
     } while (device < 0 && errno == EINTR);
     if (device < 0) return false;
-    const Outcome outcome =
-        fill(out, size, [device](uint8_t *bytes, size_t count) { return read(device, bytes, count); });
+    Outcome outcome = Outcome::failed;
+    if (is_random_device(device))
+        outcome =
+            fill(out, size, [device](uint8_t *bytes, size_t count) { return read(device, bytes, count); });
     close(device);
     return outcome == Outcome::filled;
 }

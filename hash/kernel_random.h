@@ -8,8 +8,8 @@
 namespace zokecc {
 
 // Fills size bytes from getrandom, which waits until the kernel's generator has been seeded, or from
-// /dev/urandom where the C library or the kernel is too old to have that call. False if neither gives
-// all of them; what the bytes hold then must not be used.
+// /dev/urandom where the C library or the kernel is too old to have that call, provided that it is the
+// device (1, 9) and no other file. False if neither gives all of them; the bytes are zero then.
 bool kernel_random(uint8_t *out, size_t size);
 
 }  // namespace zokecc

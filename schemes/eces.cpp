@@ -55,9 +55,11 @@ private:
     uint32_t total_ = 0;
 };
 
-// C1 = k G and S = k Q with S.x other than zero. False if no nonce gives one.
+// C1 = k G and S = k Q with S.x other than zero. False if no nonce gives one; a recipient for whom none can
+// is not worth a thousand of them.
 bool draw_points(const zokecc::CurveView &curve, const ecc_point &Q, ecc_point &C1, ecc_point &S)
 {
+    if (zokecc::has_only_zero_multiples(curve, Q)) return false;
     Wiping<mint> k;
     for (uint32_t draw = 0; draw < zokecc::kMaxFruitlessDraws; ++draw) {
         if (gen_random_number(k.get(), &curve.n) != 0) return false;

@@ -60,6 +60,7 @@ uint32_t draw_mask(const SessionContext &session, const ecc_point &Q, ecc_point 
 {
     if (zokecc::is_zero(session.n) || zokecc::is_zero(session.p)) return ZOK_ERR_ARGUMENT;
     const zokecc::CurveView curve = zokecc::view_of(session);
+    if (zokecc::has_only_zero_multiples(curve, Q)) return ZOK_ERR_INTERNAL;  // as after drawing in vain
     Wiping<mint> k;
     for (uint32_t draw = 0; draw < zokecc::kMaxFruitlessDraws; ++draw) {
         if (gen_random_number(k.get(), &session.n) != 0) return ZOK_ERR_INTERNAL;

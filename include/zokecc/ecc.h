@@ -484,10 +484,12 @@ ZOKECC_API int32_t ecc_fix_point_mul_1(const mint *k, const ecc_point *G, const 
  *
  * @note Kept: the digit buffer, one byte more than the scalar has bits (1 byte for the scalar 0), is never
  *       freed. Where the window meets an equal point in its last addition the result is infinity (see
- *       ecc_jac_point_add_1): for points of an order n that leaves 1, 3, 5 or 7 modulo 16, at the scalar
- *       n - 2 * (n mod 16). That is n - 6 on the SM2 curve, n - 2 on secp192r1, secp256r1 and secp256k1 and
- *       n - 14 on brainpoolP256r1. ecc_fix_point_mul is right there. Scalars above n have such values
- *       as well, and points of small order have more of them.
+ *       ecc_jac_point_add_1): for points of an order n of 70 bits or more that is 1, 3, 5 or 7 modulo 16,
+ *       at the scalar n - 2 * (n mod 16); from 20 bits on where n is 1 or 3 modulo 8, at
+ *       n - 2 * (n mod 8), and below that where n is 1 modulo 4, at n - 2. That is n - 6 on the SM2
+ *       curve, n - 2 on secp192r1, secp256r1 and secp256k1 and n - 14 on brainpoolP256r1.
+ *       ecc_fix_point_mul is right there. Scalars above n have such values as well, and points of small
+ *       order have more of them.
  * @par Caller checks
  *      The result. That P lies on the curve: other points are multiplied all the same, on another curve.
  * @par Aliasing

@@ -15,8 +15,10 @@ C_LIBRARY = {
     "printf", "putchar",
 }
 CLOCK_SEEDED = {"rand", "srand"}
-# The hardened build asks the kernel instead; the last of these is where errno is.
-KERNEL = {"getrandom", "open", "read", "close", "__errno_location"}
+# The hardened build asks the kernel instead; the last of the first line is where errno is. What tells a
+# device from a file has several names, by the age of the C library and the size of time.
+KERNEL = {"getrandom", "open", "read", "close", "__errno_location",
+          "fstat", "fstat64", "__fstat64_time64", "__fstat_time64", "__fxstat", "__fxstat64"}
 # Where a time of 64 bits was asked for on a 32-bit processor, time has another name; with musl always.
 TIME_OF_64_BITS = {"__time64"}
 MUSL = "libc.so"

@@ -110,6 +110,22 @@ TEST(EccPrecomputationPoint1, InfiniteBasePointGivesInfiniteEntries) {
     EXPECT_TRUE(same_bytes(all_zero(), table[2]));
 }
 
+// The entries are written out of the number, not of the record that it comes in.
+TEST(EccPrecomputationPoint1, NoEntryHasWordsOfTheRecordAboveTheNumber) {
+    mint p = small(97), a = small(2), b = small(3);
+    ecc_point G = affine(small(3), small(6));
+    for (size_t i = 1; i < MINT_WORDS; ++i) G.x.words[i] = G.y.words[i] = 0xDEADBEEF;
+    PatternTable table;
+    EXPECT_EQ(0, ecc_precomputation_point_1(&G, &a, &b, &p, table.entries()));
+    for (size_t entry : {0u, 1u, 3u})
+        for (size_t i = 1; i < MINT_WORDS; ++i)
+            EXPECT_EQ(table[entry].x.words[i] | table[entry].y.words[i], 0u) << entry << " " << i;
+
+    G.infinity = 1;
+    EXPECT_EQ(0, ecc_precomputation_point_1(&G, &a, &b, &p, table.entries()));
+    for (size_t entry : {0u, 1u, 3u}) EXPECT_TRUE(same_bytes(zero_words_with_flag(), table[entry])) << entry;
+}
+
 // (96, 0) has order 2: its double is infinity, and so are B[1] and entry 3.
 TEST(EccPrecomputationPoint1, BasePointOfOrderTwoDoublesToInfinity) {
     mint p = small(97), a = small(2), b = small(3);

@@ -138,6 +138,38 @@ TEST(GenRandomSeed, DeviceThatEndsOrFailsIsClosedAndFails) {
     }
 }
 
+// A file, another device, a pipe: its bytes are nobody's randomness, and none is read.
+TEST(GenRandomSeed, WhatIsNotTheRandomDeviceFailsUnread) {
+    constexpr unsigned kFile = 0100000, kBlockDevice = 0060000, kCharacterDevice = 0020000, kPipe = 0010000;
+    constexpr unsigned long kRandom = 1 << 8 | 9;
+    struct {
+        unsigned type;
+        unsigned long device;
+    } const others[] = {{kFile, 0},
+                        {kFile, kRandom},
+                        {kPipe, 0},
+                        {kBlockDevice, kRandom},
+                        {kCharacterDevice, 1 << 8 | 5},  // /dev/zero
+                        {kCharacterDevice, 2 << 8 | 9}};
+    for (const auto &other : others) {
+        FakeEntropy entropy(kNow, 0);
+        entropy.kernel.getrandom_error = ENOSYS;
+        entropy.kernel.file_type = other.type;
+        entropy.kernel.device = other.device;
+        expect_failure(seed());
+        EXPECT_EQ(order(entropy), "goc");
+        EXPECT_EQ(entropy.kernel.stat_calls, 1u);
+    }
+}
+
+TEST(GenRandomSeed, DeviceThatCannotBeLookedAtFailsUnread) {
+    FakeEntropy entropy(kNow, 0);
+    entropy.kernel.getrandom_error = ENOSYS;
+    entropy.kernel.stat_error = EIO;
+    expect_failure(seed());
+    EXPECT_EQ(order(entropy), "goc");
+}
+
 // Any other error is not a reason to look elsewhere.
 TEST(GenRandomSeed, OtherErrorOfTheCallFailsWithoutTheDevice) {
     for (int error : {EPERM, EFAULT, EINVAL, EIO, EAGAIN}) {

@@ -142,16 +142,55 @@ TEST(EcesEncry, NonceThatMasksWithZeroIsDrawnAgain) {
     EXPECT_EQ(entropy.number_calls, 4u);
 }
 
-TEST(EcesEncry, RecipientZeroZeroEndsAfter1024DrawsWithNothingWritten) {
+// Of a stranger's record: 1,024 nonces would be half a minute of work on a device.
+TEST(EcesEncry, RecipientWithoutAMultipleIsRefusedBeforeAnyDraw) {
     install_small(32);
     PointBytes zeros(0, 0, 32);
     PointBytes of_length_zero{ByteString(), ByteString()};
-    for (const PointBytes &Q : {zeros, of_length_zero}) {
+    PointBytes at_p(kSmallP, 0, 32), at_twice_p(2 * kSmallP, 0, 32);
+    for (const PointBytes &Q : {zeros, of_length_zero, at_p, at_twice_p}) {
         FakeEntropy entropy;
         EcesEncryption call(Q, kText);
         EXPECT_EQ(call.run(kWholeSize), -1);
-        EXPECT_EQ(entropy.number_calls, 1024u);
+        EXPECT_EQ(entropy.calls() + entropy.number_calls, 0u);
         EXPECT_TRUE(call.out.untouched());
+    }
+}
+
+// Those beside them have multiples: the first draw serves.
+TEST(EcesEncry, RecipientWithOneCoordinateZeroIsServed) {
+    install_small(32);
+    for (const PointBytes &Q : {PointBytes(0, 5, 32), PointBytes(kSmallP, 5, 32)}) {
+        FakeEntropy entropy;
+        queue_number(entropy, kK);
+        EcesEncryption call(Q, kText);
+        EXPECT_EQ(call.run(kWholeSize), kWholeSize);
+        EXPECT_EQ(entropy.number_calls, 1u);
+    }
+}
+
+// With a = 0 a point with x = 0 has the order 3.
+TEST(EcesEncry, RecipientWithXZeroOnACurveWithAZeroIsRefusedBeforeAnyDraw) {
+    const Curve &koblitz = curve("secp256k1");
+    ecc_curve_bytes record = koblitz.legacy_record();
+    ASSERT_EQ(Curve_Init(&record), 0);
+    ecc_point_bytes Q{};
+    Q.length = 32;
+    Q.y[31] = 5;
+    for (bool at_p : {false, true}) {
+        if (at_p) std::copy(record.p, record.p + 32, Q.x);
+        for (uint32_t k = 1; k < 400; ++k) {
+            ecc_point point{}, multiple{};
+            octetstring_to_mint(Q.x, 32, &point.x);
+            octetstring_to_mint(Q.y, 32, &point.y);
+            const mint scalar = small(k);
+            ecc_unknown_point_mul(&scalar, &point, &koblitz.a, &koblitz.b, &koblitz.p, &multiple);
+            EXPECT_EQ(multiple.x.len == 0 || (multiple.x.len == 1 && multiple.x.words[0] == 0), true) << k;
+        }
+        FakeEntropy entropy;
+        uint8_t out[200] = {};
+        EXPECT_EQ(Eces_Encry(&Q, kText.data(), 1, out, sizeof out), -1);
+        EXPECT_EQ(entropy.calls(), 0u);
     }
 }
 

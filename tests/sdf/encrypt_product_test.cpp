@@ -102,6 +102,22 @@ TEST(SdfExternalEncrytpEccProduct, ThousandAndTwentyFourFruitlessNoncesEndWithMi
     EXPECT_TRUE(out.unchanged());
 }
 
+// With a = 0 a point with x = p has the order 3. An x of zero is an argument that is refused.
+TEST(SdfExternalEncrytpEccProduct, RecipientWithoutAMultipleIsRefusedBeforeAnyDraw) {
+    const Curve &koblitz = curve("secp256k1");
+    Session session(koblitz);
+    ECCrefPublicKey Q{};
+    Q.bits = 256;
+    const ByteString p = fixed_bytes(koblitz.p, 32);
+    std::copy(p.begin(), p.end(), Q.x);
+    Q.y[31] = 5;
+    FakeEntropy entropy;
+    GuardedRecord<ECCCipher> out;
+    EXPECT_EQ(encrypt(session.handle(), kProduct, Q, test_bytes(32, 41), out.get()), ZOK_ERR_INTERNAL);
+    EXPECT_EQ(entropy.calls(), 0u);
+    EXPECT_TRUE(out.unchanged());
+}
+
 TEST(SdfExternalEncrytpEccProduct, LastOfThousandAndTwentyFourNoncesCounts) {
     FakeEntropy entropy;
     entropy.queued_numbers.assign(1023, small_number(0));

@@ -3,7 +3,7 @@
 //
 // The test programs are linked with --wrap=rand, --wrap=srand, --wrap=time and
 // --wrap=gen_random_number, in the hardened build with --wrap=getrandom, --wrap=open, --wrap=read and
-// --wrap=close as well; without a living FakeEntropy the real functions are called.
+// --wrap=close and --wrap=fstat as well; without a living FakeEntropy the real functions are called.
 #ifndef ZOKECC_TESTS_SUPPORT_FAKE_ENTROPY_H
 #define ZOKECC_TESTS_SUPPORT_FAKE_ENTROPY_H
 
@@ -37,9 +37,12 @@ struct FakeKernel {
         int error;   // errno, for -1
     };
     std::deque<Answer> getrandom_answers, open_answers, read_answers;
-    int getrandom_error = 0;  // when set, what every getrandom fails with
-    int open_error = 0;       // when set, what every open of /dev/urandom fails with
-    unsigned getrandom_calls = 0, open_calls = 0, read_calls = 0, close_calls = 0;
+    int getrandom_error = 0;            // when set, what every getrandom fails with
+    int open_error = 0;                 // when set, what every open of /dev/urandom fails with
+    int stat_error = 0;                 // when set, what looking at the opened file fails with
+    unsigned file_type = 0020000;       // of what is at /dev/urandom: a character device
+    unsigned long device = 1 << 8 | 9;  // its number
+    unsigned getrandom_calls = 0, open_calls = 0, stat_calls = 0, read_calls = 0, close_calls = 0;
     unsigned flags = 0;        // all that getrandom was given
     unsigned bytes_given = 0;  // by either way
 };

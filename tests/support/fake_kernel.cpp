@@ -1,6 +1,7 @@
 // The kernel's generator as FakeEntropy has it, for the hardened build: getrandom and /dev/urandom.
 #include <fcntl.h>
 #include <sys/random.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -55,10 +56,12 @@ ssize_t __real_getrandom(void *out, size_t size, unsigned flags);
 int __real_open(const char *path, int flags, ...);
 ssize_t __real_read(int descriptor, void *out, size_t size);
 int __real_close(int descriptor);
+int __real_fstat(int descriptor, struct stat *out);
 ssize_t __wrap_getrandom(void *out, size_t size, unsigned flags);
 int __wrap_open(const char *path, int flags, ...);
 ssize_t __wrap_read(int descriptor, void *out, size_t size);
 int __wrap_close(int descriptor);
+int __wrap_fstat(int descriptor, struct stat *out);
 
 ssize_t __wrap_getrandom(void *out, size_t size, unsigned flags) {
     FakeEntropy *const entropy = active_entropy();
@@ -85,6 +88,18 @@ int __wrap_open(const char *path, int flags, ...) {
     const FakeKernel::Answer answer =
         take(kernel.open_answers, {kernel.open_error == 0 ? 0 : -1, kernel.open_error});
     return answer.count < 0 ? static_cast<int>(fail(answer.error)) : kDescriptor;
+}
+
+int __wrap_fstat(int descriptor, struct stat *out) {
+    FakeEntropy *const entropy = active_entropy();
+    if (entropy == nullptr || descriptor != kDescriptor) return __real_fstat(descriptor, out);
+    FakeKernel &kernel = entropy->kernel;
+    ++kernel.stat_calls;
+    if (kernel.stat_error != 0) return static_cast<int>(fail(kernel.stat_error));
+    *out = {};
+    out->st_mode = kernel.file_type | 0666;
+    out->st_rdev = kernel.device;
+    return 0;
 }
 
 ssize_t __wrap_read(int descriptor, void *out, size_t size) {
