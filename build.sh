@@ -44,6 +44,7 @@ usage() {
   variants [--update]   size and speed of the three builds that a device can choose from, on ARM
   coverage        lines and branches that the tests execute, per folder; fails below the floor
   mutants [--sample N | --all | --help]  small changes to the sources, and those that no test notices
+  sbom            the bill of materials, SPDX, in build/zokecc.spdx.json
   exports         write cmake/exports.map from the public headers
   format          bring the C and C++ sources into the project's format
   format-check    name the sources that are not in it
@@ -188,10 +189,8 @@ sources() {
 
 # The public headers as pages; fails on a warning.
 manual() {
-    rm -rf build/manual
-    mkdir -p build/manual
     python3 -B tests/boundary/manual_check.py
-    doxygen docs/Doxyfile
+    cmake/manual.sh build/manual
     pages=$(find build/manual/man/man3 -name '*.3' | wc -l)
     echo "==> build/manual/index.html, and $pages man pages: man -M build/manual/man mint_sub"
 }
@@ -351,6 +350,13 @@ mutants)
     require_suite
     install_missing
     python3 -B tests/mutants/mutants.py "$@"
+    ;;
+sbom)
+    require python3 python3
+    install_missing
+    mkdir -p build
+    python3 -B cmake/sbom.py > build/zokecc.spdx.json
+    echo '==> build/zokecc.spdx.json'
     ;;
 exports)
     require python3 python3

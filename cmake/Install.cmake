@@ -49,7 +49,7 @@ if(ZOKECC_MANUAL)
     add_custom_command(OUTPUT ${PROJECT_BINARY_DIR}/manual.stamp
         COMMAND ${PROJECT_SOURCE_DIR}/cmake/manual.sh ${PROJECT_BINARY_DIR}/manual
         COMMAND ${CMAKE_COMMAND} -E touch ${PROJECT_BINARY_DIR}/manual.stamp
-        DEPENDS ${zokecc_headers} docs/Doxyfile cmake/manual.sh
+        DEPENDS ${zokecc_headers} docs/Doxyfile cmake/manual.sh cmake/man_pages.py
         COMMENT "Making the man pages of the calls" VERBATIM)
     add_custom_target(zokecc_manual ALL DEPENDS ${PROJECT_BINARY_DIR}/manual.stamp)
     install(DIRECTORY ${PROJECT_BINARY_DIR}/manual/man/man3 DESTINATION ${CMAKE_INSTALL_MANDIR}

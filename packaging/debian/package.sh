@@ -59,6 +59,7 @@ documents() {
     rm -f "$place/LICENSE" # which is in common-licenses
     cp $debian/copyright "$place/copyright"
     cp CHANGELOG.md "$place/changelog"
+    [ "$(component "$1")" != library ] || python3 -B cmake/sbom.py > "$place/zokecc.spdx.json"
     cp $debian/changelog "$place/changelog.Debian"
     rm -f "$place/CHANGELOG.md"
     find "$2/usr/share" \( -name 'changelog*' -o -path '*/man/*.[13]' \) -type f -exec gzip -9n {} +

@@ -51,6 +51,8 @@ expect libzokecc1-hardened Replaces libzokecc1
 for package in libzokecc1 libzokecc1-hardened; do
     expect $package Multi-Arch same
     expect $package Section libs
+    grep -q '"spdxVersion": "SPDX-2.3"' "$work/$package/usr/share/doc/$package/zokecc.spdx.json" ||
+        fail "$package has no bill of materials"
     library=$(find "$work/$package/usr/lib" -name libzokecc.so.1)
     [ -e "$library" ] || fail "$package has no libzokecc.so.1"
     "$readelf" --wide --dynamic "$library" > "$work/dynamic"
