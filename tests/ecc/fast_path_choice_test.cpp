@@ -3,7 +3,10 @@
 #include <algorithm>
 #include <memory>
 
+#include "ecc/comb.h"
 #include "ecc/points.h"
+#include "ecc/table_builder.h"
+#include "ecc/wnaf.h"
 #include "tests/ecc/field_pairs.h"
 #include "tests/ecc/multiples.h"
 #include "tests/mint/numbers.h"

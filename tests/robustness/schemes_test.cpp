@@ -306,6 +306,12 @@ void add_eces() {
           Target{"eces_deformat", 1,
                  [](SchemeArguments &a) { return eces_deformat(nullptr, 1, a.area, a.length); }}})
         null.refuses("no message of one byte", [](SchemeArguments &) {});
+    const Target no_area{"eces_deformat", 1, [](SchemeArguments &a) {
+                             a.text.assign(31, 1);
+                             a.text[3] = 0;
+                             return eces_deformat(a.text.data(), 31, nullptr, a.length);
+                         }};
+    no_area.refuses("no area for what stands behind a separator", [](SchemeArguments &) {});
     for (uint32_t k : {0u, 1u, 31u, 0xFFFFFFFEu, 0xFFFFFFFFu})
         for (uint32_t m : {0xFFFFFFFEu, 0xFFFFFFFFu}) {
             const Target block{"eces_format", 1, [=](SchemeArguments &a) {

@@ -95,6 +95,10 @@ void add_without_curve() {
         if (size > 0)
             without_curve(kFlatEncrypt, "no curve, message", set(&SessionArguments::message_len, size));
     }
+    without_curve(kEncrypt, "no curve, no message of no bytes", [](SessionArguments &a) {
+        a.message = nullptr;
+        a.message_len = 0;
+    });
     refuses(kEncrypt, ZOK_ERR_INTERNAL, "no curve, unknown identifier",
             both([](SessionArguments &a) { a.session = session_without_curve(0); }, unknown_algorithms));
 }
