@@ -24,7 +24,7 @@ step() {
 library() { find base mint hash ecc schemes sdf -name '*.cpp' -print0; }
 programs() { find examples tools -name '*.c' -print0; }
 cpp='-std=c++20 -fno-exceptions -fno-rtti -I. -Iinclude'
-c='-std=c99 -Iinclude -Iexamples'
+c='-std=c99 -D_GNU_SOURCE -Iinclude -Itools'
 
 # clang-tidy reads .clang-tidy, which has the reason of every check that is off.
 tidy() { { library; programs; } | xargs -0 -P"$(nproc)" -n4 clang-tidy -p "$folder" --quiet; }
@@ -35,7 +35,7 @@ check_cpp() {
         base mint hash ecc schemes sdf
 }
 # shellcheck disable=SC2086
-check_c() { cppcheck -j"$(nproc)" $checks --std=c99 -Iinclude -Iexamples examples tools; }
+check_c() { cppcheck -j"$(nproc)" $checks --std=c99 -D_GNU_SOURCE -Iinclude -Itools examples tools; }
 # It reads the angle brackets of a variable template, such as kLimbBits<Limb> - 1, as comparisons.
 taken_for_comparison=--suppress=compareBoolExpressionWithInt
 checks='--quiet --inline-suppr --error-exitcode=1 --enable=warning,performance,portability'

@@ -99,7 +99,7 @@ static pem_status decode_line(decoder *d, const line *l)
     if (l->length > MAX_LINE) return PEM_BAD_TEXT;
     for (size_t i = 0; i < l->length; ++i) {
         const int value = six_bits(l->at[i]);
-        const int pad = l->at[i] == '=' && d->characters >= 2 && d->padding < 2;
+        const int pad = l->at[i] == '=' && d->characters >= 2;
         /* Nothing follows padding, but more padding in the same four. */
         if ((value < 0 && !pad) || (d->padding > 0 && (!pad || d->characters == 0))) return PEM_BAD_TEXT;
         if (pad) ++d->padding;

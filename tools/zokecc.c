@@ -2,12 +2,14 @@
  * zokecc: keys, signatures, encryption, digests and random numbers from the command line, in the forms that
  * other programs use. `zokecc help` lists the commands, zokecc(1) explains them.
  */
+#include <fcntl.h>
 #include <getopt.h>
 #include <stdarg.h>
 #include <stdio.h>
 #include <stdlib.h>
 #include <string.h>
 #include <sys/resource.h>
+#include <unistd.h>
 
 #include <zokecc/version.h>
 
@@ -175,6 +177,15 @@ static int parse(const command *c, int argc, char **argv, options *o)
     return DONE;
 }
 
+/* Where the caller has closed one of the three, a key file would take its number and get messages. */
+static void open_standard_files(void)
+{
+    int fd = 0;
+    do fd = open("/dev/null", O_RDWR);
+    while (fd >= 0 && fd <= STDERR_FILENO);
+    if (fd > STDERR_FILENO) close(fd);
+}
+
 int main(int argc, char **argv)
 {
     const struct rlimit no_core = {0, 0};
@@ -182,6 +193,7 @@ int main(int argc, char **argv)
     options o;
     memset(&o, 0, sizeof o);
     setrlimit(RLIMIT_CORE, &no_core); /* a core file would hold keys */
+    open_standard_files();
     if (strcmp(name, "help") == 0 || strcmp(name, "--help") == 0 || strcmp(name, "-h") == 0)
         return help(argc > 2 ? argv[2] : NULL);
     if (strcmp(name, "--version") == 0) {
@@ -193,8 +205,10 @@ int main(int argc, char **argv)
     for (int i = 0; i < COMMANDS; ++i) {
         if (strcmp(name, commands[i].name) != 0) continue;
         running = commands[i].name;
-        const int status = parse(&commands[i], argc - 1, argv + 1, &o);
-        return status == DONE ? commands[i].run(&o) : status;
+        int status = parse(&commands[i], argc - 1, argv + 1, &o);
+        if (status == DONE) status = commands[i].run(&o);
+        if (status == DONE && fflush(stdout) != 0) status = misuse("cannot write to standard output");
+        return status;
     }
     if (name[0] == '\0') return misuse("say what to do: `zokecc help` lists the commands");
     return misuse("there is no command %s: `zokecc help` lists them", name);

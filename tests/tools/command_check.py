@@ -93,12 +93,31 @@ def files(c):
     c.require(pathlib.Path(key).read_bytes() != old, "the key was not replaced")
     left = [name for name in os.listdir(c.folder) if name.startswith("key.")]
     c.require(not left, "a temporary file is left")
+    os.mkdir(c.path("folder"))
+    c.expect(MISUSE, "cannot replace", "keygen", "-c", "SM2", "-o", c.path("folder"), "--force")
+    left = [name for name in os.listdir(c.folder) if name.startswith("folder.")]
+    c.require(not left, "a temporary file is left beside a folder")
     os.symlink(c.path("nowhere"), c.path("link"))
     c.expect(MISUSE, "--force", "keygen", "-c", "SM2", "-o", c.path("link"))
     c.expect(MISUSE, "cannot write", "keygen", "-c", "SM2", "-o", c.path("no/such/folder"))
     c.expect(MISUSE, "cannot open", "check", c.path("missing"))
     c.expect(MISUSE, "cannot read", "check", str(c.folder))
     c.expect(MISUSE, "too long", "check", c.path("long", b"x" * 70000))
+
+
+def streams(c):
+    """Standard streams that are closed or full."""
+    key = c.path("key")
+    with open("/dev/full", "wb") as full:
+        for arguments in (("check", key), ("digest", key), ("rand", "9"), ("rand", "-x", "9"),
+                          ("pubkey", key), ("keygen", "-c", "sm2", "-o", "-")):
+            done = subprocess.run([*c.zokecc, *arguments], stdout=full, stderr=subprocess.PIPE, check=False)
+            said = done.returncode == MISUSE and b"cannot write" in done.stderr
+            c.require(said, f"{arguments} to a full disk")
+    closed = c.path("closed")
+    keygen = [*c.zokecc, "keygen", "-c", "sm2", "-o", closed]
+    subprocess.run(["sh", "-c", '"$@" <&- >&- 2>&-', "sh", *keygen], check=True)
+    c.expect(VALID, "", "check", closed)
 
 
 def misuse(c):
@@ -162,6 +181,8 @@ def round_trips(c):
                   b"\x31" + cipher[1:],
                   cipher[:10] + bytes([cipher[10] ^ 1]) + cipher[11:]):
         c.expect(INVALID, "ciphertext", "decrypt", "-k", key, data=wrong)
+    c.expect(INVALID, "not on the key's curve", "decrypt", "-k", key,
+             data=cipher[:10] + bytes([cipher[10] ^ 1]) + cipher[11:])
     c.expect(INVALID, "04", "decrypt", "-k", key, "-f", "c1c3c2", data=cipher)
     c.expect(INVALID, "too short", "decrypt", "-k", key, "-f", "c1c2c3", data=b"\x04" + b"1" * 96)
     first, second = c.expect(VALID, "", "rand", "-x", "32"), c.expect(VALID, "", "rand", "-x", "32")
@@ -232,6 +253,7 @@ def main(zokecc):
         c = Checks(zokecc, pathlib.Path(folder))
         documents(c)
         files(c)
+        streams(c)
         misuse(c)
         round_trips(c)
         broken = broken_keys(c)

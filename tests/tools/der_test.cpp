@@ -33,6 +33,20 @@ TEST(DerRead, RefusesEveryOtherFormOfALength) {
     }
 }
 
+TEST(DerRead, RefusesLongFormsOfALengthAlsoWhereAllOfItIsThere) {
+    for (const char *bad :
+         {"0480", "048100", "04817f", "04820080", "048200ff", "0483000100", "048400000100"}) {
+        ByteString bytes = from_hex(bad);
+        bytes.resize(600);
+        der_reader in = reader_of(bytes), content{};
+        EXPECT_EQ(0, der_read(&in, DER_OCTET_STRING, &content)) << bad;
+    }
+    ByteString shortest = from_hex("048180");
+    shortest.resize(3 + 128);
+    der_reader in = reader_of(shortest), content{};
+    EXPECT_EQ(1, der_read(&in, DER_OCTET_STRING, &content));
+}
+
 TEST(DerReadUint, PadsOnTheLeft) {
     for (auto [text, want] : {std::pair{"020100", "00000000"},
                               {"02017f", "0000007f"},

@@ -86,7 +86,11 @@ TEST(EcKey, EveryChangedBitOutsideTheNumbersIsRefused) {
             ByteString changed = der;
             changed[bit / 8] = static_cast<uint8_t>(changed[bit / 8] ^ 1u << bit % 8);
             ec_key key;
-            if (read(key, changed) != nullptr) continue;
+            if (read(key, changed) != nullptr) {
+                const ec_key nothing{};
+                ASSERT_EQ(0, std::memcmp(&nothing, &key, sizeof key)) << bit;
+                continue;
+            }
             const bool other_number = std::memcmp(key.d, good.d, sizeof key.d) != 0;
             const bool other_point = std::memcmp(key.point, good.point, sizeof key.point) != 0;
             ASSERT_TRUE(other_number || other_point || key.curve != good.curve) << bit;
@@ -224,6 +228,14 @@ TEST(PointToRecord, TakesEveryFormOfAPointOnEveryCurve) {
         key.point[5] ^= 1;
         EXPECT_NE(nullptr, point_to_record(&curve, key.point, key.point_size, &again)) << "off the curve";
         EXPECT_NE(nullptr, point_to_record(&curve, key.point, key.point_size - 1, &again)) << "too short";
+        key = key_on(curve);
+        std::memset(key.point + 1, 0xff, curve.size);
+        EXPECT_STREQ("the point's x is not below p",
+                     point_to_record(&curve, key.point, key.point_size, &again));
+        key = key_on(curve);
+        std::memset(key.point + 1 + curve.size, 0xff, curve.size);
+        EXPECT_STREQ("the point's y is not below p",
+                     point_to_record(&curve, key.point, key.point_size, &again));
         const uint8_t infinity = 0;
         EXPECT_NE(nullptr, point_to_record(&curve, &infinity, 1, &again));
     }
