@@ -19,6 +19,8 @@ shift
 identity=alice@example.org
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
+trap 'exit 130' INT
+trap 'exit 143' TERM
 
 # show COMMAND...: prints a command and runs it in the work folder.
 show() {

@@ -60,7 +60,7 @@ int is_bytes(const uint8_t *found, const uint8_t *expected, size_t size)
 
 int is_hex(const uint8_t *found, const char *digits)
 {
-    uint8_t expected[ROOM];
+    uint8_t expected[ROOM] = {0};
     return is_bytes(found, expected, from_hex(digits, expected));
 }
 

@@ -41,7 +41,8 @@ component development 'lib*/libzokecc.so' 'lib*/libzokecc.a' 'lib*/cmake/zokecc/
     'lib*/cmake/zokecc/zokecc-*.cmake' 'lib*/pkgconfig/zokecc.pc' 'include/zokecc/*.h' \
     share/doc/zokecc/README.md share/doc/zokecc/CHANGELOG.md share/doc/zokecc/SECURITY.md \
     'share/doc/zokecc/docs/*.md' 'share/doc/zokecc/docs/*.svg' 'share/doc/zokecc/examples/*'
-component tools 'bin/zokecc-*' 'share/man/man1/zokecc-*.1'
+component tools bin/zokecc 'bin/zokecc-*' share/man/man1/zokecc.1 'share/man/man1/zokecc-*.1' \
+    share/bash-completion/completions/zokecc
 set +f
 
 "$source/tests/boundary/consumer_check.sh" "$cmake" "$source/examples" "$work/moved" "$@"

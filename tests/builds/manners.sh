@@ -30,7 +30,7 @@ told "docs is a folder, and a file is needed"
 ln -s "$work/sources/build.sh" "$work/elsewhere/sign"
 cd "$work/elsewhere"
 answer 1 ./sign demo "$work/sources/README.md"
-told '==> building the library and the example'
+told '==> building the library and the tool'
 told built
 cd "$work/sources"
 
@@ -72,14 +72,17 @@ answer 1 env PATH="$work/few" TMPDIR="$work/tmp" sh ./build.sh demo
 told 'there is no sudo'
 told "$command"
 
-# Ctrl-C while the signature is judged leaves nothing of FILE behind. setsid's group gets the signal as a
-# terminal would give it.
+# Ctrl-C at work leaves nothing of FILE behind. setsid's group gets the signal as a terminal would give it.
 stand_in openssl 'kill -INT 0; exit 1'
+stand_in zokecc 'kill -INT 0; exit 1'
 printf '#!/bin/sh\nfor n in Z x y r s; do printf "%%s = %%064d\\n" $n 1; done\n' > "$work/bin/signer"
 chmod +x "$work/bin/signer"
-rm -rf "$work/tmp"
-mkdir "$work/tmp"
-PATH=$work/bin:$PATH TMPDIR=$work/tmp setsid --wait examples/verify_with_openssl.sh README.md id \
-    "$work/bin/signer" > "$work/quiet.log" 2>&1 || true
-found=$(ls "$work/tmp")
-[ -z "$found" ] || fail "left behind is $found"
+for script in "examples/verify_with_openssl.sh README.md id $work/bin/signer" \
+    "tools/demo.sh README.md $work/bin/zokecc"; do
+    rm -rf "$work/tmp"
+    mkdir "$work/tmp"
+    # shellcheck disable=SC2086 # a command and its arguments
+    PATH=$work/bin:$PATH TMPDIR=$work/tmp setsid --wait $script > "$work/quiet.log" 2>&1 || true
+    found=$(ls "$work/tmp")
+    [ -z "$found" ] || fail "left behind is $found"
+done
