@@ -30,11 +30,16 @@ target_sources(zokecc_objects PRIVATE ${zokecc_modulus})
 set(zokecc_other_moduli ${zokecc_modulus_29} ${zokecc_modulus_32})
 list(REMOVE_ITEM zokecc_other_moduli ${zokecc_modulus} none)
 
+if(CMAKE_SYSTEM_PROCESSOR MATCHES "^arm")
+    target_sources(zokecc_objects PRIVATE mint/limbs/modular_sums_arm.cpp)
+endif()
+
 set(zokecc_hot
     mint/limbs/division.cpp mint/limbs/inverse.cpp mint/limbs/modulus_29_unrolled.cpp
     mint/limbs/modulus_32.cpp hash/sha256_blocks.cpp hash/sm3.cpp ecc/fast_field.cpp
     ct/field.cpp ct/inverse.cpp)
-set(zokecc_arm_instructions ${zokecc_hot} mint/limbs/modulus_29.cpp)
+set(zokecc_arm_instructions
+    ${zokecc_hot} mint/limbs/modulus_29.cpp mint/limbs/modular_sums_arm.cpp)
 
 # Pairs of limbs put together in a vector register wait for the two stores that brought them there.
 target_compile_options(zokecc_objects PRIVATE -fno-tree-slp-vectorize)

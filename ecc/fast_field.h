@@ -13,6 +13,7 @@
 #include "base/wipe.h"
 #include "mint/limbs/borrow_rule.h"
 #include "mint/limbs/inverse.h"
+#include "mint/limbs/modular_sums.h"
 #include "mint/limbs/modulus.h"
 #include "mint/limbs/trace.h"
 #include "mint/plain.h"
@@ -88,9 +89,7 @@ public:
 
     ZOKECC_SHORT_BODY void add(const Element &a, const Element &b, Element &out) const
     {
-        Limb ones;
-        const Limb carry = add_limbs(a.limb, b.limb, limbs(), out.limb);
-        if (carry != 0 || !is_below(out.limb, p_.limb, limbs())) subtract(out, p_, out, ones);
+        Sums::add(a.limb, b.limb, p_.limb, limbs(), out.limb);
     }
 
     // KEPT: like ReferenceField, word for word: for a < b there are two differences, b - a and its
@@ -98,22 +97,8 @@ public:
     // FastField.KeptBorrowRuleInModularSubtraction.
     ZOKECC_SHORT_BODY void sub(const Element &a, const Element &b, Element &out) const
     {
-        if constexpr (sizeof(Limb) == 8) {
-            if (sub_mod_unless_kept(a.limb, b.limb, p_.limb, limbs(), out.limb)) [[likely]]
-                return;
-        }
-        Limb ones;
-        Element d;
-        const Limb below = subtract(a, b, d, ones);
-        if (below != 0) subtract(b, a, d, ones);
-        if (ones != 0) {
-            Trace::first_difference();
-            keep_equal_words((below != 0 ? b : a).limb, (below != 0 ? a : b).limb, limbs(), d.limb);
-        }
-        if (below != 0)
-            subtract_from_p(d, out);
-        else
-            copy(d, out);
+        if (!Sums::try_sub(a.limb, b.limb, p_.limb, limbs(), out.limb)) [[unlikely]]
+            sub_by_rule(a, b, out);
     }
 
     // p - a as the definition subtracts it from p: 0 for 0.
@@ -155,28 +140,14 @@ public:
         }
     }
 
-    ZOKECC_SHORT_BODY void twice(const Element &a, Element &out) const
-    {
-        Limb ones;
-        Element doubled;
-        const Limb carry = add_limbs(a.limb, a.limb, limbs(), doubled.limb);
-        if (carry == 0 && is_below(doubled.limb, p_.limb, limbs())) {
-            copy(doubled, out);
-            return;
-        }
-        subtract(doubled, p_, out, ones);
-        if (ones == 0) [[likely]]
-            return;
-        Trace::doubled_difference();
-        keep_equal_words(doubled.limb, p_.limb, limbs(), out.limb);
-    }
+    void twice(const Element &a, Element &out) const { shift_left(a, 1, out); }
 
     // The definition shifts up to p's bit length in one go. Until there nothing has to be
     // subtracted, so one bit after the other meets the same subtractions.
-    void shift_left(const Element &a, int32_t bits, Element &out) const
+    ZOKECC_SHORT_BODY void shift_left(const Element &a, int32_t bits, Element &out) const
     {
-        twice(a, out);
-        while (--bits > 0) twice(out, out);
+        if (!Sums::try_double(a.limb, static_cast<unsigned>(bits), p_.limb, limbs(), out.limb)) [[unlikely]]
+            shift_left_by_rule(a, bits, out);
     }
 
     ZOKECC_SHORT_BODY void halve(const Element &a, Element &out) const
@@ -207,24 +178,25 @@ public:
         for (unsigned i = 0; i < limbs(); ++i) difference |= a.limb[i] ^ b.limb[i];
         return difference == 0;
     }
-    ZOKECC_SHORT_BODY bool is_zero(const Element &a) const
-    {
-        Limb any = 0;
-        for (unsigned i = 0; i < limbs(); ++i) any |= a.limb[i];
-        return any == 0;
-    }
-    ZOKECC_SHORT_BODY bool is_one(const Element &a) const
-    {
-        Limb any = a.limb[0] ^ 1;
-        for (unsigned i = 1; i < limbs(); ++i) any |= a.limb[i];
-        return any == 0;
-    }
+    // Most numbers differ in the first word.
+    ZOKECC_SHORT_BODY bool is_zero(const Element &a) const { return is_small(a, 0); }
+    ZOKECC_SHORT_BODY bool is_one(const Element &a) const { return is_small(a, 1); }
     static void clear(Element &a) { set_small(a, 0); }
     static void set_zero(Element &a) { set_small(a, 0); }
     static void set_one(Element &a) { set_small(a, 1); }
 
 private:
+    using Sums = ModularSums<Limb>;
+
     unsigned limbs() const { return modulus_.limbs(); }
+
+    bool is_small(const Element &a, Limb number) const
+    {
+        if (a.limb[0] != number) return false;
+        for (unsigned i = 1; i < limbs(); ++i)
+            if (a.limb[i] != 0) return false;
+        return true;
+    }
 
     static void set_small(Element &a, Limb number)
     {
@@ -243,7 +215,44 @@ private:
         return sub_limbs(a.limb, b.limb, limbs(), out.limb, ones);
     }
 
-    void multiply_by_division(const Element &a, const Element &b, Element &out) const
+    ZOKECC_OUT_OF_LINE void sub_by_rule(const Element &a, const Element &b, Element &out) const
+    {
+        Limb ones;
+        Element d;
+        const Limb below = subtract(a, b, d, ones);
+        if (below != 0) subtract(b, a, d, ones);
+        if (ones != 0) {
+            Trace::first_difference();
+            keep_equal_words((below != 0 ? b : a).limb, (below != 0 ? a : b).limb, limbs(), d.limb);
+        }
+        if (below != 0)
+            subtract_from_p(d, out);
+        else
+            copy(d, out);
+    }
+
+    ZOKECC_OUT_OF_LINE void shift_left_by_rule(const Element &a, int32_t bits, Element &out) const
+    {
+        twice_by_rule(a, out);
+        while (--bits > 0) twice_by_rule(out, out);
+    }
+
+    void twice_by_rule(const Element &a, Element &out) const
+    {
+        Limb ones;
+        Element doubled;
+        const Limb carry = add_limbs(a.limb, a.limb, limbs(), doubled.limb);
+        if (carry == 0 && is_below(doubled.limb, p_.limb, limbs())) {
+            copy(doubled, out);
+            return;
+        }
+        subtract(doubled, p_, out, ones);
+        if (ones == 0) return;
+        Trace::doubled_difference();
+        keep_equal_words(doubled.limb, p_.limb, limbs(), out.limb);
+    }
+
+    ZOKECC_OUT_OF_LINE void multiply_by_division(const Element &a, const Element &b, Element &out) const
     {
         Trace::quotient_unsure();
         mint x;
@@ -254,7 +263,7 @@ private:
         copy_words(x, out);
     }
 
-    void invert_by_definition(const Element &a, Element &out) const
+    ZOKECC_OUT_OF_LINE void invert_by_definition(const Element &a, Element &out) const
     {
         Trace::inverse_by_definition();
         mint x;

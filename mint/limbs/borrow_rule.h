@@ -64,31 +64,6 @@ ZOKECC_OUT_OF_LINE void keep_in_place(const L *y, unsigned n, L *d)
     keep_equal_words(x, y, n, d);
 }
 
-// out[n] = a[n] - b[n] mod p[n] where the rule surely has no part in it: false, with nothing written,
-// where a word of the result, or of b - a for a < b, may be all ones. A word of b - a can be that
-// only where the same one of a - b is 0, or 1 with zeros alone below. Which operand is larger is as
-// good as random, and a wrong guess of the processor costs more than an addition.
-inline bool sub_mod_unless_kept(const uint64_t *a, const uint64_t *b, const uint64_t *p, unsigned n,
-                                uint64_t *out)
-{
-    uint64_t d[kMaxFastLimbs<uint64_t>];
-    uint64_t correction[kMaxFastLimbs<uint64_t>];
-    uint64_t ones;
-    const uint64_t mask = 0 - sub_limbs(a, b, n, d, ones);
-    uint64_t small = 0;  // the top bit of each word that is 0 or 1, and perhaps of others
-    for (unsigned i = 0; i < n; ++i) {
-        small |= (d[i] - 0x0000000200000002u) & ~d[i];
-        correction[i] = p[i] & mask;
-    }
-    add_limbs(d, correction, n, d);
-    ones = small & mask & 0x8000000080000000u;
-    for (unsigned i = 0; i < n; ++i) ones |= all_ones_mark(d[i]);
-    if (ones != 0) [[unlikely]]
-        return false;
-    std::memcpy(out, d, n * sizeof *d);
-    return true;
-}
-
 extern template void keep_equal_words(const NativeLimb *, const NativeLimb *, unsigned, NativeLimb *);
 extern template void keep_in_place(const NativeLimb *, unsigned, NativeLimb *);
 

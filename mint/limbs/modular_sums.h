@@ -1,0 +1,132 @@
+// Sums modulo p on limbs, for operands below p; out may be an operand.
+//
+// Where the kept rule of subtraction (borrow_rule.h) may act they return false and write nothing; the
+// caller then takes the differences one by one. That is seldom but for small and structured numbers.
+#ifndef ZOKECC_MINT_LIMBS_MODULAR_SUMS_H
+#define ZOKECC_MINT_LIMBS_MODULAR_SUMS_H
+
+#include "base/linkage.h"
+#include "mint/limbs/borrow_rule.h"
+
+namespace zokecc {
+
+template <class L>
+struct PortableSums {
+    static bool serves(unsigned) { return true; }
+
+    // out[n] = a + b mod p
+    static void add(const L *a, const L *b, const L *p, unsigned n, L *out)
+    {
+        L ones;
+        const L carry = add_limbs(a, b, n, out);
+        if (carry != 0 || !is_below(out, p, n)) sub_limbs(out, p, n, out, ones);
+    }
+
+    // out[n] = a - b mod p. A word of b - a, for a < b, can be all ones only where the same one of
+    // a - b is 0, or 1 with zeros alone below. Which operand is larger is as good as random, and a
+    // wrong guess of the processor costs more than an addition.
+    static bool try_sub(const L *a, const L *b, const L *p, unsigned n, L *out)
+    {
+        L d[kMaxFastLimbs<L>];
+        L correction[kMaxFastLimbs<L>];
+        L ones;
+        const L mask = 0 - sub_limbs(a, b, n, d, ones);
+        L small = 0;  // the top bit of each word that is 0 or 1, and perhaps of others
+        for (unsigned i = 0; i < n; ++i) {
+            small |= (d[i] - static_cast<L>(0x0000000200000002u)) & ~d[i];
+            correction[i] = p[i] & mask;
+        }
+        add_limbs(d, correction, n, d);
+        ones = small & mask & static_cast<L>(0x8000000080000000u);
+        for (unsigned i = 0; i < n; ++i) ones |= all_ones_mark(d[i]);
+        if (ones != 0) [[unlikely]]
+            return false;
+        std::memcpy(out, d, n * sizeof *d);
+        return true;
+    }
+
+    // out[n] = a 2^times mod p, times at least 1.
+    static bool try_double(const L *a, unsigned times, const L *p, unsigned n, L *out)
+    {
+        L doubled[kMaxFastLimbs<L>];
+        do {
+            const L carry = add_limbs(a, a, n, doubled);
+            a = doubled;
+            if (carry == 0 && is_below(doubled, p, n)) continue;
+            L ones;
+            sub_limbs(doubled, p, n, doubled, ones);
+            if (ones != 0) [[unlikely]]
+                return false;
+        } while (--times > 0);
+        std::memcpy(out, doubled, n * sizeof *doubled);
+        return true;
+    }
+};
+
+#ifdef __arm__
+
+// Bodies for so many words, all of them in registers; modular_sums_arm.cpp.
+#define ZOKECC_ARM_SUMS(words) \
+    ZOKECC_INTERNAL void zokecc_add_mod_##words(const uint32_t *a, const uint32_t *b, const uint32_t *p, \
+                                                uint32_t *out); \
+    ZOKECC_INTERNAL bool zokecc_try_sub_mod_##words(const uint32_t *a, const uint32_t *b, const uint32_t *p, \
+                                                    uint32_t *out); \
+    ZOKECC_INTERNAL bool zokecc_try_double_mod_##words(const uint32_t *a, unsigned times, const uint32_t *p, \
+                                                       uint32_t *out);
+ZOKECC_ARM_SUMS(6)
+ZOKECC_ARM_SUMS(7)
+ZOKECC_ARM_SUMS(8)
+ZOKECC_INTERNAL void zokecc_add_mod_any(const uint32_t *a, const uint32_t *b, const uint32_t *p, unsigned n,
+                                        uint32_t *out);
+#undef ZOKECC_ARM_SUMS
+
+// For the other widths they refuse everything.
+struct ArmSums {
+    static bool serves(unsigned n) { return n >= 6 && n <= 8; }
+
+    static void add(const uint32_t *a, const uint32_t *b, const uint32_t *p, unsigned n, uint32_t *out)
+    {
+        switch (n) {
+        case 6: return zokecc_add_mod_6(a, b, p, out);
+        case 7: return zokecc_add_mod_7(a, b, p, out);
+        case 8: return zokecc_add_mod_8(a, b, p, out);
+        default: return zokecc_add_mod_any(a, b, p, n, out);
+        }
+    }
+
+    static bool try_sub(const uint32_t *a, const uint32_t *b, const uint32_t *p, unsigned n, uint32_t *out)
+    {
+        switch (n) {
+        case 6: return zokecc_try_sub_mod_6(a, b, p, out);
+        case 7: return zokecc_try_sub_mod_7(a, b, p, out);
+        case 8: return zokecc_try_sub_mod_8(a, b, p, out);
+        default: return false;
+        }
+    }
+
+    static bool try_double(const uint32_t *a, unsigned times, const uint32_t *p, unsigned n, uint32_t *out)
+    {
+        switch (n) {
+        case 6: return zokecc_try_double_mod_6(a, times, p, out);
+        case 7: return zokecc_try_double_mod_7(a, times, p, out);
+        case 8: return zokecc_try_double_mod_8(a, times, p, out);
+        default: return false;
+        }
+    }
+};
+
+#endif
+
+// Those that this machine has.
+template <class L>
+struct ModularSums : PortableSums<L> {
+};
+#if defined(__arm__) && !defined(ZOKECC_NO_ASSEMBLY)
+template <>
+struct ModularSums<uint32_t> : ArmSums {
+};
+#endif
+
+}  // namespace zokecc
+
+#endif
