@@ -16,7 +16,7 @@ check_cxx_source_compiles("
     #error
     #endif" ZOKECC_HAS_UMAAL)
 unset(CMAKE_TRY_COMPILE_TARGET_TYPE)
-set(zokecc_modulus_29 mint/limbs/modulus_29.cpp mint/limbs/modulus_29_unrolled.cpp)
+set(zokecc_modulus_29 mint/limbs/modulus_29.cpp mint/limbs/modulus_29_columns.cpp)
 set(zokecc_modulus_32 mint/limbs/modulus_32.cpp)
 if(ZOKECC_HAS_128_BIT_PRODUCT)  # all of it is in the header
     set(zokecc_modulus)
@@ -35,7 +35,7 @@ if(CMAKE_SYSTEM_PROCESSOR MATCHES "^arm")
 endif()
 
 set(zokecc_hot
-    mint/limbs/division.cpp mint/limbs/inverse.cpp mint/limbs/modulus_29_unrolled.cpp
+    mint/limbs/division.cpp mint/limbs/inverse.cpp mint/limbs/modulus_29_columns.cpp
     mint/limbs/modulus_32.cpp hash/sha256_blocks.cpp hash/sm3.cpp ecc/fast_field.cpp
     ct/field.cpp ct/inverse.cpp)
 set(zokecc_arm_instructions

@@ -80,12 +80,18 @@ void product(const uint32_t *a, const uint32_t *b, unsigned n, uint32_t *x)
 void ShortModulus::prepare(const uint32_t *p, uint32_t count)
 {
     const unsigned n = short_limbs(count);
+    const unsigned scale = column_scale(count);
     words = count;
     shift = shift_of(p, count);
+    kernel = scale != 0 && shift == 0 ? count : 0;
     uint32_t wide[kMaxFastWords + 4];
     shift_limbs_up(p, count, shift, wide);
-    split(wide, count + 1, modulus, n);
-    reciprocal_words(p, count, kShortBits * (2 * n + 1) - shift, wide, count + 4);
+    top = wide[count - 1];
+    if (scale != 0) shift_limbs_up(wide, count, scale, wide);  // there is nothing above count words yet
+    uint32_t borrow = 0;
+    for (unsigned i = 0; i <= count; ++i) wide[i] = sub_limb(0u, wide[i], borrow);
+    split(wide, count + 1, complement, n);
+    reciprocal_words(p, count, kShortBits * (2 * n + 1) - shift - scale, wide, count + 4);
     split(wide, count + 4, reciprocal, n + 1);
     reciprocal[n] |= (wide[kShortBits * (n + 1) / 32] >> (kShortBits * (n + 1) % 32) & 1) << kShortBits;
 }
@@ -112,13 +118,11 @@ bool multiply_looped(const ShortModulus &p, const uint32_t *a, const uint32_t *b
     }
     a_limbs[n - 1] = static_cast<uint32_t>(sum);
 
+    // x + q (B^n - P) in the lowest limbs, which is x - q P: below P, so they are all of it.
     sum = 0;
-    int32_t borrow = 0;
     for (unsigned k = 0; k < n; ++k) {
-        sum = add_columns(sum, a_limbs, p.modulus, k + 1);
-        const int32_t difference = static_cast<int32_t>(x[k]) - static_cast<int32_t>(take_limb(sum)) - borrow;
-        b_limbs[k] = static_cast<uint32_t>(difference) & kShortMask;
-        borrow = difference < 0 ? 1 : 0;
+        sum = add_columns(sum + x[k], a_limbs, p.complement, k + 1);
+        b_limbs[k] = take_limb(sum);
     }
     join(b_limbs, n, wide, p.words + 1);
     for (unsigned i = 0; i < p.words; ++i) out[i] = wide[i] >> p.shift | wide[i + 1] << (32 - p.shift);

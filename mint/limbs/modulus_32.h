@@ -16,6 +16,7 @@ namespace zokecc {
 // bit more than N + 1 words, the half is kept: the quotient comes out halved, and is doubled.
 struct WordModulus {
     uint32_t words;
+    uint32_t kernel;                              // words, where nothing is shifted
     uint32_t shift;                               // s
     uint32_t complement[kMaxFastWords];           // B^N - pn
     uint32_t half_reciprocal[kMaxFastWords + 1];  // floor(M / 2)
@@ -29,6 +30,7 @@ struct WordModulus {
     {
         words = count;
         shift = static_cast<uint32_t>(std::countl_zero(p[count - 1]));
+        kernel = shift == 0 ? count : 0;
         uint32_t shifted[kMaxFastWords + 1];
         shift_limbs_up(p, count, shift, shifted);
         uint32_t borrow = 0;
@@ -159,6 +161,11 @@ private:
     }
 };
 
+// out = a b mod p for a, b up to p; out may be a or b. False where the guard leaves the quotient open:
+// see OpenQuotients for what is written then. For p of 256 bits, the most usual, and for any p.
+bool multiply_eight(const WordModulus &p, const uint32_t *a, const uint32_t *b, uint32_t *out);
+bool multiply_chosen(const WordModulus &p, const uint32_t *a, const uint32_t *b, uint32_t *out);
+
 // The width chosen when running: one body of everything that stands on it, whatever the width.
 class AnyWordLimbs {
 public:
@@ -171,7 +178,13 @@ public:
 
     // out = a b mod p for a, b up to p; out may be a or b. False where the guard leaves the quotient
     // open: see OpenQuotients for what is written then.
-    bool multiply(const Limb *a, const Limb *b, Limb *out) const;
+    bool multiply(const Limb *a, const Limb *b, Limb *out) const
+    {
+        if (modulus_.kernel == 8) [[likely]]
+            return multiply_eight(modulus_, a, b, out);
+        return multiply_chosen(modulus_, a, b, out);
+    }
+    bool square(const Limb *a, Limb *out) const { return multiply(a, a, out); }
     OpenQuotients &open_quotients() { return modulus_.open_quotients; }
 
 private:

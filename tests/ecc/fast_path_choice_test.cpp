@@ -23,7 +23,12 @@ struct Choice {
     bool fast;
 };
 
-constexpr bool kFullLimbs = zokecc::kWordsPerLimb<zokecc::NativeLimb> == 2;
+// Short limbs take nine words only where they have most of their bits.
+#ifdef __SIZEOF_INT128__
+constexpr bool kWholeWords = true;
+#else
+constexpr bool kWholeWords = std::is_same_v<zokecc::SmallModulus, zokecc::AnyWordLimbs>;
+#endif
 
 mint with_zero_word(const Natural &value) { return untrimmed(value.to_mint()); }
 
@@ -43,7 +48,8 @@ std::vector<Choice> choices() {
         {"even", (Natural(curve("sm2p256v1").p) - one).to_mint(), false},
         {"untrimmed", with_zero_word(ones(160)), false},
         {"untrimmed to nine words", with_zero_word(Natural(curve("sm2p256v1").p)), false},
-        {"without its top bits", ones(225).to_mint(), kFullLimbs},
+        {"without its top bits", ones(225).to_mint(), true},
+        {"nine words without top bits", ones(257).to_mint(), kWholeWords},
     };
 }
 

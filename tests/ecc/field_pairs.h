@@ -30,9 +30,7 @@ using AllFields = ::testing::Types<
     Counted<zokecc::FullLimbs<3>>, Counted<zokecc::FullLimbs<4>>, Counted<zokecc::FullLimbs<5>>,
     Counted<zokecc::FullLimbs<4, zokecc::PortableSum>>,
 #endif
-    Counted<zokecc::ShortLimbs<5>>, Counted<zokecc::ShortLimbs<6>>, Counted<zokecc::ShortLimbs<7>>,
-    Counted<zokecc::ShortLimbs<8>>, Counted<zokecc::ShortLimbs<9>>, Counted<zokecc::AnyShortLimbs>,
-    Counted<zokecc::AnyWordLimbs>>;
+    Counted<zokecc::AnyWordLimbs>, Counted<zokecc::AnyShortLimbs>>;
 
 // Odd moduli of five to nine words that Field serves: with a name, and `hard` hard ones.
 template <class Field>

@@ -1,5 +1,5 @@
-// Products on limbs of 29 bits: unrolled, in loops, and as the library chooses between them.
-#include "mint/limbs/modulus_29.h"
+// Products on limbs of 29 bits: in loops, and as the library chooses between these and columns.
+#include "mint/limbs/modulus_29_columns.h"
 
 #include <algorithm>
 
@@ -13,7 +13,9 @@ struct LoopedLimbs {
     using Limb = uint32_t;
     static constexpr unsigned kElementLimbs = zokecc::kMaxFastWords;
     unsigned limbs() const { return modulus.words; }
-    static bool fits(const uint32_t *p, uint32_t words) { return zokecc::ShortModulus::fits(p, words); }
+    static bool fits(const uint32_t *p, uint32_t words) {
+        return zokecc::column_scale(words) == 0 && zokecc::ShortModulus::fits(p, words);
+    }
     void prepare(const uint32_t *p, uint32_t words) { modulus.prepare(p, words); }
     bool multiply(const Limb *a, const Limb *b, Limb *out) const {
         return zokecc::multiply_looped(modulus, a, b, out);
@@ -42,26 +44,19 @@ TEST(ShortLimbs, ReciprocalIsThatOfTheDefinitionInEveryWord) {
 
 constexpr unsigned kGuardBits = zokecc::kShortBits;
 
-TEST(ShortLimbs, UnrolledProductsAreThoseOfTheDefinition) {
-    check_width<zokecc::ShortLimbs<5>>(5, kGuardBits, 7400);
-    check_width<zokecc::ShortLimbs<6>>(6, kGuardBits, 7400);
-    check_width<zokecc::ShortLimbs<7>>(7, kGuardBits, 7400);
-    check_width<zokecc::ShortLimbs<8>>(8, kGuardBits, 7400);
-    check_width<zokecc::ShortLimbs<9>>(9, kGuardBits, 7400);
-}
-
 TEST(ShortLimbs, LoopedProductsAreThoseOfTheDefinition) {
-    for (uint32_t words = 5; words <= 9; ++words) check_width<LoopedLimbs>(words, kGuardBits, 7410);
+    check_width<LoopedLimbs>(5, kGuardBits, 7410);
+    check_width<LoopedLimbs>(9, kGuardBits, 7410);
 }
 
 TEST(ShortLimbs, ChosenProductsAreThoseOfTheDefinition) {
     for (uint32_t words = 5; words <= 9; ++words) check_width<zokecc::AnyShortLimbs>(words, kGuardBits, 7420);
 }
 
-// The modulus is shifted to the top of its last limb; for that many bits a word has to suffice.
+// In loops the modulus is shifted to the top of its last limb; for that many bits a word has to suffice.
 TEST(ShortLimbs, ModuliThatLackTopBitsAreRefused) {
     for (uint32_t words = 5; words <= 9; ++words) {
-        const uint32_t spare = 29 * zokecc::short_limbs(words) - 32 * words;
+        const uint32_t spare = words == 5 || words == 9 ? 29 * zokecc::short_limbs(words) - 32 * words : 0;
         uint32_t p[9] = {1, 1, 1, 1, 1, 1, 1, 1, 1};
         for (uint32_t zeros = 0; zeros < 32; ++zeros) {
             p[words - 1] = 0xFFFFFFFFu >> zeros;
@@ -69,11 +64,51 @@ TEST(ShortLimbs, ModuliThatLackTopBitsAreRefused) {
             EXPECT_EQ(zeros + spare < 32, zokecc::AnyShortLimbs::fits(p, words)) << words << ", " << zeros;
         }
     }
-    const uint32_t ones[10] = {1, 1, 1, 0xFFFFFFFFu, 0xFFFFFFFFu, 1, 1, 1, 1, 0xFFFFFFFFu};
+    const uint32_t ones[10] = {1, 1, 1, 0xFFFFFFFFu, 0xFFFFFFFFu, 0, 1, 1, 1, 0xFFFFFFFFu};
     EXPECT_FALSE(zokecc::ShortModulus::fits(ones, 4));
-    EXPECT_TRUE(zokecc::ShortLimbs<5>::fits(ones, 5));
-    EXPECT_FALSE(zokecc::ShortLimbs<6>::fits(ones, 5));
+    EXPECT_TRUE(zokecc::ShortModulus::fits(ones, 5));
+    EXPECT_FALSE(zokecc::ShortModulus::fits(ones, 6));
     EXPECT_FALSE(zokecc::ShortModulus::fits(ones, 10));
+}
+
+// For so many words: p is scaled by that many bits where it is unrolled, and shifted up before.
+TEST(ShortLimbs, EveryShiftOfTheModulus) {
+    HardWords draw(7440);
+    for (uint32_t words = 6; words <= 8; ++words)
+        for (unsigned shift = 0; shift < 32; ++shift) {
+            mint p = draw.untrimmed(words);
+            p.words[0] |= 1;
+            p.words[words - 1] = (p.words[words - 1] | 0x80000000u) >> shift;
+            check_hard_products<zokecc::AnyShortLimbs>(p, kGuardBits, draw, rounds(24));
+            ASSERT_FALSE(HasFailure()) << mint_to_hex(p) << ", " << draw.where();
+        }
+}
+
+// The top bit of a remainder of 256 or 192 bits is not computed but follows from the guard: remainders
+// on both sides of it, as close as words allow, and those of the smallest and of the largest moduli.
+TEST(ShortLimbs, TopBitOfTheRemainderFollowsFromTheGuard) {
+    HardWords draw(7450);
+    const Natural one(1);
+    for (uint32_t words = 6; words <= 8; ++words) {
+        const Natural half = Natural::power_of_two(32 * words - 1);
+        for (const Natural &modulus :
+             {half + one, half + (half >> 3) - one, half + (half >> 1) + one, (half << 1) - one}) {
+            const mint p = modulus.to_mint();
+            LimbProducts<zokecc::AnyShortLimbs> products(p, kGuardBits);
+            for (int i = 0; i < rounds(16); ++i) {
+                const mint a = drawn_operand(draw, p);
+                mint inverse{};
+                mint_EEA_algo(&a, &p, &inverse);
+                const Natural distance(draw.trimmed(1 + draw.below(words)));
+                for (const Natural &rest : {half - one, half, (half + distance) % modulus,
+                                            half < distance ? half : half - distance}) {
+                    if (!(rest < modulus)) continue;
+                    products.check(a, defined_product(rest.to_mint(), inverse, p));
+                }
+            }
+            ASSERT_FALSE(HasFailure()) << mint_to_hex(p) << ", " << draw.where();
+        }
+    }
 }
 
 // Limbs and columns at their largest: the closest that a column comes to overflow.
@@ -92,12 +127,7 @@ void check_largest(uint32_t words) {
 }
 
 TEST(ShortLimbs, LargestColumnsDoNotOverflow) {
-    for (uint32_t words = 5; words <= 9; ++words) {
-        check_largest<LoopedLimbs>(words);
-        check_largest<zokecc::AnyShortLimbs>(words);
-    }
-    check_largest<zokecc::ShortLimbs<5>>(5);
-    check_largest<zokecc::ShortLimbs<9>>(9);
+    for (uint32_t words = 5; words <= 9; ++words) check_largest<zokecc::AnyShortLimbs>(words);
 }
 
 }  // namespace

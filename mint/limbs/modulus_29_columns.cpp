@@ -1,0 +1,41 @@
+// Short limbs unrolled for the common widths: 192, 224 and 256 bits.
+#include "mint/limbs/modulus_29_columns.h"
+
+#if !defined(ZOKECC_SMALL) || defined(ZOKECC_HARDENED)
+
+namespace zokecc {
+
+bool multiply_eight(const ShortModulus &p, const uint32_t *a, const uint32_t *b, uint32_t *out)
+{
+    return ColumnLimbs<8>::multiply(p, a, b, out);
+}
+
+namespace {
+
+// p without its top bits, and the widths that are not unrolled: (a 2^s) b mod p 2^s is (a b mod p) 2^s.
+ZOKECC_OUT_OF_LINE bool multiply_shifted(const ShortModulus &p, const uint32_t *a, const uint32_t *b,
+                                         uint32_t *out)
+{
+    uint32_t shifted[kMaxFastWords + 1];
+    shift_limbs_up(a, p.words, p.shift, shifted);
+    const bool is_exact = p.words == 6   ? ColumnLimbs<6>::multiply(p, shifted, b, out)
+                          : p.words == 7 ? ColumnLimbs<7>::multiply(p, shifted, b, out)
+                                         : multiply_eight(p, shifted, b, out);
+    if (p.open_quotients.give_up(1 ^ static_cast<uint32_t>(is_exact))) return false;
+    shift_limbs_down(out, p.words, p.shift);
+    return is_exact;
+}
+
+}  // namespace
+
+bool multiply_chosen(const ShortModulus &p, const uint32_t *a, const uint32_t *b, uint32_t *out)
+{
+    if (p.kernel == 6) return ColumnLimbs<6>::multiply(p, a, b, out);
+    if (p.kernel == 7) return ColumnLimbs<7>::multiply(p, a, b, out);
+    if (column_scale(p.words) == 0) return multiply_looped(p, a, b, out);
+    return multiply_shifted(p, a, b, out);
+}
+
+}  // namespace zokecc
+
+#endif
