@@ -15,6 +15,7 @@
 #ifndef ZOKECC_MINT_LIMBS_BARRETT_H
 #define ZOKECC_MINT_LIMBS_BARRETT_H
 
+#include "base/config.h"
 #include "mint/divide.h"
 #include "mint/limbs/limb.h"
 
@@ -42,6 +43,13 @@ inline void reciprocal_words(const uint32_t *p, uint32_t words, uint32_t exponen
 // is written is that modulo 2^b, with b the bits of p: where it is p or above, p has to be subtracted.
 class OpenQuotients {
 public:
+    // 1 for a guard above the limit, else 0; in the hardened build without a jump.
+    static uint32_t is_open(uint32_t guard, uint32_t limit)
+    {
+        if constexpr (kHardened) return static_cast<uint32_t>((uint64_t{limit} - guard) >> 63);
+        return guard > limit ? 1 : 0;
+    }
+
 #ifdef ZOKECC_HARDENED
     void go_on() { gives_up_ = 0; }
     // For open 0 or 1. Never true after go_on(), and then no jump depends on open.

@@ -86,30 +86,33 @@ struct ArmSums {
 
     static void add(const uint32_t *a, const uint32_t *b, const uint32_t *p, unsigned n, uint32_t *out)
     {
+        if (n == 8) [[likely]]
+            return zokecc_add_mod_8(a, b, p, out);
         switch (n) {
         case 6: return zokecc_add_mod_6(a, b, p, out);
         case 7: return zokecc_add_mod_7(a, b, p, out);
-        case 8: return zokecc_add_mod_8(a, b, p, out);
         default: return zokecc_add_mod_any(a, b, p, n, out);
         }
     }
 
     static bool try_sub(const uint32_t *a, const uint32_t *b, const uint32_t *p, unsigned n, uint32_t *out)
     {
+        if (n == 8) [[likely]]
+            return zokecc_try_sub_mod_8(a, b, p, out);
         switch (n) {
         case 6: return zokecc_try_sub_mod_6(a, b, p, out);
         case 7: return zokecc_try_sub_mod_7(a, b, p, out);
-        case 8: return zokecc_try_sub_mod_8(a, b, p, out);
         default: return false;
         }
     }
 
     static bool try_double(const uint32_t *a, unsigned times, const uint32_t *p, unsigned n, uint32_t *out)
     {
+        if (n == 8) [[likely]]
+            return zokecc_try_double_mod_8(a, times, p, out);
         switch (n) {
         case 6: return zokecc_try_double_mod_6(a, times, p, out);
         case 7: return zokecc_try_double_mod_7(a, times, p, out);
-        case 8: return zokecc_try_double_mod_8(a, times, p, out);
         default: return false;
         }
     }

@@ -49,11 +49,8 @@ struct ShortModulus {
     void prepare(const uint32_t *p, uint32_t count);
 };
 
-// 1 for a guard that leaves the quotient open with that many limbs, else 0.
-inline uint32_t is_open_short(uint32_t guard, unsigned limbs)
-{
-    return (kShortMask - (limbs + 4) - guard) >> 31;
-}
+// The greatest guard of so many limbs that does not leave the quotient open.
+constexpr uint32_t greatest_guard(unsigned limbs) { return kShortMask - (limbs + 4); }
 
 // out = a b mod p for a, b up to p without a scale, for any number of words; out may be a or b. False
 // where the guard leaves the quotient open: see OpenQuotients for what is written then.

@@ -12,14 +12,26 @@ bool multiply_eight(const ShortModulus &p, const uint32_t *a, const uint32_t *b,
 
 namespace {
 
+ZOKECC_OUT_OF_LINE bool multiply_six(const ShortModulus &p, const uint32_t *a, const uint32_t *b,
+                                     uint32_t *out)
+{
+    return ColumnLimbs<6>::multiply(p, a, b, out);
+}
+
+ZOKECC_OUT_OF_LINE bool multiply_seven(const ShortModulus &p, const uint32_t *a, const uint32_t *b,
+                                       uint32_t *out)
+{
+    return ColumnLimbs<7>::multiply(p, a, b, out);
+}
+
 // p without its top bits, and the widths that are not unrolled: (a 2^s) b mod p 2^s is (a b mod p) 2^s.
 ZOKECC_OUT_OF_LINE bool multiply_shifted(const ShortModulus &p, const uint32_t *a, const uint32_t *b,
                                          uint32_t *out)
 {
     uint32_t shifted[kMaxFastWords + 1];
     shift_limbs_up(a, p.words, p.shift, shifted);
-    const bool is_exact = p.words == 6   ? ColumnLimbs<6>::multiply(p, shifted, b, out)
-                          : p.words == 7 ? ColumnLimbs<7>::multiply(p, shifted, b, out)
+    const bool is_exact = p.words == 6   ? multiply_six(p, shifted, b, out)
+                          : p.words == 7 ? multiply_seven(p, shifted, b, out)
                                          : multiply_eight(p, shifted, b, out);
     if (p.open_quotients.give_up(1 ^ static_cast<uint32_t>(is_exact))) return false;
     shift_limbs_down(out, p.words, p.shift);
@@ -30,8 +42,8 @@ ZOKECC_OUT_OF_LINE bool multiply_shifted(const ShortModulus &p, const uint32_t *
 
 bool multiply_chosen(const ShortModulus &p, const uint32_t *a, const uint32_t *b, uint32_t *out)
 {
-    if (p.kernel == 6) return ColumnLimbs<6>::multiply(p, a, b, out);
-    if (p.kernel == 7) return ColumnLimbs<7>::multiply(p, a, b, out);
+    if (p.kernel == 6) return multiply_six(p, a, b, out);
+    if (p.kernel == 7) return multiply_seven(p, a, b, out);
     if (column_scale(p.words) == 0) return multiply_looped(p, a, b, out);
     return multiply_shifted(p, a, b, out);
 }

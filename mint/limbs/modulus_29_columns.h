@@ -25,13 +25,13 @@ public:
 
     // out = a b mod pn for a, b up to pn; out may be a or b, and a square costs less. False
     // where the guard leaves the quotient open: see OpenQuotients for what is written then.
-    static bool multiply(const ShortModulus &m, const Limb *a, const Limb *b, Limb *out)
+    ZOKECC_INLINE static bool multiply(const ShortModulus &m, const Limb *a, const Limb *b, Limb *out)
     {
         Limb x[2 * N];
         product(a, b, x);
         Limb q[N];
         const Limb guard = quotient(m, x + N - 1, q);
-        const uint32_t open = is_open_short(guard >> 3, N);
+        const uint32_t open = OpenQuotients::is_open(guard, greatest_guard(N) << 3);
         if (m.open_quotients.give_up(open)) [[unlikely]]
             return false;
         Limb r[N];

@@ -12,7 +12,8 @@ bool multiply_eight(const WordModulus &p, const uint32_t *a, const uint32_t *b, 
 
 namespace {
 
-bool multiply_words(const WordModulus &p, const uint32_t *a, const uint32_t *b, uint32_t *out)
+ZOKECC_OUT_OF_LINE bool multiply_words(const WordModulus &p, const uint32_t *a, const uint32_t *b,
+                                       uint32_t *out)
 {
     switch (p.words) {
     case 5: return WordLimbs<5>::multiply(p, a, b, out);

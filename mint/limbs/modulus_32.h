@@ -47,7 +47,7 @@ public:
 
     // out = a b mod pn for a, b up to pn; out may be a or b. False where the guard leaves the quotient
     // open: see OpenQuotients for what is written then.
-    static bool multiply(const WordModulus &m, const Limb *a, const Limb *b, Limb *out)
+    ZOKECC_INLINE static bool multiply(const WordModulus &m, const Limb *a, const Limb *b, Limb *out)
     {
         Limb x[2 * N];
         product(a, b, x);
@@ -57,7 +57,7 @@ public:
         // limbs of x times half of M less than one), and a fraction that the guard column had: less
         // than 2 (N + 4) when it is doubled.
         const Limb guard = columns[1] << 1;
-        const uint32_t open = is_open(guard);
+        const uint32_t open = OpenQuotients::is_open(guard, 0u - 2 * (N + 4));
         if (m.open_quotients.give_up(open)) [[unlikely]]
             return false;
 #pragma GCC unroll 9
@@ -69,12 +69,6 @@ public:
     }
 
 private:
-    // 1 for a guard that leaves the quotient open, else 0.
-    static uint32_t is_open(Limb guard)
-    {
-        return static_cast<uint32_t>((Double<Limb>{0u - 2 * (N + 4)} - guard) >> 63);
-    }
-
     // low + high B = a b
     ZOKECC_INLINE static void multiply_words(Limb &low, Limb &high, Limb a, Limb b)
     {
