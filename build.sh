@@ -38,7 +38,7 @@ usage() {
   test-threads    what may run on several threads does, on eight, under ThreadSanitizer
   fuzz [SECONDS]  every fuzz target for that long, 60 unless told otherwise; fails on a finding
   bench [FILTER | --update]      times of every operation beside OpenSSL's, as a table and a plot
-  bench-arm [FILTER | --update]  executed instructions on ARM, likewise; --update writes into docs/
+  bench-arm [FILTER | --update]  instructions on ARMv5TE and ARMv7-A, likewise; --update writes into docs/
   bench-check     every benchmark for a moment, to see that it works
   footprint [--check | --update | --chains]  code, data, stack and heap on ARM; --check holds the limits
   variants [--update]   size and speed of the three builds that a device can choose from, on ARM
@@ -89,7 +89,7 @@ build_preset() {
 # The headers and the library of OpenSSL for ARM are unpacked into build/.
 build_bench_arm() {
     cmake/fetch_armel.sh libssl3 libssl-dev build/armel
-    build_preset bench-arm
+    for preset in bench-arm bench-armv7a; do build_preset "$preset"; done
 }
 
 # suite PRESET: builds, tests, and leaves a line for the summary, with the tests inside the programs.

@@ -2,7 +2,7 @@
 """Reports what the benchmarks measured: a table as markdown on standard output, and a plot.
 
     bench/report.py host RESULT.json... PLOT.svg [--partial | --update]
-    bench/report.py arm  RESULT.json    PLOT.svg [--partial | --update]
+    bench/report.py arm RESULT.json PLOT.svg [--partial | --update]      and likewise armv7a
 
 The result fails if an operation is missing, unknown or was not measured on both sides; --partial
 allows for missing ones. --update also writes the table, and that of the calls, into
@@ -18,9 +18,11 @@ from operations import GROUPS, OPERATIONS
 
 DOCS = pathlib.Path(__file__).resolve().parent.parent / "docs"
 ALONE = {"session_open", "curve_init"}  # OpenSSL has nothing that compares
-PLOTS = {"host": DOCS / "performance.svg", "arm": DOCS / "performance-arm.svg"}
+PLOTS = {"host": DOCS / "performance.svg", "arm": DOCS / "performance-arm.svg",
+         "armv7a": DOCS / "performance-armv7a.svg"}
 TITLES = {"host": "Times as fast as OpenSSL (mark: goal)",
-          "arm": "OpenSSL's instructions for each of ours (mark: goal)"}
+          "arm": "ARMv5TE: OpenSSL's instructions for each of ours (mark: goal)",
+          "armv7a": "ARMv7-A: OpenSSL's instructions for each of ours (mark: goal)"}
 
 
 def read_host(paths):
@@ -80,8 +82,9 @@ def times(ratio):
     return f"{ratio:.2f}" if ratio >= 0.1 else f"{ratio:.1g}"
 
 
-def arm_goal(operation):
-    return operation.arm * (operation.bytes or 1) if operation.arm else None
+def arm_goal(target, operation):
+    goal = getattr(operation, target)
+    return goal * (operation.bytes or 1) if goal else None
 
 
 class Row:
@@ -102,15 +105,16 @@ class Row:
             goal, met = self.operation.host, (self.ratio or 0) >= (self.operation.host or 0)
             return cells + [f"{100 * self.spread:.0f} %", f">= {goal:g}" if goal else "",
                             ("yes" if met else "no") if goal else ""]
-        goal = arm_goal(self.operation)
+        goal = arm_goal(target, self.operation)
         return cells + [f"<= {instructions(goal, self.operation)}" if goal else "",
                         ("yes" if self.ours <= goal else "no") if goal else ""]
 
     def plotted(self, target):
         """The goal as a ratio: on ARM it is a number of instructions."""
         goal = self.operation.host
-        if target == "arm":
-            goal = self.peer / arm_goal(self.operation) if arm_goal(self.operation) else None
+        if target != "host":
+            goal = arm_goal(target, self.operation)
+            goal = self.peer / goal if goal else None
         return (self.operation.what, self.ratio, goal)
 
 

@@ -2,7 +2,7 @@
 # Runs the benchmarks that `./build.sh bench` and `./build.sh bench-arm` have built, and reports.
 #
 #     bench/run.sh host [--update | FILTER]    times, beside OpenSSL's
-#     bench/run.sh arm  [--update | FILTER]    executed instructions on ARM, beside OpenSSL's
+#     bench/run.sh arm  [--update | FILTER]    executed instructions on ARMv5TE and ARMv7-A, beside OpenSSL's
 #     bench/run.sh check                       both for a moment: proves that they work, measures nothing
 #
 # FILTER is a regular expression for names, which bench/operations.py lists. --update puts tables and
@@ -11,7 +11,6 @@ set -eu
 cd "$(dirname "$0")/.."
 
 host=build/bench
-arm=build/bench-arm
 
 # run_host OPTION...: all programs, one file of results each.
 run_host() {
@@ -25,6 +24,17 @@ run_host() {
             tail -n 20 "$results.log" >&2
             return 1
         fi
+    done
+}
+
+# count FILTER: the instructions on each of the two machines.
+count() {
+    for machine in 'arm bench-arm arm926' 'armv7a bench-armv7a cortex-a8'; do
+        # shellcheck disable=SC2086 # three words: the report's name, the build's and the processor
+        set -- "$1" $machine
+        echo "==> counting: $4" >&2
+        python3 -B bench/arm/count.py "build/$3/bench" "$4" "build/$3/counts.json" "$1"
+        report "$2" "build/$3/counts.json"
     done
 }
 
@@ -55,16 +65,13 @@ host)
     report host "$host"/results/*.json
     ;;
 arm)
-    echo '==> counting' >&2
-    python3 -B bench/arm/count.py "$arm/bench" "$arm/counts.json" "$filter"
-    report arm "$arm/counts.json"
+    count "$filter"
     ;;
 check)
     run_host --benchmark_min_time=0.0001
     report host "$host"/results/*.json > "$host/check.md"
-    python3 -B bench/arm/count.py "$arm/bench" "$arm/counts.json" '^(mint_mod_mul|sm3_64|sm2_sign_digest)$'
     report_option=--partial
-    report arm "$arm/counts.json"
+    count '^(mint_mod_mul|sm3_64|sm2_sign_digest)$'
     echo '==> the benchmarks work'
     ;;
 *)
@@ -74,5 +81,5 @@ check)
 esac
 
 if [ "$command" != check ] && [ "$report_option" != --update ]; then
-    echo "==> build/bench-$command.svg is the plot; --update puts it and the table into docs/" >&2
+    echo '==> the plots are build/bench-*.svg; --update puts them and the tables into docs/' >&2
 fi

@@ -210,7 +210,7 @@ private:
         std::memcpy(out.limb, in.words, 4 * in.len);
     }
 
-    Limb subtract(const Element &a, const Element &b, Element &out, Limb &ones) const
+    ZOKECC_SHORT_BODY Limb subtract(const Element &a, const Element &b, Element &out, Limb &ones) const
     {
         return sub_limbs(a.limb, b.limb, limbs(), out.limb, ones);
     }
@@ -237,7 +237,7 @@ private:
         while (--bits > 0) twice_by_rule(out, out);
     }
 
-    void twice_by_rule(const Element &a, Element &out) const
+    ZOKECC_OUT_OF_LINE void twice_by_rule(const Element &a, Element &out) const
     {
         Limb ones;
         Element doubled;

@@ -1,10 +1,11 @@
 #!/usr/bin/env python3
 """Counts the instructions that each operation executes on ARM, under emulation.
 
-    bench/arm/count.py BUILD_FOLDER RESULT.json [FILTER]
+    bench/arm/count.py BUILD_FOLDER PROCESSOR RESULT.json [FILTER]
 
 Each operation runs in a process of its own with nothing from the environment, so that its count
-depends on no other and is the same in every run. FILTER is a regular expression for names.
+depends on no other and is the same in every run. PROCESSOR is one that QEMU knows, FILTER a regular
+expression for names.
 """
 import concurrent.futures
 import json
@@ -18,12 +19,11 @@ sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent.parent))
 from operations import OPERATIONS  # noqa: E402
 
 EMPTY, OURS, PEER = 1, 2, 3  # as in mark.h
-PROCESSOR = "arm926"
 LIBRARIES = "/usr/arm-linux-gnueabi"
 
 
-def emulated(folder, *arguments):
-    command = ["qemu-arm", "-cpu", PROCESSOR, "-L", LIBRARIES, "-plugin", folder / "libinsn_count.so",
+def emulated(folder, processor, *arguments):
+    command = ["qemu-arm", "-cpu", processor, "-L", LIBRARIES, "-plugin", folder / "libinsn_count.so",
                folder / "count_operation", *arguments]
     done = subprocess.run(command, stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True, check=False,
                           env={"PATH": os.environ["PATH"]})
@@ -32,8 +32,8 @@ def emulated(folder, *arguments):
     return done.stdout
 
 
-def count(folder, name, repetitions):
-    output = emulated(folder, name, str(repetitions))
+def count(folder, processor, name, repetitions):
+    output = emulated(folder, processor, name, str(repetitions))
     marks = {int(what): int(amount) for what, amount in re.findall(r"^mark (\d+) (\d+)$", output, re.M)}
     result = {"repetitions": repetitions}
     for side, what in (("zokecc", OURS), ("openssl", PEER)):
@@ -43,17 +43,19 @@ def count(folder, name, repetitions):
 
 
 def main():
-    if len(sys.argv) not in (3, 4):
+    if len(sys.argv) not in (4, 5):
         sys.exit(__doc__)
-    folder, target = pathlib.Path(sys.argv[1]), pathlib.Path(sys.argv[2])
-    wanted = re.compile(sys.argv[3] if len(sys.argv) == 4 else "")
-    names = emulated(folder, "--list").split("\n")[:-1]
+    folder, processor, target = pathlib.Path(sys.argv[1]), sys.argv[2], pathlib.Path(sys.argv[3])
+    wanted = re.compile(sys.argv[4] if len(sys.argv) == 5 else "")
+    names = emulated(folder, processor, "--list").split("\n")[:-1]
     repetitions = {operation.name: operation.repetitions for operation in OPERATIONS}
     chosen = [name for name in names if wanted.search(name)]
     with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
-        counts = list(pool.map(lambda name: count(folder, name, repetitions.get(name, 1)), chosen))
-    result = {"context": json.loads(emulated(folder, "--about")), "operations": dict(zip(chosen, counts))}
-    result["context"]["processor"] = PROCESSOR
+        counts = list(pool.map(
+            lambda name: count(folder, processor, name, repetitions.get(name, 1)), chosen))
+    result = {"context": json.loads(emulated(folder, processor, "--about")),
+              "operations": dict(zip(chosen, counts))}
+    result["context"]["processor"] = processor
     target.parent.mkdir(parents=True, exist_ok=True)
     target.write_text(json.dumps(result, indent=1) + "\n", encoding="ascii")
 

@@ -1,4 +1,4 @@
-"""Builds the library for the devices in both ways, and runs the program that measures it."""
+"""Builds the library for the devices in each of the ways, and runs the program that measures it."""
 import os
 import pathlib
 import subprocess
@@ -6,7 +6,9 @@ import subprocess
 ROOT = pathlib.Path(__file__).resolve().parent.parent.parent
 HERE = ROOT / "bench" / "footprint"
 FOLDERS = ROOT / "build" / "footprint"
-BUILDS = {"os": "-Os", "o2": "-O2"}  # with the presets armv5te-os and armv5te-o2
+BUILDS = {"os": "-Os", "o2": "-O2", "v7": "ARMv7-A -O2"}
+PRESETS = {"os": "armv5te-os", "o2": "armv5te-o2", "v7": "armv7a-o2"}
+PROCESSORS = {"os": "arm926", "o2": "arm926", "v7": "cortex-a8"}
 TOOLS = "arm-linux-gnueabi-"
 MAP = "libzokecc.map"
 # The linker's list of what it placed where, and the compiler's of which function calls which.
@@ -29,7 +31,7 @@ def folder(build):
 
 
 def configure(build, target, environment):
-    run("cmake", "--preset", f"armv5te-{build}", "-B", target, "-DZOKECC_EXAMPLES=OFF", "-DZOKECC_TOOLS=OFF",
+    run("cmake", "--preset", PRESETS[build], "-B", target, "-DZOKECC_EXAMPLES=OFF", "-DZOKECC_TOOLS=OFF",
         environment=environment)
 
 
@@ -53,7 +55,7 @@ def probe_lines(build):
     program = folder(build) / "painted"
     run(f"{TOOLS}gcc", *PROBE_FLAGS, "-I", ROOT / "include", "-o", program, *sorted(HERE.glob("*.c")),
         folder(build) / "libzokecc.a")
-    output = run("qemu-arm", "-cpu", "arm926", program)
+    output = run("qemu-arm", "-cpu", PROCESSORS[build], program)
     return [line.split("\t") for line in output.split("\n") if line.startswith(("stack\t", "heap\t"))]
 
 

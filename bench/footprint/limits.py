@@ -2,9 +2,9 @@
 import sections
 
 GROWTH = 1.05
-CODE_GOAL = {"os": 42 * 1024, "o2": 70 * 1024}  # code and constants of the whole library
+CODE_GOAL = {"os": 42 * 1024, "o2": 70 * 1024, "v7": 64 * 1024}  # code and constants of the whole library
 STACK_GOAL = 4 * 1024  # of any call
-# Computed by definition in both builds; the tables have the others by themselves as well.
+# Computed by definition in all builds; the tables have the others by themselves as well.
 UNUSUAL = {"secp128r1", "even p"}
 # The curve of the process, and the exponents of the square root: 200 records.
 ZEROED = {"global_curve": 88644, "(anonymous namespace)::exponents": 200 * 80}

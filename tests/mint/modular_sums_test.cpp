@@ -151,7 +151,7 @@ TYPED_TEST(ModularSums, Additions) {
     });
 }
 
-TYPED_TEST(ModularSums, KeptDifferencesAreAnsweredOrRefused) {
+TYPED_TEST(ModularSums, DifferencesAreAnsweredOrRefused) {
     this->for_each_modulus([this] {
         const Natural a = this->drawn();
         const Natural b = this->draw.below(2) == 0 ? this->drawn() : this->related(a);
@@ -163,7 +163,7 @@ TYPED_TEST(ModularSums, KeptDifferencesAreAnsweredOrRefused) {
     EXPECT_GE(this->answered, rounds(3000));
 }
 
-TYPED_TEST(ModularSums, KeptDoublingsAreAnsweredOrRefused) {
+TYPED_TEST(ModularSums, DoublingsAreAnsweredOrRefused) {
     this->for_each_modulus([this] {
         this->check_double(this->drawn(), 1 + this->draw.below(3));
         const Natural half = Natural(this->draw.relative_of(this->p.to_mint())) >> 1;
