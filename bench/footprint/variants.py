@@ -32,7 +32,7 @@ OPERATIONS = {
 
 def counted(folder):
     wanted = "^(" + "|".join(OPERATIONS) + ")$"
-    build.run(sys.executable, "-B", COUNT, folder / "bench", folder / "counts.json", wanted)
+    build.run(sys.executable, "-B", COUNT, folder / "bench", "arm926", folder / "counts.json", wanted)
     operations = json.loads((folder / "counts.json").read_text(encoding="ascii"))["operations"]
     return [f"{operations[name]['zokecc'] / 1e6:.2f}" for name in OPERATIONS]
 
