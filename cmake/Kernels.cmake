@@ -18,8 +18,8 @@ check_cxx_source_compiles("
 unset(CMAKE_TRY_COMPILE_TARGET_TYPE)
 set(zokecc_modulus_29 mint/limbs/modulus_29.cpp mint/limbs/modulus_29_columns.cpp)
 set(zokecc_modulus_32 mint/limbs/modulus_32.cpp)
-if(ZOKECC_HAS_128_BIT_PRODUCT)  # all of it is in the header
-    set(zokecc_modulus)
+if(ZOKECC_HAS_128_BIT_PRODUCT OR (ZOKECC_SMALL AND NOT ZOKECC_HARDENED))
+    set(zokecc_modulus)  # all of it is in the header, or it is not used
 elseif(ZOKECC_HAS_UMAAL)
     set(zokecc_modulus ${zokecc_modulus_32})
 else()
@@ -30,7 +30,7 @@ target_sources(zokecc_objects PRIVATE ${zokecc_modulus})
 set(zokecc_other_moduli ${zokecc_modulus_29} ${zokecc_modulus_32})
 list(REMOVE_ITEM zokecc_other_moduli ${zokecc_modulus} none)
 
-if(CMAKE_SYSTEM_PROCESSOR MATCHES "^arm")
+if(CMAKE_SYSTEM_PROCESSOR MATCHES "^arm" AND NOT ZOKECC_SMALL)
     target_sources(zokecc_objects PRIVATE mint/limbs/modular_sums_arm.cpp)
 endif()
 

@@ -6,57 +6,24 @@
 
 #include "base/linkage.h"
 
-#if defined(__arm__) && !defined(__thumb__) && !defined(ZOKECC_NO_ASSEMBLY)
-#define ZOKECC_ARM_COLUMNS 1
-#else
-#define ZOKECC_ARM_COLUMNS 0
-#endif
-
 namespace zokecc {
 
 // Two words and not one of 64 bits: compilers keep such pairs in neighbouring registers, at the cost of
 // a sixth of all instructions.
-struct ColumnSum {
+struct PortableColumnSum {
     uint32_t low, high;
 
     // Adds a b, for a sum that fits; the first product of a column is set.
     template <bool first>
     ZOKECC_INLINE void add(uint32_t a, uint32_t b)
     {
-#if ZOKECC_ARM_COLUMNS
-        if constexpr (first)
-            __asm__("umull %0, %1, %2, %3" : "=&r"(low), "=&r"(high) : "r"(a), "r"(b));
-        else
-            __asm__("umlal %0, %1, %2, %3" : "+r"(low), "+r"(high) : "r"(a), "r"(b));
-#else
         set((first ? 0 : value()) + uint64_t{a} * b);
-#endif
     }
 
-    ZOKECC_INLINE void add_word(uint32_t word)
-    {
-#if ZOKECC_ARM_COLUMNS
-        __asm__("adds %0, %0, %2\n\tadc %1, %1, #0" : "+&r"(low), "+r"(high) : "r"(word) : "cc");
-#else
-        set(value() + word);
-#endif
-    }
+    ZOKECC_INLINE void add_word(uint32_t word) { set(value() + word); }
 
-    // Adds the carry of the column below. Its lower word stays there: it is the limb.
-    ZOKECC_INLINE void add_carry(const ColumnSum &below)
-    {
-#if ZOKECC_ARM_COLUMNS
-        __asm__("adds %0, %0, %2, lsl #3\n\tadc %1, %1, %2, lsr #29"
-                : "+&r"(low), "+r"(high)
-                : "r"(below.high)
-                : "cc");
-#else
-        set(value() + (uint64_t{below.high} << 3));
-#endif
-    }
-
-    // What the next column begins with.
-    ZOKECC_INLINE ColumnSum carry() const { return {high << 3, high >> 29}; }
+    // Adds the carry of the column below, whose upper word is given. Its lower word is the limb there.
+    ZOKECC_INLINE void add_carry(uint32_t below) { set(value() + (uint64_t{below} << 3)); }
 
 private:
     uint64_t value() const { return uint64_t{high} << 32 | low; }
@@ -66,6 +33,36 @@ private:
         high = static_cast<uint32_t>(value >> 32);
     }
 };
+
+#if defined(__arm__) && !defined(__thumb__) && !defined(ZOKECC_NO_ASSEMBLY)
+struct ColumnSum {
+    uint32_t low, high;
+
+    template <bool first>
+    ZOKECC_INLINE void add(uint32_t a, uint32_t b)
+    {
+        if constexpr (first)
+            __asm__("umull %0, %1, %2, %3" : "=&r"(low), "=&r"(high) : "r"(a), "r"(b));
+        else
+            __asm__("umlal %0, %1, %2, %3" : "+r"(low), "+r"(high) : "r"(a), "r"(b));
+    }
+
+    ZOKECC_INLINE void add_word(uint32_t word)
+    {
+        __asm__("adds %0, %0, %2\n\tadc %1, %1, #0" : "+&r"(low), "+r"(high) : "r"(word) : "cc");
+    }
+
+    ZOKECC_INLINE void add_carry(uint32_t below)
+    {
+        __asm__("adds %0, %0, %2, lsl #3\n\tadc %1, %1, %2, lsr #29"
+                : "+&r"(low), "+r"(high)
+                : "r"(below)
+                : "cc");
+    }
+};
+#else
+using ColumnSum = PortableColumnSum;
+#endif
 
 }  // namespace zokecc
 

@@ -117,9 +117,9 @@ private:
     L d1_, d0_, v_;
 };
 
-// u[u_count + 1] becomes its rest by v[v_count] 2^bits, with v's top bit set after that shift, and
-// quotient[u_count - v_count + 1], which may be null, the quotient; v_count is 2 or more. u's top
-// limb is the one that a shift by bits left there.
+// u[u_count + 1] becomes its remainder by v[v_count], whose top bit is set, and
+// quotient[u_count - v_count + 1], which may be null, the quotient; v_count is 2 or more. u's top limb
+// is what shifting it by as many bits as v left there.
 template <class L>
 ZOKECC_OUT_OF_LINE void divide_normalised(L *u, unsigned u_count, const L *v, unsigned v_count, L *quotient)
 {
@@ -172,7 +172,7 @@ ZOKECC_OUT_OF_LINE void divide_limbs(const uint32_t *u, uint32_t u_count, const 
     divisor = shifted_up(divisor, v_limbs, bits, divisor_room);
     shift_limbs_up(as_limbs(u, u_count, dividend), u_limbs, bits, dividend);
     divide_normalised(dividend, u_limbs, divisor, v_limbs, digits);
-    if (quotient != nullptr && kWordsPerLimb < L >> 1)
+    if (kWordsPerLimb<L> != 1 && quotient != nullptr)
         std::memcpy(quotient, digits, 4 * (u_count - v_count + 1));
     write_remainder(dividend, v_count, bits, remainder);
 }

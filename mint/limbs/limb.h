@@ -3,6 +3,20 @@
 // On a little-endian machine the words of a mint are its limbs, two to one where a limb has 64
 // bits. Each step has a portable body; the few lines of assembly below say the same to a
 // compiler that would not find the instruction by itself, and pass the same tests.
+//
+// Where each step has its body; "here" is this file, in C++, and "sums" stands for modular_sums:
+//
+//   Call                          x86-64            ARMv5TE              ARMv6 and later   elsewhere
+//   add_limbs, sub_limbs          limb_x86_64.h     limb_arm.h           limb_arm.h        here
+//   mul_add_limbs, mul_sub_limbs  here              limb_arm.h           limb_arm.h        here
+//   shift_limbs_down              here              limb_arm.h           limb_arm.h        here
+//   products added up             limb_x86_64.h     column_sum.h         limb_arm.h        here, column_sum.h
+//   a b mod p, 6 to 8 words       modulus_64.h      modulus_29_columns.h modulus_32.h      modulus_64.h or
+//   a b mod p, 5 or 9 words       modulus_64.h      modulus_29.cpp       modulus_32.h        as on ARMv5TE
+//   a + b, a - b, 2 a mod p       sums.h            sums_arm.cpp         sums_arm.cpp      sums.h
+//
+// Thumb code takes what stands under "elsewhere"; cmake/Kernels.cmake compiles the hot files to ARM's own
+// instructions. modulus.h chooses the multiplication.
 #ifndef ZOKECC_MINT_LIMBS_LIMB_H
 #define ZOKECC_MINT_LIMBS_LIMB_H
 

@@ -63,7 +63,12 @@ struct PortableSums {
     }
 };
 
-#ifdef __arm__
+// Those that this machine has.
+template <class L>
+struct ModularSums : PortableSums<L> {
+};
+
+#if defined(__arm__) && !defined(ZOKECC_NO_ASSEMBLY)
 
 // Bodies for so many words, all of them in registers; modular_sums_arm.cpp.
 #define ZOKECC_ARM_SUMS(words) \
@@ -118,16 +123,10 @@ struct ArmSums {
     }
 };
 
-#endif
-
-// Those that this machine has.
-template <class L>
-struct ModularSums : PortableSums<L> {
-};
-#if defined(__arm__) && !defined(ZOKECC_NO_ASSEMBLY)
 template <>
 struct ModularSums<uint32_t> : ArmSums {
 };
+
 #endif
 
 }  // namespace zokecc

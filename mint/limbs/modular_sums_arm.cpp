@@ -5,8 +5,6 @@
 // bytes further on.
 #include "mint/limbs/modular_sums.h"
 
-#ifndef ZOKECC_SMALL
-
 // One instruction for each word, the first one without a carry.
 #define FIRST(first, next, from) \
     "ldmia " from "!, {r0, ip, lr}\n\t" first " r4, r4, r0\n\t" next " r5, r5, ip\n\t" next \
@@ -98,5 +96,3 @@ void zokecc_add_mod_any(const uint32_t *a, const uint32_t *b, const uint32_t *p,
 }
 
 }  // namespace zokecc
-
-#endif

@@ -5,7 +5,7 @@
 
 #if defined(__SIZEOF_INT128__)
 #include "mint/limbs/modulus_64.h"
-#elif defined(__arm__) && __ARM_ARCH >= 6
+#elif defined(__ARM_ARCH_ISA_ARM) && __ARM_ARCH >= 6
 #include "mint/limbs/modulus_32.h"
 namespace zokecc {
 using SmallModulus = AnyWordLimbs;

@@ -1,8 +1,6 @@
 // Short limbs in loops, for any width.
 #include "mint/limbs/modulus_29.h"
 
-#if !defined(ZOKECC_SMALL) || defined(ZOKECC_HARDENED)
-
 namespace zokecc {
 
 namespace {
@@ -130,5 +128,3 @@ bool multiply_looped(const ShortModulus &p, const uint32_t *a, const uint32_t *b
 }
 
 }  // namespace zokecc
-
-#endif

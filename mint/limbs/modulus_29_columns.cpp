@@ -1,8 +1,6 @@
 // Short limbs unrolled for the common widths: 192, 224 and 256 bits.
 #include "mint/limbs/modulus_29_columns.h"
 
-#if !defined(ZOKECC_SMALL) || defined(ZOKECC_HARDENED)
-
 namespace zokecc {
 
 bool multiply_eight(const ShortModulus &p, const uint32_t *a, const uint32_t *b, uint32_t *out)
@@ -49,5 +47,3 @@ bool multiply_chosen(const ShortModulus &p, const uint32_t *a, const uint32_t *b
 }
 
 }  // namespace zokecc
-
-#endif

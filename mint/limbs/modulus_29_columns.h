@@ -118,14 +118,14 @@ private:
     {
         out[0] = s[0].low;
         if constexpr (width > 1) {
-            s[1].add_carry(s[0]);
+            s[1].add_carry(s[0].high);
             out[1] = s[1].low;
         }
         if constexpr (width > 2) {
-            s[2].add_carry(s[1]);
+            s[2].add_carry(s[1].high);
             out[2] = s[2].low;
         }
-        return s[width - 1].carry();
+        return {s[width - 1].high << 3, s[width - 1].high >> 29};
     }
 
     // x[2 N] = left right, from column k on; the last column has only a carry.
@@ -150,9 +150,9 @@ private:
     {
         ColumnSum s[3];
         add_rows<N, 3, 0, kSplitRow - 1, N + 1, false, 0>(top, m.reciprocal, s);
-        s[1].add_carry(s[0]);
+        s[1].add_carry(s[0].high);
         s[0].high = 0;
-        s[2].add_carry(s[1]);
+        s[2].add_carry(s[1].high);
         s[1].high = 0;
         add_rows<N, 3, kSplitRow, N, N + 1, false, 0>(top, m.reciprocal, s);
         Limb limbs[3];

@@ -1,8 +1,6 @@
 // Whole words, for every width that a fast field serves.
 #include "mint/limbs/modulus_32.h"
 
-#if !defined(ZOKECC_SMALL) || defined(ZOKECC_HARDENED)
-
 namespace zokecc {
 
 bool multiply_eight(const WordModulus &p, const uint32_t *a, const uint32_t *b, uint32_t *out)
@@ -44,5 +42,3 @@ bool multiply_chosen(const WordModulus &p, const uint32_t *a, const uint32_t *b,
 }
 
 }  // namespace zokecc
-
-#endif
