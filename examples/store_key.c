@@ -7,7 +7,7 @@
  * reads the file, and this program a file that openssl made. Reading and writing PEM is done by the sources
  * der, pem, ec_key, ec_parameters and named_curves of tools/, which a program may take with it.
  */
-#define _POSIX_C_SOURCE 200809L
+#define _POSIX_C_SOURCE 200809L /* NOLINT: reserved for this purpose */
 #include <errno.h>
 #include <fcntl.h>
 #include <stdio.h>

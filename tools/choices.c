@@ -120,7 +120,7 @@ int chosen_id(const options *o, uint8_t id[MAX_ID], uint32_t *size)
     if (o->id_hex != NULL) return id_from_hex(o->id_hex, id, size);
     const size_t length = strlen(text);
     if (length > MAX_ID) return misuse("the identity has more than %d bytes", (int)MAX_ID);
-    memcpy(id, text, length);
+    memcpy(id, text, length); /* NOLINT: bytes with a length, and no string */
     *size = (uint32_t)length;
     return DONE;
 }

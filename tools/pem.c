@@ -189,7 +189,7 @@ size_t pem_write(const char *label, const uint8_t *bytes, size_t size, char *out
         for (size_t j = 0; j < BYTES; ++j) bits = bits << 8 | (j < count ? bytes[i + j] : 0u);
         char four[CHARACTERS];
         for (size_t j = 0; j < CHARACTERS; ++j)
-            four[j] = j <= count ? digits[bits >> (18 - 6 * j) & 63u] : '=';
+            four[j] = (char)(j <= count ? digits[bits >> (18 - 6 * j) & 63u] : '=');
         put(&t, four, sizeof four);
         if ((i + BYTES) % (WRITTEN_LINE / CHARACTERS * BYTES) == 0 || i + BYTES >= size) put(&t, "\n", 1);
     }

@@ -50,7 +50,7 @@ static void say(const char *kind, const char *format, va_list arguments)
 {
     end_long_work();
     fprintf(stderr, "zokecc%s%s: %s", running[0] != '\0' ? " " : "", running, kind);
-    vfprintf(stderr, format, arguments);
+    vfprintf(stderr, format, arguments); /* NOLINT: the callers have started it */
     fputc('\n', stderr);
 }
 
@@ -162,10 +162,10 @@ static int parse(const command *c, int argc, char **argv, options *o)
         if (strchr(c->allowed, letter) == NULL)
             return misuse("%s means nothing here; see `zokecc help %s`", argv[optind - (optarg != NULL)],
                           c->name);
-        if (flag_of(o, letter) != NULL)
-            *flag_of(o, letter) = 1;
-        else
-            *value_of(o, letter) = optarg;
+        const char **value = value_of(o, letter);
+        int *flag = flag_of(o, letter);
+        if (value != NULL) *value = optarg;
+        if (flag != NULL) *flag = 1;
     }
     o->args = argv + optind;
     o->count = argc - optind;
