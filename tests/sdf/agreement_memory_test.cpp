@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/support/failing_alloc.h"
+#include "tests/support/model_hash.h"
 #include "tests/support/session_exchange.h"
 
 namespace zokecc_test::agreement_memory_test {
