@@ -15,25 +15,30 @@ inline uint32_t load_big_endian(const uint8_t *bytes)
     return ((uint32_t{bytes[0]} << 8 | bytes[1]) << 8 | bytes[2]) << 8 | bytes[3];
 }
 
+// Loads have to keep to word boundaries, and the compiler would put words together from bytes.
 #if defined(__arm__) && !defined(__ARM_FEATURE_UNALIGNED)
-// The same from a word boundary: three instructions, where the compiler's own reversal takes four.
+constexpr bool kAlignedLoadsOnly = true;
+#else
+constexpr bool kAlignedLoadsOnly = false;
+#endif
+
+// The same from a word boundary: three instructions of ARM, where the compiler's own reversal takes
+// four. even_bytes is 00FF00FF, and the compiler is not to know it.
 inline uint32_t load_aligned_big_endian(const uint8_t *bytes, uint32_t even_bytes)
 {
     uint32_t word;
     std::memcpy(&word, __builtin_assume_aligned(bytes, 4), 4);
     return (std::rotl(word, 8) & even_bytes) | std::rotr(word & even_bytes, 8);
 }
-#endif
 
 // The 16 words of a 64-byte block. Processors without unaligned loads have to put a word together from
 // its bytes, unless the block lies on a word boundary.
 ZOKECC_OUT_OF_LINE inline void load_block(const uint8_t *block, uint32_t *w)
 {
     const uint32_t *const end = w + 16;
-#if defined(__arm__) && !defined(__ARM_FEATURE_UNALIGNED)
-    if (reinterpret_cast<uintptr_t>(block) % 4 == 0) {
+    if (kAlignedLoadsOnly && reinterpret_cast<uintptr_t>(block) % 4 == 0) {
         uint32_t even_bytes = 0x00FF00FF;
-        __asm__("" : "+r"(even_bytes));  // unknown, or the compiler takes its own reversal
+        __asm__("" : "+r"(even_bytes));
         for (; w < end; w += 4) {
             w[0] = load_aligned_big_endian(block, even_bytes);
             w[1] = load_aligned_big_endian(block + 4, even_bytes);
@@ -43,7 +48,6 @@ ZOKECC_OUT_OF_LINE inline void load_block(const uint8_t *block, uint32_t *w)
         }
         return;
     }
-#endif
     for (; w < end; w += 2) {
         w[0] = load_big_endian(block);
         w[1] = load_big_endian(block + 4);

@@ -1,4 +1,6 @@
 // Addition and subtraction.
+#include "base/linkage.h"
+#include "mint/limbs/limb.h"
 #include "mint/plain.h"
 #include "mint/value.h"
 #include "mint/words.h"
@@ -14,7 +16,7 @@ void add_values(const mint &a, const mint &b, mint &out)
     uint32_t long_count = a_count >= b_count ? a_count : b_count;
     const uint32_t short_count = a_count >= b_count ? b_count : a_count;
 
-    uint32_t carry = add_words(a.words, b.words, static_cast<int32_t>(short_count), out.words);
+    uint32_t carry = add_limbs(a.words, b.words, short_count, out.words);
     for (uint32_t i = short_count; i < long_count; ++i) {
         const uint64_t sum = uint64_t{longer[i]} + carry;
         out.words[i] = low_half(sum);
@@ -46,31 +48,52 @@ namespace {
 // output is X that reads the stored word, so a borrow is lost one word above Y's last.
 // Inverses on deployed devices rest on it. Held by
 // MintSub.KeptBorrowLostAboveShorterOperandInPlace.
-void subtract_smaller(const mint *X, const mint *Y, mint *out)
+ZOKECC_OUT_OF_LINE void subtract_word_by_word(const uint32_t *x_words, uint32_t X_used,
+                                              const uint32_t *y_words, uint32_t Y_used, uint32_t *out)
 {
-    const uint32_t X_used = zokecc::used_words(*X);
-    const uint32_t Y_used = zokecc::used_words(*Y);
-    const int32_t X_len = zokecc::signed_len(*X);
     uint32_t borrow = 0;
     for (uint32_t i = 0; i < X_used; ++i) {
-        const uint32_t x = X->words[i];
+        const uint32_t x = x_words[i];
         if (i >= Y_used) {
-            out->words[i] = x - borrow;
-            borrow = out->words[i] > X->words[i] ? 1 : 0;
+            out[i] = x - borrow;
+            borrow = out[i] > x_words[i] ? 1 : 0;
             continue;
         }
-        const uint32_t y = Y->words[i];
+        const uint32_t y = y_words[i];
         if (x == y) {
-            out->words[i] = borrow != 0 ? 0xFFFFFFFEu : 0;
+            out[i] = borrow != 0 ? 0xFFFFFFFEu : 0;
         } else {
-            out->words[i] = x - y - borrow;
+            out[i] = x - y - borrow;
             borrow = x < y ? 1 : 0;
         }
     }
-    mint_adjust_len(out, X_len);
 }
 
 }  // namespace
+
+namespace zokecc {
+
+// mint/limbs/borrow_rule.h: where no word of the true difference is all ones, it is this one.
+void subtract_smaller(const mint &X, const mint &Y, mint &out)
+{
+    const uint32_t X_used = used_words(X);
+    const uint32_t Y_used = used_words(Y);
+    const int32_t X_len = signed_len(X);
+    uint32_t difference[kMintWords];
+    uint32_t ones = 0;
+    uint32_t borrow = sub_limbs(X.words, Y.words, Y_used, difference, ones);
+    for (uint32_t i = Y_used; i < X_used; ++i) {
+        difference[i] = sub_limb(X.words[i], uint32_t{0}, borrow);
+        ones |= all_ones_mark(difference[i]);
+    }
+    if (ones == 0) [[likely]]
+        std::memcpy(out.words, difference, 4 * X_used);
+    else
+        subtract_word_by_word(X.words, X_used, Y.words, Y_used, out.words);
+    mint_adjust_len(&out, X_len);
+}
+
+}  // namespace zokecc
 
 int32_t mint_sub(const mint *a, const mint *b, mint *out)
 {
@@ -80,8 +103,8 @@ int32_t mint_sub(const mint *a, const mint *b, mint *out)
         return 0;
     }
     if (order > 0)
-        subtract_smaller(a, b, out);
+        zokecc::subtract_smaller(*a, *b, *out);
     else
-        subtract_smaller(b, a, out);
+        zokecc::subtract_smaller(*b, *a, *out);
     return order < 0 ? 1 : 0;
 }

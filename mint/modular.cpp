@@ -5,22 +5,44 @@
 #include "mint/plain.h"
 #include "mint/value.h"
 
+namespace {
+
+// out = sum mod p for a trimmed sum.
+void reduce_sum(const mint &sum, const mint &p, mint &out)
+{
+    // Of reduced operands the quotient is 0 or 1.
+    const uint32_t n = p.len;
+    if (n - 1 < zokecc::kMintWords && p.words[n - 1] != 0 && (sum.len == n || sum.len == n + 1)) {
+        uint32_t rest[zokecc::kMintWords];
+        uint32_t ones;
+        const uint32_t borrow = zokecc::sub_limbs(sum.words, p.words, n, rest, ones);
+        const uint32_t above = sum.len > n ? sum.words[n] : 0;
+        if (above == borrow && zokecc::is_below(rest, p.words, n)) {
+            zokecc::set_words(out, rest, n);
+            return;
+        }
+    }
+    mint_mod(&sum, &p, &out);
+}
+
+}  // namespace
+
 namespace zokecc {
 
 void mod_add(const mint &a, const mint &b, const mint &p, mint &out)
 {
-    mint sum{};
+    mint sum;
     add_values(a, b, sum);
-    mint_mod(&sum, &p, &out);
+    reduce_sum(sum, p, out);
 }
 
 }  // namespace zokecc
 
 int32_t mint_mod_add(mint *a, mint *b, const mint *p, mint *out)
 {
-    mint sum{};
+    mint sum;
     mint_add(a, b, &sum);
-    mint_mod(&sum, p, out);
+    reduce_sum(sum, *p, *out);
     return 0;
 }
 
@@ -29,14 +51,15 @@ int32_t mint_mod_add(mint *a, mint *b, const mint *p, mint *out)
 // MintModSub.KeptDifferenceMultipleOfModulusGivesModulus.
 int32_t mint_mod_sub(const mint *a, const mint *b, const mint *p, mint *out)
 {
-    mint difference{};
+    mint difference;
     const int32_t order = mint_compare(a, b);
-    mint_sub(a, b, &difference);
     if (order == 0) {
         zokecc::set_zero(*out);
     } else if (order > 0) {
+        zokecc::subtract_smaller(*a, *b, difference);
         mint_mod(&difference, p, out);
     } else {
+        zokecc::subtract_smaller(*b, *a, difference);
         if (mint_mod(&difference, p, &difference) == 0) zokecc::set_zero(difference);
         mint_sub(p, &difference, out);
     }

@@ -1,4 +1,5 @@
 // The full product.
+#include "mint/limbs/division.h"
 #include "mint/value.h"
 
 int32_t mint_mul(const mint *a, const mint *b, mint *out)
@@ -10,7 +11,7 @@ int32_t mint_mul(const mint *a, const mint *b, mint *out)
     const uint32_t a_used = zokecc::used_words(*a);
     const uint32_t b_used = zokecc::used_words(*b);
     uint32_t product[zokecc::kProductWords];
-    mul_2(a->words, static_cast<int32_t>(a_used), b->words, static_cast<int32_t>(b_used), product);
+    zokecc::multiply_words<zokecc::NativeLimb>(a->words, a_used, b->words, b_used, product);
     zokecc::set_words(*out, product, a_used + b_used);
     return 1;
 }

@@ -10,6 +10,9 @@ namespace zokecc {
 // output stay as they are, also when they are not trimmed.
 void add_values(const mint &a, const mint &b, mint &out);
 
+// out = X - Y for X > Y as mint_compare sees them, with the borrows of mint_sub. out may be X or Y.
+void subtract_smaller(const mint &X, const mint &Y, mint &out);
+
 // out = (a + b) mod p, as mint_mod_add computes it but with the operands left alone.
 void mod_add(const mint &a, const mint &b, const mint &p, mint &out);
 

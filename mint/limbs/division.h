@@ -177,6 +177,36 @@ ZOKECC_OUT_OF_LINE void divide_limbs(const uint32_t *u, uint32_t u_count, const 
     write_remainder(dividend, v_count, bits, remainder);
 }
 
+// out[x_limbs + y_limbs] = x[x_limbs] * y[y_limbs]
+template <class L>
+ZOKECC_OUT_OF_LINE void multiply_limbs(const L *x, unsigned x_limbs, const L *y, unsigned y_limbs, L *out)
+{
+    for (unsigned i = 0; i < x_limbs; ++i) out[i] = 0;
+    for (; y_limbs > 0; --y_limbs) {
+        out[x_limbs] = mul_add_limbs(x, *y++, x_limbs, out);
+        ++out;
+    }
+}
+
+// out[a_count + b_count] = a[a_count] * b[b_count], counts up to 19.
+template <class L>
+ZOKECC_OUT_OF_LINE void multiply_words(const uint32_t *a, uint32_t a_count, const uint32_t *b,
+                                       uint32_t b_count, uint32_t *out)
+{
+    if constexpr (kWordsPerLimb<L> == 1) {
+        multiply_limbs(a, a_count, b, b_count, out);
+    } else {
+        constexpr unsigned kLimbs = limbs_for<L>(kMintWords);
+        L x_room[kLimbs];
+        L y_room[kLimbs];
+        L product[2 * kLimbs];
+        const L *x = as_limbs(a, a_count, x_room);
+        const L *y = as_limbs(b, b_count, y_room);
+        multiply_limbs(x, limbs_for<L>(a_count), y, limbs_for<L>(b_count), product);
+        std::memcpy(out, product, 4 * (a_count + b_count));
+    }
+}
+
 // remainder[p_count] = a[a_count] * b[b_count] mod p[p_count]. The counts are 1 to 19, p's top word is
 // not zero and p_count is above the words of a limb.
 template <class L>
@@ -201,9 +231,7 @@ ZOKECC_OUT_OF_LINE void multiply_and_divide(const uint32_t *a, uint32_t a_count,
     x = shifted_up(x, x_limbs, bits, x_room);
     if (bits != 0 && x[x_limbs] != 0) ++x_limbs;
 
-    for (unsigned i = 0; i < x_limbs; ++i) product[i] = 0;
-    for (unsigned j = 0; j < y_limbs; ++j)
-        product[j + x_limbs] = mul_add_limbs(x, y[j], x_limbs, product + j);
+    multiply_limbs(x, x_limbs, y, y_limbs, product);
     unsigned count = x_limbs + y_limbs;
     while (count > p_limbs && product[count - 1] == 0) --count;
     product[count] = 0;
@@ -214,6 +242,8 @@ ZOKECC_OUT_OF_LINE void multiply_and_divide(const uint32_t *a, uint32_t a_count,
     write_remainder(product, p_count, bits, remainder);
 }
 
+extern template void multiply_words<NativeLimb>(const uint32_t *, uint32_t, const uint32_t *, uint32_t,
+                                                uint32_t *);
 extern template void divide_limbs<NativeLimb>(const uint32_t *, uint32_t, const uint32_t *, uint32_t,
                                               uint32_t *, uint32_t *);
 extern template void multiply_and_divide<NativeLimb>(const uint32_t *, uint32_t, const uint32_t *, uint32_t,

@@ -15,6 +15,7 @@
 #include "base/linkage.h"
 #include "base/wipe.h"
 #include "mint/limbs/borrow_rule.h"
+#include "mint/limbs/inverse_steps.h"
 #include "mint/limbs/limb.h"
 #include "mint/limbs/trace.h"
 
@@ -42,9 +43,13 @@ public:
     ZOKECC_OUT_OF_LINE bool run(L *out)
     {
         make_odd(u_, v_);
-        while (!is_short())
-            if (!step()) break;
-        if (is_short()) finish_short();
+        if constexpr (kStepsInRegisters<L>) {
+            while (step()) is_short();
+        } else {
+            while (!is_short())
+                if (!step()) break;
+            if (is_short()) finish_short();
+        }
         apply();
         L ones;
         L result[kMaxFastLimbs<L>];
@@ -64,10 +69,10 @@ private:
     static constexpr unsigned kMaxShift = kLimbBits<L> - 2;
     static constexpr unsigned kRoom = (kMaxFastLimbs<L> + kLimbGroup<L> - 1) / kLimbGroup<L> * kLimbGroup<L>;
 
-    // u with the row of x1, or v with that of x2.
+    // u with the row of x1, or v with that of x2. The order is that of inverse_steps.h.
     struct Side {
-        L value[kRoom];
         L f1, f2;
+        L value[kRoom];
     };
 
     bool is_short()
@@ -82,6 +87,9 @@ private:
     // One subtraction of the definition's loop and the halvings after it. False once u is zero.
     bool step()
     {
+        if constexpr (kStepsInRegisters<L>) {
+            if (active_ <= 8) return many_steps(u_.value, v_.value);
+        }
         const bool below = is_below(u_.value, v_.value, active_);
         Side &larger = below ? v_ : u_;
         Side &smaller = below ? u_ : v_;
@@ -89,6 +97,32 @@ private:
         larger.f2 += smaller.f2;
         L ones;
         sub_limbs(larger.value, smaller.value, grouped(), larger.value, ones);
+        return finish_step(larger, smaller, ones);
+    }
+
+    // As many steps as nothing but subtractions and halvings is to be done in, and the one after them.
+    template <class Word>
+    bool many_steps(Word *u, Word *v)
+    {
+        Word room = kMaxShift - shift_;
+        const auto steps = active_ <= 4 ? subtract_and_halve_4 : subtract_and_halve_8;
+        const bool u_is_larger = steps(u, v, &room) == u;
+        Side &larger = u_is_larger ? u_ : v_;
+        Side &smaller = u_is_larger ? v_ : u_;
+        shift_ = kMaxShift - room;
+        L ones = 0;
+        for (unsigned i = 0; i < active_; ++i) ones |= all_ones_mark(larger.value[i]);
+        if (finish_step(larger, smaller, ones)) return true;
+        if (!u_is_larger) {  // of two equal numbers v is the one that stays
+            v_.f1 -= u_.f1;
+            v_.f2 -= u_.f2;
+        }
+        return false;
+    }
+
+    // What comes after a subtraction. False for a difference of zero.
+    bool finish_step(Side &larger, Side &smaller, L ones)
+    {
         if (ones != 0) [[unlikely]] {
             Trace::difference_in_place();
             keep_in_place(smaller.value, active_, larger.value);
@@ -213,8 +247,8 @@ private:
     unsigned active_;     // limbs of u and v that may be other than zero; two are always looked at
     unsigned shift_ = 0;  // halvings since the last apply()
     L inverse_;           // of m modulo the limb
-    Side u_ = {{}, 1, 0};
-    Side v_ = {{}, 0, 1};
+    Side u_ = {1, 0, {}};
+    Side v_ = {0, 1, {}};
     unsigned now_ = 0;  // which of the two places of a cofactor is the one in use
     L x1_[2][kMaxFastLimbs<L>] = {};
     L x2_[2][kMaxFastLimbs<L>] = {};

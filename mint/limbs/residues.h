@@ -5,6 +5,7 @@
 #ifndef ZOKECC_MINT_LIMBS_RESIDUES_H
 #define ZOKECC_MINT_LIMBS_RESIDUES_H
 
+#include "base/config.h"
 #include "base/linkage.h"
 #include "mint/limbs/borrow_rule.h"
 #include "mint/limbs/modulus.h"
@@ -133,16 +134,15 @@ private:
 template <class Operation>
 ZOKECC_OUT_OF_LINE bool run_over_residues(const mint &p, const Operation &operation)
 {
-#ifdef ZOKECC_SMALL
-    static_cast<void>(p);
-    static_cast<void>(operation);
-#elif defined(__SIZEOF_INT128__)
-    if (Residues<FullLimbs<4>>::serves(p)) return operation.over(Residues<FullLimbs<4>>(p));
-    if (Residues<FullLimbs<3>>::serves(p)) return operation.over(Residues<FullLimbs<3>>(p));
-    if (Residues<FullLimbs<5>>::serves(p)) return operation.over(Residues<FullLimbs<5>>(p));
+    if constexpr (!kSmall) {
+#ifdef __SIZEOF_INT128__
+        if (Residues<FullLimbs<4>>::serves(p)) return operation.over(Residues<FullLimbs<4>>(p));
+        if (Residues<FullLimbs<3>>::serves(p)) return operation.over(Residues<FullLimbs<3>>(p));
+        if (Residues<FullLimbs<5>>::serves(p)) return operation.over(Residues<FullLimbs<5>>(p));
 #else
-    if (Residues<SmallModulus>::serves(p)) return operation.over(Residues<SmallModulus>(p));
+        if (Residues<SmallModulus>::serves(p)) return operation.over(Residues<SmallModulus>(p));
 #endif
+    }
     return false;
 }
 
