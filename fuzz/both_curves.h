@@ -109,11 +109,6 @@ inline ecc_point_bytes point_record(const Coordinates &P) {
     return out;
 }
 
-inline ByteString joined(std::initializer_list<ByteString> parts) {
-    ByteString out;
-    for (const ByteString &part : parts) out.insert(out.end(), part.begin(), part.end());
-    return out;
-}
 inline bool all_zero(const ByteString &bytes) {
     return std::all_of(bytes.begin(), bytes.end(), [](uint8_t each) { return each == 0; });
 }

@@ -58,6 +58,10 @@ struct SessionArguments {
         algorithm = ZOK_ALG_ECDSA_SIGN;
         encryption = ZOK_ALG_MULTIPLICATIVE;
     }
+    void use_digest(const ByteString &digest) {
+        e_bytes = digest;
+        e = e_bytes.data();
+    }
     // Every value is bad, and every pointer is there.
     void spoil_values() {
         key_algorithm = algorithm = kUnknownAlgorithm;

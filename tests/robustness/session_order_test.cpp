@@ -116,7 +116,7 @@ void add_order_zero() {
         for (uint32_t s : {0u, 1u, 2u})
             refuses(kVerify, ZOK_ERR_VERIFY, "order zero", both(there, [=](SessionArguments &a) {
                         a.numbers = small_signature(r, s);
-                        a.e_bytes = small_bytes(r);
+                        a.use_digest(small_bytes(r));
                     }));
     for (const NamedSessionCall &call : {kEncrypt, kFlatEncrypt})
         refuses(call, ZOK_ERR_ARGUMENT, "order zero", there, kBoth, kAnyMemory);

@@ -176,7 +176,7 @@ void add_signatures() {
     }
     const ByteString n = small_bytes(kSmallN);
     refuses(kVerify, ZOK_ERR_VERIFY, "e and r of n", [=](SessionArguments &a) {
-        a.e_bytes = n;
+        a.use_digest(n);
         a.numbers = signature(n, small_bytes(216));
     });
     // With t = 0 the sum would be s G alone: x of 300 G is 272, and 691 + 300 = n, with e = 419.
@@ -185,7 +185,7 @@ void add_signatures() {
             refuses(
                 call, ZOK_ERR_VERIFY, "r + s = n, r = " + std::to_string(r),
                 [=](SessionArguments &a) {
-                    a.e_bytes = small_bytes(r == 691 ? 419 : 456);
+                    a.use_digest(small_bytes(r == 691 ? 419 : 456));
                     a.numbers = small_signature(r, kSmallN - r);
                 },
                 kSm2Only, kAnyMemory);
