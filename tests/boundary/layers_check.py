@@ -27,6 +27,7 @@ ONE_FILE_HEADERS = {
     "cstdio": "mint/dump.cpp", "ctime": "hash/entropy.cpp", "x86intrin.h": "mint/limbs/limb_x86_64.h",
     "cpuid.h": "base/cpu_x86_64.cpp", "immintrin.h": "hash/sha256_x86_64.cpp",
     "cerrno": "hash/kernel_random.cpp", "sys/random.h": "hash/kernel_random.cpp",
+    "sys/stat.h": "hash/kernel_random.cpp", "sys/sysmacros.h": "hash/kernel_random.cpp",
     "fcntl.h": "hash/kernel_random.cpp", "unistd.h": "hash/kernel_random.cpp",
 }
 ONE_FILE_CALLS = {
