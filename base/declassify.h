@@ -5,9 +5,9 @@
 
 #include <cstddef>
 
-// The tests that look for jumps and addresses which depend on secrets define this as a function of theirs.
-#ifdef ZOKECC_DECLASSIFY
-extern "C" void ZOKECC_DECLASSIFY(void *bytes, size_t size);
+// For the builds in which valgrind's memcheck looks for jumps and addresses that depend on secrets.
+#ifdef ZOKECC_MEMCHECK
+#include <valgrind/memcheck.h>
 #endif
 
 namespace zokecc {
@@ -15,8 +15,8 @@ namespace zokecc {
 // From here on these bytes are no secret. Nothing outside of test builds.
 inline void declassify([[maybe_unused]] void *bytes, [[maybe_unused]] size_t size)
 {
-#ifdef ZOKECC_DECLASSIFY
-    ZOKECC_DECLASSIFY(bytes, size);
+#ifdef ZOKECC_MEMCHECK
+    VALGRIND_MAKE_MEM_DEFINED(bytes, size);
 #endif
 }
 

@@ -6,7 +6,12 @@
 
 namespace zokecc {
 
+// The tests of the schemes have a copy of this folder that serves tiny curves as well.
+#if defined(ZOKECC_TINY_SECRET_FIELDS) && defined(__SIZEOF_INT128__)
+constexpr unsigned kMinSecretWords = 1;
+#else
 constexpr unsigned kMinSecretWords = 5;
+#endif
 
 // True if there is a field for secret numbers modulo p.
 bool has_secret_field(const mint &p);
@@ -21,6 +26,12 @@ template <class Work>
 bool on_secret_field(const mint &p, const Work &work)
 {
     switch (used_words(p)) {
+#ifdef ZOKECC_TINY_SECRET_FIELDS
+    case 1:
+    case 2: return work(static_cast<SecretField<FullLimbs<1, PortableSum>> *>(nullptr));
+    case 3:
+    case 4: return work(static_cast<SecretField<FullLimbs<2, PortableSum>> *>(nullptr));
+#endif
     case 5:
     case 6: return work(static_cast<SecretField<FullLimbs<3>> *>(nullptr));
     case 7:

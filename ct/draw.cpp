@@ -52,6 +52,12 @@ void spread(Input &input, uint32_t count, Drawn &out)
 
 }  // namespace
 
+void draw_blinding(uint32_t *words, uint32_t count)
+{
+    if (!zokecc::kernel_random(reinterpret_cast<uint8_t *>(words), 4 * count)) zokecc::wipe(words, 4 * count);
+    words[0] |= 1;
+}
+
 int32_t draw_secret_number(mint *out, const mint *n, const mint *key, const mint *digest)
 {
     const zokecc::HashBurn burn;

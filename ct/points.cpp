@@ -4,7 +4,6 @@
 #include "ct/choice.h"
 #include "ct/multiples.h"
 #include "ct/scalars.h"
-#include "hash/kernel_random.h"
 #include "mint/plain.h"
 
 namespace zokecc {
@@ -29,14 +28,12 @@ void write_wide(const Field &f, const typename Field::Element &in, mint &out)
     out.len = f.words();
 }
 
-// A factor that blinds the coordinates of a product: any number from 1 on below 2^32 less words than p has.
-// Without the kernel it is 1; what it blinds is told by no address and by no jump in any case.
+// A factor that blinds the coordinates of a product, one word shorter than p.
 template <class Field>
 void draw_factor(const Field &f, typename Field::Element &out)
 {
     Wiping<uint32_t[kMaxSecretWords + 1]> words;
-    if (!kernel_random(reinterpret_cast<uint8_t *>(*words), 4 * (f.words() - 1))) wipe(*words, sizeof *words);
-    (*words)[0] |= 1;
+    draw_blinding(*words, f.words() - 1);
     f.read_words(*words, out);
 }
 

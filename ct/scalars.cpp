@@ -81,12 +81,14 @@ void reduce_secret(const mint &p, const uint8_t *bytes, uint32_t count, mint &ou
         auto &sum = (*values)[0];
         auto &next = (*values)[1];
         auto &shift = (*values)[2];
-        uint32_t words[kMaxSecretWords + 1] = {0, 1};
+        const uint32_t words[kMaxSecretWords + 1] = {0, 1};
+        const bool by_words = f.words() > 1;  // by bytes for a p that is none
         f.read_words(words, shift);
+        if (!by_words) f.set_small(256, shift);
         f.set_zero(sum);
-        for (uint32_t i = (count + 3) / 4; i-- > 0;) {
+        for (uint32_t i = by_words ? (count + 3) / 4 : count; i-- > 0;) {
             f.mul(sum, shift, sum);
-            f.set_small(word_at(bytes, count, i), next);
+            f.set_small(by_words ? word_at(bytes, count, i) : byte_at(bytes, count, i), next);
             f.add(sum, next, sum);
         }
         write(f, sum, out);
@@ -98,6 +100,18 @@ void write_secret(const mint &wide, uint32_t len, uint8_t *out)
 {
     for (uint32_t i = 0; i < len; ++i)
         out[len - 1 - i] = i / 4 < wide.len ? static_cast<uint8_t>(wide.words[i / 4] >> (8 * (i % 4))) : 0;
+}
+
+uint32_t secret_length(const uint8_t *bytes, uint32_t count)
+{
+    uint32_t length = 0;
+    Mask seen = 0;
+    for (uint32_t i = 0; i < count; ++i) {
+        seen |= ~mask_of_zero(bytes[i]);
+        length += static_cast<uint32_t>(seen & 1);
+    }
+    declassify(&length, sizeof length);
+    return length;
 }
 
 void publish(const mint &wide, mint &out)

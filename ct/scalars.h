@@ -21,6 +21,9 @@ void reduce_secret(const mint &p, const uint8_t *bytes, uint32_t count, mint &ou
 // The number of a wide record in len bytes, big-endian; bytes that do not fit are left out.
 void write_secret(const mint &wide, uint32_t len, uint8_t *out);
 
+// How many of bytes[count] are left without the zero bytes at its beginning: public from here on.
+uint32_t secret_length(const uint8_t *bytes, uint32_t count);
+
 // The number as a record of the other layers: public from here on.
 void publish(const mint &wide, mint &out);
 
@@ -56,5 +59,9 @@ bool divide_by_secret(const mint &p, const mint &a, const mint &b, mint &out);
 // hashed, for a nonce with key and digest, so that a nonce which comes again has the same of both. -1 if
 // the kernel gives nothing.
 ZOKECC_INTERNAL int32_t draw_secret_number(mint *out, const mint *n, const mint *key, const mint *digest);
+
+// words[count] = a number other than zero to blind coordinates with. Without the kernel it is 1: what it
+// would blind is told by no jump and by no address in any case.
+ZOKECC_INTERNAL void draw_blinding(uint32_t *words, uint32_t count);
 
 #endif

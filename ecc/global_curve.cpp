@@ -1,6 +1,8 @@
 // The process-wide curve.
+#include "base/config.h"
 #include "ecc/curve.h"
 #include "ecc/curve_numbers.h"
+#include "ecc/table.h"
 #include "mint/value.h"
 
 GlobalCurve global_curve;
@@ -44,6 +46,7 @@ int32_t Curve_Init(const ecc_curve_bytes *curve)
     g.bits = 8 * byte_len;
     zokecc::install_numbers(g, *curve, byte_len, g.bits);
     ecc_precomputation_point(&g.G, &g.a, &g.b, &g.p);
+    if constexpr (zokecc::kHardened) fill_exact_table(&g.G, &g.a, &g.b, &g.p, g.table.entry);
     return ecc_test_point(&g.G, &g.a, &g.b, &g.p) != 0 ? -1 : 0;
 }
 

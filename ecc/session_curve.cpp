@@ -2,9 +2,11 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "base/config.h"
 #include "ecc/curve.h"
 #include "ecc/curve_numbers.h"
 #include "ecc/curve_types.h"
+#include "ecc/table.h"
 
 namespace {
 
@@ -24,6 +26,14 @@ bool take_record(SessionContext &session, const CurvePara *record)
     return true;
 }
 
+void make_table(SessionContext &s)
+{
+    if constexpr (zokecc::kHardened) {
+        if (fill_exact_table(&s.G, &s.a, &s.b, &s.p, s.table.entry)) return;
+    }
+    ecc_precomputation_point_1(&s.G, &s.a, &s.b, &s.p, s.table.entry);
+}
+
 }  // namespace
 
 uint32_t ZOK_CurveParaCfg(void *session, uint32_t type, const CurvePara *record)
@@ -38,7 +48,7 @@ uint32_t ZOK_CurveParaCfg(void *session, uint32_t type, const CurvePara *record)
     s.config_bits = 8 * s.byte_len;
     s.hash_selector = record->hash_selector;
     zokecc::install_numbers(s, *record, s.byte_len, s.config_bits);
-    ecc_precomputation_point_1(&s.G, &s.a, &s.b, &s.p, s.table.entry);
+    make_table(s);
     if (ecc_test_point(&s.G, &s.a, &s.b, &s.p) != 0) return ZOK_ERR_INTERNAL;
     s.curve_type = type;
     s.curve_bits = s.config_bits;

@@ -2,9 +2,11 @@
 #ifndef ZOKECC_ECC_TABLE_H
 #define ZOKECC_ECC_TABLE_H
 
-#include <zokecc/mint.h>
+#include <zokecc/ecc.h>
 
 #include <cstdint>
+
+#include "base/linkage.h"
 
 namespace zokecc {
 
@@ -15,5 +17,10 @@ constexpr uint32_t kCombMaxWords = 8;  // 2^9 + 1 entries; a ninth word would ne
 uint32_t comb_words(const mint &p);
 
 }  // namespace zokecc
+
+// In the hardened build alone: the table of the precomputation, in which no entry is spoilt by the word rule
+// of subtraction. False, with nothing written, where G is not on the curve or p has no exact field.
+ZOKECC_INTERNAL bool fill_exact_table(const ecc_point *G, const mint *a, const mint *b, const mint *p,
+                                      ecc_point *table);
 
 #endif

@@ -1,19 +1,21 @@
 #include "hash/sm2_digests.h"
 
+#include "base/declassify.h"
+
 namespace zokecc {
 
 bool is_all_zero(const uint8_t *bytes, uint32_t count)
 {
     uint8_t any = 0;
     for (uint32_t i = 0; i < count; ++i) any = static_cast<uint8_t>(any | bytes[i]);
-    return any == 0;
+    return declassify(any == 0);
 }
 
 bool are_equal(const uint8_t *a, const uint8_t *b, uint32_t count)
 {
     uint8_t any = 0;
     for (uint32_t i = 0; i < count; ++i) any = static_cast<uint8_t>(any | (a[i] ^ b[i]));
-    return any == 0;
+    return declassify(any == 0);
 }
 
 void mask(const uint8_t *in, const uint8_t *stream, uint32_t m, uint8_t *out)

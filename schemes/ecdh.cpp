@@ -3,19 +3,9 @@
 #include "base/wipe.h"
 #include "schemes/records.h"
 
-namespace {
-
-#ifdef ZOKECC_HARDENED
-constexpr bool kFailsWithoutMemory = true;
-#else
-constexpr bool kFailsWithoutMemory = false;
-#endif
-
-}  // namespace
-
-// KEPT: the peer's point is not validated, a key of zero is accepted, and the status of the
-// multiplication is not looked at: without memory the secret is zero bytes and the answer is a
-// success, but for the hardened build, which fails then. Held by EcdhKeyExChg.KeptPeerPointIsNotValidated and
+// KEPT, but in the hardened build: the peer's point is not validated, a key of zero is accepted, and the
+// status of the multiplication is not looked at: without memory the secret is zero bytes and the answer is
+// a success. Held by EcdhKeyExChg.KeptPeerPointIsNotValidated and
 // EcdhKeyExChg.KeptFailedMultiplicationGivesAZeroSecret.
 int32_t Ecdh_KeyExChg(const ecc_scalar *d, const ecc_point_bytes *peer, uint8_t *out, uint32_t out_capacity)
 {
@@ -25,14 +15,13 @@ int32_t Ecdh_KeyExChg(const ecc_scalar *d, const ecc_point_bytes *peer, uint8_t 
     if (!zokecc::curve_is_installed() || L > out_capacity) return zokecc::kFailed;
     zokecc::Wiping<mint> scalar;
     ecc_point P{};
-    zokecc::read_scalar(*d, *scalar);
+    if (!zokecc::read_scalar(*d, *scalar)) return zokecc::kFailed;
     zokecc::read_point(*peer, P);
-    if (mint_compare(scalar.get(), &global_curve.n) >= 0) return zokecc::kFailed;
+    if (!zokecc::may_meet_secrets(zokecc::global_view(), P)) return zokecc::kFailed;
 
     zokecc::Wiping<ecc_point> shared;
-    if (!zokecc::multiply(zokecc::global_view(), *scalar, P, *shared) && kFailsWithoutMemory)
-        return zokecc::kFailed;
-    uint32_t written = 0;
-    mint_to_fixedlen_os(&shared->x, L, out_capacity, &written, out);
-    return static_cast<int32_t>(written);
+    const zokecc::Step step = zokecc::shared_point(zokecc::global_view(), *scalar, P, *shared);
+    if (step != zokecc::Step::done && zokecc::kHardened) return zokecc::kFailed;
+    zokecc::write_number(shared->x, L, out);
+    return static_cast<int32_t>(L);
 }

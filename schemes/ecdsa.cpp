@@ -34,11 +34,9 @@ bool sign(const CurveView &curve, const mint &d, const mint &e, mint &r, mint &s
 {
     Wiping<mint> k;
     for (uint32_t draw = 0; draw < zokecc::kMaxFruitlessDraws; ++draw) {
-        if (gen_random_number(k.get(), &curve.n) != 0) return false;
-        zokecc::ecdsa_first_half(curve, *k, r);
-        if (is_zero(r)) continue;
-        zokecc::ecdsa_second_half(curve, e, d, *k, r, s);
-        if (!is_zero(s)) return true;
+        if (!zokecc::draw_nonce(curve, d, e, *k)) return false;
+        if (!zokecc::ecdsa_first_half(curve, *k, r) || is_zero(r)) continue;
+        if (zokecc::ecdsa_second_half(curve, e, d, *k, r, s) && !is_zero(s)) return true;
     }
     return false;
 }
@@ -55,8 +53,7 @@ int32_t Ecdsa_DigitalSign(const ecc_scalar *d, const sm3_msg *msg, ecc_point_byt
     mint e{};
     hash_message(*msg, hash_sel, curve.n, e);
     Wiping<mint> key;
-    zokecc::read_scalar(*d, *key);
-    if (is_zero(*key) || mint_compare(key.get(), &curve.n) >= 0) return kFailed;
+    if (!zokecc::read_scalar(*d, *key) || is_zero(*key)) return kFailed;
 
     mint r{};
     mint s{};

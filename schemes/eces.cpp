@@ -1,6 +1,4 @@
 // Encryption that masks the message by multiplication: c = M x(k Q) mod p.
-#include <cstring>
-
 #include "base/burn.h"
 #include "base/wipe.h"
 #include "mint/plain.h"
@@ -13,11 +11,12 @@ using zokecc::kFailed;
 using zokecc::Wiping;
 
 constexpr uint8_t kPrefix = 0x04;
-constexpr uint32_t kMaxPlainBytes = 100;
 
 // The message as an integer modulo p, for any length: word after word from the top.
-void read_reduced(const uint8_t *bytes, uint32_t count, const mint &p, mint &out)
+void read_reduced(const zokecc::CurveView &curve, const uint8_t *bytes, uint32_t count, mint &out)
 {
+    if (zokecc::kHardened) return zokecc::read_message(curve, bytes, count, out);
+    const mint &p = curve.p;
     uint32_t first = count % 4;
     octetstring_to_mint(bytes, first, &out);
     for (uint32_t i = first; i < count; i += 4) {
@@ -62,11 +61,10 @@ bool draw_points(const zokecc::CurveView &curve, const ecc_point &Q, ecc_point &
     if (zokecc::has_only_zero_multiples(curve, Q)) return false;
     Wiping<mint> k;
     for (uint32_t draw = 0; draw < zokecc::kMaxFruitlessDraws; ++draw) {
-        if (gen_random_number(k.get(), &curve.n) != 0) return false;
-        zokecc::multiply_base(curve, *k, C1);
+        if (!zokecc::draw_private(curve, *k)) return false;
+        if (!zokecc::public_point(curve, *k, C1)) continue;
         S = ecc_point{};
-        zokecc::multiply(curve, *k, Q, S);
-        if (!zokecc::is_zero(S.x)) return true;
+        if (zokecc::shared_point(curve, *k, Q, S) == zokecc::Step::done && !zokecc::is_zero(S.x)) return true;
     }
     return false;
 }
@@ -84,13 +82,14 @@ int32_t Eces_Encry(const ecc_point_bytes *recipient, const uint8_t *message, uin
     ecc_point Q{};
     Wiping<mint> M;
     zokecc::read_point(*recipient, Q);
-    read_reduced(message, message_len, curve.p, *M);
+    if (!zokecc::may_meet_secrets(curve, Q)) return kFailed;
+    read_reduced(curve, message, message_len, *M);
 
     ecc_point C1{};
     Wiping<ecc_point> S;
     if (!draw_points(curve, Q, C1, *S)) return kFailed;
     mint c{};
-    mint_mod_mul(M.get(), &S->x, &curve.p, &c);
+    zokecc::mask_by_product(curve, *M, S->x, c);
 
     out[0] = kPrefix;
     const uint32_t capacity = out_capacity > 0 ? static_cast<uint32_t>(out_capacity) : 0;
@@ -110,8 +109,7 @@ int32_t Eces_Decry(const ecc_scalar *d, const uint8_t *cipher, uint32_t cipher_l
     if (!zokecc::curve_is_installed()) return kFailed;
     const zokecc::CurveView curve = zokecc::global_view();
     Wiping<mint> scalar;
-    zokecc::read_scalar(*d, *scalar);
-    if (mint_compare(scalar.get(), &curve.n) >= 0 || cipher[0] != kPrefix) return kFailed;
+    if (!zokecc::read_scalar(*d, *scalar) || cipher[0] != kPrefix) return kFailed;
     const uint32_t width = cipher_len / 3;
     if (width > zokecc::kMintBytes) return kFailed;
 
@@ -120,16 +118,12 @@ int32_t Eces_Decry(const ecc_scalar *d, const uint8_t *cipher, uint32_t cipher_l
     octetstring_to_mint(cipher + 1, width, &C1.x);
     octetstring_to_mint(cipher + 1 + width, width, &C1.y);
     octetstring_to_mint(cipher + 1 + 2 * width, width, &c);
+    if (!zokecc::may_meet_secrets(curve, C1)) return kFailed;
     Wiping<ecc_point> S;
-    if (!zokecc::multiply(curve, *scalar, C1, *S)) return kFailed;
+    if (zokecc::shared_point(curve, *scalar, C1, *S) != zokecc::Step::done) return kFailed;
     Wiping<mint> M;
-    mint_EEA_algo(&S->x, &curve.p, M.get());
-    mint_mod_mul(&c, M.get(), &curve.p, M.get());
-
-    Wiping<uint8_t[kMaxPlainBytes]> plain;
-    uint32_t length = 0;
-    mint_to_octetstring(M.get(), kMaxPlainBytes, *plain, &length);
-    std::memcpy(out, *plain, length);
+    zokecc::unmask_by_product(curve, c, S->x, *M);
+    const uint32_t length = zokecc::write_shortest(*M, out);
     out[length] = 0;
     return static_cast<int32_t>(length);
 }

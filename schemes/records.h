@@ -9,7 +9,7 @@
 
 #include "ecc/curve.h"
 #include "ecc/point_bytes.h"
-#include "ecc/sm2_steps.h"
+#include "ecc/secret_steps.h"
 
 namespace zokecc {
 
@@ -32,9 +32,10 @@ inline bool is_readable(const sm3_msg *message)
 // True if the point is there and its length lies within its fields.
 inline bool is_readable(const ecc_point_bytes *point) { return point != nullptr && fits_field(*point); }
 
-inline void read_scalar(const ecc_scalar &scalar, mint &out)
+// A private number. False if it must not be used.
+inline bool read_scalar(const ecc_scalar &scalar, mint &out)
 {
-    octetstring_to_mint(scalar.bytes, scalar.length, &out);
+    return read_private(global_view(), scalar.bytes, scalar.length, out);
 }
 
 // Two numbers, a point's coordinates or a signature's halves, at the record's own length.

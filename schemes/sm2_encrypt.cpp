@@ -39,7 +39,7 @@ bool draw_key_stream(const CurveView &curve, const ecc_point &Q, uint32_t m, uin
     const uint32_t L = global_curve.byte_len;
     Wiping<mint> k;
     for (uint32_t draw = 0; draw < zokecc::kMaxFruitlessDraws; ++draw) {
-        if (gen_random_number(k.get(), &curve.n) != 0) return false;
+        if (!zokecc::draw_private(curve, *k)) return false;
         cipher[0] = kPrefix;
         if (zokecc::sm2_encryption_points(curve, L, *k, Q, cipher + 1, cipher + 1 + L, shared) != Step::done)
             return false;
@@ -69,7 +69,7 @@ int32_t sm2_Encry(const ecc_point_bytes *pub, const sm3_msg *msg, sm3_msg *ciphe
 
     ecc_point Q{};
     zokecc::read_point(*pub, Q);
-    if (is_zero(Q.x) || is_zero(Q.y)) return kFailed;
+    if (is_zero(Q.x) || is_zero(Q.y) || !zokecc::may_meet_secrets(curve, Q)) return kFailed;
     Wiping<PointBytes> shared;
     if (!draw_key_stream(curve, Q, m, alg, cipher->data, *shared, stream)) return kFailed;
 
@@ -92,8 +92,7 @@ int32_t sm2_Decry(const ecc_scalar *priv, const sm3_msg *cipher, sm3_msg *plain,
     const CurveView curve = zokecc::global_view();
     const uint32_t L = global_curve.byte_len;
     Wiping<mint> d;
-    zokecc::read_scalar(*priv, *d);
-    if (mint_compare(d.get(), &curve.n) >= 0) return kFailed;
+    if (!zokecc::read_scalar(*priv, *d)) return kFailed;
     const int64_t message_len = int64_t{cipher->len_low} - kDigestBytes - (2 * L + 1);
     if (message_len < 1 || message_len > INT32_MAX || cipher->data[0] != kPrefix) return kFailed;
     const uint32_t m = static_cast<uint32_t>(message_len);

@@ -50,7 +50,13 @@ bool is_on_curve(const ecc_point &point)
     return ecc_test_point(&point, &g.a, &g.b, &g.p) == 0;
 }
 
-bool is_below_order(const mint &d) { return mint_compare(&d, &global_curve.n) < 0; }
+// For points that the default build takes as they are.
+bool is_accepted(const ecc_point &point) { return zokecc::may_meet_secrets(zokecc::global_view(), point); }
+
+bool read_temporary(const ecc_scalar &scalar, mint &r)
+{
+    return zokecc::read_temporary(zokecc::global_view(), scalar.bytes, scalar.length, r);
+}
 
 ZOKECC_OUT_OF_LINE void x_bar_of(const ecc_point_bytes &point, mint &out)
 {
@@ -76,7 +82,7 @@ ZOKECC_OUT_OF_LINE bool compute_shared_point(const Side &side, PointBytes &U)
     mint x_bar{};
     Wiping<mint> ht;
     x_bar_of(side.own_random, x_bar);
-    zokecc::sm2_exchange_scalar(zokecc::global_view(), side.d, side.r, x_bar, *ht);
+    if (!zokecc::sm2_exchange_scalar(zokecc::global_view(), side.d, side.r, x_bar, *ht)) return false;
     x_bar_of(side.peer_random, x_bar);
     return zokecc::sm2_exchange_point(zokecc::global_view(), L, *ht, side.peer_key, x_bar, side.point, U) ==
            zokecc::Step::done;
@@ -142,10 +148,9 @@ int32_t sm2_KeyExChg_A1_3(const ecc_scalar *rA, ecc_point_bytes *RA_out)
     const zokecc::CallBurn burn;
     if (!is_readable(rA) || RA_out == nullptr || !zokecc::curve_is_installed()) return kFailed;
     Wiping<mint> r;
-    zokecc::read_scalar(*rA, *r);
-    if (!is_below_order(*r)) return kFailed;
+    if (!zokecc::read_scalar(*rA, *r)) return kFailed;
     ecc_point R{};
-    zokecc::multiply_base(zokecc::global_view(), *r, R);
+    if (!zokecc::public_point(zokecc::global_view(), *r, R)) return kFailed;
     zokecc::write_point_record(R, *RA_out);
     return 0;
 }
@@ -168,14 +173,13 @@ int32_t sm2_KeyExChg_A4_10(const ecc_scalar *rA, const ecc_point_bytes *RA, cons
     Wiping<mint> d;
     Wiping<mint> r;
     zokecc::read_point(*PB, peer_key);
-    if (has_zero_coordinate(peer_key)) return kFailed;
-    zokecc::read_scalar(*dA, *d);
-    if (!is_below_order(*d)) return kFailed;
+    if (has_zero_coordinate(peer_key) || !is_accepted(peer_key)) return kFailed;
+    if (!zokecc::read_scalar(*dA, *d)) return kFailed;
     zokecc::read_point(*RA, *point);
-    if (has_zero_coordinate(*point)) return kFailed;
+    if (has_zero_coordinate(*point) || !is_accepted(*point)) return kFailed;
     zokecc::read_point(*RB, *point);
-    if (!is_on_curve(*point)) return kFailed;
-    zokecc::read_scalar(*rA, *r);
+    if (!is_on_curve(*point) || !is_accepted(*point)) return kFailed;
+    if (!read_temporary(*rA, *r)) return kFailed;
 
     KeySink sink(K_out, klen, global_curve.byte_len, hash_sel);
     Wiping<PointBytes> U;
@@ -199,16 +203,15 @@ int32_t sm2_KeyExChg_B1_10(const ecc_scalar *dB, const ecc_point_bytes *PA, cons
     Wiping<mint> d;
     Wiping<mint> r;
     zokecc::read_point(*PA, peer_key);
-    if (has_zero_coordinate(peer_key)) return kFailed;
-    zokecc::read_scalar(*dB, *d);
-    if (!is_below_order(*d)) return kFailed;
+    if (has_zero_coordinate(peer_key) || !is_accepted(peer_key)) return kFailed;
+    if (!zokecc::read_scalar(*dB, *d)) return kFailed;
     zokecc::read_point(*RA, *point);
-    if (!is_on_curve(*point)) return kFailed;
+    if (!is_on_curve(*point) || !is_accepted(*point)) return kFailed;
     KeySink sink(K_out, klen, global_curve.byte_len, hash_sel);
     if (!sink.is_ready()) return kFailed;
 
-    if (gen_random_number(r.get(), &global_curve.n) != 0) return kFailed;
-    zokecc::multiply_base(zokecc::global_view(), *r, *point);
+    if (!zokecc::draw_private(zokecc::global_view(), *r)) return kFailed;
+    if (!zokecc::public_point(zokecc::global_view(), *r, *point)) return kFailed;
     zokecc::write_point_record(*point, *RB_out);
     Wiping<PointBytes> V;
     zokecc::read_point(*RA, *point);
@@ -234,14 +237,13 @@ int32_t sm2_KeyExChg(uint32_t role, const ecc_scalar *r, const ecc_point_bytes *
     Wiping<mint> own_d;
     Wiping<mint> own_r;
     zokecc::read_point(*peerP, peer_key);
-    if (has_zero_coordinate(peer_key)) return kFailed;
-    zokecc::read_scalar(*d, *own_d);
-    if (!is_below_order(*own_d)) return kFailed;
+    if (has_zero_coordinate(peer_key) || !is_accepted(peer_key)) return kFailed;
+    if (!zokecc::read_scalar(*d, *own_d)) return kFailed;
     zokecc::read_point(*R, *point);
-    if (has_zero_coordinate(*point) || !is_on_curve(*point)) return kFailed;
+    if (has_zero_coordinate(*point) || !is_on_curve(*point) || !is_accepted(*point)) return kFailed;
     zokecc::read_point(*peerR, *point);
-    if (!is_on_curve(*point)) return kFailed;
-    zokecc::read_scalar(*r, *own_r);
+    if (!is_on_curve(*point) || !is_accepted(*point)) return kFailed;
+    if (!read_temporary(*r, *own_r)) return kFailed;
 
     KeySink sink(K_out, klen, global_curve.byte_len, hash_sel);
     Wiping<PointBytes> U;

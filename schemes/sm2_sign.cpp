@@ -38,13 +38,11 @@ bool hash_message(const sm3_msg &msg, const uint8_t *Z, uint32_t hash_sel, mint 
 bool sign(const CurveView &curve, const mint &d, const mint &e, mint &r, mint &s)
 {
     Wiping<mint> k;
-    Wiping<mint> sum;
     for (uint32_t draw = 0; draw < zokecc::kMaxFruitlessDraws; ++draw) {
-        if (gen_random_number(k.get(), &curve.n) != 0) return false;
-        zokecc::sm2_first_half(curve, e, *k, r);
-        if (!is_zero(r) && zokecc::sum_is_order(r, *k, curve.n, *sum)) continue;
-        zokecc::sm2_second_half(curve, d, *k, r, s);
-        if (!is_zero(s)) return true;
+        if (!zokecc::draw_nonce(curve, d, e, *k)) return false;
+        if (!zokecc::sm2_first_half(curve, e, *k, r)) continue;
+        if (!is_zero(r) && zokecc::sum_is_order(curve, r, *k)) continue;
+        if (zokecc::sm2_second_half(curve, d, *k, r, s) && !is_zero(s)) return true;
     }
     return false;
 }
@@ -61,8 +59,7 @@ int32_t sm2_DigitalSign(const ecc_scalar *d, const sm3_msg *msg, const uint8_t *
     if (!zokecc::curve_is_installed()) return kFailed;
     const CurveView curve = zokecc::global_view();
     Wiping<mint> key;
-    zokecc::read_scalar(*d, *key);
-    if (mint_compare(key.get(), &curve.n) >= 0 || zokecc::is_last_scalar(*key, curve.n)) return kFailed;
+    if (!zokecc::read_scalar(*d, *key) || zokecc::is_last_scalar(curve, *key)) return kFailed;
     mint e{};
     if (!hash_message(*msg, Z, hash_sel, e)) return kNoMemory;
 

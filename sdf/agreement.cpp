@@ -8,7 +8,7 @@
 #include "base/burn.h"
 #include "base/linkage.h"
 #include "base/wipe.h"
-#include "ecc/sm2_steps.h"
+#include "ecc/secret_steps.h"
 #include "hash/digest.h"
 #include "hash/sm2_digests.h"
 #include "mint/value.h"
@@ -32,13 +32,6 @@ struct Octets {
     Bytes view() const { return {bytes, len}; }
 };
 
-// A private scalar of the caller. False if it is not below the order.
-bool read_below_order(const SessionContext &session, const ECCrefPrivateKey &key, mint &out)
-{
-    zokecc::read_private_key(key, out);
-    return mint_compare(&out, &session.n) < 0;
-}
-
 struct UserZ {
     uint8_t bytes[kDigestBytes];
     Bytes view() const { return {bytes, sizeof bytes}; }
@@ -51,19 +44,19 @@ bool make_Z(SessionContext &session, const ECCrefPublicKey &key, Octets id, User
 }
 
 // The point of a private scalar.
-ZOKECC_OUT_OF_LINE void make_public_point(const SessionContext &session, const mint &r, ECCrefPublicKey &out)
+ZOKECC_OUT_OF_LINE bool make_public_point(const SessionContext &session, const mint &r, ECCrefPublicKey &out)
 {
     ecc_point R{};
-    zokecc::multiply_base(zokecc::view_of(session), r, R);
+    if (!zokecc::public_point(zokecc::view_of(session), r, R)) return false;
     zokecc::write_public_key(session, R, out);
+    return true;
 }
 
 // Z of the own key, derived from the private scalar.
 ZOKECC_OUT_OF_LINE bool make_own_Z(SessionContext &session, const mint &d, Octets id, UserZ &Z)
 {
     ECCrefPublicKey key{};
-    make_public_point(session, d, key);
-    return make_Z(session, key, id, Z);
+    return make_public_point(session, d, key) && make_Z(session, key, id, Z);
 }
 
 // Given Z values whose transcripts fit the working area.
@@ -88,7 +81,7 @@ uint32_t respond_with_identities(void *session, uint32_t klen_bits, Octets idA, 
     Wiping<mint> d;
     Wiping<UserZ> ZA;
     Wiping<UserZ> ZB;
-    if (!read_below_order(s, *dB, *d)) return ZOK_ERR_ARGUMENT;
+    if (!zokecc::read_private_key(s, *dB, *d)) return ZOK_ERR_ARGUMENT;
     if (!make_own_Z(s, *d, idB, *ZB) || !make_Z(s, *PA, idA, *ZA)) return ZOK_ERR_ARGUMENT;
     return respond(s, klen_bits / 8, ZA->view(), ZB->view(), *d, *PA, *RA, rB, *RB, *result);
 }
@@ -105,7 +98,7 @@ uint32_t respond_with_Z(void *session, uint32_t klen_bits, Octets ZA, Octets ZB,
     if (!are_usable(s, ZA, ZB)) return ZOK_ERR_ARGUMENT;
     if (!fits_field(*dB) || !fits_field(*PA) || !fits_field(*RA)) return ZOK_ERR_ARGUMENT;
     Wiping<mint> d;
-    if (!read_below_order(s, *dB, *d)) return ZOK_ERR_ARGUMENT;
+    if (!zokecc::read_private_key(s, *dB, *d)) return ZOK_ERR_ARGUMENT;
     return respond(s, klen_bits / 8, ZA.view(), ZB.view(), *d, *PA, *RA, rB, *RB, *result);
 }
 
@@ -164,7 +157,8 @@ uint32_t ZOK_SM2_GenerateKeyWithECC(void *session, uint32_t klen_bits, const uin
     Wiping<mint> r;
     Wiping<UserZ> ZA;
     Wiping<UserZ> ZB;
-    if (!read_below_order(s, *dA, *d) || !read_below_order(s, *rA, *r)) return ZOK_ERR_ARGUMENT;
+    if (!zokecc::read_private_key(s, *dA, *d) || !zokecc::read_private_key(s, *rA, *r))
+        return ZOK_ERR_ARGUMENT;
     if (!make_own_Z(s, *d, own_id, *ZA) || !make_Z(s, *PB, peer_id, *ZB)) return ZOK_ERR_ARGUMENT;
     return initiate(s, klen_bits / 8, ZA->view(), ZB->view(), *d, *r, *RA, *PB, *RB, *result);
 }
@@ -208,9 +202,10 @@ uint32_t ZOK_GenerateKeyWithECC(void *session, uint32_t klen_bits, const uint8_t
     if (!fits_field(*dA) || !fits_field(*rA) || !fits_field(*PB) || !fits_field(*RB)) return ZOK_ERR_ARGUMENT;
     Wiping<mint> d;
     Wiping<mint> r;
-    if (!read_below_order(s, *dA, *d) || !read_below_order(s, *rA, *r)) return ZOK_ERR_ARGUMENT;
+    if (!zokecc::read_private_key(s, *dA, *d) || !zokecc::read_private_key(s, *rA, *r))
+        return ZOK_ERR_ARGUMENT;
     ECCrefPublicKey RA{};
-    make_public_point(s, *r, RA);
+    if (!make_public_point(s, *r, RA)) return ZOK_ERR_INTERNAL;
     return initiate(s, klen_bits / 8, own_Z.view(), peer_Z.view(), *d, *r, RA, *PB, *RB, *result);
 }
 

@@ -4,7 +4,7 @@
 
 #include "base/linkage.h"
 #include "base/wipe.h"
-#include "ecc/sm2_steps.h"
+#include "ecc/secret_steps.h"
 #include "hash/digest.h"
 #include "hash/key_sink.h"
 #include "hash/sm2_digests.h"
@@ -56,12 +56,28 @@ bool is_on_curve(const SessionContext &session, const ecc_point &point)
     return ecc_test_point(&point, &session.a, &session.b, &session.p) == 0;
 }
 
+// For points that the default build takes as they are.
+bool is_accepted(const SessionContext &session, const ecc_point &point)
+{
+    return zokecc::may_meet_secrets(zokecc::view_of(session), point);
+}
+
+// The same for the own temporary point, which is handed back. The exchange takes L bytes of it.
+ZOKECC_OUT_OF_LINE bool is_accepted(const SessionContext &session, const ECCrefPublicKey &own_random)
+{
+    ecc_point point{};
+    octetstring_to_mint(own_random.x, session.byte_len, &point.x);
+    octetstring_to_mint(own_random.y, session.byte_len, &point.y);
+    return is_accepted(session, point);
+}
+
 ZOKECC_OUT_OF_LINE uint32_t compute_shared_point(const Agreement &a, PointBytes &U)
 {
     mint x_bar{};
     Wiping<mint> ht;
     x_bar_of(a.session, a.own_random, x_bar);
-    zokecc::sm2_exchange_scalar(zokecc::view_of(a.session), a.d, a.r, x_bar, *ht);
+    if (!zokecc::sm2_exchange_scalar(zokecc::view_of(a.session), a.d, a.r, x_bar, *ht))
+        return ZOK_ERR_INTERNAL;
     x_bar_of(a.session, a.peer_random, x_bar);
     const zokecc::Step step = zokecc::sm2_exchange_point(zokecc::view_of(a.session), a.session.byte_len, *ht,
                                                          a.peer_key, x_bar, a.point, U);
@@ -144,6 +160,8 @@ uint32_t initiate(SessionContext &session, uint32_t klen, Bytes ZA, Bytes ZB, co
     zokecc::read_public_key(PB, peer_key);
     zokecc::read_public_key(RB, *point);
     if (!is_on_curve(session, *point)) return ZOK_ERR_INTERNAL;
+    if (!is_accepted(session, peer_key) || !is_accepted(session, *point)) return ZOK_ERR_INTERNAL;
+    if (kHardened && !is_accepted(session, RA)) return ZOK_ERR_INTERNAL;
     KeySink sink = make_sink(session, klen, ZA, ZB, result.key);
     if (!sink.is_ready()) return ZOK_ERR_INTERNAL;
     return finish({session, Role::initiator, klen, ZA, ZB, dA, rA, RA, peer_key, RB, *point, result}, sink);
@@ -152,8 +170,8 @@ uint32_t initiate(SessionContext &session, uint32_t klen, Bytes ZA, Bytes ZB, co
 bool make_temporary_key(const SessionContext &session, mint &r, ECCrefPublicKey &R_out)
 {
     ecc_point R{};
-    if (gen_random_number(&r, &session.n) != 0) return false;
-    zokecc::multiply_base(zokecc::view_of(session), r, R);
+    if (!zokecc::draw_private(zokecc::view_of(session), r)) return false;
+    if (!zokecc::public_point(zokecc::view_of(session), r, R)) return false;
     zokecc::write_public_key(session, R, R_out);
     return true;
 }
@@ -167,11 +185,13 @@ uint32_t respond(SessionContext &session, uint32_t klen, Bytes ZA, Bytes ZB, con
     read_public_key(PA, peer_key);
     read_public_key(RA, *point);
     if (!is_on_curve(session, *point)) return ZOK_ERR_INTERNAL;
+    if (!is_accepted(session, peer_key) || !is_accepted(session, *point)) return ZOK_ERR_INTERNAL;
     KeySink sink = make_sink(session, klen, ZA, ZB, result.key);
     if (!sink.is_ready()) return ZOK_ERR_INTERNAL;
     Wiping<mint> r;
     if (rB != nullptr) {
-        read_private_key(*rB, *r);
+        if (!read_temporary(view_of(session), rB->K, rB->bits / 8, *r)) return ZOK_ERR_ARGUMENT;
+        if (kHardened && !is_accepted(session, RB)) return ZOK_ERR_INTERNAL;
         RB.bits = 8 * session.byte_len;
     } else if (!make_temporary_key(session, *r, RB)) {
         return ZOK_ERR_INTERNAL;

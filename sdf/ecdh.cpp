@@ -3,11 +3,11 @@
 
 #include "base/burn.h"
 #include "base/wipe.h"
-#include "ecc/sm2_steps.h"
+#include "ecc/secret_steps.h"
 #include "mint/value.h"
 #include "sdf/records.h"
 
-// Neither the peer's point nor the product is tested.
+// The default build tests neither the peer's point nor the product.
 uint32_t ZOK_ExternalEcdhKeyAgreement(void *session, const ECCrefPrivateKey *priv, const ECCrefPublicKey *pub,
                                       uint8_t *out)
 {
@@ -18,12 +18,13 @@ uint32_t ZOK_ExternalEcdhKeyAgreement(void *session, const ECCrefPrivateKey *pri
     const SessionContext &s = *static_cast<const SessionContext *>(session);
     zokecc::Wiping<mint> d;
     ecc_point P{};
-    zokecc::read_private_key(*priv, *d);
+    if (!zokecc::read_private_key(s, *priv, *d)) return ZOK_ERR_ARGUMENT;
     zokecc::read_public_key(*pub, P);
-    if (mint_compare(d.get(), &s.n) >= 0) return ZOK_ERR_ARGUMENT;
+    if (!zokecc::may_meet_secrets(zokecc::view_of(s), P)) return ZOK_ERR_ARGUMENT;
 
     zokecc::Wiping<ecc_point> shared;
-    if (!zokecc::multiply(zokecc::view_of(s), *d, P, *shared)) return ZOK_ERR_INTERNAL;
-    zokecc::write_field(s, shared->x, out);
+    if (zokecc::shared_point(zokecc::view_of(s), *d, P, *shared) != zokecc::Step::done)
+        return ZOK_ERR_INTERNAL;
+    zokecc::write_number(shared->x, s.byte_len, out);
     return ZOK_OK;
 }

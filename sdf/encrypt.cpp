@@ -15,7 +15,6 @@
 namespace {
 
 using zokecc::kDigestBytes;
-using zokecc::kFieldBytes;
 using zokecc::kMaxCoordinateBytes;
 using zokecc::PointBytes;
 using zokecc::Wiping;
@@ -63,10 +62,11 @@ uint32_t draw_mask(const SessionContext &session, const ecc_point &Q, ecc_point 
     if (zokecc::has_only_zero_multiples(curve, Q)) return ZOK_ERR_INTERNAL;  // as after drawing in vain
     Wiping<mint> k;
     for (uint32_t draw = 0; draw < zokecc::kMaxFruitlessDraws; ++draw) {
-        if (gen_random_number(k.get(), &session.n) != 0) return ZOK_ERR_INTERNAL;
-        zokecc::multiply_base(curve, *k, C1);
-        if (!zokecc::multiply(curve, *k, Q, P2)) return ZOK_ERR_INTERNAL;
-        if (!zokecc::is_zero(P2.x)) return ZOK_OK;
+        if (!zokecc::draw_private(curve, *k)) return ZOK_ERR_INTERNAL;
+        if (!zokecc::public_point(curve, *k, C1)) continue;
+        const zokecc::Step step = zokecc::shared_point(curve, *k, Q, P2);
+        if (step == zokecc::Step::failed) return ZOK_ERR_INTERNAL;
+        if (step == zokecc::Step::done && !zokecc::is_zero(P2.x)) return ZOK_OK;
     }
     return ZOK_ERR_INTERNAL;
 }
@@ -80,8 +80,8 @@ uint32_t encrypt_by_product(const SessionContext &session, const ecc_point &Q, c
     const uint32_t status = draw_mask(session, Q, *C1, *P2);
     if (status != ZOK_OK) return status;
     Wiping<mint> M;
-    octetstring_to_mint(message, session.byte_len, M.get());
-    mint_mod_mul(M.get(), &P2->x, &session.p, M.get());
+    zokecc::read_message(zokecc::view_of(session), message, session.byte_len, *M);
+    zokecc::mask_by_product(zokecc::view_of(session), *M, P2->x, *M);
     zokecc::write_field(session, C1->x, cipher.x);
     zokecc::write_field(session, C1->y, cipher.y);
     zokecc::write_field(session, *M, cipher.C);
@@ -101,11 +101,12 @@ uint32_t decrypt_by_product(const SessionContext &session, const mint &d, const 
     octetstring_to_mint(cipher.x, L, &C1.x);
     octetstring_to_mint(cipher.y, L, &C1.y);
     octetstring_to_mint(cipher.C, L, &C);
+    const zokecc::CurveView curve = zokecc::view_of(session);
+    if (!zokecc::may_meet_secrets(curve, C1)) return ZOK_ERR_ARGUMENT;
     Wiping<ecc_point> P2;
-    if (!zokecc::multiply(zokecc::view_of(session), d, C1, *P2)) return ZOK_ERR_INTERNAL;
-    mint_EEA_algo(&P2->x, &session.p, M.get());
-    mint_mod_mul(&C, M.get(), &session.p, M.get());
-    mint_to_octetstring(M.get(), kFieldBytes, plain_out, plain_len_out);
+    if (zokecc::shared_point(curve, d, C1, *P2) != zokecc::Step::done) return ZOK_ERR_INTERNAL;
+    zokecc::unmask_by_product(curve, C, P2->x, *M);
+    *plain_len_out = zokecc::write_shortest(*M, plain_out);
     return ZOK_OK;
 }
 
@@ -121,6 +122,7 @@ uint32_t SDF_ExternalEncrytp_ECC(void *session, uint32_t algorithm, const ECCref
     ecc_point Q{};
     if (!zokecc::read_recipient(*pub, Q)) return ZOK_ERR_ARGUMENT;
     if (algorithm != ZOK_ALG_SM2_ENCRYPT && algorithm != ZOK_ALG_MULTIPLICATIVE) return ZOK_ERR_INTERNAL;
+    if (!zokecc::may_meet_secrets(zokecc::view_of(s), Q)) return ZOK_ERR_ARGUMENT;
     if (message_len != s.byte_len || cipher_out == nullptr || (message == nullptr && message_len > 0))
         return ZOK_ERR_ARGUMENT;
     return algorithm == ZOK_ALG_SM2_ENCRYPT ? encrypt_sm2(s, Q, message, *cipher_out)
@@ -137,8 +139,7 @@ uint32_t SDF_ExternalDecrypt_ECC(void *session, uint32_t algorithm, const ECCref
     if (priv == nullptr || !zokecc::fits_field(*priv)) return ZOK_ERR_ARGUMENT;
     const SessionContext &s = *static_cast<const SessionContext *>(session);
     Wiping<mint> d;
-    zokecc::read_private_key(*priv, *d);
-    if (mint_compare(d.get(), &s.n) >= 0) return ZOK_ERR_ARGUMENT;
+    if (!zokecc::read_private_key(s, *priv, *d)) return ZOK_ERR_ARGUMENT;
     if (algorithm != ZOK_ALG_SM2_ENCRYPT && algorithm != ZOK_ALG_MULTIPLICATIVE) return ZOK_ERR_INTERNAL;
     if (cipher == nullptr || plain_out == nullptr || plain_len_out == nullptr) return ZOK_ERR_ARGUMENT;
     return algorithm == ZOK_ALG_SM2_ENCRYPT ? decrypt_sm2(s, *d, *cipher, plain_out, plain_len_out)

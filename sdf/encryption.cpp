@@ -36,7 +36,7 @@ uint32_t draw_key_stream(const SessionContext &session, const ecc_point &Q, uint
     const CurveView curve = view_of(session);
     Wiping<mint> k;
     for (uint32_t draw = 0; draw < kMaxFruitlessDraws; ++draw) {
-        if (gen_random_number(k.get(), &session.n) != 0) return ZOK_ERR_INTERNAL;
+        if (!draw_private(curve, *k)) return ZOK_ERR_INTERNAL;
         if (C1.prefix != nullptr) *C1.prefix = kFlatPrefix;
         const Step step = sm2_encryption_points(curve, session.byte_len, *k, Q, C1.x1, C1.y1, shared);
         if (step != Step::done) return step == Step::refused ? ZOK_ERR_ARGUMENT : ZOK_ERR_INTERNAL;

@@ -4,7 +4,7 @@
 
 #include <zokecc/sdf.h>
 
-#include "ecc/sm2_steps.h"
+#include "ecc/secret_steps.h"
 #include "hash/sm2_digests.h"
 
 namespace zokecc {

@@ -46,6 +46,7 @@ uint32_t ZOK_ExternalEncrytp_ECC(void *session, const ECCrefPublicKey *pub, cons
     if (!check_input) return ZOK_ERR_INTERNAL;
     ecc_point Q{};
     if (!zokecc::read_recipient(*pub, Q) || !zokecc::can_encrypt(s)) return ZOK_ERR_ARGUMENT;
+    if (!zokecc::may_meet_secrets(zokecc::view_of(s), Q)) return ZOK_ERR_ARGUMENT;
 
     Wiping<PointBytes> shared;
     uint8_t *const C2 = cipher_out + 1 + 2 * L;
@@ -72,8 +73,7 @@ uint32_t ZOK_ExternalDecrypt_ECC(void *session, const ECCrefPrivateKey *priv, co
     if (message_len < 1 || message_len > INT32_MAX) return ZOK_ERR_ARGUMENT;
     const uint32_t m = static_cast<uint32_t>(message_len);
     Wiping<mint> d;
-    zokecc::read_private_key(*priv, *d);
-    if (mint_compare(d.get(), &s.n) >= 0 || cipher[0] != zokecc::kFlatPrefix) return ZOK_ERR_ARGUMENT;
+    if (!zokecc::read_private_key(s, *priv, *d) || cipher[0] != zokecc::kFlatPrefix) return ZOK_ERR_ARGUMENT;
     if (!sizes_fit(m, L)) return ZOK_ERR_INTERNAL;
     WorkBuffer stream(key_stream_size(m, L));
     if (!stream) return ZOK_ERR_INTERNAL;

@@ -4,7 +4,7 @@
 
 #include "base/burn.h"
 #include "base/wipe.h"
-#include "ecc/sm2_steps.h"
+#include "ecc/secret_steps.h"
 #include "mint/value.h"
 #include "sdf/records.h"
 
@@ -22,9 +22,9 @@ uint32_t SDF_GenerateKeyPair_ECC(void *session, uint32_t algorithm, uint32_t key
     if (algorithm != ZOK_ALG_SM2_KEY && algorithm != ZOK_ALG_ECDSA_KEY) return ZOK_ERR_INTERNAL;
 
     zokecc::Wiping<mint> d;
-    if (gen_random_number(d.get(), &s.n) != 0) return ZOK_ERR_INTERNAL;
+    if (!zokecc::draw_private(zokecc::view_of(s), *d)) return ZOK_ERR_INTERNAL;
     ecc_point Q{};
-    zokecc::multiply_base(zokecc::view_of(s), *d, Q);
+    if (!zokecc::public_point(zokecc::view_of(s), *d, Q)) return ZOK_ERR_INTERNAL;
     zokecc::write_private_key(s, *d, *priv_out);
     zokecc::write_public_key(s, Q, *pub_out);
     return ZOK_OK;

@@ -8,7 +8,7 @@
 #include "base/linkage.h"
 #include "base/wipe.h"
 #include "base/work_buffer.h"
-#include "ecc/sm2_steps.h"
+#include "ecc/secret_steps.h"
 #include "hash/digest.h"
 #include "sdf/records.h"
 
@@ -47,13 +47,14 @@ uint32_t hash_for_ecdsa(const SessionContext &session, const Message &message, u
     return hash_byte(&whole, e) != 0 ? ZOK_OK : ZOK_ERR_INTERNAL;
 }
 
-// The public key for Z, from a private key whose range is tested later.
+// The public key for Z, from a private key whose range is tested later. The hardened build computes with
+// none that is out of range, and leaves the record as it is.
 void derive_public_key(const SessionContext &session, const ECCrefPrivateKey &priv, ECCrefPublicKey &pub)
 {
     zokecc::Wiping<mint> d;
-    zokecc::read_private_key(priv, *d);
     ecc_point Q{};
-    zokecc::multiply_base(zokecc::view_of(session), *d, Q);
+    if (!zokecc::read_temporary(zokecc::view_of(session), priv.K, priv.bits / 8, *d)) return;
+    if (!zokecc::public_point(zokecc::view_of(session), *d, Q)) return;
     zokecc::write_public_key(session, Q, pub);
 }
 

@@ -2,7 +2,10 @@
 
 namespace zokecc {
 
-void read_private_key(const ECCrefPrivateKey &key, mint &d) { octetstring_to_mint(key.K, key.bits / 8, &d); }
+bool read_private_key(const SessionContext &session, const ECCrefPrivateKey &key, mint &d)
+{
+    return read_private(view_of(session), key.K, key.bits / 8, d);
+}
 
 void read_public_key(const ECCrefPublicKey &key, ecc_point &Q)
 {
@@ -20,7 +23,7 @@ void write_field(const SessionContext &session, const mint &value, uint8_t *fiel
 void write_private_key(const SessionContext &session, const mint &d, ECCrefPrivateKey &key)
 {
     key.bits = 8 * session.byte_len;
-    write_field(session, d, key.K);
+    write_number(d, session.byte_len, key.K);
 }
 
 void write_public_key(const SessionContext &session, const ecc_point &Q, ECCrefPublicKey &key)

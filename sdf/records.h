@@ -7,7 +7,7 @@
 
 #include <zokecc/sdf.h>
 
-#include "ecc/curve.h"
+#include "ecc/secret_steps.h"
 
 namespace zokecc {
 
@@ -19,7 +19,8 @@ inline bool fits_field(uint32_t bits) { return bits / 8 <= kFieldBytes; }
 inline bool fits_field(const ECCrefPublicKey &key) { return fits_field(key.bits); }
 inline bool fits_field(const ECCrefPrivateKey &key) { return fits_field(key.bits); }
 
-void read_private_key(const ECCrefPrivateKey &key, mint &d);
+// False if the number must not be used: see read_private.
+bool read_private_key(const SessionContext &session, const ECCrefPrivateKey &key, mint &d);
 void read_public_key(const ECCrefPublicKey &key, ecc_point &Q);  // as a finite point
 
 // value in L bytes at the start of a field.

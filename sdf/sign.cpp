@@ -4,7 +4,7 @@
 
 #include "base/burn.h"
 #include "base/wipe.h"
-#include "ecc/sm2_steps.h"
+#include "ecc/secret_steps.h"
 #include "mint/plain.h"
 #include "mint/value.h"
 #include "sdf/records.h"
@@ -24,25 +24,19 @@ void read_digest(const uint8_t *e, uint32_t e_len, const mint &n, mint &out)
 
 bool in_range(const mint &value, const mint &n) { return !is_zero(value) && mint_compare(&value, &n) < 0; }
 
-// KEPT: r = 0 does not start a new round by itself. What is compared with n is one value kept
-// over the rounds, zero at first, r + k where r is not zero and 1 + d once s is there, so r = 0
-// is only refused directly after a round that ended with r + k = n. Held by
-// SdfExternalSignEcc.KeptZeroRIsAccepted.
+// KEPT: r = 0 does not start a new round by itself, but directly after a round that ended with r + k = n.
+// Held by SdfExternalSignEcc.KeptZeroRIsAccepted.
 bool sign_sm2(const CurveView &curve, const mint &d, const mint &e, mint &r, mint &s)
 {
-    if (zokecc::is_last_scalar(d, curve.n)) return false;
+    if (zokecc::is_last_scalar(curve, d)) return false;
     Wiping<mint> k;
-    Wiping<mint> compared;
-    mint one{};
-    zokecc::set_small(one, 1);
+    bool was_order = false;
     for (uint32_t draw = 0; draw < zokecc::kMaxFruitlessDraws; ++draw) {
-        if (gen_random_number(k.get(), &curve.n) != 0) return false;
-        zokecc::sm2_first_half(curve, e, *k, r);
-        if (!is_zero(r)) zokecc::add_values(r, *k, *compared);
-        if (mint_compare(compared.get(), &curve.n) == 0) continue;
-        zokecc::sm2_second_half(curve, d, *k, r, s);
-        if (!is_zero(s)) return true;
-        zokecc::add_values(d, one, *compared);
+        if (!zokecc::draw_nonce(curve, d, e, *k)) return false;
+        if (!zokecc::sm2_first_half(curve, e, *k, r)) continue;
+        if (!is_zero(r)) was_order = zokecc::sum_is_order(curve, r, *k);
+        if (was_order) continue;
+        if (zokecc::sm2_second_half(curve, d, *k, r, s) && !is_zero(s)) return true;
     }
     return false;
 }
@@ -53,11 +47,9 @@ bool sign_ecdsa(const CurveView &curve, const mint &d, const mint &digest, mint 
     mint_mod(&digest, &curve.n, &e);
     Wiping<mint> k;
     for (uint32_t draw = 0; draw < zokecc::kMaxFruitlessDraws; ++draw) {
-        if (gen_random_number(k.get(), &curve.n) != 0) return false;
-        zokecc::ecdsa_first_half(curve, *k, r);
-        if (is_zero(r)) continue;
-        zokecc::ecdsa_second_half(curve, e, d, *k, r, s);
-        if (!is_zero(s)) return true;
+        if (!zokecc::draw_nonce(curve, d, e, *k)) return false;
+        if (!zokecc::ecdsa_first_half(curve, *k, r) || is_zero(r)) continue;
+        if (zokecc::ecdsa_second_half(curve, e, d, *k, r, s) && !is_zero(s)) return true;
     }
     return false;
 }
@@ -93,8 +85,7 @@ uint32_t SDF_ExternalSign_ECC(void *session, uint32_t algorithm, const ECCrefPri
     const CurveView curve = zokecc::view_of(ctx);
 
     Wiping<mint> d;
-    zokecc::read_private_key(*priv, *d);
-    if (!in_range(*d, curve.n)) return ZOK_ERR_SIGN;
+    if (!zokecc::read_private_key(ctx, *priv, *d) || is_zero(*d)) return ZOK_ERR_SIGN;
     mint digest{};
     read_digest(e, e_len, curve.n, digest);
 

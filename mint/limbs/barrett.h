@@ -41,16 +41,22 @@ inline void reciprocal_words(const uint32_t *p, uint32_t words, uint32_t exponen
 // In the hardened build a modulus for secret numbers goes on instead, through the same instructions as
 // ever. The quotient may then be one too small, so the remainder lies within (N + 4) p / B of p, and what
 // is written is that modulo 2^b, with b the bits of p: where it is p or above, p has to be subtracted.
-class OpenQuotients {
+template <bool may_go_on>
+class OpenQuotientsOf {
 public:
-    // 1 for a guard above the limit, else 0; in the hardened build without a jump.
+    // 1 for a guard above the limit, else 0.
+    static uint32_t is_open(uint32_t guard, uint32_t limit) { return guard > limit ? 1 : 0; }
+    static bool give_up(uint32_t open) { return open != 0; }
+};
+
+template <>
+class OpenQuotientsOf<true> {
+public:
+    // The same without a jump.
     static uint32_t is_open(uint32_t guard, uint32_t limit)
     {
-        if constexpr (kHardened) return static_cast<uint32_t>((uint64_t{limit} - guard) >> 63);
-        return guard > limit ? 1 : 0;
+        return static_cast<uint32_t>((uint64_t{limit} - guard) >> 63);
     }
-
-#ifdef ZOKECC_HARDENED
     void go_on() { gives_up_ = 0; }
     // For open 0 or 1. Never true after go_on(), and then no jump depends on open.
     bool give_up(uint32_t open) const
@@ -62,10 +68,9 @@ public:
 
 private:
     uint32_t gives_up_ = 1;
-#else
-    static bool give_up(uint32_t open) { return open != 0; }
-#endif
 };
+
+using OpenQuotients = OpenQuotientsOf<kHardened>;
 
 }  // namespace zokecc
 

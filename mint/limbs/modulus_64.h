@@ -2,7 +2,6 @@
 #ifndef ZOKECC_MINT_LIMBS_MODULUS_64_H
 #define ZOKECC_MINT_LIMBS_MODULUS_64_H
 
-#include "base/linkage.h"
 #include "mint/limbs/barrett.h"
 
 #ifdef __SIZEOF_INT128__

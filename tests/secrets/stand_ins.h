@@ -30,6 +30,9 @@ void use_heap(bool on);
 void keep_blocks();
 Block block_at(size_t offset);
 
+// Null, or told of all that the stand-in for the kernel gives.
+extern void (*note_random)(void *bytes, size_t size);
+
 void start_watching(const Conditions &conditions);
 Counts stop_watching();
 

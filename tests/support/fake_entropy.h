@@ -2,8 +2,9 @@
 // kernel's, while an object lives.
 //
 // The test programs are linked with --wrap=rand, --wrap=srand, --wrap=time and
-// --wrap=gen_random_number, in the hardened build with --wrap=getrandom, --wrap=open, --wrap=read and
-// --wrap=close and --wrap=fstat as well; without a living FakeEntropy the real functions are called.
+// --wrap=gen_random_number, in the hardened build with --wrap=draw_secret_number, --wrap=draw_blinding,
+// --wrap=getrandom, --wrap=open, --wrap=read, --wrap=close and --wrap=fstat as well; without a living
+// FakeEntropy the real functions are called.
 #ifndef ZOKECC_TESTS_SUPPORT_FAKE_ENTROPY_H
 #define ZOKECC_TESTS_SUPPORT_FAKE_ENTROPY_H
 
@@ -80,6 +81,9 @@ public:
     // The answer of the small generator: state starts at the seed of the last srand();
     // state = state * 1103515245 + 12345, answer = (state >> 1) & 0x7FFFFFFF.
     uint32_t generator_state = 1;
+
+    bool draws_secrets = false;  // when set, the hardened build's secrets come from the kernel's words
+    uint32_t blinding = 0;       // how many words of blinding were given
 
     FakeKernel kernel;
     KernelWords kernel_words;

@@ -119,4 +119,30 @@ int __wrap_close(int descriptor) {
     return 0;
 }
 
+// Numbers for secrets are those that the default build would draw, in a record as wide as the order, and
+// blinding takes nothing from the sequence, unless a test asks for the real ones.
+int32_t __real_draw_secret_number(mint *out, const mint *n, const mint *key, const mint *digest);
+int32_t __wrap_draw_secret_number(mint *out, const mint *n, const mint *key, const mint *digest);
+void __real_draw_blinding(uint32_t *words, uint32_t count);
+void __wrap_draw_blinding(uint32_t *words, uint32_t count);
+int32_t __wrap_gen_random_number(mint *out, const mint *bound);
+
+int32_t __wrap_draw_secret_number(mint *out, const mint *n, const mint *key, const mint *digest) {
+    FakeEntropy *const entropy = active_entropy();
+    if (entropy == nullptr || entropy->draws_secrets) return __real_draw_secret_number(out, n, key, digest);
+    mint drawn{};
+    if (__wrap_gen_random_number(&drawn, n) != 0) return -1;
+    *out = mint{};
+    std::copy(drawn.words, drawn.words + drawn.len, out->words);
+    out->len = n->len;
+    return 0;
+}
+
+void __wrap_draw_blinding(uint32_t *words, uint32_t count) {
+    FakeEntropy *const entropy = active_entropy();
+    if (entropy == nullptr || entropy->draws_secrets) return __real_draw_blinding(words, count);
+    for (uint32_t i = 0; i < count; ++i) words[i] = ++entropy->blinding * 0x9E3779B9u;
+    words[0] |= 1;
+}
+
 }  // extern "C"

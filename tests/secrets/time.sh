@@ -1,0 +1,51 @@
+#!/bin/sh
+# Whether a jump or an address depends on a secret in the hardened build, for every way in which a
+# compiler may write it:
+#
+#     tests/secrets/time.sh [PATTERN]      only the variants whose names match, as `clang-*`
+#
+# Each is built in build/time/NAME and runs under valgrind with its secrets marked as undefined; a line for
+# each at the end, then the places where something stops being secret. An exit code of 1 if one failed.
+set -eu
+cd "$(dirname "$0")/../.."
+pattern=${1:-*}
+folder=build/time
+failed=0
+mkdir -p "$folder"
+: > "$folder/summary"
+
+# variant NAME LEVEL COMPILER
+variant() {
+    # shellcheck disable=SC2254 # a pattern it is
+    case $1 in
+    $pattern) ;;
+    *) return 0 ;;
+    esac
+    echo "==> $1"
+    log=$folder/$1.log
+    if cmake -S . -B "$folder/$1" -G Ninja -DCMAKE_BUILD_TYPE=Release -DZOKECC_HARDENED=ON \
+        -DZOKECC_MEMCHECK=ON "-DCMAKE_CXX_FLAGS_RELEASE=$2 -g -DNDEBUG" "-DCMAKE_CXX_COMPILER=$3" \
+        -DZOKECC_EXAMPLES=OFF -DZOKECC_TOOLS=OFF -DZOKECC_TESTS=ON > "$log" 2>&1 &&
+        cmake --build "$folder/$1" --target secrets_undefined >> "$log" 2>&1 &&
+        valgrind --quiet --num-callers=8 "$folder/$1/tests/secrets_undefined" >> "$log" 2>&1; then
+        status=clean
+    else
+        status=FAILED
+        failed=1
+        tail -n 60 "$log"
+    fi
+    printf '%-12s %-7s %s\n' "$1" "$status" "$(tail -n 1 "$log")" >> "$folder/summary"
+}
+
+for level in O2 O3 Os; do
+    variant "gcc-$level" "-$level" g++
+    variant "clang-$level" "-$level" clang++
+done
+
+cat "$folder/summary"
+echo
+echo 'Declassified:'
+grep -nE '\b(declassify|declassified|publish|publish_point)\(' ct/*.cpp hash/*.cpp schemes/*.cpp sdf/*.cpp \
+    ecc/*.cpp | tee "$folder/declassified"
+printf '%s places\n' "$(grep -c . "$folder/declassified")"
+exit "$failed"
