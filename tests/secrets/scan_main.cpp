@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <cstring>
 
+#include "base/config.h"
 #include "tests/secrets/calls.h"
 #include "tests/secrets/planted.h"
 #include "tests/secrets/scene.h"
@@ -155,7 +156,8 @@ void scan_planted() {
 
 int main() {
     unsigned calls = 0, paths = 0;
-    for (unsigned curve = 0; curve < 3; ++curve) {
+    // In the hardened build the last one has no secrets: it is too short.
+    for (unsigned curve = 0; curve < (zokecc::kHardened ? 2 : 3); ++curve) {
         if (!prepare(curve)) {
             fault(curve_names[curve], "cannot be installed");
             continue;
