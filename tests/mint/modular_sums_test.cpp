@@ -91,7 +91,7 @@ protected:
         Natural want = a;
         bool ones = false;
         for (unsigned i = 0; i < times; ++i) {
-            const bool above = !(want << 1 < p);
+            const bool above = !((want << 1) < p);
             const Natural next = above ? (want << 1) - p : want << 1;
             ones = ones || (above && has_all_ones(next));
             want = next;
