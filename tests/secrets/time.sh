@@ -24,7 +24,7 @@ variant() {
     echo "==> $1"
     log=$folder/$1.log
     if cmake -S . -B "$folder/$1" -G Ninja -DCMAKE_BUILD_TYPE=Release -DZOKECC_HARDENED=ON \
-        -DZOKECC_MEMCHECK=ON "-DCMAKE_CXX_FLAGS_RELEASE=$2 -g -DNDEBUG" "-DCMAKE_CXX_COMPILER=$3" \
+        -DZOKECC_MEMCHECK=ON "-DCMAKE_CXX_FLAGS_RELEASE=$2 -gdwarf-4 -DNDEBUG" "-DCMAKE_CXX_COMPILER=$3" \
         -DZOKECC_EXAMPLES=OFF -DZOKECC_TOOLS=OFF -DZOKECC_TESTS=ON > "$log" 2>&1 &&
         cmake --build "$folder/$1" --target secrets_undefined >> "$log" 2>&1 &&
         valgrind --quiet --num-callers=8 "$folder/$1/tests/secrets_undefined" >> "$log" 2>&1; then
