@@ -70,7 +70,7 @@ int der_read_bits(der_reader *in, der_reader *content)
 
 int der_equals(const der_reader *content, const uint8_t *bytes, size_t size)
 {
-    return content->left == size && memcmp(content->at, bytes, size) == 0;
+    return content->left == size && (size == 0 || memcmp(content->at, bytes, size) == 0);
 }
 
 void der_begin(der_writer *w, uint8_t *buffer, size_t size)
