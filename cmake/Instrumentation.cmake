@@ -3,6 +3,9 @@ function(zokecc_instrument target)
     if(ZOKECC_SANITIZE)
         target_compile_options(${target} PRIVATE -fsanitize=${ZOKECC_SANITIZE} -fno-sanitize-recover=all
                                -fno-omit-frame-pointer -fno-optimize-sibling-calls)
+        # Clang's check of the types of called functions takes the run time of C++; C programs have none.
+        target_compile_options(${target} PRIVATE
+            $<$<COMPILE_LANG_AND_ID:CXX,Clang>:-fno-sanitize=function>)
         target_link_options(${target} PRIVATE -fsanitize=${ZOKECC_SANITIZE})
     endif()
     if(ZOKECC_COVERAGE)
@@ -12,11 +15,13 @@ function(zokecc_instrument target)
 endfunction()
 
 # Run-time options of the sanitizers for a test. The stacks that the suppressions are matched with
-# need the frames that the options above keep.
+# need the frames that the options above keep, and a program that finds the names of functions: of the two
+# that Clang can use, addr2line is always there.
 function(zokecc_sanitizer_options test)
     if(ZOKECC_SANITIZE)
+        set(checks detect_leaks=1:detect_stack_use_after_return=1:strict_string_checks=1)
         set_property(TEST ${test} APPEND PROPERTY ENVIRONMENT
-            "ASAN_OPTIONS=detect_leaks=1:detect_stack_use_after_return=1:strict_string_checks=1"
+            "ASAN_OPTIONS=${checks}:allow_addr2line=1"
             "UBSAN_OPTIONS=print_stacktrace=1"
             "LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/lsan.supp:print_suppressions=0")
     endif()
