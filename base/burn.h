@@ -26,7 +26,7 @@ constexpr size_t kStackOfReferenceSums = 2048;
 constexpr size_t kStackOfReferenceProduct = 2304;
 constexpr size_t kStackOfCall = 3072;
 #else
-constexpr size_t kStackOfDigest = 448;
+constexpr size_t kStackOfDigest = 544;
 constexpr size_t kStackOfHash = 832;
 constexpr size_t kStackOfFastSums = 1152;
 constexpr size_t kStackOfFastProduct = 1280;

@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "base/burn.h"
+#include "base/linkage.h"
 #include "base/wipe.h"
 #include "hash/bytes.h"
 #include "hash/entropy.h"
@@ -18,9 +19,11 @@ struct Block {
     uint8_t bytes[kBlockBytes];
 };
 
+// What computes with a block has a frame of its own, which gen_random clears.
+//
 // The functions of this file that answer a bool fail only with gen_random_seed, so never in the
 // default build.
-bool seed(Block &block)
+ZOKECC_OUT_OF_LINE bool seed(Block &block)
 {
     zokecc::Wiping<uint32_t[kBlockBytes / 4]> words;
     if (gen_random_seed(*words) != 0) return false;
@@ -36,7 +39,7 @@ void hash(const Block &in, Block &out)
 }
 
 // out = H(a xor b)
-void hash_of_xor(const Block &a, const Block &b, Block &out)
+ZOKECC_OUT_OF_LINE void hash_of_xor(const Block &a, const Block &b, Block &out)
 {
     zokecc::Wiping<Block> mixed;
     for (uint32_t i = 0; i < kBlockBytes; ++i)
@@ -45,7 +48,7 @@ void hash_of_xor(const Block &a, const Block &b, Block &out)
 }
 
 // One output block from the state and fresh seed material; leaves the intermediate value.
-bool next_output(const Block &state, Block &intermediate, Block &output)
+ZOKECC_OUT_OF_LINE bool next_output(const Block &state, Block &intermediate, Block &output)
 {
     zokecc::Wiping<Block> fresh;
     if (!seed(*fresh)) return false;

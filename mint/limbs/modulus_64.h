@@ -2,6 +2,7 @@
 #ifndef ZOKECC_MINT_LIMBS_MODULUS_64_H
 #define ZOKECC_MINT_LIMBS_MODULUS_64_H
 
+#include "base/linkage.h"
 #include "mint/limbs/barrett.h"
 
 #ifdef __SIZEOF_INT128__
