@@ -33,6 +33,7 @@ option(ZOKECC_SHA_INSTRUCTIONS "On x86-64, use instructions for hashes where the
 option(ZOKECC_WERROR "Treat compiler warnings as errors" OFF)
 set(ZOKECC_SANITIZE "" CACHE STRING "Sanitizers to build with, for example address,undefined")
 option(ZOKECC_COVERAGE "Instrument for line coverage" OFF)
+option(ZOKECC_MEMCHECK "Tell valgrind what is secret no more; for tests/secrets/time.sh" OFF)
 
 # Without a build type nothing would be optimised. As a folder of another project this one changes no
 # cache entry: the type holds for its own targets.
