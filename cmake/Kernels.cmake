@@ -35,11 +35,10 @@ if(CMAKE_SYSTEM_PROCESSOR MATCHES "^arm" AND NOT ZOKECC_SMALL)
 endif()
 
 set(zokecc_hot
-    mint/limbs/division.cpp mint/limbs/inverse.cpp
-    mint/limbs/modulus_29_columns.cpp mint/limbs/modulus_32.cpp hash/sha256_blocks.cpp hash/sm3.cpp
-    ecc/fast_field.cpp ct/field.cpp ct/inverse.cpp)
-set(zokecc_arm_instructions ${zokecc_hot} mint/limbs/inverse_steps.cpp mint/limbs/modulus_29.cpp
-    mint/limbs/modular_sums_arm.cpp)
+    mint/limbs/division.cpp mint/limbs/modulus_29_columns.cpp mint/limbs/modulus_32.cpp
+    hash/sha256_blocks.cpp hash/sm3.cpp ecc/fast_field.cpp ct/field.cpp ct/inverse.cpp)
+set(zokecc_arm_instructions ${zokecc_hot} mint/limbs/inverse.cpp mint/limbs/inverse_steps.cpp
+    mint/limbs/modulus_29.cpp mint/limbs/modular_sums_arm.cpp)
 if(NOT ZOKECC_SMALL)  # for the chains of limbs
     list(APPEND zokecc_arm_instructions mint/add_sub.cpp mint/modular.cpp)
 endif()

@@ -105,8 +105,9 @@ private:
     bool many_steps(Word *u, Word *v)
     {
         Word room = kMaxShift - shift_;
-        const auto steps = active_ <= 4 ? subtract_and_halve_4 : subtract_and_halve_8;
-        const bool u_is_larger = steps(u, v, &room) == u;
+        const Word *const difference =
+            active_ <= 4 ? subtract_and_halve_4(u, v, &room) : subtract_and_halve_8(u, v, &room);
+        const bool u_is_larger = difference == u;
         Side &larger = u_is_larger ? u_ : v_;
         Side &smaller = u_is_larger ? v_ : u_;
         shift_ = kMaxShift - room;
