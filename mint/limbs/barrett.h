@@ -55,7 +55,8 @@ public:
     // The same without a jump.
     static uint32_t is_open(uint32_t guard, uint32_t limit)
     {
-        return static_cast<uint32_t>((uint64_t{limit} - guard) >> 63);
+        const uint64_t difference = uint64_t{limit} - guard;
+        return static_cast<uint32_t>(difference >> 63);
     }
     void go_on() { gives_up_ = 0; }
     // For open 0 or 1. Never true after go_on(), and then no jump depends on open.

@@ -31,6 +31,7 @@ ZOKECC_OUT_OF_LINE bool multiply_shifted(const ShortModulus &p, const uint32_t *
     const bool is_exact = p.words == 6   ? multiply_six(p, shifted, b, out)
                           : p.words == 7 ? multiply_seven(p, shifted, b, out)
                                          : multiply_eight(p, shifted, b, out);
+    // NOLINTNEXTLINE(readability-static-accessed-through-instance): static in the default build alone
     if (p.open_quotients.give_up(1 ^ static_cast<uint32_t>(is_exact))) return false;
     shift_limbs_down(out, p.words, p.shift);
     return is_exact;

@@ -29,6 +29,7 @@ ZOKECC_OUT_OF_LINE bool multiply_shifted(const WordModulus &p, const uint32_t *a
     uint32_t shifted[kMaxFastWords + 1];
     shift_limbs_up(a, p.words, p.shift, shifted);
     const bool is_exact = multiply_words(p, shifted, b, out);
+    // NOLINTNEXTLINE(readability-static-accessed-through-instance): static in the default build alone
     if (p.open_quotients.give_up(1 ^ static_cast<uint32_t>(is_exact))) return false;
     shift_limbs_down(out, p.words, p.shift);
     return is_exact;
