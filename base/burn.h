@@ -24,6 +24,7 @@ constexpr size_t kStackOfFastSums = 1536;
 constexpr size_t kStackOfFastProduct = 1536;
 constexpr size_t kStackOfReferenceSums = 2048;
 constexpr size_t kStackOfReferenceProduct = 2304;
+constexpr size_t kStackOfSecretProduct = 3072;
 constexpr size_t kStackOfCall = 3072;
 #else
 constexpr size_t kStackOfDigest = 544;
@@ -32,6 +33,7 @@ constexpr size_t kStackOfFastSums = 1152;
 constexpr size_t kStackOfFastProduct = 1280;
 constexpr size_t kStackOfReferenceSums = 1408;
 constexpr size_t kStackOfReferenceProduct = 1824;
+constexpr size_t kStackOfSecretProduct = 2592;
 constexpr size_t kStackOfCall = 2304;
 #endif
 

@@ -52,7 +52,7 @@ bool finish(const Curve &curve, const typename Curve::Point &point, ecc_point &o
 template <class Field>
 ZOKECC_OUT_OF_LINE bool multiply_base_over(const CurveView &view, const mint &k, ecc_point &out)
 {
-    const CallBurn burn;
+    const StackBurn<kStackOfSecretProduct> burn;
     const SecretCurve<Field> curve(view.p, view.a, view.b);
     typename Field::Element factor;
     Wiping<ProjectivePoint<Field>> product;
@@ -67,7 +67,7 @@ template <class Field>
 ZOKECC_OUT_OF_LINE bool multiply_over(const CurveView &view, const mint &k, uint32_t bits, const ecc_point &P,
                                       const ecc_point *addend, ecc_point &out)
 {
-    const CallBurn burn;
+    const StackBurn<kStackOfSecretProduct> burn;
     const SecretCurve<Field> curve(view.p, view.a, view.b);
     typename Field::Element factor;
     Wiping<ProjectivePoint<Field>> product;
