@@ -29,7 +29,7 @@ component() {
     for file in "$@"; do
         pattern=$(echo "$file" | sed -e 's/\./\\./g' -e 's/\*/.*/g')
         grep -qx "$pattern" "$work/found" || { echo "component $name has no $file"; exit 1; }
-        grep -vx "$pattern" "$work/found" > "$work/rest" || true
+        grep -vx "$pattern" "$work/found" > "$work/rest" || [ ! -s "$work/rest" ]
         mv "$work/rest" "$work/found"
     done
     [ ! -s "$work/found" ] || { echo "component $name also has"; cat "$work/found"; exit 1; }

@@ -62,7 +62,7 @@ install libzokecc1 zokecc-tools
 install libzokecc1-hardened
 inside zokecc-selftest > "$work/selftest"
 grep -q '^zokecc: hardened build' "$work/selftest" || fail 'the library was not replaced'
-found=$(inside dpkg-query --show --showformat '${db:Status-Status}' libzokecc1 2>/dev/null || true)
+found=$(inside dpkg-query --show --showformat '${db:Status-Status}' libzokecc1 2>/dev/null) || found=absent
 [ "$found" != installed ] || fail 'both libraries are installed'
 quiet inside dpkg --purge zokecc-tools libzokecc1-hardened libzokecc1
 state > "$work/after"

@@ -82,7 +82,8 @@ for script in "examples/verify_with_openssl.sh README.md id $work/bin/signer" \
     rm -rf "$work/tmp"
     mkdir "$work/tmp"
     # shellcheck disable=SC2086 # a command and its arguments
-    PATH=$work/bin:$PATH TMPDIR=$work/tmp setsid --wait $script > "$work/quiet.log" 2>&1 || true
+    PATH=$work/bin:$PATH TMPDIR=$work/tmp setsid --wait $script > "$work/quiet.log" 2>&1 ||
+        echo "ended with $?" >> "$work/quiet.log"
     found=$(ls "$work/tmp")
     [ -z "$found" ] || fail "left behind is $found"
 done
