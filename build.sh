@@ -1,4 +1,5 @@
 #!/bin/sh
+# Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 # Builds, tests and shows zokecc; `./build.sh help` lists the commands.
 #
 # On Debian 12 every command first installs the packages that it misses, as root or through sudo.

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Clearing of the stack that a call has used.
 //
 // What holds a secret is wiped where it is declared (base/wipe.h), but the compiler keeps copies of its

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // What CPUID tells about instructions that not all processors have.
 #include "base/cpu_x86_64.h"
 

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Which instructions an x86-64 processor has, of those that not all have.
 #ifndef ZOKECC_BASE_CPU_X86_64_H
 #define ZOKECC_BASE_CPU_X86_64_H

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Where a secret may decide about a jump: what it decides there is told to the outside anyhow, by a status
 // or a length.
 #ifndef ZOKECC_BASE_DECLASSIFY_H

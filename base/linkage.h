@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Linkage: functions and objects that several folders share under a plain C name but that do not
 // leave the shared library, and how often the body of a template is written out.
 #ifndef ZOKECC_BASE_LINKAGE_H

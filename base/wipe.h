@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Clearing of secrets that the compiler cannot drop.
 #ifndef ZOKECC_BASE_WIPE_H
 #define ZOKECC_BASE_WIPE_H

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // A zeroed block of heap memory for one call.
 #ifndef ZOKECC_BASE_WORK_BUFFER_H
 #define ZOKECC_BASE_WORK_BUFFER_H

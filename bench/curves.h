@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Curves and keys in the forms of both sides. The numbers of a curve are those that OpenSSL has
 // under its name; keys are made of a curve's name, the same in every run.
 #ifndef ZOKECC_BENCH_CURVES_H

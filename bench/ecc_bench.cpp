@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Points: multiplication by a scalar with and without a table, addition, and decoding. OpenSSL's
 // results are taken to affine coordinates, as ours are.
 #include <zokecc/ecc.h>

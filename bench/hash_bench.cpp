@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // SM3, SHA-256 and their HMACs over a short and a long message. OpenSSL hashes with a fetched
 // algorithm and a context that is kept, and makes its HMACs with HMAC_CTX: of its interfaces the
 // fastest ones that are not tied to one algorithm.

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Measures the operations that are linked into the program with Google Benchmark, each as
 // NAME/zokecc and NAME/openssl.
 #include <benchmark/benchmark.h>

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Integers of 256 bits and their products, beside OpenSSL's big numbers. The modulus is the prime of
 // the SM2 curve; operands are fixed and look random.
 #include <zokecc/mint.h>

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // What is measured: named operations, each as the library does it and as its peer, OpenSSL, does.
 //
 // The programs that measure time and the one that counts instructions share these. Operations call

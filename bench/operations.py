@@ -1,3 +1,4 @@
+# Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 """What is measured, in the order of the reports: names as in the programs, and the goals.
 
 `host` is how many times as fast as OpenSSL an operation has to be at least. `arm` and `armv7a` are how

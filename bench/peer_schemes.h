@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The schemes as a good caller of OpenSSL 3.0 has them: keys and contexts are made once, and of two
 // ways to the same result the faster one is taken.
 #ifndef ZOKECC_BENCH_PEER_SCHEMES_H

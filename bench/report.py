@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 """Reports what the benchmarks measured: a table as markdown on standard output, and a plot.
 
     bench/report.py host RESULT.json... PLOT.svg [--partial | --update]

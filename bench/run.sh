@@ -1,4 +1,5 @@
 #!/bin/sh
+# Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 # Runs the benchmarks that `./build.sh bench` and `./build.sh bench-arm` have built, and reports.
 #
 #     bench/run.sh host [--update | FILTER]    times, beside OpenSSL's
@@ -75,7 +76,7 @@ check)
     echo '==> the benchmarks work'
     ;;
 *)
-    sed -n '2,9s/^# \{0,1\}//p' "$0" >&2
+    sed -n '3,10s/^# \{0,1\}//p' "$0" >&2
     exit 2
     ;;
 esac

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The calls over the curve of the process, which is installed before each of them, unmeasured. The
 // yardsticks of key exchange and of encryption by multiplication are those of session_bench.cpp.
 #include <zokecc/schemes.h>

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The calls over a session's curve. Key agreement has no counterpart in OpenSSL: its yardstick is
 // one Diffie-Hellman on the same curve, and that of encryption by multiplication is put together of
 // the same steps.

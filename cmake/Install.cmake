@@ -1,3 +1,4 @@
+# Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 # What `cmake --install` puts where. The component "library" is the shared library and the licence,
 # "development" everything that a build against it needs, the static library and the documents, "tools"
 # the programs of tools/ (see there).

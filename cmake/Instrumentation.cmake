@@ -1,3 +1,4 @@
+# Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 # Sanitizers and coverage, applied to the library and to everything linked with it.
 function(zokecc_instrument target)
     if(ZOKECC_SANITIZE)

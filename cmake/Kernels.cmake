@@ -1,3 +1,4 @@
+# Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 # How the sources are optimised, and which of them there are.
 #
 # Most of the code runs once per call and a handful of files do nearly all the work. On ARM the

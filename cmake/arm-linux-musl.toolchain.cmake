@@ -1,3 +1,4 @@
+# Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 # Soft-float ARM with musl as the C library, by the compiler that Debian has for glibc: it is kept
 # away from its own C headers and start-up files, and given those of musl.
 #

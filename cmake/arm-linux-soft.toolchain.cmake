@@ -1,3 +1,4 @@
+# Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 # The devices' own kind of processor: 32-bit little-endian ARM without a floating-point unit.
 # Programs of the build, tests included, run under QEMU's user-mode emulation, unless
 # CMAKE_CROSSCOMPILING_EMULATOR is given.

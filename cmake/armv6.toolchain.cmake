@@ -1,3 +1,4 @@
+# Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 # ARM1136 and ARM1176, their floating-point unit left unused.
 set(zokecc_arch_flags "-march=armv6 -mfloat-abi=soft -marm")
 set(zokecc_emulated_cpu arm1136)

@@ -1,4 +1,5 @@
 #!/bin/sh
+# Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 # Runs the tests of the preset `coverage`, which has been built, and prints the lines and branches of
 # the library that they execute, per folder. Fails below the floor of lines or of branches.
 #

@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 """Prints the linker's version script: the functions that the public headers declare.
 
     cmake/exports_map.py > cmake/exports.map      (or ./build.sh exports)

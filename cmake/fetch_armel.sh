@@ -1,4 +1,5 @@
 #!/bin/sh
+# Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 # Unpacks Debian packages for 32-bit soft-float ARM into a folder, for programs that run under QEMU:
 #
 #     cmake/fetch_armel.sh PACKAGE... FOLDER

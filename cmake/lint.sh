@@ -1,4 +1,5 @@
 #!/bin/sh
+# Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 # What tools say about the sources without running them; ./build.sh lint calls it.
 #
 #     cmake/lint.sh SOURCE...

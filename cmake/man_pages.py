@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 """Man pages of the public calls, one for each, from the comments of the headers.
 
     cmake/man_pages.py FOLDER

@@ -1,4 +1,5 @@
 #!/bin/sh
+# Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 # The public headers as pages in FOLDER and as man pages in FOLDER/man/man3; fails on a warning of doxygen.
 #
 #     cmake/manual.sh FOLDER

@@ -1,3 +1,4 @@
+# Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 # shellcheck shell=sh
 # What the commands of build.sh need of the machine; build.sh reads this file.
 

@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 """Writes the library's bill of materials, an SPDX 2.3 document in JSON.
 
     cmake/sbom.py > zokecc.spdx.json      (or ./build.sh sbom)

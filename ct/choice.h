@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The fields for secret numbers that are compiled, and the choice between them.
 #ifndef ZOKECC_CT_CHOICE_H
 #define ZOKECC_CT_CHOICE_H

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The fields for secret numbers, written out once.
 #include "ct/choice.h"
 

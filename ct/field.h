@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The integers modulo an odd p of five to nine words, for secret numbers: exact, and through the same
 // instructions and addresses whatever the numbers are. p itself is public.
 //

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Division steps after D. J. Bernstein and B.-Y. Yang, "Fast constant-time gcd computation and modular
 // inversion" (2019).
 //

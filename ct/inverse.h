@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The inverse modulo an odd number, in a time that depends on its size alone.
 #ifndef ZOKECC_CT_INVERSE_H
 #define ZOKECC_CT_INVERSE_H

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Masks: all ones or zero, in place of a jump that would depend on a secret.
 #ifndef ZOKECC_CT_MASK_H
 #define ZOKECC_CT_MASK_H

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Scalar multiplication with a secret scalar, as templates over the field.
 #ifndef ZOKECC_CT_MULTIPLES_H
 #define ZOKECC_CT_MULTIPLES_H

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Points for products with secret scalars: sums without exceptions.
 //
 // Sums are those of J. Renes, C. Costello and L. Batina, "Complete addition formulas for prime order

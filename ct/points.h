@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Products of points with secret scalars.
 //
 // Secret numbers are kept in a mint, too, but differently: len is the number of words of the modulus, and

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Secret numbers modulo n or p, in records as wide as the modulus (ct/points.h), and what schemes compute
 // with them. Of everything that is drawn, read or computed here only the outcome of a test is told to the
 // outside, as a status, and what a comment calls public.

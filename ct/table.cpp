@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The table of the base point's multiples, exact: the contract's loses entries of some curves to the word
 // rule of subtraction. Everything here is public.
 #include "ecc/table.h"

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Affine points: addition, doubling and the curve equation.
 #include "ecc/equation.h"
 #include "ecc/points.h"

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Point arithmetic on y^2 = x^3 + a x + b, as templates over the field.
 //
 // The order of the steps is part of what the library promises: it decides what comes out for

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Multiples of the base point: a comb over the precomputed table.
 #include "ecc/comb.h"
 

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The comb over the precomputed table, as a template over the field.
 //
 // Each 32-bit word of the scalar is split in two halves of 16 bits. Round i takes bit 15 - i of

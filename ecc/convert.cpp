@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Conversions between affine and Jacobian points, and what needs no arithmetic or next to none.
 #include "ecc/points.h"
 

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The records that hold a curve: one for the process, one per session.
 #ifndef ZOKECC_ECC_CURVE_H
 #define ZOKECC_ECC_CURVE_H

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // What both installations of a curve derive from its record.
 #ifndef ZOKECC_ECC_CURVE_NUMBERS_H
 #define ZOKECC_ECC_CURVE_NUMBERS_H

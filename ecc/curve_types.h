@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The curve types of the session interface.
 #ifndef ZOKECC_ECC_CURVE_TYPES_H
 #define ZOKECC_ECC_CURVE_TYPES_H

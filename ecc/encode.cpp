@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Octet strings of points (SEC 1 version 2, sections 2.3.3 and 2.3.4; ANSI X9.62 for the hybrid
 // form) and the square root behind the compressed one.
 #include <cstring>

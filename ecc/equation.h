@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The curve equation y^2 = x^3 + a x + b (mod p).
 #ifndef ZOKECC_ECC_EQUATION_H
 #define ZOKECC_ECC_EQUATION_H

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The prime field on limbs: the bits of ReferenceField, several times faster.
 //
 // For odd moduli of 5 to 9 words and for reduced, trimmed numbers only; load() refuses the rest and

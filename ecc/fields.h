@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The choice of the field that a calculation with points runs over.
 //
 // An operation is a record of its arguments with a member template

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The process-wide curve.
 #include "base/config.h"
 #include "ecc/curve.h"

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The byte form of a point on the process-wide curve.
 #ifndef ZOKECC_ECC_POINT_BYTES_H
 #define ZOKECC_ECC_POINT_BYTES_H

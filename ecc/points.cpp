@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The point formulas, written out for the fields that share them.
 #include "ecc/points.h"
 

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The point formulas over the library's fields: written out once, in points.cpp, for the reference and
 // for the field of 32-bit machines. On wide limbs each algorithm has its own copies.
 #ifndef ZOKECC_ECC_POINTS_H

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // A scalar as signed digits, for the product by a sliding window.
 #ifndef ZOKECC_ECC_RECODE_H
 #define ZOKECC_ECC_RECODE_H

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The prime field as the integer layer computes it: the reference that every other field agrees with,
 // word for word.
 #ifndef ZOKECC_ECC_REFERENCE_FIELD_H

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The default build's steps with secrets: the numbers and points of the layers below, as they stand.
 #include "ecc/secret_steps.h"
 

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The steps of the schemes that read, draw or compute with a secret: a private or temporary number, a
 // nonce, a shared point.
 //

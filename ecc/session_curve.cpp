@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The curve of a session.
 #include <cstdlib>
 #include <cstring>

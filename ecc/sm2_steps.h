@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The steps of the schemes that need only numbers and points. Those here are about public ones: the point
 // that a verifier recomputes, and forms of writing; those with secrets are in secret_steps.h. Loops, range
 // checks, records and codes stay with the interfaces above.

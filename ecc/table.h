@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The shape of the fixed-base table.
 #ifndef ZOKECC_ECC_TABLE_H
 #define ZOKECC_ECC_TABLE_H

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The sums behind the table of fixed-base multiplication, as a template over the field.
 #ifndef ZOKECC_ECC_TABLE_BUILDER_H
 #define ZOKECC_ECC_TABLE_BUILDER_H

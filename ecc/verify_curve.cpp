@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The check of a whole curve record.
 #include <zokecc/ecc.h>
 

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The product by a signed sliding window, as templates over the field.
 #ifndef ZOKECC_ECC_WNAF_H
 #define ZOKECC_ECC_WNAF_H

@@ -1,3 +1,4 @@
+/* Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0 */
 /*
  * Two users agree on a key with SM2 over an open channel, and each makes sure that the other one
  * has it, too.

@@ -1,3 +1,4 @@
+/* Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0 */
 /*
  * Checks a public key that comes from outside, as every program has to before it verifies, encrypts or agrees
  * on a key with it: the calls themselves do not.

@@ -1,3 +1,4 @@
+/* Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0 */
 /*
  * ECDSA and Diffie-Hellman on P-256 over the curve of the process, with points sent as octet strings.
  *

@@ -1,3 +1,4 @@
+/* Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0 */
 /*
  * Encrypts a message for somebody's key with SM2, decrypts it, and shows that changed bytes are
  * noticed.

@@ -1,3 +1,4 @@
+/* Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0 */
 /*
  * Signs a message with SM2 over the curve of the process, without a session, and verifies it.
  *

@@ -1,3 +1,4 @@
+/* Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0 */
 /*
  * Gives the library random numbers that deserve trust: the program defines rand and srand, and the
  * library, which draws from them by these names, takes the program's.

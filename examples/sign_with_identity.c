@@ -1,3 +1,4 @@
+/* Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0 */
 /*
  * Signs a file for an identity with SM2 and SM3, and verifies the signature.
  *

@@ -1,3 +1,4 @@
+/* Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0 */
 /*
  * Makes a key, stores it in a PEM file that nobody else can read, loads it again and signs with it.
  *

@@ -1,4 +1,5 @@
 #!/bin/sh
+# Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 # Lets a signer sign a file, and the openssl command line judge the signature.
 #
 #     verify_with_openssl.sh FILE IDENTITY SIGNER...

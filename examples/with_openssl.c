@@ -1,3 +1,4 @@
+/* Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0 */
 /*
  * Exchanges an SM2 key, signatures and ciphertexts with OpenSSL inside one program.
  *

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Watches the allocations of the library while one input runs.
 //
 // What is still allocated at the end may only be digit buffers of signed-window products, which

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Curves that both generations of the interface serve, with what a call on either needs: the
 // curve of the process installed, sessions that stay open, and records in either layout.
 #ifndef ZOKECC_FUZZ_BOTH_CURVES_H

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Numbers and points to byte strings and back: nothing is lost, nothing is written beside the
 // result, and short buffers are refused.
 #include <zokecc/ecc.h>

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Curves nobody has checked: any record is configured, in a session and for the process, and every
 // call is made on it. All of them come to an end, answer with a code of theirs, and write no further
 // than they say.

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Decryption of anything, by every call: both generations give the same bytes, these are what the
 // standard's key stream makes of the ciphertext, and what was encrypted comes back.
 #include "fuzz/both_curves.h"

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Division and reduction: quotient and remainder make up the dividend, the remainder is below the
 // divisor, and all three routines agree with long division bit by bit, wherever they store.
 #include "fuzz/fuzz_check.h"

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Points read from byte strings: what is accepted lies on the curve and is what the string says,
 // and a point that was written is read back.
 #include "fuzz/both_curves.h"

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Key exchange and Diffie-Hellman with any points and scalars: the generations and the calls within
 // them give the same keys and confirmation values, and two honest sides agree.
 #include "fuzz/both_curves.h"

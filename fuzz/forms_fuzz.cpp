@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Keys, signatures, ciphertexts and PEM as the command-line tool reads them: what is accepted is written
 // again as it was read, or, where more than one form is accepted, reads as the same.
 #include <cstring>

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // How a fuzz target says that something is wrong, and what every target compares.
 #ifndef ZOKECC_FUZZ_FUZZ_CHECK_H
 #define ZOKECC_FUZZ_FUZZ_CHECK_H

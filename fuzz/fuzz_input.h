@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Takes numbers, lengths and byte strings out of one fuzz input, in order; behind its end come
 // bytes that depend on the whole input, so that a short one fills keys and points as well.
 //

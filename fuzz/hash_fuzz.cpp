@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Digests, codes and derived keys against a second, plain statement of the hashes, with exactly
 // the bytes written that the calls announce.
 #include <zokecc/hash.h>

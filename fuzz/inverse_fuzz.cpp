@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The inverse, word for word that of the deployed iteration, for odd and even moduli and for
 // operands without an inverse; where no kept subtraction acted it is also the true one.
 #include "fuzz/fuzz_check.h"

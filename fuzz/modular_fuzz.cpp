@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Plain and modular arithmetic against the naive integers and the kept subtraction, with the
 // output apart from the operands and over each of them.
 #include "fuzz/fuzz_check.h"

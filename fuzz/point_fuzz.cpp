@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Points and their multiples by two routes: the library against a second statement of its
 // formulas, word for word, and the comb, the window and plain repeated addition against each other.
 #include <zokecc/ecc.h>

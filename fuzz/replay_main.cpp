@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Runs a fuzz target on the files and folders that the command line names, so that its corpus is
 // an ordinary test with every compiler, and a finding can be looked at without libFuzzer.
 #include <cstdio>

@@ -1,4 +1,5 @@
 #!/bin/sh
+# Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 # fuzz/run.sh SECONDS: runs every target of the preset `fuzz` for that long, one per processor, and
 # prints what each did. New inputs go to build/fuzz/corpus/TARGET, findings to build/fuzz/findings
 # under names that begin with the target's. The exit status is not 0 if there are any.

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Square roots: what is called a root is one, every square has one, and of two numbers whose
 // quotient is no square exactly one has a root. Other odd moduli only have to come to an end.
 #include "fuzz/alloc_ledger.h"

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Verification of anything, by every call: both generations give the same verdict, hashing inside
 // is hashing before, and what was signed verifies.
 #include "fuzz/both_curves.h"

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Words in byte strings.
 #ifndef ZOKECC_HASH_BYTES_H
 #define ZOKECC_HASH_BYTES_H

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The size that both hashes share.
 #ifndef ZOKECC_HASH_DIGEST_H
 #define ZOKECC_HASH_DIGEST_H

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The seam to the clock and to the source of randomness.
 #include "hash/entropy.h"
 

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The only place where the library meets the clock and a source of randomness.
 //
 // In the default build the source is the C library's generator. rand, srand and time are called by

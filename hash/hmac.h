@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // What HMAC (RFC 2104) and the chained key derivation share over both hashes.
 #ifndef ZOKECC_HASH_HMAC_H
 #define ZOKECC_HASH_HMAC_H

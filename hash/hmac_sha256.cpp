@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // HMAC-SHA256 (RFC 2104) and the key derivation chained from it.
 #include <zokecc/hash.h>
 

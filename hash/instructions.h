@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // x86-64 may have instructions for hashes; ZOKECC_NO_SHA_INSTRUCTIONS leaves them out.
 #ifndef ZOKECC_HASH_INSTRUCTIONS_H
 #define ZOKECC_HASH_INSTRUCTIONS_H

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Random bytes from the kernel, for the hardened build.
 #ifndef ZOKECC_HASH_KERNEL_RANDOM_H
 #define ZOKECC_HASH_KERNEL_RANDOM_H

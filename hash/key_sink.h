@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Where a derived key goes.
 #ifndef ZOKECC_HASH_KEY_SINK_H
 #define ZOKECC_HASH_KEY_SINK_H

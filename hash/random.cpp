@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Random bytes and numbers: seed blocks whitened with SHA-256, with feedback of the kind that
 // ANSI X9.17 describes.
 #include <zokecc/hash.h>

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The hash by number: every hash inside a scheme goes through one of these two.
 #include <zokecc/hash.h>
 

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // SHA-256 as a stream, FIPS 180-4 sections 5.1.1, 5.3.3 and 6.2.
 #include "hash/sha256.h"
 

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // SHA-256 (FIPS 180-4) as a stream.
 #ifndef ZOKECC_HASH_SHA256_H
 #define ZOKECC_HASH_SHA256_H

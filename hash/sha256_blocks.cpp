@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // SHA-256's block transformation in C++, FIPS 180-4 sections 4.1.2, 4.2.2 and 6.2.2.
 #include "hash/sha256_blocks.h"
 

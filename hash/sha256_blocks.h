@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The block transformation of SHA-256 (FIPS 180-4 section 6.2.2), over blocks where they lie.
 #ifndef ZOKECC_HASH_SHA256_BLOCKS_H
 #define ZOKECC_HASH_SHA256_BLOCKS_H

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // SHA-256's block transformation by the processor's own instructions.
 #include "hash/sha256_blocks.h"
 

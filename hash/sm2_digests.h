@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // What SM2 encryption and key exchange hash, from byte strings alone.
 #ifndef ZOKECC_HASH_SM2_DIGESTS_H
 #define ZOKECC_HASH_SM2_DIGESTS_H

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The counter-mode key derivation of SM2 (GM/T 0003.4, section 5.4.3), one name per generation of
 // the interface.
 #ifndef ZOKECC_HASH_SM2_KDF_H

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // SM3, GB/T 32905-2016 (GM/T 0004-2012), over a message held whole in memory.
 #include "hash/sm3.h"
 

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // SM3 (GB/T 32905, GM/T 0004).
 #ifndef ZOKECC_HASH_SM3_H
 #define ZOKECC_HASH_SM3_H

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // SM3's block transformation with the message expanded four words at a time in vector registers,
 // beside the rounds and twelve of them ahead.
 #include "hash/sm3.h"

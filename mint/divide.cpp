@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Division with remainder: Knuth, The Art of Computer Programming, volume 2, algorithm D,
 // in base 2^32. Every result is exact.
 #include "mint/divide.h"

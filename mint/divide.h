@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Long division on word arrays.
 #ifndef ZOKECC_MINT_DIVIDE_H
 #define ZOKECC_MINT_DIVIDE_H

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The modular inverse: a binary extended Euclid for odd moduli, one with division for even ones.
 //
 // Neither tests that the inverse exists. What they leave is what deployed devices leave: every

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Modular addition, subtraction, multiplication and doubling.
 //
 // Operands are expected to be reduced; nothing checks it. A zero modulus writes nothing.

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Big-endian byte strings to integers and back (SEC 1 version 2, sections 2.3.7 and 2.3.8).
 #include "mint/value.h"
 

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Plain arithmetic for the layers above, without the in-place trimming of mint_add.
 #ifndef ZOKECC_MINT_PLAIN_H
 #define ZOKECC_MINT_PLAIN_H

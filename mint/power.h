@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The power as it is defined, for tests to compare with.
 #ifndef ZOKECC_MINT_POWER_H
 #define ZOKECC_MINT_POWER_H

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Square roots modulo a prime, by the residue of the prime.
 //
 // This file makes the one upward call of the library: where p is 1 modulo 8 and no small

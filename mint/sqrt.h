@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The square root for p = 1 (mod 8) as it is defined, for tests to compare with.
 #ifndef ZOKECC_MINT_SQRT_H
 #define ZOKECC_MINT_SQRT_H

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // What every reader of a mint agrees on.
 //
 // A mint has 19 words, least significant first, and counts the used ones in len. Words at

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Word kernels: arrays of 32-bit words, least significant first, with a count.
 //
 // Shapes are written x[n], out[n]. A count below 1 reads and writes nothing and returns 0.

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Diffie-Hellman on the process-wide curve (SEC 1 version 2, section 3.3.1, without the checks).
 #include "base/burn.h"
 #include "base/wipe.h"

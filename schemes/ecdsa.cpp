@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // ECDSA over the process-wide curve (FIPS 186-4, section 6.4).
 #include "base/burn.h"
 #include "base/wipe.h"

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Encryption that masks the message by multiplication: c = M x(k Q) mod p.
 #include "base/burn.h"
 #include "base/wipe.h"

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Blocks for the multiplicative encryption: padding of random bytes, a zero byte, the message.
 #include <cstring>
 

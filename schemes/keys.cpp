@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Key pairs on the process-wide curve.
 #include "base/burn.h"
 #include "base/wipe.h"

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The bytes behind the prefix and yU in the confirmation values of sm2_KeyExChg: the digest's
 // working area and, directly behind it, the peer's public key as an ecc_point lies in the memory
 // of a 32-bit little-endian device.

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Reading and writing the records of the legacy interface, over the process-wide curve.
 //
 // A record is read at its own length and written at the curve's; bytes of a field behind those

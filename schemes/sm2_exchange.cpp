@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // SM2 key exchange over the process-wide curve (GB/T 32918.3).
 #include <cstring>
 

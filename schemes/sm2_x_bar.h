@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // x-bar of a point on the process-wide curve.
 #ifndef ZOKECC_SCHEMES_SM2_X_BAR_H
 #define ZOKECC_SCHEMES_SM2_X_BAR_H

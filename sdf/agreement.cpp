@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // SM2 key agreement over a session's curve (GB/T 32918.3).
 //
 // Two families: one makes both Z values from the users' identities, the other is given them. Each

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The steps of SM2 key agreement that both families share (GB/T 32918.3, A4 to A10 and B1 to B10).
 #ifndef ZOKECC_SDF_AGREEMENT_STEPS_H
 #define ZOKECC_SDF_AGREEMENT_STEPS_H

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Devices: a small record in memory, with no hardware behind it (GM/T 0018).
 #include <zokecc/sdf.h>
 

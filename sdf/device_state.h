@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The states of a device record.
 #ifndef ZOKECC_SDF_DEVICE_STATE_H
 #define ZOKECC_SDF_DEVICE_STATE_H

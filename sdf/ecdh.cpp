@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Diffie-Hellman over a session's curve.
 #include <zokecc/sdf.h>
 

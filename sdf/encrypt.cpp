@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Encryption of one coordinate's length into an ECCCipher (GM/T 0018), by SM2 or by masking with
 // a product.
 #include <zokecc/hash.h>

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // What the two encryption pairs of the session interface share.
 #ifndef ZOKECC_SDF_ENCRYPTION_H
 #define ZOKECC_SDF_ENCRYPTION_H

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // SM2 encryption of messages of any length (GB/T 32918.4): 0x04 || x1 || y1 || C2 || C3.
 #include <zokecc/sdf.h>
 

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Signing and verifying a whole message: hashed here, for SM2 behind the signer's Z.
 #include <zokecc/hash.h>
 #include <zokecc/sdf.h>

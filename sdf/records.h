@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Reading and writing the key and signature records of the session interface.
 //
 // A record is read at its own bits / 8 bytes and written at the session's L; bytes of a field

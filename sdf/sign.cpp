@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Signing and verifying a value that the caller has hashed.
 #include <zokecc/hash.h>
 #include <zokecc/sdf.h>

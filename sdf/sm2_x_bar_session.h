@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // x-bar of a coordinate on a session's curve.
 #ifndef ZOKECC_SDF_SM2_X_BAR_SESSION_H
 #define ZOKECC_SDF_SM2_X_BAR_SESSION_H

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The value Z that ties a signature to its signer's identity (GB/T 32918.2, section 5.5).
 #include <zokecc/hash.h>
 #include <zokecc/sdf.h>

@@ -1,4 +1,5 @@
 #!/bin/sh
+# Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 # tests/one.sh NAME PRESET: builds and runs the tests with NAME in their name, whichever programs and
 # shares they are in; `./build.sh one` calls it. With a capital, NAME is GoogleTest's SUITE.TEST or a
 # part of it, in which * stands for anything; otherwise it is one of the names that ctest lists, such as

@@ -1,3 +1,4 @@
+/* Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0 */
 /* Says what a program of tools/ runs with, so that a report from a board tells the builds apart. */
 #ifndef ZOKECC_TOOLS_ABOUT_H
 #define ZOKECC_TOOLS_ABOUT_H

@@ -1,3 +1,4 @@
+/* Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0 */
 /* What the commands of zokecc share: options, messages, files and keys. */
 #ifndef ZOKECC_TOOLS_COMMAND_H
 #define ZOKECC_TOOLS_COMMAND_H

@@ -1,3 +1,4 @@
+/* Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0 */
 /* What selftest and speed share: two curves in both kinds of record, and bytes from hexadecimal digits. */
 #ifndef ZOKECC_TOOLS_COMMON_H
 #define ZOKECC_TOOLS_COMMON_H

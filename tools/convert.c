@@ -1,3 +1,4 @@
+/* Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0 */
 /* convert: keys, signatures and ciphertexts from one form into another. Nothing is verified but what the form
  * says, and that a point lies on its curve. */
 #include <stdlib.h>

@@ -1,4 +1,5 @@
 #!/bin/sh
+# Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 # Shows the tool and openssl side by side: each signs what the other verifies, and each decrypts what the
 # other has encrypted.
 #

@@ -1,3 +1,4 @@
+/* Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0 */
 /*
  * Reading and writing DER, as far as keys, signatures and ciphertexts need it.
  *

@@ -1,3 +1,4 @@
+/* Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0 */
 /*
  * Elliptic-curve keys as DER and PEM: SEC 1 (RFC 5915), unencrypted PKCS #8 (RFC 5208) and
  * SubjectPublicKeyInfo (RFC 5480). Needs der.h, pem.h and named_curves.h, and no call of the library: whether

@@ -1,3 +1,4 @@
+/* Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0 */
 /* Curve parameters inside keys: a named curve, or numbers that are exactly those of one. */
 #ifndef ZOKECC_TOOLS_EC_PARAMETERS_H
 #define ZOKECC_TOOLS_EC_PARAMETERS_H

@@ -1,3 +1,4 @@
+/* Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0 */
 /* Comparisons that remember the first difference, so that a failing case can say what it found. */
 #ifndef ZOKECC_TOOLS_EXPECT_H
 #define ZOKECC_TOOLS_EXPECT_H

@@ -1,3 +1,4 @@
+/* Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0 */
 /*
  * Signatures and SM2 ciphertexts in the forms in which they travel.
  *

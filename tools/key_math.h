@@ -1,3 +1,4 @@
+/* Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0 */
 /* What needs the library to tell about keys: points on their curve, numbers in range, the public key of a
  * private one. Each returns null, or what is wrong in words. */
 #ifndef ZOKECC_TOOLS_KEY_MATH_H

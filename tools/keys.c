@@ -1,3 +1,4 @@
+/* Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0 */
 /* keygen, pubkey and check. */
 #include <stdio.h>
 #include <string.h>

@@ -1,3 +1,4 @@
+/* Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0 */
 /* The curves that the command-line tool knows, by name and by object identifier. */
 #ifndef ZOKECC_TOOLS_NAMED_CURVES_H
 #define ZOKECC_TOOLS_NAMED_CURVES_H

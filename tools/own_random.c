@@ -1,3 +1,4 @@
+/* Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0 */
 /*
  * Random numbers of the tool's own: the library draws from rand and srand by these names, and finds these.
  *

@@ -1,3 +1,4 @@
+/* Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0 */
 /*
  * Reading and writing PEM, the textual form of RFC 7468: base64 between a BEGIN and an END line.
  *

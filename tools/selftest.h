@@ -1,3 +1,4 @@
+/* Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0 */
 /* The cases of selftest: a table per family. */
 #ifndef ZOKECC_TOOLS_SELFTEST_H
 #define ZOKECC_TOOLS_SELFTEST_H

@@ -1,3 +1,4 @@
+/* Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0 */
 /* Diffie-Hellman and the SM2 key exchange over the curve of the process. */
 #include "selftest.h"
 

@@ -1,3 +1,4 @@
+/* Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0 */
 #include "selftest.h"
 
 /* The field and the order of sm2p256v1, GM/T 0003.5. */

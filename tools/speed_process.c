@@ -1,3 +1,4 @@
+/* Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0 */
 /* The schemes over the curve of the process: ECDSA and Diffie-Hellman on P-256, the others on sm2p256v1. */
 #include "speed.h"
 

@@ -1,3 +1,4 @@
+/* Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0 */
 /* The calls of sessions: one on sm2p256v1 with SM3, and one on P-256 with SHA-256. */
 #include "speed.h"
 

@@ -1,3 +1,4 @@
+/* Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0 */
 /*
  * The rand of the programs that only measure and test: the default build of the library draws from whatever
  * is called rand, here from xorshift. The hardened build asks the kernel. Nothing that makes a key for use

@@ -1,3 +1,4 @@
+/* Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0 */
 /*
  * zokecc: keys, signatures, encryption, digests and random numbers from the command line, in the forms that
  * other programs use. `zokecc help` lists the commands, zokecc(1) explains them.

@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 """Counts the instructions that each operation executes on ARM, under emulation.
 
     bench/arm/count.py BUILD_FOLDER PROCESSOR RESULT.json [FILTER]

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Runs one operation on both sides for a plugin of the emulator that counts instructions:
 //
 //     count_operation NAME REPETITIONS        count_operation --list        count_operation --about

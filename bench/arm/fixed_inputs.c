@@ -1,3 +1,4 @@
+/* Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0 */
 /*
  * The clock, the process and the randomness of the counted program stand still, for both libraries:
  * the same nonces in each run, and so the same number of instructions.

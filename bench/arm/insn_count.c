@@ -1,3 +1,4 @@
+/* Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0 */
 /*
  * A plugin for QEMU's user-mode emulation: counts the guest's instructions between two marks.
  *

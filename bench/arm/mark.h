@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 /* What the counted program and the plugin agree on. */
 #ifndef ZOKECC_BENCH_ARM_MARK_H
 #define ZOKECC_BENCH_ARM_MARK_H

@@ -1,3 +1,4 @@
+# Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 """Builds the library for the devices in each of the ways, and runs the program that measures it."""
 import os
 import pathlib

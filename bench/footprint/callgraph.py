@@ -1,3 +1,4 @@
+# Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 """Bounds on stacks from what the compiler says: the frame of each function, and which it calls.
 
 A bound is the greatest sum of frames along calls. It takes every call that is written down for one

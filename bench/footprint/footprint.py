@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 """Code, data, stack and heap of the library on the devices' kind of processor.
 
     bench/footprint/footprint.py            prints the tables

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 /* The heap as the library uses it, counted. Needs -Wl,--wrap=malloc,--wrap=calloc,--wrap=free. */
 #ifndef ZOKECC_BENCH_FOOTPRINT_HEAP_H
 #define ZOKECC_BENCH_FOOTPRINT_HEAP_H

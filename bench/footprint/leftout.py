@@ -1,3 +1,4 @@
+# Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 """What a program takes of the archive: links with nothing but some calls, and looks at the sizes."""
 import build
 

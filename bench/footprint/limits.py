@@ -1,3 +1,4 @@
+# Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 """What the footprint must not exceed: fixed goals, and what docs/footprint.json has recorded."""
 import sections
 

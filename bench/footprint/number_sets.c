@@ -1,3 +1,4 @@
+/* Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0 */
 /*
  * The numbers that the calls are measured with. Between them they take the fast paths with 8, 7, 6
  * and 9 words, those by definition, and every kind of square root.

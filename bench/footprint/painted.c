@@ -1,3 +1,4 @@
+/* Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0 */
 /*
  * Measures how deep the stack of each call reaches, and what it takes from the heap: runs it on an area
  * full of paint and looks how far the paint is gone. A line for each call and set of numbers:

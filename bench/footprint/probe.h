@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 /* What the program that measures stack and heap is made of: calls, and numbers to call them with. */
 #ifndef ZOKECC_BENCH_FOOTPRINT_PROBE_H
 #define ZOKECC_BENCH_FOOTPRINT_PROBE_H

@@ -1,3 +1,4 @@
+# Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 """Sizes of the linked library's parts, from the linker's map: {part: {kind: bytes}}.
 
 A part is a folder of the sources, or REST: the compiler's helpers, start-up code and gaps.

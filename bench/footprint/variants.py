@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 """The three builds that a device can choose from, beside each other: size and speed.
 
     bench/footprint/variants.py            prints the table

@@ -1,3 +1,4 @@
+/* Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0 */
 /**
  * @file conventions.h
  * The rules that all headers of zokecc share, the export macro and the status codes.

@@ -1,3 +1,4 @@
+/* Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0 */
 /**
  * @file curves.h
  * Nine standard curves as ready records, for sessions and for the curve of the process.

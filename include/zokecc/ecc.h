@@ -1,3 +1,4 @@
+/* Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0 */
 /**
  * @file ecc.h
  * Curves y^2 = x^3 + a*x + b over a prime field, their points, multiplication of points by scalars, and

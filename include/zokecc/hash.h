@@ -1,3 +1,4 @@
+/* Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0 */
 /**
  * @file hash.h
  * SHA-256, SM3, HMAC and key derivation over both, hashing to an integer, and random numbers.

@@ -1,3 +1,4 @@
+/* Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0 */
 /**
  * @file mint.h
  * Unsigned integers of up to 608 bits: conversions, plain arithmetic, division and modular arithmetic.

@@ -1,3 +1,4 @@
+/* Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0 */
 /**
  * @file schemes.h
  * ECDSA, ECDH, ECES, key pairs, and SM2 signatures, encryption and key exchange over the curve of the

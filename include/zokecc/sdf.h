@@ -1,3 +1,4 @@
+/* Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0 */
 /**
  * @file sdf.h
  * Devices, sessions, key pairs, signatures, encryption and key agreement: the call shapes of GM/T 0018,

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Division by a modulus that stays the same: one exact quotient, without a correction.
 //
 // With limbs of base B, N of them, pn = p 2^s with its top bit set (below B^N) and

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The kept rule of subtraction, applied to a true difference.
 //
 // mint_sub departs from the true difference D = X - Y only where D has a 32-bit word of all ones

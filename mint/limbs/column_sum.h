@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The sum of one column of products, in two words, for limbs of 29 bits that are kept times 8.
 #ifndef ZOKECC_MINT_LIMBS_COLUMN_SUM_H
 #define ZOKECC_MINT_LIMBS_COLUMN_SUM_H

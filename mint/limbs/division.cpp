@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The bodies of division on the machine's own limbs, once for all their users.
 #include "mint/limbs/division.h"
 

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Long division on limbs, with a reciprocal in place of the divisions.
 //
 // The digits are those of Knuth's algorithm D; each is found from the three highest limbs of the

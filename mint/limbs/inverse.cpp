@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The bodies of the fast inverse, once for all its users.
 #include "mint/limbs/inverse.h"
 

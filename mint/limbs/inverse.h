@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The modular inverse for odd moduli on limbs, with the bits of the definition in inverse.cpp.
 //
 // What the definition leaves rests on every one of its subtractions, because the kept borrow rule

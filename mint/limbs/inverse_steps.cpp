@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Steps of the inverse in ARM's instructions.
 #include "mint/limbs/inverse_steps.h"
 

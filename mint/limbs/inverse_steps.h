@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Steps of the inverse with all words in registers, for ARM.
 #ifndef ZOKECC_MINT_LIMBS_INVERSE_STEPS_H
 #define ZOKECC_MINT_LIMBS_INVERSE_STEPS_H

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Limbs: the machine's own words, for arithmetic that is faster than the 32-bit words of a mint.
 //
 // On a little-endian machine the words of a mint are its limbs, two to one where a limb has 64

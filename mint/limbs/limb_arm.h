@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The chains of limb.h in ARM's own instructions: four words at a time, the carry in the flags.
 //
 // Each overload takes the place of the template above it for 32-bit words. Included by limb.h only.

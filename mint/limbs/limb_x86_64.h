@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The chains of limb.h in x86-64's own instructions: the carry in the flags, and the long product.
 //
 // Each overload takes the place of the template above it for 64-bit limbs. Included by limb.h only.

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Sums modulo p on limbs, for operands below p; out may be an operand.
 //
 // Where the kept rule of subtraction (borrow_rule.h) may act they return false and write nothing; the

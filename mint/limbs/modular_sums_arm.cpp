@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Sums modulo p in ARM instructions: all words of a number in registers, from r4 on.
 //
 // Functions without a frame of the compiler's: eight words and three of the other operand take every

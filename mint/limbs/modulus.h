@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The multiplication modulo p that this machine has: the one place where it is chosen, beside
 // cmake/Kernels.cmake, which compiles the bodies.
 #ifndef ZOKECC_MINT_LIMBS_MODULUS_H

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Short limbs in loops, for any width.
 #include "mint/limbs/modulus_29.h"
 

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Multiplication modulo p for machines with 32-bit words, on limbs of 29 bits.
 //
 // A product of two such limbs has 58 bits, so a column adds up in 64 bits without a carry: with

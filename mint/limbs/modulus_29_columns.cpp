@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Short limbs unrolled for the common widths: 192, 224 and 256 bits.
 #include "mint/limbs/modulus_29_columns.h"
 

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Products on limbs of 29 bits for six, seven and eight words: three columns at a time.
 //
 // A column is kept times 8: the lower word of its sum is then the limb, times 8, and the upper word is

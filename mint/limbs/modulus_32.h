@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Multiplication modulo p on whole 32-bit words, for machines that multiply and add two words at once.
 //
 // a b + c + d of words a, b, c, d always fits two words, and on ARM from version 6 on it is one

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Multiplication modulo p on 64-bit limbs, for machines with a 128-bit product.
 #ifndef ZOKECC_MINT_LIMBS_MODULUS_64_H
 #define ZOKECC_MINT_LIMBS_MODULUS_64_H

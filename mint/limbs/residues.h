@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Products and powers modulo p on the modulus context that the points have.
 //
 // For odd moduli of five to nine words. Nothing but products is computed, and those are true

@@ -1,4 +1,5 @@
 #!/bin/sh
+# Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 # All Debian packages, for this machine and for armel, and their check; ./build.sh packages calls it. The
 # results are in build/package and build/package-armel.
 set -eu

@@ -1,4 +1,5 @@
 #!/bin/sh
+# Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 # Makes Debian packages of a build folder that was configured for the prefix /usr:
 #
 #     packaging/debian/package.sh BUILD_FOLDER ARCHITECTURE TOOL_PREFIX PACKAGE...

@@ -1,3 +1,4 @@
+# Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 SUMMARY = "Elliptic-curve cryptography for small embedded Linux devices"
 DESCRIPTION = "SM2, ECDSA, Diffie-Hellman, SM3, SHA-256 and HMAC over prime curves of up to 256 bits, \
 with calls after GM/T 0018."

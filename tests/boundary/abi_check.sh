@@ -1,4 +1,5 @@
 #!/bin/sh
+# Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 # The binary interface of the library against the recorded one, on amd64 and armel: names, arguments, sizes
 # and offsets of the records. Fails on any difference.
 #

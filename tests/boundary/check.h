@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 /* Checks for the C programs of this folder: a failed one is printed and counted. */
 #ifndef ZOKECC_TESTS_BOUNDARY_CHECK_H
 #define ZOKECC_TESTS_BOUNDARY_CHECK_H

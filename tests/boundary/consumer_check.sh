@@ -1,4 +1,5 @@
 #!/bin/sh
+# Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 # An example builds against an installed library and runs: found by the CMake package and by
 # pkg-config, with the shared library and with the static one.
 #

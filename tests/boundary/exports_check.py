@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 """What the shared library exports, said four times and compared.
 
     exports_check.py NM LIBRARY

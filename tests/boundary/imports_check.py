@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 """What the shared library needs from outside: a few calls of the C library, and nothing else. They are
 bound when it is loaded.
 

@@ -1,4 +1,5 @@
 #!/bin/sh
+# Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 # What `cmake --install` gives, moved to another place, is enough to build the example and run it; and each
 # component has what belongs to it.
 #

@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 """Every kept result is written down, and every test that is named exists.
 
 The comments marked KEPT: say which test holds them, and docs/compatibility*.md does for every

@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 """Calls go strictly downward: base < mint < hash < ecc < ct < schemes and sdf, which do not know each other.
 
     layers_check.py NM OBJECT...

@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 """The comment of every public function says what a caller needs, in the same form everywhere.
 
 Each declaration is preceded by a comment with a sentence on the purpose, one @param for each argument in

@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 """Every constant, function, file and folder that a page names exists.
 
 A name between backquotes in a page is a word of the code or of the build, or begins like those of another

@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 """The table of options in docs/porting.md has every option of the build with its default, whatever the
 presets, the scripts and the documents pass exists, and options are declared in cmake/Options.cmake alone."""
 import pathlib

@@ -1,3 +1,4 @@
+/* Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0 */
 /*
  * A program that defines rand, srand and time itself: the shared library has to use those, each as
  * often as promised, and nothing else. The random bytes are then computed here once more.

@@ -1,3 +1,4 @@
+/* Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0 */
 /*
  * A program that defines getrandom itself, and rand, srand and time: the shared library of the
  * hardened build has to draw from the first, as often as promised, and leave the others alone. The

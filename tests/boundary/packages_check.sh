@@ -1,4 +1,5 @@
 #!/bin/sh
+# Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 # The Debian packages say the right things about themselves, and are enough, unpacked into an empty folder,
 # to build the example and run it: the default pair and the hardened one. lintian finds nothing.
 #

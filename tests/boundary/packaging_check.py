@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 """What can be said about packaging/ without Buildroot and bitbake: the Makefile fragment is read by make,
 the recipe is complete, versions and sums are those of the sources, and the options that both pass exist.
 

@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 """The C that README.md and the pages for integrators show is a piece of an example that the tests build
 and run, and the tables of results in docs/integrating.md name every function that has a result of its own."""
 import pathlib

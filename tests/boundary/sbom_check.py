@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 """The bill of materials that cmake/sbom.py writes is a whole SPDX 2.3 document, lists every source that
 CMakeLists.txt compiles and every header in those folders, and its sums are those of the files.
 

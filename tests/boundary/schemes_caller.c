@@ -1,3 +1,4 @@
+/* Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0 */
 /* The calls over the curve of the process, from C through the shared library. */
 #include <zokecc/schemes.h>
 

@@ -1,3 +1,4 @@
+/* Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0 */
 /* Key agreement of sessions, both sides, called from C through the shared library. */
 #include <zokecc/sdf.h>
 

@@ -1,3 +1,4 @@
+/* Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0 */
 /* Devices, sessions and signatures, called from C through the shared library. */
 #include <zokecc/zokecc.h>
 

@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 """The library's object files run nothing at load time and carry no tables for exceptions.
 
     sections_check.py READELF OBJECT...

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 /* The recommended 256-bit curve of GM/T 0003.5, for the C programs of this folder. */
 #ifndef ZOKECC_TESTS_BOUNDARY_SM2_CURVE_H
 #define ZOKECC_TESTS_BOUNDARY_SM2_CURVE_H

@@ -1,3 +1,4 @@
+/* Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0 */
 /* The texts of zokecc/status.h: one for every code of conventions.h, no two alike; and version.h. */
 #include <stdio.h>
 #include <string.h>

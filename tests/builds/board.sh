@@ -1,4 +1,5 @@
 #!/bin/sh
+# Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 # The recipe of docs/porting.md for a board, as it stands there, with stand-ins for scp and ssh: what is
 # copied to the board runs there without any library.
 . "$(dirname "$0")/common.sh"

@@ -1,3 +1,4 @@
+# Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 # What the scripts of this folder share; they run from the root of the sources. Sets $sources and $work, a
 # folder that goes away at the end.
 set -eu

@@ -1,4 +1,5 @@
 #!/bin/sh
+# Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 # The library builds and installs with the options that the Buildroot package and the Yocto recipe pass, and
 # those that these systems pass to every CMake project: hardened by the one, default and small by the other.
 . "$(dirname "$0")/common.sh"

@@ -1,4 +1,5 @@
 #!/bin/sh
+# Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 # The Debian packages on a fresh minimal Debian 12, which mmdebstrap fetches; as root, with a network, and
 # after ./build.sh packages. Not part of `run.sh` without arguments.
 #

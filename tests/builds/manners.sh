@@ -1,4 +1,5 @@
 #!/bin/sh
+# Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 # What ./build.sh says when something is not as it should be, and what it leaves behind. The compilers and
 # apt are stand-ins here, so that nothing is built or installed.
 . "$(dirname "$0")/common.sh"

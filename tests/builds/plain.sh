@@ -1,4 +1,5 @@
 #!/bin/sh
+# Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 # The build that a user types who has read nothing: no preset, no build type, a machine without GoogleTest.
 . "$(dirname "$0")/common.sh"
 

@@ -1,4 +1,5 @@
 #!/bin/sh
+# Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 # The same sources give the same Debian packages, byte for byte, from another folder and at another time; and
 # SOURCE_DATE_EPOCH is the time in them.
 . "$(dirname "$0")/common.sh"

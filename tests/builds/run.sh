@@ -1,4 +1,5 @@
 #!/bin/sh
+# Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 # Builds the library in the ways that users and packagers do; ./build.sh builds calls it.
 #
 #     tests/builds/run.sh [NAME...]

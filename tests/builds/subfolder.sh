@@ -1,4 +1,5 @@
 #!/bin/sh
+# Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 # zokecc as a folder of a project that has no build type and knows C++: the library is optimised, nothing but
 # it is built, and a program in C that is linked with the archive needs a C library only. On ARM, too.
 . "$(dirname "$0")/common.sh"

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The inverse in constant time against plain integers, for numbers of one to nine words.
 #include "ct/inverse.h"
 

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Sums and products of points with secret scalars on tiny curves, all of them, against plain integers.
 #include <gtest/gtest.h>
 

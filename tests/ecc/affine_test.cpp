@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Affine addition and doubling, and the test whether a point lies on the curve.
 #include <gtest/gtest.h>
 

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Between affine and Jacobian form, and the three small changes to a Jacobian point.
 #include <gtest/gtest.h>
 

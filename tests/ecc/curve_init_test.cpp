@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The curve of the process: Curve_Init and Curve_Exit.
 #include <gtest/gtest.h>
 

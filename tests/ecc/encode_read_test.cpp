@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Octet strings to points: ecc_ByteToPoint. What the named curves answer is in
 // encode_round_trip_test.cpp.
 #include <gtest/gtest.h>

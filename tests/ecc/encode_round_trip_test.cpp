@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Points of the named curves to octet strings and back, in every form, and what the decoder makes
 // of the points that Project Wycheproof collected.
 #include <gtest/gtest.h>

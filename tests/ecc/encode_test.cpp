@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Points to octet strings: ecc_PointToByte.
 #include <gtest/gtest.h>
 #include <zokecc/ecc.h>

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Each operation of a fast field on some numbers beside the definition, in every place of the output.
 #ifndef ZOKECC_TESTS_ECC_FAST_FIELD_ON_H
 #define ZOKECC_TESTS_ECC_FAST_FIELD_ON_H

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Every operation of the fast fields against the definition, word for word.
 #include "tests/ecc/fast_field_on.h"
 #include "tests/mint/numbers.h"

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Multiples of points and their tables over the fast fields against the definition, byte for byte.
 #include <algorithm>
 #include <memory>

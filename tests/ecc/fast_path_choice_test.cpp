@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The exported multiples where the fast fields serve, where they refuse the modulus, and where they
 // refuse a number on the way: each time the formulas over the definition.
 #include <algorithm>

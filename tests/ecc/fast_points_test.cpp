@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Points over the fast fields against the same formulas over the definition.
 #include "ecc/jacobian_formulas.h"
 #include "tests/ecc/field_pairs.h"

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // A fast field beside the definition, and the fields there are to test.
 #ifndef ZOKECC_TESTS_ECC_FIELD_PAIRS_H
 #define ZOKECC_TESTS_ECC_FIELD_PAIRS_H

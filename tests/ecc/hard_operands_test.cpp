@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Every routine on numbers where carries and kept subtractions matter, against the model.
 //
 // The points are not on any curve: no routine asks. Coordinates are close to 0 and to p, share

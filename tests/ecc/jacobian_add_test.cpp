@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The addition of two Jacobian points, and its kept answer for equal points.
 #include <gtest/gtest.h>
 

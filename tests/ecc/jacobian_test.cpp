@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Jacobian doubling and the addition of an affine point.
 #include <gtest/gtest.h>
 

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Published multiples of base points, and other Jacobian forms of a point.
 #ifndef ZOKECC_TESTS_ECC_MULTIPLES_H
 #define ZOKECC_TESTS_ECC_MULTIPLES_H

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The records of zokecc/curves.h against the vector file's numbers, byte for byte, and through the library.
 #include <zokecc/curves.h>
 

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The signed digits of a scalar, and the width of their window.
 #include "ecc/recode.h"
 

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The curve of a session: ZOK_CurveParaCfg.
 //
 // The sessions here are plain records on the heap: the call asks for nothing else.

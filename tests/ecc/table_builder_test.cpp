@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The sums that make a table of multiples, over the reference field.
 #include "ecc/table_builder.h"
 

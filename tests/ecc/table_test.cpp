@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The precomputed multiples of a base point, for the process and for a caller's table.
 #include <gtest/gtest.h>
 

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Records of a curve over one word, for tests of a configuration that need no real curve: its
 // table has five entries and takes no time.
 #ifndef ZOKECC_TESTS_ECC_TINY_RECORD_H

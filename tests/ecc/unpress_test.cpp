@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // y from x and a parity bit: ecc_point_unpress. Every curve over small primes is in
 // unpress_tiny_test.cpp.
 #include <gtest/gtest.h>

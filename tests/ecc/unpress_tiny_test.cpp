@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // ecc_point_unpress on every curve over small primes of every residue modulo 8.
 #include <gtest/gtest.h>
 #include <zokecc/ecc.h>

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The vector files of point multiplication through every routine that multiplies.
 #include <gtest/gtest.h>
 

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Multiples of any point by the signed window.
 #include <gtest/gtest.h>
 

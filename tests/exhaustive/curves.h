@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The tiny curves of the exhaustive tests, with the number of their points.
 #ifndef ZOKECC_TESTS_EXHAUSTIVE_CURVES_H
 #define ZOKECC_TESTS_EXHAUSTIVE_CURVES_H

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Every scalar with every point of tiny curves, against plain integers.
 //
 // Points of small order meet the kept answer of the Jacobian addition all the time, at places

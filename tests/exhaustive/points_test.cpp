@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Every point with every point of tiny curves, in both forms, against plain integers.
 #include <gtest/gtest.h>
 

@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 """Runs a test program of the contract on the hardened build: exactly the listed tests have to fail.
 
     departures_check.py PROGRAM LIST [COMMAND...]

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The clock, and the seeding step of the default build: clock, srand, rand and the counter.
 #include <gtest/gtest.h>
 #include <zokecc/hash.h>

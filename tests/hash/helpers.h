@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // What the tests of this folder share: descriptors, handles and small comparisons.
 #ifndef ZOKECC_TESTS_HASH_HELPERS_H
 #define ZOKECC_TESTS_HASH_HELPERS_H

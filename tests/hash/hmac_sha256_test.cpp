@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // mhmac_sha256: keys, output lengths and refusals.
 #include <gtest/gtest.h>
 #include <zokecc/hash.h>

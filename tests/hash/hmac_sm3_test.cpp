@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // ZOK_HMAC_SM3: keys, output lengths, refusals and its one allocation.
 #include <gtest/gtest.h>
 #include <zokecc/hash.h>

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The source of the hardened build: getrandom, /dev/urandom where that is missing, and what happens
 // when neither gives anything.
 #ifdef ZOKECC_HARDENED

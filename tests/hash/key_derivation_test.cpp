@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The two chained derivation functions: bytes, extent and what a failing step leaves behind.
 #include <gtest/gtest.h>
 #include <zokecc/hash.h>

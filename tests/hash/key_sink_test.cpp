@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Where a derived key goes: in place, or through a block where whole digests need more room than
 // the caller has.
 #include "hash/key_sink.h"

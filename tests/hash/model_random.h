@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The random generator a second time, over the stand-in for the clock and for rand, and over
 // the model's SHA-256. It shares no code with the library.
 //

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // gen_random_number: how much it draws, and what it makes of it.
 #include <gtest/gtest.h>
 #include <zokecc/hash.h>

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // gen_random and SDF_GenerateRandom: exact bytes, and how often they seed.
 #include <gtest/gtest.h>
 #include <zokecc/hash.h>

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The two calls that choose the hash by number, and the digest as an integer.
 #include <gtest/gtest.h>
 #include <zokecc/hash.h>

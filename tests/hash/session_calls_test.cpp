@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The calls that take a session handle: what they check, and what they do not report.
 #include <gtest/gtest.h>
 #include <zokecc/hash.h>

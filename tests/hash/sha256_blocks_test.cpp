@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The block transformation of SHA-256, by every routine that the processor can run.
 #include "hash/sha256_blocks.h"
 

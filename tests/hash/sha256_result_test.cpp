@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The end of a streamed SHA-256: finalising, asking for the digest, and the block under both.
 #include <gtest/gtest.h>
 

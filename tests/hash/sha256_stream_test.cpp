@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The streaming SHA-256 under the one-shot calls: its state, its status and its limits.
 #include <gtest/gtest.h>
 

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // mhash_sha256, the one-shot digest.
 #include <gtest/gtest.h>
 #include <zokecc/hash.h>

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // What SM2 encryption and key exchange hash: the check value, the transcript and the confirmations.
 #include "hash/sm2_digests.h"
 

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The key derivation of SM2: sm2_kdf and its twin sm2_kdf_session, which every test here calls
 // both.
 #include "hash/sm2_kdf.h"

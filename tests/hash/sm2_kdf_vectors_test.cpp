@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Key streams and check values of the published SM2 encryption examples.
 #include <gtest/gtest.h>
 #include <zokecc/hash.h>

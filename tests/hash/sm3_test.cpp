@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // sm3_hash and the compression function under it.
 #include <gtest/gtest.h>
 #include <zokecc/hash.h>

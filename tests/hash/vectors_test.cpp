@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Every standard vector of SHA-256, SM3 and HMAC, through every call that can carry it.
 #include <gtest/gtest.h>
 #include <zokecc/hash.h>

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Secrets are gone from the memory that held them when their scope ends.
 #include <gtest/gtest.h>
 

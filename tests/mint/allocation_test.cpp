@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The integer layer works on the stack alone: no call asks for memory.
 #include <zokecc/mint.h>
 

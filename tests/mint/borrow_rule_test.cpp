@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The kept rule of subtraction, applied to true differences of limbs.
 #include "mint/limbs/borrow_rule.h"
 

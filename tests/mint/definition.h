@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Products and remainders by the definition, long division on words, whatever the exported calls use.
 #ifndef ZOKECC_TESTS_MINT_DEFINITION_H
 #define ZOKECC_TESTS_MINT_DEFINITION_H

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Division by zero, null outputs, dividends below the divisor and lengths that are not trimmed.
 #include <zokecc/mint.h>
 

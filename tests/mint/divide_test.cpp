@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Long division: quotient and remainder, and the remainder alone.
 //
 // A quotient and a remainder are right exactly if q * b + r is a and r is below b, so most

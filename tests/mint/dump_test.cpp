@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The diagnostic dump, character by character.
 #include <zokecc/mint.h>
 

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Inverses where the kept subtraction shows. Small numbers, powers of two and their
 // neighbours come out wrong modulo primes with words of all ones or all zeros; deployed
 // devices compute them so. Each of these tests fails if the inverse is put right.

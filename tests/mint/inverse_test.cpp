@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Inverses where they are what the textbook says, and the degenerate inputs.
 #include <zokecc/mint.h>
 

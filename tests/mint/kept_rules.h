@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The kept arithmetic, restated step by step over the oracle's numbers.
 //
 // mint_sub departs from the textbook in two places, and everything that subtracts inherits

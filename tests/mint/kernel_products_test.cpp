@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The schoolbook product of two word arrays, and the quotient of two words by one.
 #include <zokecc/mint.h>
 

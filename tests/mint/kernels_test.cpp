@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The kernels on bare word arrays: exact words, exact extent, and outputs laid over inputs.
 #include <zokecc/mint.h>
 

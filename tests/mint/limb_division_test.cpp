@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Division on limbs against Knuth's division on words.
 #include "mint/limbs/division.h"
 

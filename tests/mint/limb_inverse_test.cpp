@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The inverse on limbs against the kept iteration, word for word.
 //
 // The fast inverse may refuse: where the cofactor x is a multiple of m the definition's answer hangs

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Products modulo p on limbs against the definition, for any of the library's moduli.
 #ifndef ZOKECC_TESTS_MINT_LIMB_PRODUCTS_H
 #define ZOKECC_TESTS_MINT_LIMB_PRODUCTS_H

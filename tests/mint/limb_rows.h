@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Rows of limbs for the tests of the fast arithmetic, and the limb types there are.
 #ifndef ZOKECC_TESTS_MINT_LIMB_ROWS_H
 #define ZOKECC_TESTS_MINT_LIMB_ROWS_H

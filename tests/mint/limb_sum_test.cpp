@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Sums of products of limbs against naive integers.
 #include "mint/limbs/limb.h"
 #include "tests/mint/limb_rows.h"

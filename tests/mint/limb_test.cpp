@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Rows of limbs against naive integers: the portable bodies and the assembly that replaces them.
 #include "mint/limbs/limb.h"
 

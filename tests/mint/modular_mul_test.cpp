@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Multiplication modulo p, and what all three operations do with a zero modulus.
 #include <zokecc/mint.h>
 

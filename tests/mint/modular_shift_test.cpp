@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Doubling and multiplication by a power of two modulo p.
 #include <zokecc/mint.h>
 

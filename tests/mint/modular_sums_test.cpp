@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Sums modulo p on limbs: the definition's where they answer, and they answer unless a word is all ones.
 #include "mint/limbs/modular_sums.h"
 

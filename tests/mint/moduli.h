@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Moduli for the tests of modular arithmetic.
 #ifndef ZOKECC_TESTS_MINT_MODULI_H
 #define ZOKECC_TESTS_MINT_MODULI_H

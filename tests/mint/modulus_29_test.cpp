@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Products on limbs of 29 bits: in loops, and as the library chooses between these and columns.
 #include "mint/limbs/modulus_29_columns.h"
 

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Products on whole words, for each number of words.
 #include "mint/limbs/modulus_32.h"
 

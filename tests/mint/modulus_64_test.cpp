@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Products on 64-bit limbs, summed by the compiler's code and by the assembly, in columns and, where the
 // processor can, in rows.
 #include "mint/limbs/modulus_64.h"

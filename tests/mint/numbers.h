@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Short ways to write the numbers of the integer tests.
 #ifndef ZOKECC_TESTS_MINT_NUMBERS_H
 #define ZOKECC_TESTS_MINT_NUMBERS_H

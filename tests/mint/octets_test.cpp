@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Conversions between integers and big-endian byte strings.
 #include <zokecc/mint.h>
 

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Powers on the modulus context of the points against the definition, and as mint_exp chooses.
 #include "mint/limbs/residues.h"
 

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Square roots modulo p = 1 (mod 8): the search for a non-residue, the table of exponents,
 // and results that nobody verifies.
 #include <zokecc/mint.h>

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Square roots modulo primes of the first two kinds, and what is refused.
 #include <zokecc/mint.h>
 

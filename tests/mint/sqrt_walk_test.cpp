@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The square root modulo p = 1 (mod 8) with one running exponent against the stated walk with its
 // table: the same bits for squares, for other numbers, and for moduli that are not primes.
 #include "mint/sqrt.h"

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Subtraction where it departs from the textbook. Keys and signatures in the field went
 // through these words; each of these tests fails if one of them is put right.
 #include <zokecc/mint.h>

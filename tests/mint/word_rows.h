@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Word arrays for the kernel tests, with a fence behind the words that may be written.
 #ifndef ZOKECC_TESTS_MINT_WORD_ROWS_H
 #define ZOKECC_TESTS_MINT_WORD_ROWS_H

@@ -1,3 +1,4 @@
+# Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 """Small changes to a C++ source, one at a time, each of which some test should notice.
 
 Works on tokens, not on a grammar, and counts on the project's format: an operator between blanks has

@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 """Changes the library's sources, one change at a time, and sees whether a test notices.
 
     tests/mutants/mutants.py [--sample N | --all] [--seed S] [--file F]... [FOLDER]...

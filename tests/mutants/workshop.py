@@ -1,3 +1,4 @@
+# Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 """The copy of the sources in build/mutants: its objects, the test program, and what a change does to it."""
 import json
 import os

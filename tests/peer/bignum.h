@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // OpenSSL's big numbers, owned, for comparing integers.
 #ifndef ZOKECC_TESTS_PEER_BIGNUM_H
 #define ZOKECC_TESTS_PEER_BIGNUM_H

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Modular arithmetic against OpenSSL's big numbers. Where the kept subtraction makes the
 // deployed answer differ, the restated rule says what it must be, and the differences are
 // counted so that neither side of the comparison can silently vanish.

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // SHA-256, SM3 and HMAC over both beside OpenSSL, on messages and keys of many lengths.
 #include <gtest/gtest.h>
 #include <openssl/evp.h>

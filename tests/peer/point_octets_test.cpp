@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Octet strings of points beside OpenSSL's encoder and decoder, on its own copies of the curves.
 #include <zokecc/ecc.h>
 

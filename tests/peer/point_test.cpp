@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Points against OpenSSL's group arithmetic, on its own copies of the curves.
 //
 // Numbers are drawn from fixed seeds; a failure names the seed and the draw.

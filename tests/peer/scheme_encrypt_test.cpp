@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // SM2 encryption over the process-wide curve beside OpenSSL. Our ciphertext is 04 || C1 || C2 ||
 // C3; OpenSSL's is the sequence of x1, y1, C3 and C2 of GM/T 0009 in DER.
 #include <openssl/asn1.h>

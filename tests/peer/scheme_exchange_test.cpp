@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Diffie-Hellman over the process-wide curve, and key generation, beside OpenSSL.
 #include "tests/peer/scheme_peer.h"
 

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // OpenSSL beside the calls that read the curve of the process: a key pair held by both sides.
 //
 // Keys and messages come from a fixed seed. What OpenSSL draws does not; failures print it.

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The ECDSA and SM2 signatures of the process-wide curve beside OpenSSL: what one side signs the
 // other verifies, and neither accepts it for another message.
 #include <openssl/ecdsa.h>

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Products with secret scalars in the hardened build against OpenSSL's, on its own copies of the curves:
 // exact for every scalar, those included that the contract's subtraction spoils.
 #ifdef ZOKECC_HARDENED

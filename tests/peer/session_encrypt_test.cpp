@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // SM2 encryption by the session calls beside OpenSSL, both ways. A ciphertext is 04 || x1 || y1 ||
 // C2 || C3 here and the sequence of x1, y1, C3 and C2 in DER there.
 #include <zokecc/sdf.h>

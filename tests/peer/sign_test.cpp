@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // SM2 and ECDSA signatures of messages beside OpenSSL: what one side signs the other verifies,
 // and a changed message is refused by both.
 //

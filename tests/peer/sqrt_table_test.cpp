@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The table of exponents of the square root, filled to its 200 entries and beyond. It takes
 // millions of modular products, so it is tested on the host only.
 //

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Bad inputs of key agreement over a session's curve, and of devices and sessions themselves.
 #include <array>
 

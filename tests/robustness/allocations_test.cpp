@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Every call that allocates, with each of its allocations failing in turn: the call answers a failure
 // of its own, and memory is as before but for digit buffers of signed-window products, and in the
 // hardened build without exception.

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The table of bad inputs: a row for each, with the exported call that gets it.
 //
 // A row makes the call and expects the exact answer, and that nothing was written that the call's

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Bad inputs of the calls that install, check and use curves: types of nothing, records with wrong
 // bits, points off the curve and at (0, 0), coordinates of p and above, primes without a word.
 #include <zokecc/ecc.h>

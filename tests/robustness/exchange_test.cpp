@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Bad inputs of the key exchange over the curve of the process.
 #include "tests/robustness/bad_inputs.h"
 #include "tests/support/failing_alloc.h"

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Bad inputs of the hash, code, derivation and random calls: null sessions and pointers, lengths of
 // 0, below 0 and beyond the bound, unknown selectors.
 #include <zokecc/hash.h>

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Bad inputs of the integer calls: counts beyond the record, numbers that are not trimmed, moduli of
 // zero, capacities that are too small, null where it is refused or allowed.
 #include <zokecc/mint.h>

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Nothing hangs: every call that draws, with a generator that is stuck and on curves on which no
 // number is of use, ends after at most 1,024 draws; so do the square root and what rests on it.
 #include "tests/robustness/scheme_arguments.h"

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Bad inputs of division and modular arithmetic: moduli of zero and one, counts beyond the record,
 // operands that are not reduced, and null where it is refused.
 #include <zokecc/mint.h>

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The hardened build when the kernel gives no random bytes: every call that draws answers a failure of
 // its family, with one attempt, and writes nothing.
 #ifdef ZOKECC_HARDENED

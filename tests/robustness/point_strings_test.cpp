@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Bad inputs of points as byte strings: every length up to beyond the longest, every first byte,
 // forms of nothing, areas that are too small, null.
 #include <zokecc/ecc.h>

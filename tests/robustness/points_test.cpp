@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Bad inputs of the point calls: infinity, (0, 0), opposite and equal points, coordinates of p and
 // above, scalars of 0 and of all ones, byte strings of every wrong length.
 #include <zokecc/ecc.h>

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Arguments with which every call of the schemes succeeds, to be spoilt one at a time, and what
 // may not have changed when a call has refused them.
 #ifndef ZOKECC_TESTS_ROBUSTNESS_SCHEME_ARGUMENTS_H

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Bad inputs of the calls over the curve of the process: null, lengths beyond the fields, scalars of
 // 0, n, n + 1 and all ones, numbers of signatures out of range, ciphertexts cut short, no curve.
 #include "tests/robustness/bad_inputs.h"

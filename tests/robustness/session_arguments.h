@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Arguments with which every call of a session but those of key agreement succeeds, on the small
 // curve, with all outputs between guards.
 #ifndef ZOKECC_TESTS_ROBUSTNESS_SESSION_ARGUMENTS_H

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Sessions that cannot serve a call: no curve, no order or modulus, an order above the modulus, an unknown
 // hash. And pairs of faults, with the one that decides.
 #include <map>

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Rows of the table of bad inputs for the calls of a session.
 #ifndef ZOKECC_TESTS_ROBUSTNESS_SESSION_ROWS_H
 #define ZOKECC_TESTS_ROBUSTNESS_SESSION_ROWS_H

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Bad inputs of the session calls but those of key agreement: null, records with wrong sizes, unknown
 // algorithms, scalars of 0, n, n + 1 and all ones. Sessions that cannot serve, and pairs of faults, are in
 // session_order_test.cpp.

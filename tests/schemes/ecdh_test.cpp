@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Ecdh_KeyExChg: capacities, ranges, and the three things it does not look at: the peer's
 // point, a key of zero, and whether the multiplication succeeded.
 #include "tests/support/failing_alloc.h"

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The two ECDSA calls with their arguments, and their results on the small curve in plain
 // integers.
 #ifndef ZOKECC_TESTS_SCHEMES_ECDSA_CALLS_H

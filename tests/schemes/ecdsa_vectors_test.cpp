@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Published ECDSA signatures. On 256-bit curves the calls follow the standard. On shorter ones
 // the standard cuts the digest to the size of the order and these calls do not: there the
 // signatures are held against the equation s k = e + d r with the whole digest as e.

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Ecdsa_DigitalVeriy: what it accepts and refuses, and the leniency that is kept: r and s are
 // not held against the order, the key need not lie on the curve, and a sum at infinity counts
 // as x = 0.

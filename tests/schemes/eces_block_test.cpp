@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // eces_format and eces_deformat: every small size, the bytes drawn, and the round trip.
 #include <algorithm>
 

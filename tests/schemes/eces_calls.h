@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Eces_Encry with its arguments, and ciphertexts on the small curve in plain integers.
 #ifndef ZOKECC_TESTS_SCHEMES_ECES_CALLS_H
 #define ZOKECC_TESTS_SCHEMES_ECES_CALLS_H

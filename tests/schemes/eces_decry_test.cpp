@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Eces_Decry: ciphertext lengths, what it refuses, and the shortest form it gives back.
 #include "tests/schemes/eces_calls.h"
 #include "tests/support/failing_alloc.h"

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Eces_Encry: the ciphertext, its capacities, and the nonces it draws again.
 #include "tests/schemes/eces_calls.h"
 #include "tests/support/failing_alloc.h"

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Ecc_GenPubKey and Ecc_KeyPair_Gen.
 #include "tests/support/failing_alloc.h"
 #include "tests/support/legacy_records.h"

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // sm2_Decry: the plaintext for every short length, what it refuses with nothing written, and the
 // check value, which is looked for where C2 begins.
 #include "tests/schemes/sm2_encrypt_calls.h"

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The two SM2 encryption calls with their arguments, and the standard's ciphertext on the small
 // curve: its points in plain integers, its hashes by the models.
 #ifndef ZOKECC_TESTS_SCHEMES_SM2_ENCRYPT_CALLS_H

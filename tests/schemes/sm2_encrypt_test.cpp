@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // sm2_Encry: the ciphertext for every short length, what it refuses and how much it has written
 // and drawn by then, and its buffers.
 #include "tests/schemes/sm2_encrypt_calls.h"

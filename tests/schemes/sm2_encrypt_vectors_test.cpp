@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Published SM2 ciphertexts, the worked examples of GB/T 32918.4 and GM/T 0003.5 among them,
 // over the curves that Curve_Init takes. On curves shorter than 32 bytes the messages are no
 // longer than a coordinate. Decryption answers -1 for all of them: the check value stands behind

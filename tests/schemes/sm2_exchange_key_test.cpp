@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The key buffer of the exchange over the process-wide curve: exactly the bytes asked for, none
 // for lengths below 1, and what an unknown hash leaves.
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Which bytes of the records count for what: coordinates are read at the record's own length,
 // x-bar and the hashes take the curve's length from the start of the field. And what is accepted.
 #include <gtest/gtest.h>

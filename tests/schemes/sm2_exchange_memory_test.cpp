@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // What the exchange over the process-wide curve allocates, what it gives back, and what it answers
 // when any one of the allocations fails.
 #include <gtest/gtest.h>

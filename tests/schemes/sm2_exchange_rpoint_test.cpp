@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // sm2_RPoint, which never reads its scalar.
 #include <gtest/gtest.h>
 

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The calls for one role: A1_3 and A4_10 against B1_10, and both against the model.
 #include <gtest/gtest.h>
 

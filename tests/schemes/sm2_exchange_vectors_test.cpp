@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The exchange over the process-wide curve against the standards' worked examples and the rest of
 // sm2_kex.rsp: both random points, x-bar, the key and both confirmation values, in all calls.
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // sm2_KeyExChg, the call for both roles: the key of the split calls, and confirmation values over
 // the digest's working area with the peer's key behind it.
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // sm2_DigitalSign: what it writes, which keys it refuses, which nonces it draws again. On the
 // small curve plain integers predict every signature.
 #include "tests/schemes/sm2_sign_calls.h"

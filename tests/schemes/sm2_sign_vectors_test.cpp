@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Published SM2 signatures, the worked examples of GB/T 32918.2 and GM/T 0003.5 among them, over
 // the curves that Curve_Init takes. Z is the published one.
 #include "tests/schemes/sm2_sign_calls.h"

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // sm2_DigitalVeriy: its three answers, the order of its checks, and what is kept: r is held
 // against the field prime, s against nothing.
 #include "tests/schemes/sm2_sign_calls.h"

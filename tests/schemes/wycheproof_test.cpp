@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Project Wycheproof's ECDSA signatures over SHA-256 and its Diffie-Hellman exchanges, with the
 // cases that this library decides differently on purpose listed beside their reason. A case that
 // leaves or joins the lists is a changed kept rule.

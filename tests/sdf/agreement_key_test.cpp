@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The key buffer named in the result record: exactly klen_bits / 8 bytes are written, whatever the
 // derivation needs inside; when a null one is refused; what an unknown hash leaves.
 #include <gtest/gtest.h>

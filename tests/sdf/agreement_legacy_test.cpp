@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Key agreement over a session against the exchange over the process-wide curve: the same curve and
 // the same numbers give the same bytes.
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Which bytes of the key records count for what: numbers are read at the record's own bits / 8,
 // x-bar, Z and the hashes take the session's length from the start of the field. And what is
 // accepted although it is odd.

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // What the key agreement calls allocate, what they give back, and what they answer when any one of
 // the allocations fails.
 #include <gtest/gtest.h>

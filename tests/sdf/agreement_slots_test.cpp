@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Which confirmation value stands in which slot: the value with 02 is S1 and SB, that with 03 is S2
 // and SA, and every side compares the one that it does not send.
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The temporary key pair, under its four names.
 #include <gtest/gtest.h>
 

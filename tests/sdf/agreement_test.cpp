@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // SM2 key agreement over a session's curve: both sides, both families, both kinds of responder,
 // against the model and against each other.
 #include <gtest/gtest.h>

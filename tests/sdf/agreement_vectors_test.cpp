@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Key agreement over sessions against the standards' worked examples and the rest of sm2_kex.rsp.
 #include <gtest/gtest.h>
 

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Given Z values of all lengths: those the key derivation takes, those it refuses without a word,
 // and those that do not fit at all.
 #include <gtest/gtest.h>

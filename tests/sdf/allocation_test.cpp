@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Sizes of what the signing and verifying calls allocate, and what stays. Each allocation failing in turn is
 // in tests/robustness/allocations_test.cpp, opening and closing in device_test.cpp and session_*_test.cpp.
 #include "tests/sdf/fixtures.h"

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // A device as an object, for the tests of sessions.
 #ifndef ZOKECC_TESTS_SDF_DEVICE_H
 #define ZOKECC_TESTS_SDF_DEVICE_H

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Sessions of a device that holds a curve record. The record belongs to whoever gave it to the
 // device: sessions read it, never free it, never write it.
 #include "tests/sdf/fixtures.h"

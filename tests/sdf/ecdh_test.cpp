@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // ZOK_ExternalEcdhKeyAgreement: the x coordinate of d P in exactly L bytes, and what is refused.
 // Vectors are in ecdh_vectors_test.cpp.
 #include "tests/support/encryption_case.h"

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // What the encryption, decryption and Diffie-Hellman calls allocate, what is given back, and what
 // they answer and have written when any one of the allocations fails.
 //

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // SDF_ExternalDecrypt_ECC with SM2: what comes out, what a changed record gives, and what is written
 // all the same.
 #include "tests/support/encryption_case.h"

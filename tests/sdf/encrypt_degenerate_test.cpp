@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Encryption and decryption over curves that cannot serve them: no modulus, a quotient h of zero, points
 // whose h-fold has no coordinates. What is refused before a nonce is in the table of bad inputs.
 #include "tests/support/encryption_case.h"

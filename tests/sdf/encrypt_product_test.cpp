@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The multiplicative scheme of SDF_ExternalEncrytp_ECC and SDF_ExternalDecrypt_ECC:
 // C = M x2 mod p.
 #include "tests/support/encryption_case.h"

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // SDF_ExternalEncrytp_ECC with SM2: what it writes and how it draws. Vectors are in
 // encrypt_vectors_test.cpp, refusals in the table of bad inputs.
 #include "tests/support/encryption_case.h"

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Published SM2 encryptions over every session curve and both hashes, byte for byte, through both
 // pairs of calls, and the multiplicative scheme on the shared points that they tell.
 #include "tests/support/encryption_case.h"

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The worked SM2 signature of GM/T 0003.5, and signing with a fixed nonce on its curve and on
 // the small one.
 #ifndef ZOKECC_TESTS_SDF_EXAMPLE_H

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The steps of an exchange between the checked inputs and the shared point, in both generations of calls, on
 // curves small enough to choose what happens: the cofactor, k of zero, and infinite sums and products.
 #include <gtest/gtest.h>

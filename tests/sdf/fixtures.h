@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // What the tests of the session layer share: a curve that opens in no time, sessions that stay
 // open between tests, and the key and signature records.
 #ifndef ZOKECC_TESTS_SDF_FIXTURES_H

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // ZOK_ExternalDecrypt_ECC: ciphertexts of any length, changed ones, and what is refused.
 #include <zokecc/schemes.h>
 

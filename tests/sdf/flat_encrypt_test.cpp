@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // ZOK_ExternalEncrytp_ECC: 0x04 || x1 || y1 || C2 || C3 for messages of any length.
 #include "tests/support/encryption_case.h"
 #include "tests/support/failing_alloc.h"

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // SDF_GenerateKeyPair_ECC: what is drawn, what is written, and in which order it is checked.
 #include "tests/sdf/fixtures.h"
 #include "tests/support/vector_file.h"

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // ZOK_ExternalSignHash_ECC: which bytes are hashed.
 #include "tests/sdf/fixtures.h"
 #include "tests/support/failing_alloc.h"

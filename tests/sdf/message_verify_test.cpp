@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // ZOK_ExternalVerifyHash_ECC: what makes a signature of a message good or bad, and the order
 // of the checks.
 #include "tests/sdf/example.h"

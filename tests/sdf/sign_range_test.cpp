@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // SDF_ExternalSign_ECC: the range and the length of the key.
 #include "tests/sdf/example.h"
 

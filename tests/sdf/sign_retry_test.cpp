@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // SDF_ExternalSign_ECC: rounds that start again with another nonce, the remainder zero that is
 // kept in SM2 signing, and the end after 1,024 rounds without success.
 //

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // SDF_ExternalSign_ECC: values with fixed nonces, and e of every length. The range of the key
 // is in sign_range_test.cpp, rounds that start again are in sign_retry_test.cpp.
 #include "tests/sdf/example.h"

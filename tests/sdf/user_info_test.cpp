@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // ZOK_GenerateUserInfo: the value Z of a public key and an identity.
 #include "tests/sdf/fixtures.h"
 #include "tests/support/failing_alloc.h"

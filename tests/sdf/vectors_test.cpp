@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The published SM2 and ECDSA signatures, through both pairs of calls: valid and invalid ones
 // are verified, and those with a known nonce are made again byte for byte.
 #include "tests/sdf/fixtures.h"

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // SDF_ExternalVerify_ECC: what it accepts although the standards would not. The public key is
 // not tested in any way, a sum of opposite points is a finite point, and an infinite sum
 // counts as x = 0. Whoever calls it with a key from outside has to check the key first.

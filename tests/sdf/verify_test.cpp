@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // SDF_ExternalVerify_ECC: the ranges of r and s, the lengths that are read, and the order of
 // the checks. What is accepted on purpose is in verify_kept_test.cpp.
 #include "tests/sdf/example.h"

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Project Wycheproof's ECDSA signatures over SHA-256, with the cases that this library decides
 // differently on purpose listed beside their reason. All of them are valid signatures that are
 // refused: subtraction keeps turning equal words under a borrow into FFFFFFFE, and these cases

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // x-bar in both generations of calls: 2^w and the low w bits of the coordinate, at the end of the curve's
 // length.
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Every call that takes a secret or makes one.
 #ifndef ZOKECC_TESTS_SECRETS_CALLS_H
 #define ZOKECC_TESTS_SECRETS_CALLS_H

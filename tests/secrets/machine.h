@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // A call on a stack of its own, with every block of the heap and the library's variables in view: the
 // memory that it leaves can be compared with what the same call left that was given other secrets.
 //

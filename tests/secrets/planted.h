@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 /* Calls that leave a secret behind, in a shared library of their own: the scan has to report each. */
 #ifndef ZOKECC_TESTS_SECRETS_PLANTED_H
 #define ZOKECC_TESTS_SECRETS_PLANTED_H

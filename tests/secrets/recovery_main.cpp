@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The private key from what a signature leaves on the stack: every piece of it is tried as a number
 // that the equations of signing know, as somebody would who sees the stack and the signature.
 #include <cstdio>

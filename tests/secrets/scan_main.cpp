@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Every call twice, with the same public inputs and two secrets: what differs in memory afterwards is
 // a finding. On success, with each allocation and with each draw failing in turn.
 //

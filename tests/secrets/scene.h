@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // What the watched calls are given: two parties on one curve, in static records, so that each run finds
 // them at the same addresses. The public inputs are the same for every secret wherever a call allows it.
 #ifndef ZOKECC_TESTS_SECRETS_SCENE_H

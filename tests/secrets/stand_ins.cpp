@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Written without calls wherever the library is watched: what the watching itself leaves on the watched
 // stack would be found there.
 #include "tests/secrets/stand_ins.h"

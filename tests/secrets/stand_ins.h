@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The heap and the sources of randomness that the scan puts in the place of the C library's.
 #ifndef ZOKECC_TESTS_SECRETS_STAND_INS_H
 #define ZOKECC_TESTS_SECRETS_STAND_INS_H

@@ -1,4 +1,5 @@
 #!/bin/sh
+# Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 # Whether a jump or an address depends on a secret in the hardened build, for every way in which a
 # compiler may write it:
 #

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Every call that takes or makes a secret, under valgrind's memcheck and with the secrets marked as
 // undefined: a jump or an address that depends on one is a report.
 //

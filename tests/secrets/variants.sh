@@ -1,4 +1,5 @@
 #!/bin/sh
+# Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 # What calls leave of their secrets in memory, for every way in which the library is built:
 #
 #     tests/secrets/variants.sh [PATTERN]      only the variants whose names match, as `arm-*`

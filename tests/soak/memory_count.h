@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // What the library has allocated and not given back: it calls malloc, calloc and free through this.
 #ifndef ZOKECC_TESTS_SOAK_MEMORY_COUNT_H
 #define ZOKECC_TESTS_SOAK_MEMORY_COUNT_H

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Signs and verifies, opens and closes sessions, as often as it is told, and holds the memory that
 // stays allocated against what is documented: one digit buffer for each verification, and in the
 // hardened build nothing.

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Counts how often a fast path took each of its slow roads, and how often tests go round.
 #ifndef ZOKECC_TESTS_SUPPORT_COUNTING_TRACE_H
 #define ZOKECC_TESTS_SUPPORT_COUNTING_TRACE_H

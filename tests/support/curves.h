@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The named curves of tests/vectors/curves.rsp, as integers and as the two records that the
 // library is given, and a session that lives as long as its object.
 #ifndef ZOKECC_TESTS_SUPPORT_CURVES_H

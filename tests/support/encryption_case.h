@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Encryption on the small curve of tests/sdf/fixtures.h in plain integers and model hashes, and the
 // calls of the session interface with their outputs between guards.
 #ifndef ZOKECC_TESTS_SUPPORT_ENCRYPTION_CASE_H

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // One SM2 key exchange with everything both sides know, from a vector file or from a curve over a
 // prime of a few bits.
 #ifndef ZOKECC_TESTS_SUPPORT_EXCHANGE_CASE_H

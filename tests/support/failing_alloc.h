@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Makes the k-th allocation of the code under test fail, and counts what is not given back.
 //
 // The test programs are linked with --wrap=malloc, --wrap=calloc and --wrap=free, which

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // A deterministic clock and generator in place of the C library's, and for the hardened build of the
 // kernel's, while an object lives.
 //

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The kernel's generator as FakeEntropy has it, for the hardened build: getrandom and /dev/urandom.
 #include <fcntl.h>
 #include <sys/random.h>

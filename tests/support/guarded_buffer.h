@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // A byte buffer between two guards, filled with a known pattern, so that a test can say
 // exactly which bytes a call wrote.
 #ifndef ZOKECC_TESTS_SUPPORT_GUARDED_BUFFER_H

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Numbers on which carries, borrows and digit estimates go wrong, and the aliasing drill of
 // the arithmetic calls.
 //

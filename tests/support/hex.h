@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Hexadecimal text to bytes and to integers, and back.
 #ifndef ZOKECC_TESTS_SUPPORT_HEX_H
 #define ZOKECC_TESTS_SUPPORT_HEX_H

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The key derivation of SM2 and what it leaves in memory, for the tests of the calls that use it.
 //
 // Digests come from model_hash.h. Nothing here uses the library.

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Installing a curve for the process, and the small curve that most tests of the schemes use.
 #ifndef ZOKECC_TESTS_SUPPORT_LEGACY_CURVE_H
 #define ZOKECC_TESTS_SUPPORT_LEGACY_CURVE_H

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The arguments of the key exchange calls over the process-wide curve, for one side of an
 // exchange, with every output between guards.
 #ifndef ZOKECC_TESTS_SUPPORT_LEGACY_EXCHANGE_H

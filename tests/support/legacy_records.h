@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The arguments of the calls that read the curve of the process. Each knows what it held at
 // first, so that a test can say that a call left it alone; byte areas have their exact size, so
 // that reading beyond them is noticed by an address sanitizer.

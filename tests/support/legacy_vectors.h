@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The published vectors over the curves that Curve_Init takes.
 #ifndef ZOKECC_TESTS_SUPPORT_LEGACY_VECTORS_H
 #define ZOKECC_TESTS_SUPPORT_LEGACY_VECTORS_H

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // A second statement of the curve layer, one line per step, over the exported mint_ calls.
 //
 // The order of the steps decides what comes out for infinity, equal points, numbers that are

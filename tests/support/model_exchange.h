@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // SM2 key exchange (GB/T 32918.3) told once more for the tests: what is hashed, from byte strings
 // alone, and the steps with numbers and points on curves over primes of a few bits, in plain
 // integers. Nothing here uses the library.

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // SHA-256, SM3 and HMAC over both, written for plainness and not for speed, as a second
 // opinion that needs no outside library and therefore also runs on the target.
 #ifndef ZOKECC_TESTS_SUPPORT_MODEL_HASH_H

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // A plain and slow unsigned integer of 16-bit digits, the mathematical oracle of the tests.
 //
 // It shares nothing with the library: another digit size, no carry words, division bit by

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Small helpers for numbers and points in the tests of the curve layer.
 #ifndef ZOKECC_TESTS_SUPPORT_POINTS_H
 #define ZOKECC_TESTS_SUPPORT_POINTS_H

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The arguments of the key agreement calls over a session's curve, for one side of an exchange,
 // with every output between guards.
 #ifndef ZOKECC_TESTS_SUPPORT_SESSION_EXCHANGE_H

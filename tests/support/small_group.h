@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The small curve y^2 = x^3 + 2x + 25 over 1009 elements, whose 991 points are multiples of
 // (2, 365), in plain integers: what the schemes over it have to compute. 991 is prime and below
 // 1009, and the quotient of the two is 1.

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Curves over primes of a few bits in plain integers: the group by its definition, and the
 // library's answers where they are known to differ from it.
 //

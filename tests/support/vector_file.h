@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Reader of the vector files: blocks of "Key = value" lines between blank lines.
 #ifndef ZOKECC_TESTS_SUPPORT_VECTOR_FILE_H
 #define ZOKECC_TESTS_SUPPORT_VECTOR_FILE_H

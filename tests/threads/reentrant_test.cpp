@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // What may run on several threads at once does so on eight: calls that work on their arguments alone,
 // sessions of their own, and the curve of the process where it is only read. ThreadSanitizer looks
 // for data races when this program is built with it; the results are compared in every build.

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Eight threads that start together.
 #ifndef ZOKECC_TESTS_THREADS_SUPPORT_H
 #define ZOKECC_TESTS_THREADS_SUPPORT_H

@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 """The tool as a user meets it: exit statuses, messages, files and their modes, and what it does with files
 that are broken in every way.
 

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // DER: what is read is in its only valid form, and what is written is read again.
 #include "der.h"
 

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Keys in their three forms: read again as they were written, and nothing else is taken for a key. Curves
 // that a key brings with it are accepted only if they are known ones, number for number.
 #include <gtest/gtest.h>

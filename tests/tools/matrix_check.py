@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 """What openssl writes zokecc reads, and the other way round.
 
     matrix_check.py [--curves NAME,NAME] ZOKECC...

@@ -1,3 +1,4 @@
+// Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // PEM: canonical text alone is read, what is written is read again, and nothing is written out of bounds.
 #include "pem.h"
 

@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 """Checks the vector files of this folder on their own, without the library.
 
 Every value is worked out again with Python's integers and compared with what the file says:

@@ -1,3 +1,4 @@
+# Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 """Checks of the cases in which two parties come to share something: Diffie-Hellman secrets,
 SM2 ciphertexts and SM2 key exchanges."""
 import reference

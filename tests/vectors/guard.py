@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 """Checks that check.py would notice a wrong value.
 
 Of every vector file the first case of each kind is taken, a kind being a set of keys, a Result

@@ -1,3 +1,4 @@
+# Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 """What the public standards compute, in plain Python: hashes, curves, signatures and
 the secrets that two parties share."""
 import hashlib
