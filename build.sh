@@ -267,7 +267,7 @@ cross | musl)
 builds)
     require_suite
     require_cross
-    require dpkg-buildflags dpkg-dev
+    require dpkg-buildflags dpkg-dev git git gpg gnupg
     install_missing
     tests/builds/run.sh "$@"
     ;;

@@ -7,7 +7,7 @@
 # NAME is a script of this folder; all of them run otherwise, whatever one finds. Then the exit status tells.
 set -u
 cd "$(dirname "$0")" || exit 1
-[ $# -gt 0 ] || set -- plain subfolder distribution board embedded manners reproducible
+[ $# -gt 0 ] || set -- plain subfolder distribution board embedded manners reproducible release
 
 failed=
 for name in "$@"; do
