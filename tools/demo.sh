@@ -30,14 +30,14 @@ show() {
     printf '\n'
     (cd "$work" && "$@")
 }
-# zokecc ARGUMENTS...: the same for the tool, wherever it lies.
+# zokecc ARGUMENTS...: the same for the tool, wherever it lies, its own name included.
 tool=$*
 zokecc() {
     printf '$ zokecc'
     printf ' %s' "$@"
     printf '\n'
     # shellcheck disable=SC2086 # the tool with its emulator
-    (cd "$work" && $tool "$@")
+    (cd "$work" && command $tool "$@")
 }
 # refused COMMAND...: it says that something is not valid, and not that it could not be tried.
 refused() {

@@ -4,14 +4,15 @@
 # after ./build.sh packages. Not part of `run.sh` without arguments.
 #
 # Each pair is installed, an example is built against it with the shared and with the static library and run,
-# the tools run, one library is replaced by the other under them, and after removal the system is as before.
+# the tools run, an ordinary user exchanges signatures and messages with openssl through `zokecc`, one library
+# is replaced by the other under the tools, and after removal the system is as before.
 . "$(dirname "$0")/common.sh"
 
 root=$work/root
 packages=build/package
-quiet mmdebstrap --variant=minbase --include=gcc,libc6-dev,pkgconf bookworm "$root"
+quiet mmdebstrap --variant=minbase --include=gcc,libc6-dev,pkgconf,openssl bookworm "$root"
 mkdir "$root/packages"
-cp "$packages"/*.deb "$root/packages/"
+cp "$packages"/*.deb tools/demo.sh "$root/packages/"
 
 inside() {
     chroot "$root" env LC_ALL=C DEBIAN_FRONTEND=noninteractive PATH=/usr/sbin:/usr/bin:/sbin:/bin "$@"
@@ -47,6 +48,10 @@ pair() {
         quiet inside /tmp/$kind "$source" alice
         told verified
     done
+    quiet chroot --userspec=1000:1000 "$root" env LC_ALL=C HOME=/tmp PATH=/usr/bin:/bin \
+        /packages/demo.sh "$source" zokecc
+    told 'the demo succeeded'
+    cp "$work/quiet.log" "$work/demo.log"
     quiet inside dpkg --purge "$2" zokecc-tools "$1"
     rm -f "$root/tmp/shared" "$root/tmp/static"
     state > "$work/after"
@@ -56,6 +61,7 @@ pair() {
 
 pair libzokecc1 libzokecc-dev default
 pair libzokecc1-hardened libzokecc-hardened-dev hardened
+cat "$work/demo.log"
 
 # A program stays while the library under it is replaced.
 state > "$work/before"
