@@ -57,9 +57,11 @@
  *        (ecc_fix_point_mul, ecc_point_mul, ecc_ByteToPoint and all of schemes.h) and against each other;
  *      - all calls on the same session, and all opening and closing on the same device.
  * @par Timing
- *      In the default build no call is constant-time: the time depends on the values, secret ones included.
  *      "Timing" names what the time of a call, or of every call of a group that has no such paragraph,
- *      depends on; "the values" means that it reveals more than their lengths.
+ *      depends on in the default build, which is not constant-time; "the values" means that it reveals more
+ *      than their lengths. The calls of schemes.h and sdf.h are constant-time in the hardened build: which
+ *      instructions run, and which addresses they use, depends on no private key, nonce, temporary key or
+ *      shared point. Elsewhere both builds are alike.
  * @par Units of sizes
  *      | Name | Unit | Where |
  *      |---|---|---|

@@ -42,8 +42,13 @@
  *      that the call needs is null, the length of a record is above 65 or that of a scalar above 76, or no
  *      curve is installed (n or p is zero). Unless said otherwise nothing is written when a call fails.
  * @par The hardened build
- *      A call that draws random numbers answers -1 (eces_format 1) if the kernel gives none, and
- *      Ecdh_KeyExChg answers -1 without memory.
+ *      What is computed with a secret is exact and constant-time. A peer's public key, a temporary point or
+ *      C1 that is off the curve, or has a coordinate of p and above, is refused with -1. A private or
+ *      temporary number of 0, for SM2 signatures also n - 1, is answered like one of n and above. Drawn
+ *      numbers lie between 1 and n - 2, without bias. A signature is checked before it leaves. p and n must
+ *      be odd and have five to nine 32-bit words. A call that draws random numbers answers -1 (eces_format
+ *      1) if the kernel gives none, and Ecdh_KeyExChg answers -1 without memory. What notes on secrets say
+ *      under "Kept" to the contrary is about the default build.
  * @par Threads
  *      No call of this header may run while another thread installs a curve.
  */

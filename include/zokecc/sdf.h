@@ -31,8 +31,14 @@
  *      encryption, decryption, Diffie-Hellman and key agreement then answer ZOK_ERR_ARGUMENT, all other
  *      signing ZOK_ERR_SIGN, and all other verification ZOK_ERR_VERIFY.
  * @par The hardened build
- *      A call that draws random numbers fails if the kernel gives none: signing with ZOK_ERR_SIGN, the others
- *      with ZOK_ERR_INTERNAL.
+ *      What is computed with a secret is exact and constant-time. A peer's public key, a temporary point or
+ *      C1 that is off the curve, or has a coordinate of p and above, is refused: by encryption, decryption
+ *      and Diffie-Hellman with ZOK_ERR_ARGUMENT, by key agreement with ZOK_ERR_INTERNAL. A private or
+ *      temporary number of 0, for SM2 signatures also n - 1, is answered like one of n and above. Drawn
+ *      numbers lie between 1 and n - 2, without bias. A signature is checked before it leaves. p and n must
+ *      be odd and have five to nine 32-bit words. A call that draws random numbers fails if the kernel gives
+ *      none: signing with ZOK_ERR_SIGN, the others with ZOK_ERR_INTERNAL. What notes on secrets say under
+ *      "Kept" to the contrary is about the default build.
  */
 #ifndef ZOKECC_SDF_H
 #define ZOKECC_SDF_H
@@ -240,10 +246,12 @@ ZOKECC_API uint32_t ZOK_CloseSession(void *session);
  *         curve (p or n is zero)
  * @retval ZOK_ERR_INTERNAL for any other algorithm
  *
- * @note Kept: d is drawn once and not tested. It can be 0, with a public key of zero bytes, or 1 or n - 1,
- *       and small d are a little likelier than large ones.
+ * @note Kept: the default build draws d once and does not test it. It can be 0, with a public key of zero
+ *       bytes, or 1 or n - 1; and small d are likelier than large ones, the more so the further n is below a
+ *       power of two: on brainpoolP256r1 66 % lie below n / 2.
  * @par Caller checks
- *      That d is neither 0 nor n - 1, and for SM2 that a signature made with it verifies.
+ *      In the default build that d is neither 0 nor n - 1, and for SM2 that a signature made with it
+ *      verifies.
  * @par Threads
  *      Draws random numbers.
  * @par Timing

@@ -22,6 +22,14 @@
  * Start with conventions.h, the rules that all calls share, and with @ref sign_with_identity.c, a whole
  * program.
  *
+ * | Guide | Content |
+ * |---|---|
+ * | @ref md_docs_integrating "Integrating" | a first program, threads, memory, results, migration |
+ * | @ref md_docs_security "Security" | which build to take, what it protects, what is left to the caller |
+ * | @ref md_docs_interoperability "Interoperability" | keys, signatures and ciphertexts of other systems |
+ * | @ref md_docs_coming_from "Coming from" | calls of mbedTLS, wolfSSL and OpenSSL, and ours |
+ * | @ref md_docs_porting "Porting" | build options, processors, C libraries, packages |
+ *
  * | Family | For |
  * |---|---|
  * | sdf.h | sessions: key pairs, signatures, encryption, key agreement; what new programs use |
@@ -44,9 +52,6 @@
  * | @ref own_random.c | random numbers from a source of the program's own |
  * | @ref legacy_sign.c | SM2 signatures over the curve of the process |
  * | @ref ecdsa_and_ecdh.c | ECDSA and Diffie-Hellman on P-256 |
- *
- * The guide, docs/integrating.md in the sources, leads from a first program to threads, memory, results and
- * migration. docs/security.md says what the library protects and what its caller must do.
  */
 /** @example sign_with_identity.c */
 /** @example check_peer_key.c */

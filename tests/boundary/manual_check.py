@@ -120,7 +120,8 @@ def group_of(text, at):
 
 def main():
     found, seen = [], 0
-    shared = paragraphs(clean((HEADERS / "conventions.h").read_text(encoding="ascii").partition("*/")[0]))
+    opening = re.search(r"/\*\*(.*?)\*/", (HEADERS / "conventions.h").read_text(encoding="ascii"), re.DOTALL)
+    shared = paragraphs(clean(opening[1]))
     found += [f"conventions.h: no paragraph {title}"
               for title in ("Aliasing", "Timing") if not shared.get(title)]
     for path in sorted(HEADERS.glob("*.h")):
