@@ -7,6 +7,8 @@ namespace zokecc {
 
 bool curve_is_installed() { return !is_zero(global_curve.n) && !is_zero(global_curve.p); }
 
+CurveView global_view() { return view_of(global_curve); }
+
 bool is_readable(const ecc_scalar *scalar)
 {
     if (scalar == nullptr || scalar->length > kMintBytes) return false;

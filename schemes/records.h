@@ -19,7 +19,7 @@ constexpr int32_t kFailed = -1;
 // True once a curve with a field prime and an order is installed.
 bool curve_is_installed();
 
-inline CurveView global_view() { return view_of(global_curve); }
+CurveView global_view();
 
 // True if the scalar can be read: it is there, its bytes are, and they fit an integer.
 bool is_readable(const ecc_scalar *scalar);

@@ -11,6 +11,8 @@ BUILDS = {"os": "-Os", "o2": "-O2", "v7": "ARMv7-A -O2"}
 PRESETS = {"os": "armv5te-os", "o2": "armv5te-o2", "v7": "armv7a-o2"}
 PROCESSORS = {"os": "arm926", "o2": "arm926", "v7": "cortex-a8"}
 TOOLS = "arm-linux-gnueabi-"
+# A compiler cache does not keep the list of calls.
+LAUNCHERS = ("CMAKE_C_COMPILER_LAUNCHER", "CMAKE_CXX_COMPILER_LAUNCHER")
 MAP = "libzokecc.map"
 # The linker's list of what it placed where, and the compiler's of which function calls which.
 EXTRA = {"CXXFLAGS": "-fcallgraph-info=su", "LDFLAGS": f"-Wl,-Map={MAP}"}
@@ -19,9 +21,10 @@ PROBE_FLAGS = ["-std=c99", "-O1", "-march=armv5te", "-mfloat-abi=soft", "-Wall",
 
 
 def run(*command, environment=None):
+    kept = {name: value for name, value in os.environ.items() if name not in LAUNCHERS}
     done = subprocess.run([str(word) for word in command], cwd=ROOT, stdout=subprocess.PIPE,
                           stderr=subprocess.STDOUT, text=True, check=False,
-                          env={**os.environ, **(environment or {})})
+                          env={**kept, **(environment or {})})
     if done.returncode != 0:
         raise SystemExit(f"{done.stdout}\n{' '.join(map(str, command))}: {done.returncode}")
     return done.stdout
