@@ -175,53 +175,66 @@ bool exchange_scalar(const mint &n, const mint &d, const mint &r, const mint &x_
     });
 }
 
+// The relation is that of the verifier, s + (r + s) d = k: with nothing that s was computed from but the
+// numbers themselves, read once more.
 bool sm2_secret_half(const mint &n, const mint &d, const mint &k, const mint &r, mint &s)
 {
     Wiping<mint> result;
     const bool is_good = modulo(n, [&](const auto &f) {
         Wiping<Element<std::remove_cvref_t<decltype(f)>>[4]> values;
-        auto &next = (*values)[0];  // 1 + d
-        auto &rd = (*values)[1];
-        auto &nonce = (*values)[2];
+        auto &key = (*values)[0];  // and 1 + d
+        auto &rd = (*values)[1];   // and k - r d
+        auto &sum = (*values)[2];  // r + s
         auto &t = (*values)[3];
-        f.set_one(t);
-        read(f, d, rd);
-        f.add(rd, t, next);
+        read(f, d, key);
         read(f, r, t);
-        f.mul(rd, t, rd);
-        read(f, k, nonce);
-        const Mask found = f.invert(next, t);
-        Pair<decltype(f)> more;
-        f.sub(nonce, rd, (*more)[0]);
-        f.mul(t, (*more)[0], t);
+        f.mul(key, t, rd);
+        f.set_one(t);
+        f.add(key, t, key);
+        read(f, k, t);
+        f.sub(t, rd, rd);
+        const Mask found = f.invert(key, t);
+        f.mul(t, rd, t);
         write(f, t, *result);
-        f.mul(t, next, t);
-        f.add(t, rd, t);
-        return declassified(found & f.equal(t, nonce));
+
+        read(f, r, sum);
+        f.add(sum, t, sum);
+        read(f, d, key);
+        f.mul(sum, key, sum);
+        f.add(sum, t, sum);
+        read(f, k, t);
+        return declassified(found & f.equal(sum, t));
     });
     if (is_good) publish(*result, s);
     return is_good;
 }
 
+// e + r d is computed twice, from the numbers as they are read each time.
 bool ecdsa_secret_half(const mint &n, const mint &e, const mint &d, const mint &k, const mint &r, mint &s)
 {
     Wiping<mint> result;
     const bool is_good = modulo(n, [&](const auto &f) {
         Wiping<Element<std::remove_cvref_t<decltype(f)>>[3]> values;
         auto &sum = (*values)[0];  // e + r d
-        auto &nonce = (*values)[1];
+        auto &product = (*values)[1];
         auto &t = (*values)[2];
-        read(f, d, sum);
-        read(f, r, t);
-        f.mul(sum, t, sum);
-        read(f, e, t);
-        f.add(sum, t, sum);
-        read(f, k, nonce);
-        const Mask found = f.invert(nonce, t);
-        f.mul(t, sum, t);
-        write(f, t, *result);
-        f.mul(t, nonce, t);
-        return declassified(found & f.equal(t, sum));
+        const auto add_up = [&] {
+            read(f, d, sum);
+            read(f, r, t);
+            f.mul(sum, t, sum);
+            read(f, e, t);
+            f.add(sum, t, sum);
+        };
+        add_up();
+        read(f, k, t);
+        const Mask found = f.invert(t, t);
+        f.mul(t, sum, product);
+        write(f, product, *result);
+
+        read(f, k, t);
+        f.mul(product, t, product);
+        add_up();
+        return declassified(found & f.equal(product, sum));
     });
     if (is_good) publish(*result, s);
     return is_good;

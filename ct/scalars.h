@@ -40,8 +40,8 @@ void add_exactly(const mint &n, const mint &a, const mint &b, mint &out);
 // out = (d + x_bar r) mod n, for a public x_bar. False if that is 0.
 bool exchange_scalar(const mint &n, const mint &d, const mint &r, const mint &x_bar, mint &out);
 
-// s = (1 + d)^-1 (k - r d) mod n, public. False if 1 + d is 0, or if s (1 + d) + r d is not k:
-// something went wrong in between. r is public, and trimmed.
+// s = (1 + d)^-1 (k - r d) mod n, public. False if 1 + d is 0, or if s + (r + s) d is not k: something
+// went wrong in between. r is public, and trimmed.
 bool sm2_secret_half(const mint &n, const mint &d, const mint &k, const mint &r, mint &s);
 
 // s = k^-1 (e + r d) mod n, public, for public e and r below n. False unless s k is e + r d.
