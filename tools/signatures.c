@@ -163,7 +163,8 @@ int run_verify(const options *o)
     const uint32_t result = SDF_ExternalVerify_ECC(session, s.algorithm, &s.pub, e, e_size, &sig);
     ZOK_CloseSession(session);
     if (result == ZOK_ERR_VERIFY)
-        return invalid("the signature is not valid for this key, message%s", s.sm2 ? " and identity" : "");
+        return invalid("the signature is not valid for this key%s",
+                       s.sm2 ? ", message and identity" : " and message");
     if (result != ZOK_OK) return misuse("verifying: %s", zokecc_status_text(result));
     if (!o->quiet) puts("valid");
     return DONE;
