@@ -17,6 +17,8 @@ Scene &s = scene;
 
 struct Signature {
     mint r, s, e;
+    mint divisor;   // 1 / (r + s) with SM2, 1 / r with ECDSA
+    mint inverted;  // what has its inverse in the equations: 1 + d with SM2, k with ECDSA
 };
 
 mint zero_or_number(const uint8_t *bytes, uint32_t size) {
@@ -56,27 +58,26 @@ mint one() {
 }
 
 // d of an SM2 signature with the nonce k: s (1 + d) = k - r d.
-mint sm2_key(const Signature &sig, const mint &k) {
-    return product(difference(k, sig.s), inverse(sum(sig.r, sig.s)));
-}
+mint sm2_key(const Signature &sig, const mint &k) { return product(difference(k, sig.s), sig.divisor); }
 
 // d of an ECDSA signature: s k = e + r d.
 mint ecdsa_key(const Signature &sig, const mint &k) {
-    return product(difference(product(sig.s, k), sig.e), inverse(sig.r));
+    return product(difference(product(sig.s, k), sig.e), sig.divisor);
 }
 
 bool is_key(const mint &d) { return mint_compare(&d, &s.own.number) == 0; }
 
-// What a number on the stack may be: d, d + 1, k, r + k, 1 / (1 + d), 1 / k.
+// What a number on the stack may be: d, d + 1, k, r + k, 1 / (1 + d), 1 / k. The last two are known by their
+// product: an inverse for every word of the memory would take minutes.
 bool gives_key(const Signature &sig, const mint &found, bool is_sm2) {
     mint number{};
     mint_mod(&found, &s.n, &number);
     if (number.len < 2) return false;
     if (is_key(number) || is_key(difference(number, one()))) return true;
-    const mint inverted = inverse(number);
-    if (!is_sm2) return is_key(ecdsa_key(sig, number)) || is_key(ecdsa_key(sig, inverted));
-    return is_key(sm2_key(sig, number)) || is_key(sm2_key(sig, difference(number, sig.r))) ||
-           is_key(difference(inverted, one()));
+    const mint unit = product(number, sig.inverted), expected = one();
+    if (mint_compare(&unit, &expected) == 0) return true;
+    if (!is_sm2) return is_key(ecdsa_key(sig, number));
+    return is_key(sm2_key(sig, number)) || is_key(sm2_key(sig, difference(number, sig.r)));
 }
 
 // Whether some piece of the memory gives the key, as a number with the first or the last byte on top.
@@ -124,6 +125,15 @@ uint32_t sign_and_leave_sum() {
     return status;
 }
 
+// And 1 / (1 + d).
+uint32_t sign_and_leave_inverse() {
+    const uint32_t status = sign_in_session<ZOK_ALG_SM2_SIGN>();
+    const mint number = inverse(sum(s.own.number, one())), zero{};
+    mint left{};
+    planted_sum(number.words, zero.words, s.n.len, left.words);
+    return status;
+}
+
 struct Attack {
     const char *name;
     Work sign;
@@ -146,8 +156,13 @@ bool attack_as_expected(const Attack &attack) {
     const Remains &remains = run(attack.sign, {});
     const uint8_t *const r = attack.in_session ? s.out.signature.r : s.out.point.x;
     const uint8_t *const half = attack.in_session ? s.out.signature.s : s.out.point.y;
-    const Signature sig = {zero_or_number(r, s.L), zero_or_number(half, s.L),
-                           digest_number(attack.in_session)};
+    Signature sig{};
+    sig.r = zero_or_number(r, s.L);
+    sig.s = zero_or_number(half, s.L);
+    sig.e = digest_number(attack.in_session);
+    sig.divisor = inverse(attack.is_sm2 ? sum(sig.r, sig.s) : sig.r);
+    const mint k = product(sum(sig.e, product(s.own.number, sig.r)), inverse(sig.s));
+    sig.inverted = attack.is_sm2 ? sum(s.own.number, one()) : k;
     bool found = false;
     for (const std::vector<uint8_t> *memory : {&remains.stack, &remains.heap, &remains.variables})
         found = found || search(*memory, sig, attack.is_sm2);
@@ -164,6 +179,7 @@ int main() {
         {"SDF_ExternalSign_ECC, SM2", sign_in_session<ZOK_ALG_SM2_SIGN>, true, true, false},
         {"SDF_ExternalSign_ECC, ECDSA", sign_in_session<ZOK_ALG_ECDSA_SIGN>, false, true, false},
         {"SM2, r + k planted", sign_and_leave_sum, true, true, true},
+        {"SM2, 1 / (1 + d) planted", sign_and_leave_inverse, true, true, true},
     };
     for (uint8_t i = 0; i < sizeof digest; ++i) digest[i] = static_cast<uint8_t>(17 * i + 1);
     unsigned faults = 0;
