@@ -5,16 +5,8 @@
 
 namespace zokecc_test::ecdh_vectors_test {
 
-namespace {
-
-std::string describe(const VectorBlock &block) { return block.text("Curve") + " d = " + block.text("d"); }
-
-}  // namespace
-
-TEST(EcdhVectors, SharedSecrets) {
-    unsigned checked = 0;
-    for (const VectorBlock &block : vectors_where(is_legacy, "ecdh.rsp")) {
-        SCOPED_TRACE(describe(block));
+TEST(EcdhVectors, SharedSecretsAndPublicKeys) {
+    auto test = [](const VectorBlock &block) {
         install(block.text("Curve"));
         const ByteString expected = block.bytes("Z");
         Scalar d(block.bytes("d"));
@@ -24,27 +16,15 @@ TEST(EcdhVectors, SharedSecrets) {
                   static_cast<int32_t>(expected.size()));
         EXPECT_EQ(to_hex(out.first(expected.size())), to_hex(expected));
         EXPECT_TRUE(out.untouched_from(expected.size()));
-        ++checked;
-    }
-    EXPECT_EQ(checked, 93u);
-}
 
-TEST(EcdhVectors, PublicKeys) {
-    unsigned checked = 0;
-    for (const VectorBlock &block : vectors_where(is_legacy, "ecdh.rsp")) {
-        SCOPED_TRACE(describe(block));
-        install(block.text("Curve"));
-        Scalar d(block.bytes("d"));
-        GuardedRecord<ecc_point_bytes> by_scalar;
-        GuardedRecord<ecc_point_bytes> by_mode;
+        GuardedRecord<ecc_point_bytes> by_scalar, by_mode;
         EXPECT_EQ(Ecc_GenPubKey(d.get(), by_scalar.get()), 0);
         EXPECT_EQ(Ecc_KeyPair_Gen(d.get(), by_mode.get(), 1), 0);
         expect_record(by_scalar, block.bytes("Qx"), block.bytes("Qy"));
         expect_record(by_mode, block.bytes("Qx"), block.bytes("Qy"));
         EXPECT_TRUE(d.intact());
-        ++checked;
-    }
-    EXPECT_EQ(checked, 93u);
+    };
+    EXPECT_EQ(on_blocks("ecdh.rsp", is_legacy, test), 93u);
 }
 
 }  // namespace zokecc_test::ecdh_vectors_test

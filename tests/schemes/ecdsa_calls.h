@@ -4,8 +4,8 @@
 #ifndef ZOKECC_TESTS_SCHEMES_ECDSA_CALLS_H
 #define ZOKECC_TESTS_SCHEMES_ECDSA_CALLS_H
 
+#include "tests/support/kdf_model.h"
 #include "tests/support/legacy_records.h"
-#include "tests/support/model_hash.h"
 #include "tests/support/small_group.h"
 
 namespace zokecc_test {
@@ -14,23 +14,14 @@ struct SmallSignature {
     uint32_t r, s;
 };
 
-inline ByteString model_digest_of(const ByteString &text, uint32_t hash) {
-    return hash == HASH_ALG_SM3 ? model_sm3(text) : model_sha256(text);
-}
-
 // The whole digest modulo the small order.
 inline uint32_t small_e(const ByteString &text, uint32_t hash) {
-    return residue(model_digest_of(text, hash), kSmallN);
+    return residue(selected_digest(hash, text), kSmallN);
 }
 
 inline SmallSignature small_ecdsa(uint32_t e, uint32_t d, uint32_t k) {
     uint32_t r = small_multiple(k).x % kSmallN;
     return {r, product_modulo(inverse_modulo(k, kSmallN), e + d * r, kSmallN)};
-}
-
-inline void expect_small_signature(GuardedRecord<ecc_point_bytes> &written, const SmallSignature &expected,
-                                   unsigned byte_len) {
-    expect_record(written, expected.r, expected.s, byte_len);
 }
 
 // One call of Ecdsa_DigitalSign, which must leave its inputs alone.

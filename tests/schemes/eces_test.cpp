@@ -251,13 +251,12 @@ TEST(EcesEncry, RecipientIsReadAtItsOwnLength) {
 TEST(EcesEncry, PublishedSecretsMaskTheMessage) {
     // With the own key of a published exchange as nonce, the point is its public key and the mask
     // the published secret.
-    unsigned checked = 0;
-    for (const VectorBlock &block : vectors_where(is_legacy, "ecdh.rsp")) {
-        SCOPED_TRACE(block.text("Curve") + " d = " + block.text("d"));
+    auto test = [number = 0u](const VectorBlock &block) mutable {
         install(block.text("Curve"));
         FakeEntropy entropy;
         queue_number(entropy, block.number("d"));
-        ByteString text = test_bytes(checked % 100, checked);
+        ByteString text = test_bytes(number % 100, number);
+        ++number;
         EcesEncryption call(PointBytes(block.bytes("Px"), block.bytes("Py")), text);
         const size_t size = block.bytes("Z").size();
         EXPECT_EQ(call.run(static_cast<int32_t>(3 * size)), static_cast<int32_t>(3 * size));
@@ -265,9 +264,8 @@ TEST(EcesEncry, PublishedSecretsMaskTheMessage) {
                             Natural(global_curve.p));
         call.expect_written(
             joined({ByteString(1, 4), block.bytes("Qx"), block.bytes("Qy"), fixed_bytes(c.to_mint(), size)}));
-        ++checked;
-    }
-    EXPECT_EQ(checked, 93u);
+    };
+    EXPECT_EQ(on_blocks("ecdh.rsp", is_legacy, test), 93u);
 }
 
 }  // namespace zokecc_test::eces_test

@@ -24,10 +24,10 @@ struct Passing {
     Passing(uint32_t d, uint32_t hash) {
         for (uint32_t k = 1; k < kSmallN; ++k) {
             const Coordinates secret(small_multiple(product_modulo(k, d, kSmallN)), 32);
-            const uint8_t t = key_stream(secret.both(), 1, hash)[0];
+            const uint8_t t = standard_stream(hash, secret.both(), 1)[0];
             for (unsigned c = 0; t != 0 && c < 256; ++c) {
                 plain = ByteString(1, static_cast<uint8_t>(c ^ t));
-                const ByteString check = hash_bytes(joined({secret.x, plain, secret.y}), hash);
+                const ByteString check = selected_digest(hash, joined({secret.x, plain, secret.y}));
                 if (check[0] != c) continue;
                 cipher = joined(
                     {ByteString(1, 4), Coordinates(small_multiple(k), 32).both(), check, ByteString(1, 0)});
@@ -233,7 +233,7 @@ TEST(Sm2Decry, ZeroKeyStreamReturnsMinusOneAndWritesNothing) {
     for (uint32_t hash : kHashes) {
         uint32_t k = first_scalar([hash](uint32_t candidate) {
             const Coordinates secret(small_multiple(product_modulo(candidate, kD, kSmallN)), 32);
-            return key_stream(secret.both(), 1, hash)[0] == 0;
+            return standard_stream(hash, secret.both(), 1)[0] == 0;
         });
         Sm2Decryption(kD, small_sm2_cipher(kD, k, 32, ByteString(1, 0x5A), hash)).expect_refused(hash);
     }

@@ -4,30 +4,13 @@
 #ifndef ZOKECC_TESTS_SCHEMES_SM2_ENCRYPT_CALLS_H
 #define ZOKECC_TESTS_SCHEMES_SM2_ENCRYPT_CALLS_H
 
+#include "tests/support/kdf_model.h"
 #include "tests/support/legacy_records.h"
-#include "tests/support/model_hash.h"
 #include "tests/support/small_group.h"
 
 namespace zokecc_test {
 
 inline constexpr uint32_t kDescriptorFill = 0xDEADBEEFu;
-
-inline ByteString hash_bytes(const ByteString &input, uint32_t hash) {
-    return hash == HASH_ALG_SM3 ? model_sm3(input) : model_sha256(input);
-}
-
-// H(z, 1), H(z, 2) and so on, cut to the length asked for.
-inline ByteString key_stream(const ByteString &z, size_t length, uint32_t hash) {
-    ByteString out;
-    for (uint32_t counter = 1; out.size() < length; ++counter) {
-        ByteString input = z;
-        for (int shift = 24; shift >= 0; shift -= 8) input.push_back(static_cast<uint8_t>(counter >> shift));
-        const ByteString digest = hash_bytes(input, hash);
-        out.insert(out.end(), digest.begin(), digest.end());
-    }
-    out.resize(length);
-    return out;
-}
 
 inline ByteString exclusive_or(ByteString a, const ByteString &b) {
     for (size_t i = 0; i < a.size(); ++i) a[i] = static_cast<uint8_t>(a[i] ^ b.at(i));
@@ -47,8 +30,8 @@ inline ByteString sm2_cipher(const TinyPoint &C1, const TinyPoint &shared, size_
                              uint32_t hash) {
     const Coordinates secret(shared, L);
     return joined({ByteString(1, 4), Coordinates(C1, L).both(),
-                   exclusive_or(text, key_stream(secret.both(), text.size(), hash)),
-                   hash_bytes(joined({secret.x, text, secret.y}), hash)});
+                   exclusive_or(text, standard_stream(hash, secret.both(), text.size())),
+                   selected_digest(hash, joined({secret.x, text, secret.y}))});
 }
 // For the private key d, with the nonce k.
 inline ByteString small_sm2_cipher(uint32_t d, uint32_t k, size_t L, const ByteString &text, uint32_t hash) {

@@ -37,7 +37,7 @@ void expect_refused_after_c1(Sm2Encryption &call, const TinyPoint &C1) {
 // The first key-stream byte for the nonce k.
 uint8_t first_stream_byte(uint32_t k, size_t L, uint32_t hash) {
     const Coordinates secret(small_multiple(product_modulo(k, kD, kSmallN)), L);
-    return key_stream(secret.both(), 1, hash)[0];
+    return standard_stream(hash, secret.both(), 1)[0];
 }
 
 }  // namespace

@@ -1,9 +1,9 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // sm2_KeyExChg, the call for both roles: the key of the split calls, and confirmation values over
-// the digest's working area with the peer's key behind it.
+// the digest's working area with the peer's key behind it. And sm2_RPoint, which never reads its scalar.
 #include <gtest/gtest.h>
 
-#include "tests/support/legacy_exchange.h"
+#include "tests/support/exchange_generations.h"
 #include "tests/support/model_hash.h"
 
 namespace zokecc_test::sm2_exchange_whole_test {
@@ -12,7 +12,7 @@ using namespace exchange;
 
 namespace {
 
-constexpr Role kRoles[] = {Role::kInitiator, Role::kResponder};
+constexpr LegacyKeyCall kWhole[] = {kWholeInitiator, kWholeResponder};
 
 // On the named curve of that length, where words of the coordinates are not zero.
 ExchangeCase full_size_exchange(unsigned byte_len, uint32_t selector) {
@@ -24,12 +24,6 @@ ExchangeCase full_size_exchange(unsigned byte_len, uint32_t selector) {
             return out;
         }
     throw std::out_of_range("no exchange on such a curve");
-}
-
-ExchangeCase small_exchange(unsigned byte_len = 32) {
-    ExchangeCase out = tiny_case(prime_group(), byte_len, 0);
-    install(out.curve);
-    return out;
 }
 
 // The input of the confirmation hashes put together by hand: 0x02 or 0x03, yU, the digest, 68 zero
@@ -53,29 +47,44 @@ ByteString confirmation_by_hand(const ExchangeCase &exchange, uint8_t prefix, co
     return exchange.selector == 0 ? model_sm3(message) : model_sha256(message);
 }
 
+// x as it was, L zero bytes at the start of y, and the length L.
+ByteString expected_record(uint32_t byte_len) {
+    ecc_point_bytes out = point_record({}, ByteString{});
+    std::memset(out.y, 0, byte_len);
+    out.length = byte_len;
+    const uint8_t *bytes = reinterpret_cast<const uint8_t *>(&out);
+    return ByteString(bytes, bytes + sizeof out);
+}
+
+void expect_zero_bytes_in_y(const uint8_t *scalar, uint32_t count, uint32_t byte_len) {
+    GuardedRecord<ecc_point_bytes> out;
+    EXPECT_EQ(sm2_RPoint(scalar, count, out.get()), 0);
+    EXPECT_EQ(to_hex(out.bytes()), to_hex(expected_record(byte_len)));
+    EXPECT_TRUE(out.guards_intact());
+}
+
 }  // namespace
 
 TEST(Sm2KeyExChg, KeptConfirmationCoversThePeerKeyInMemory) {
-    for (unsigned byte_len : {24u, 28u, 32u})
+    for (unsigned byte_len : Legacy::kLengths)
         for (uint32_t selector : {0u, 1u}) {
             const ExchangeCase exchange = full_size_exchange(byte_len, selector);
-            for (Role role : kRoles) {
-                LegacyExchange side(exchange, role, 45);
-                ASSERT_EQ(side.whole(), 0) << byte_len;
-                expect_whole_results(side, exchange.hashes(), exchange.peer(role));
+            for (const LegacyKeyCall &call : kWhole) {
+                LegacyExchange side(exchange, call.role, 45);
+                expect_gives(side, call, exchange.hashes());
                 EXPECT_TRUE(side.R_written.unchanged());
             }
         }
 }
 
 TEST(Sm2KeyExChg, KeptConfirmationInputPutTogetherByHand) {
-    for (unsigned byte_len : {24u, 28u, 32u})
+    for (unsigned byte_len : Legacy::kLengths)
         for (uint32_t selector : {0u, 1u}) {
             const ExchangeCase exchange = full_size_exchange(byte_len, selector);
-            for (Role role : kRoles) {
-                LegacyExchange side(exchange, role);
+            for (const LegacyKeyCall &call : kWhole) {
+                LegacyExchange side(exchange, call.role);
                 ASSERT_EQ(side.whole(), 0);
-                const ExchangeParty &peer = exchange.peer(role);
+                const ExchangeParty &peer = exchange.peer(call.role);
                 EXPECT_EQ(text_of(side.value02), to_hex(confirmation_by_hand(exchange, 0x02, peer)));
                 EXPECT_EQ(text_of(side.value03), to_hex(confirmation_by_hand(exchange, 0x03, peer)));
             }
@@ -83,7 +92,7 @@ TEST(Sm2KeyExChg, KeptConfirmationInputPutTogetherByHand) {
 }
 
 TEST(Sm2KeyExChg, KeptSidesNeverAgreeOnConfirmations) {
-    for (unsigned byte_len : {24u, 28u, 32u})
+    for (unsigned byte_len : Legacy::kLengths)
         for (uint32_t selector : {0u, 1u}) {
             const ExchangeCase exchange = full_size_exchange(byte_len, selector);
             LegacyExchange initiator(exchange, Role::kInitiator);
@@ -91,6 +100,7 @@ TEST(Sm2KeyExChg, KeptSidesNeverAgreeOnConfirmations) {
             ASSERT_EQ(initiator.whole(), 0);
             ASSERT_EQ(responder.whole(), 0);
             EXPECT_EQ(text_of(initiator.key), text_of(responder.key));
+            EXPECT_EQ(text_of(initiator.key), to_hex(exchange.hashes().key(initiator.key.size())));
             EXPECT_NE(text_of(initiator.value02), text_of(responder.value02));
             EXPECT_NE(text_of(initiator.value03), text_of(responder.value03));
             EXPECT_NE(text_of(initiator.value02), to_hex(exchange.hashes().confirmation(0x02)));
@@ -100,83 +110,72 @@ TEST(Sm2KeyExChg, KeptSidesNeverAgreeOnConfirmations) {
 
 TEST(Sm2KeyExChg, KeptConfirmationsOfOneWordCoordinatesCountOneWord) {
     // The image of a small coordinate: one word, eighteen zero words, and the count 1.
-    for (unsigned byte_len : {24u, 28u, 32u}) {
-        const ExchangeCase exchange = small_exchange(byte_len);
-        for (Role role : kRoles) {
-            LegacyExchange side(exchange, role, 45);
-            ASSERT_EQ(side.whole(), 0);
-            expect_whole_results(side, exchange.hashes(), exchange.peer(role));
+    for (unsigned byte_len : Legacy::kLengths) {
+        const ExchangeCase exchange = small_exchange<Legacy>(byte_len);
+        for (const LegacyKeyCall &call : kWhole) {
+            LegacyExchange side(exchange, call.role, 45);
+            expect_gives(side, call, exchange.hashes());
         }
     }
 }
 
-TEST(Sm2KeyExChg, KeyIsThatOfTheSplitCalls) {
-    const ExchangeCase exchange = full_size_exchange(32, 1);
-    LegacyExchange split(exchange, Role::kInitiator, 100);
-    ASSERT_EQ(split.a4_10(), 0);
-    for (Role role : kRoles) {
-        LegacyExchange side(exchange, role, 100);
-        ASSERT_EQ(side.whole(), 0);
-        EXPECT_EQ(text_of(side.key), text_of(split.key));
-    }
-}
-
 TEST(Sm2KeyExChg, EveryRoleButOneIsTheResponder) {
-    const ExchangeCase exchange = small_exchange();
+    const ExchangeCase exchange = small_exchange<Legacy>();
     for (uint32_t role : {0u, 2u, 3u, 0x80000001u, 0xFFFFFFFFu}) {
         LegacyExchange side(exchange, Role::kResponder);
         side.role = role;
-        ASSERT_EQ(side.whole(), 0) << role;
-        expect_whole_results(side, exchange.hashes(), exchange.A);
+        expect_gives(side, kWholeResponder, exchange.hashes());
     }
 }
 
 TEST(Sm2KeyExChg, RoleOnlyDecidesTheOrderOfTheRandomPoints) {
-    const ExchangeCase exchange = small_exchange();
+    const ExchangeCase exchange = small_exchange<Legacy>();
     LegacyExchange side(exchange, Role::kInitiator);
     side.role = 0;
-    ASSERT_EQ(side.whole(), 0);
     ExchangeHashes turned = exchange.hashes();
     std::swap(turned.x1, turned.x2);
     std::swap(turned.y1, turned.y2);
-    expect_whole_results(side, turned, exchange.B);
+    expect_gives(side, kWholeInitiator, turned);
 }
 
-TEST(Sm2KeyExChg, ZValuesAreTakenInArgumentOrderForBothRoles) {
-    const ExchangeCase exchange = small_exchange();
-    ExchangeHashes swapped = exchange.hashes();
-    std::swap(swapped.ZA, swapped.ZB);
-    for (Role role : kRoles) {
-        LegacyExchange side(exchange, role);
-        std::swap(side.ZA, side.ZB);
-        ASSERT_EQ(side.whole(), 0);
-        expect_whole_results(side, swapped, exchange.peer(role));
+TEST(Sm2RPoint, KeptWritesZeroBytesToYOnly) {
+    const ByteString scalar(32, 0x01);
+    for (unsigned byte_len : Legacy::kLengths) {
+        install(prime_group().curve(byte_len));
+        expect_zero_bytes_in_y(scalar.data(), 32, byte_len);
     }
+    install(curve("sm2p256v1"));
+    expect_zero_bytes_in_y(scalar.data(), 32, 32);
 }
 
-TEST(Sm2KeyExChg, DrawsNoNumber) {
-    const ExchangeCase exchange = small_exchange();
-    FakeEntropy entropy;
-    for (Role role : kRoles) {
-        LegacyExchange side(exchange, role);
-        ASSERT_EQ(side.whole(), 0);
-    }
-    EXPECT_TRUE(entropy.call_order.empty());
-    EXPECT_EQ(entropy.number_calls, 0u);
+TEST(Sm2RPoint, KeptCountIsIgnored) {
+    install(prime_group().curve(32));
+    const ByteString scalar = {0x07};  // nothing behind it may be read
+    for (uint32_t count : {0u, 1u, 77u, 0x80000000u, 0xFFFFFFFFu})
+        expect_zero_bytes_in_y(scalar.data(), count, 32);
 }
 
-TEST(Sm2KeyExChg, InputsStayAsTheyWere) {
-    const ExchangeCase exchange = small_exchange();
-    for (Role role : kRoles) {
-        LegacyExchange side(exchange, role);
-        const LegacyExchange before(exchange, role);
-        ASSERT_EQ(side.whole(), 0);
-        EXPECT_EQ(std::memcmp(&side.R_record, &before.R_record, sizeof before.R_record), 0);
-        EXPECT_EQ(std::memcmp(&side.peerR_record, &before.peerR_record, sizeof before.peerR_record), 0);
-        EXPECT_EQ(std::memcmp(&side.peerP_record, &before.peerP_record, sizeof before.peerP_record), 0);
-        EXPECT_EQ(to_hex(side.d->bytes, side.d->length), to_hex(exchange.own(role).d));
-        EXPECT_EQ(to_hex(side.r->bytes, side.r->length), to_hex(exchange.own(role).r));
-    }
+TEST(Sm2RPoint, KeptEarlierContentOfYBehindTheCoordinateStays) {
+    install(prime_group().curve(24));
+    ecc_point_bytes record = point_record(ByteString(65, 0x11), ByteString(65, 0x22));
+    const ByteString scalar = {0x07};
+    EXPECT_EQ(sm2_RPoint(scalar.data(), 1, &record), 0);
+    EXPECT_EQ(to_hex(record.x, 65), to_hex(ByteString(65, 0x11)));
+    EXPECT_EQ(to_hex(record.y, 65), to_hex(joined({ByteString(24, 0x00), ByteString(41, 0x22)})));
+    EXPECT_EQ(record.length, 24u);
+}
+
+TEST(Sm2RPoint, KeptWithoutACurveOnlyTheLengthIsWritten) {
+    uninstall();
+    const ByteString scalar = {0x07};
+    expect_zero_bytes_in_y(scalar.data(), 1, 0);
+}
+
+TEST(Sm2RPoint, NullPointersReturnOneWithoutACurveToo) {
+    uninstall();
+    GuardedRecord<ecc_point_bytes> out;
+    EXPECT_EQ(sm2_RPoint(nullptr, 1, out.get()), 1);
+    EXPECT_TRUE(out.unchanged());
 }
 
 }  // namespace zokecc_test::sm2_exchange_whole_test

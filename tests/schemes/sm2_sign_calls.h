@@ -4,8 +4,8 @@
 #ifndef ZOKECC_TESTS_SCHEMES_SM2_SIGN_CALLS_H
 #define ZOKECC_TESTS_SCHEMES_SM2_SIGN_CALLS_H
 
+#include "tests/support/kdf_model.h"
 #include "tests/support/legacy_records.h"
-#include "tests/support/model_hash.h"
 #include "tests/support/small_group.h"
 
 namespace zokecc_test {
@@ -14,13 +14,9 @@ struct Sm2Pair {
     uint32_t r, s;
 };
 
-inline ByteString sm2_digest(const ByteString &Z, const ByteString &text, uint32_t hash) {
-    const ByteString input = joined({Z, text});
-    return hash == HASH_ALG_SM3 ? model_sm3(input) : model_sha256(input);
-}
 // The digest of Z and the message modulo the small order.
 inline uint32_t small_sm2_e(const ByteString &Z, const ByteString &text, uint32_t hash) {
-    return residue(sm2_digest(Z, text, hash), kSmallN);
+    return residue(selected_digest(hash, joined({Z, text})), kSmallN);
 }
 
 inline Sm2Pair small_sm2(uint32_t e, uint32_t d, uint32_t k) {

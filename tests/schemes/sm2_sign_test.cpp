@@ -48,53 +48,6 @@ KeptRound find_round(Condition condition) {
 
 }  // namespace
 
-TEST(Sm2DigitalSign, WritesRAndSAtTheCurveLengthAndNothingElse) {
-    for (unsigned byte_len : kLegacyLengths) {
-        for (uint32_t hash : kHashes) {
-            install_small(byte_len);
-            FakeEntropy entropy;
-            uint32_t e = small_sm2_e(kZ, kText, hash);
-            uint32_t k = usable_nonce(e, kD);
-            queue_number(entropy, k);
-            Sm2Signing call(number_bytes(kD, byte_len), kText, kZ);
-            EXPECT_EQ(call.run(hash), 0);
-            expect_record(call.sig, small_sm2(e, kD, k).r, small_sm2(e, kD, k).s, byte_len);
-            EXPECT_EQ(entropy.number_calls, 1u);
-        }
-    }
-}
-
-TEST(Sm2DigitalSign, MessagesOfEveryLengthUpTo200) {
-    install_small(32);
-    const ByteString text = test_bytes(200);
-    for (std::ptrdiff_t length = 0; length <= 200; ++length)
-        for (uint32_t hash : kHashes) expect_signs(kD, ByteString(text.begin(), text.begin() + length), hash);
-}
-
-TEST(Sm2DigitalSign, MessageOf64KiB) {
-    install_small(32);
-    for (uint32_t hash : kHashes) expect_signs(kD, test_bytes(65536), hash);
-}
-
-TEST(Sm2DigitalSign, NullMessageOfLengthZeroIsTheEmptyOne) {
-    install_small(32);
-    for (uint32_t hash : kHashes) {
-        FakeEntropy entropy;
-        uint32_t e = small_sm2_e(kZ, ByteString(), hash);
-        uint32_t k = usable_nonce(e, kD);
-        queue_number(entropy, k);
-        Sm2Signing call(number_bytes(kD, 32), kText, kZ);
-        sm3_msg nothing{nullptr, 1, 0};
-        EXPECT_EQ(sm2_DigitalSign(call.d.get(), &nothing, call.Z.data(), call.sig.get(), hash), 0);
-        expect_record(call.sig, small_sm2(e, kD, k).r, small_sm2(e, kD, k).s, 32);
-    }
-}
-
-TEST(Sm2DigitalSign, KeyTwoBelowTheOrderSigns) {
-    install_small(32);
-    expect_signs(kSmallN - 2, kText, HASH_ALG_SM3);
-}
-
 TEST(Sm2DigitalSign, KeyOfZeroSigns) {
     install_small(32);
     for (uint32_t hash : kHashes) expect_signs(0, kText, hash);
@@ -106,19 +59,6 @@ TEST(Sm2DigitalSign, KeyOfZeroSigns) {
     Sm2Pair expected = small_sm2(small_sm2_e(kZ, kText, HASH_ALG_SM3), 0, k);
     EXPECT_EQ(expected.s, k);
     expect_record(call.sig, expected.r, expected.s, 32);
-}
-
-TEST(Sm2DigitalSign, KeyLengthIsTheScalarsOwn) {
-    install_small(32);
-    uint32_t e = small_sm2_e(kZ, kText, HASH_ALG_SM3);
-    uint32_t k = usable_nonce(e, kD);
-    for (size_t length : {1u, 31u, 33u, 76u}) {
-        FakeEntropy entropy;
-        queue_number(entropy, k);
-        Sm2Signing call(number_bytes(kD, length), kText, kZ);
-        EXPECT_EQ(call.run(HASH_ALG_SM3), 0);
-        expect_record(call.sig, small_sm2(e, kD, k).r, small_sm2(e, kD, k).s, 32);
-    }
 }
 
 TEST(Sm2DigitalSign, KeptZeroRIsAccepted) {
@@ -140,54 +80,10 @@ TEST(Sm2DigitalSign, KeptNonceOfZeroIsUsed) {
     }
 }
 
-TEST(Sm2DigitalSign, NonceForWhichRPlusKIsTheOrderIsDrawnAgain) {
-    install_small(32);
-    KeptRound round =
-        find_round([](uint32_t e, uint32_t k) { return (e + small_multiple(k).x) % kSmallN + k == kSmallN; });
-    uint32_t usable = usable_nonce(small_sm2_e(kZ, round.text, HASH_ALG_SM3), kD);
-    expect_nonce_used(kD, round.text, HASH_ALG_SM3, {round.k, round.k, usable});
-}
-
-TEST(Sm2DigitalSign, NonceThatGivesSZeroIsDrawnAgain) {
-    // s is 0 where k = r d.
-    install_small(32);
-    for (uint32_t d : {1u, kD, 500u}) {
-        KeptRound round = find_round([d](uint32_t e, uint32_t k) {
-            Sm2Pair made = small_sm2(e, d, k);
-            return made.s == 0 && made.r + k != kSmallN;
-        });
-        uint32_t usable = usable_nonce(small_sm2_e(kZ, round.text, HASH_ALG_SM3), d);
-        expect_nonce_used(d, round.text, HASH_ALG_SM3, {round.k, usable});
-    }
-}
-
 TEST(Sm2DigitalSign, ZeroKeyWithNonceZeroIsDrawnAgain) {
     install_small(32);
     uint32_t usable = usable_nonce(small_sm2_e(kZ, kText, HASH_ALG_SM3), 0);
     expect_nonce_used(0, kText, HASH_ALG_SM3, {0, usable});
-}
-
-TEST(Sm2DigitalSign, Draws1024TimesWithoutSuccessAndReturnsMinusOne) {
-    install_small(32);
-    FakeEntropy entropy;
-    queue_number(entropy, 0u, 1100);
-    Sm2Signing call(ByteString(32, 0), kText, kZ);
-    EXPECT_EQ(call.run(HASH_ALG_SM3), -1);
-    EXPECT_EQ(entropy.number_calls, 1024u);
-    EXPECT_TRUE(call.sig.unchanged());
-}
-
-TEST(Sm2DigitalSign, SucceedsAtThe1024thDraw) {
-    install_small(32);
-    uint32_t e = small_sm2_e(kZ, kText, HASH_ALG_SM3);
-    uint32_t usable = usable_nonce(e, 0);
-    FakeEntropy entropy;
-    queue_number(entropy, 0u, 1023);
-    queue_number(entropy, usable);
-    Sm2Signing call(ByteString(32, 0), kText, kZ);
-    EXPECT_EQ(call.run(HASH_ALG_SM3), 0);
-    EXPECT_EQ(entropy.number_calls, 1024u);
-    expect_record(call.sig, small_sm2(e, 0, usable).r, usable, 32);
 }
 
 TEST(Sm2DigitalSign, KeptUnknownSelectorSignsOverZero) {

@@ -32,7 +32,7 @@ inline ECCSignature sig() { return signature(from_hex(kR), from_hex(kS)); }
 }  // namespace example
 
 // Signs on the SM2 curve with the example's nonce.
-struct Sm2Signing {
+struct ExampleSigning {
     GuardedRecord<ECCSignature> sig;
     FakeEntropy entropy;
 

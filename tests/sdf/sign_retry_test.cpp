@@ -34,17 +34,6 @@ void expect_sm2(std::initializer_list<uint32_t> nonces, uint32_t r, uint32_t s, 
     EXPECT_TRUE(signing.entropy.queued_numbers.empty());
 }
 
-void expect_ecdsa(std::initializer_list<uint32_t> nonces, uint32_t e, uint32_t r, uint32_t s) {
-    Signing signing;
-    ASSERT_EQ(signing.sign(ZOK_ALG_ECDSA_SIGN, e, nonces), ZOK_OK);
-    expect_small_signature(signing.sig, r, s);
-    EXPECT_EQ(signing.entropy.number_calls, nonces.size());
-}
-
-void queue_many(FakeEntropy &entropy, uint32_t value, unsigned count) {
-    for (unsigned i = 0; i < count; ++i) entropy.queued_numbers.push_back(small_number(value));
-}
-
 // b = 0 and G = (0, 0): the base point lies on the curve, and every multiple has x = 0.
 Curve useless_curve() {
     Curve out = small_curve();
@@ -55,13 +44,6 @@ Curve useless_curve() {
 }
 
 }  // namespace
-
-TEST(SdfExternalSignEcc, Sm2GoodNonceNeedsOneRound) { expect_sm2({kGood}, 762, 4); }
-
-TEST(SdfExternalSignEcc, Sm2RPlusKEqualToTheOrderStartsAgain) {
-    expect_sm2({kSumIsOrder, kGood}, 762, 4);
-    expect_sm2({kSumIsOrder, kSumIsOrder, kSumIsOrder, kGood}, 762, 4);
-}
 
 TEST(SdfExternalSignEcc, Sm2SEqualToZeroStartsAgain) {
     expect_sm2({kSIsZero, kGood}, 762, 4);
@@ -97,57 +79,12 @@ TEST(SdfExternalSignEcc, Sm2NonceZeroWithEZeroGivesSZeroAndStartsAgain) {
 TEST(SdfExternalSignEcc, KeptSm2REqualToZeroOnTheSm2Curve) {
     // e = n - x of k G; s = k / (1 + d).
     const ByteString e = from_hex("fb14038d7172e8679dfbcdd97188014930a5b08d13bec91c0457e53c0bc0a6b0");
-    Sm2Signing signing;
+    ExampleSigning signing;
     ASSERT_EQ(signing.sign(ZOK_ALG_SM2_SIGN, example::priv(), e), ZOK_OK);
     signing.expect("0000000000000000000000000000000000000000000000000000000000000000",
                    "0e9ed3f9384552871c05b57813f956a96dd20d7477d19424de3e842851f9d5ab");
     EXPECT_EQ(verify_e(sm2_session(), ZOK_ALG_SM2_SIGN, example::pub(), e, *signing.sig.get()),
               ZOK_ERR_VERIFY);
-}
-
-TEST(SdfExternalSignEcc, EcdsaREqualToZeroStartsAgain) {
-    expect_ecdsa({0, 77}, 456, 761, 681);         // infinity
-    expect_ecdsa({128, 863, 77}, 456, 761, 681);  // the two points with x = 0
-}
-
-TEST(SdfExternalSignEcc, EcdsaSEqualToZeroStartsAgain) {
-    expect_ecdsa({500, 77}, 481, 761, 218);  // e = -d times x of 500 G
-    expect_ecdsa({500, 0, 500, 77}, 481, 761, 218);
-}
-
-TEST(SdfExternalSignEcc, Sm2SucceedsInTheLastOf1024Rounds) {
-    Signing signing;
-    queue_many(signing.entropy, kSumIsOrder, 1023);
-    ASSERT_EQ(signing.sign(ZOK_ALG_SM2_SIGN, 1, {kGood}), ZOK_OK);
-    expect_small_signature(signing.sig, 762, 4);
-    EXPECT_EQ(signing.entropy.number_calls, 1024u);
-}
-
-TEST(SdfExternalSignEcc, Sm2EndsAfter1024RoundsWithout) {
-    for (uint32_t fruitless : {kSumIsOrder, kSIsZero}) {
-        Signing signing;
-        queue_many(signing.entropy, fruitless, 1024);
-        EXPECT_EQ(signing.sign(ZOK_ALG_SM2_SIGN, 1, {kGood}), ZOK_ERR_SIGN);
-        EXPECT_EQ(signing.entropy.number_calls, 1024u);
-        EXPECT_TRUE(signing.sig.unchanged());
-    }
-}
-
-TEST(SdfExternalSignEcc, EcdsaSucceedsInTheLastOf1024Rounds) {
-    Signing signing;
-    queue_many(signing.entropy, 0, 600);
-    queue_many(signing.entropy, 500, 423);
-    ASSERT_EQ(signing.sign(ZOK_ALG_ECDSA_SIGN, 481, {77}), ZOK_OK);
-    expect_small_signature(signing.sig, 761, 218);
-    EXPECT_EQ(signing.entropy.number_calls, 1024u);
-}
-
-TEST(SdfExternalSignEcc, EcdsaEndsAfter1024RoundsWithout) {
-    Signing signing;
-    queue_many(signing.entropy, 0, 1024);
-    EXPECT_EQ(signing.sign(ZOK_ALG_ECDSA_SIGN, 1, {77}), ZOK_ERR_SIGN);
-    EXPECT_EQ(signing.entropy.number_calls, 1024u);
-    EXPECT_TRUE(signing.sig.unchanged());
 }
 
 TEST(SdfExternalSignEcc, EcdsaOverABasePointZeroEndsAfter1024Draws) {

@@ -57,6 +57,8 @@ struct LegacyExchange {
           R_record(point_record(exchange.own(side).Rx, exchange.own(side).Ry)),
           peerR_record(point_record(exchange.peer(side).Rx, exchange.peer(side).Ry)),
           peerP_record(point_record(exchange.peer(side).x, exchange.peer(side).y)),
+          peer_x(exchange.peer(side).x),
+          peer_y(exchange.peer(side).y),
           ZA_bytes(exchange.A.Z),
           ZB_bytes(exchange.B.Z),
           key(key_length > 0 ? static_cast<size_t>(key_length) : 0),
@@ -68,6 +70,7 @@ struct LegacyExchange {
 
     ScalarArgument d_bytes, r_bytes;
     ecc_point_bytes R_record, peerR_record, peerP_record;
+    ByteString peer_x, peer_y;  // the peer's key, which the call for both roles hashes
     ByteString ZA_bytes, ZB_bytes;
     GuardedRecord<ecc_point_bytes> R_written;
     GuardedBuffer value02{32}, value03{32}, key;
@@ -86,6 +89,18 @@ struct LegacyExchange {
     int32_t klen;
     uint32_t selector;
     uint32_t role;
+
+    void set_Z(const ByteString &A, const ByteString &B) {
+        ZA_bytes = A;
+        ZB_bytes = B;
+        ZA = ZA_bytes.data();
+        ZB = ZB_bytes.data();
+    }
+    void set_peer_key(const ByteString &x, const ByteString &y) {
+        peerP_record = point_record(x, y);
+        peer_x = x;
+        peer_y = y;
+    }
 
     int32_t a1_3() { return sm2_KeyExChg_A1_3(r, R_out); }
     int32_t a4_10() {
@@ -107,7 +122,8 @@ struct LegacyExchange {
         return status;
     }
 
-    bool results_untouched() const { return value02.untouched() && value03.untouched() && key.untouched(); }
+    bool values_untouched() const { return value02.untouched() && value03.untouched(); }
+    bool results_untouched() const { return values_untouched() && key.untouched(); }
     bool nothing_written() const { return results_untouched() && R_written.unchanged(); }
 };
 
@@ -126,27 +142,26 @@ inline constexpr LegacyKeyCall kWholeResponder = {"whole, role 0", &LegacyExchan
 inline constexpr LegacyKeyCall kLegacyKeyCalls[] = {kInitiatorCall, kResponderCall, kWholeInitiator,
                                                     kWholeResponder};
 
-inline std::string text_of(const GuardedBuffer &buffer) { return to_hex(buffer.all()); }
-
-// Exactly klen bytes of key and 32 bytes in each value, as the split calls make them.
-inline void expect_split_results(const LegacyExchange &side, const ExchangeHashes &expected) {
-    EXPECT_EQ(text_of(side.key), to_hex(expected.key(side.key.size())));
-    EXPECT_EQ(text_of(side.value02), to_hex(expected.confirmation(0x02)));
-    EXPECT_EQ(text_of(side.value03), to_hex(expected.confirmation(0x03)));
-    EXPECT_TRUE(side.key.untouched_from(side.key.size()));
-    EXPECT_TRUE(side.value02.untouched_from(32));
-    EXPECT_TRUE(side.value03.untouched_from(32));
+inline uint32_t run(LegacyExchange &side, const LegacyKeyCall &call) {
+    return static_cast<uint32_t>((side.*call.call)());
 }
 
-// The same for the call for both roles, which also hashes the peer's key.
-inline void expect_whole_results(const LegacyExchange &side, const ExchangeHashes &expected,
-                                 const ExchangeParty &peer) {
-    EXPECT_EQ(text_of(side.key), to_hex(expected.key(side.key.size())));
-    EXPECT_EQ(text_of(side.value02), to_hex(expected.whole_call_confirmation(0x02, peer.x, peer.y)));
-    EXPECT_EQ(text_of(side.value03), to_hex(expected.whole_call_confirmation(0x03, peer.x, peer.y)));
-    EXPECT_TRUE(side.key.untouched_from(side.key.size()));
-    EXPECT_TRUE(side.value02.untouched_from(32));
-    EXPECT_TRUE(side.value03.untouched_from(32));
+inline std::string text_of(const GuardedBuffer &buffer) { return to_hex(buffer.all()); }
+
+// Exactly klen bytes of key and 32 bytes in each value. The values of the call for both roles cover the
+// peer's key as well.
+inline void expect_results(const LegacyExchange &side, const LegacyKeyCall &call,
+                           const ExchangeHashes &expected) {
+    auto confirmation = [&](uint8_t prefix) {
+        return to_hex(call.call == &LegacyExchange::whole
+                          ? expected.whole_call_confirmation(prefix, side.peer_x, side.peer_y)
+                          : expected.confirmation(prefix));
+    };
+    EXPECT_EQ(text_of(side.key), to_hex(expected.key(side.key.size()))) << call.name;
+    EXPECT_EQ(text_of(side.value02), confirmation(0x02)) << call.name;
+    EXPECT_EQ(text_of(side.value03), confirmation(0x03)) << call.name;
+    EXPECT_TRUE(side.key.untouched_from(side.key.size())) << call.name;
+    EXPECT_TRUE(side.value02.untouched_from(32) && side.value03.untouched_from(32)) << call.name;
 }
 
 // x and y in L bytes each at the start of their fields, the length, and nothing else.

@@ -54,7 +54,7 @@ std::string record_text(const Record &record) {
 
 // Changing a pointer, a record or a number before the call is how a test makes its case.
 struct SessionExchange {
-    SessionExchange(const ExchangeCase &exchange, Role side, uint32_t key_length = 16)
+    SessionExchange(const ExchangeCase &exchange, Role side, int key_length = 16)
         : d_record(private_record(exchange.own(side).d)),
           r_record(private_record(exchange.own(side).r)),
           R_record(public_record(exchange.own(side).Rx, exchange.own(side).Ry)),
@@ -64,8 +64,8 @@ struct SessionExchange {
           idB(exchange.B.id),
           ZA(exchange.A.Z),
           ZB(exchange.B.Z),
-          key(key_length),
-          klen_bits(8 * key_length),
+          key(key_length > 0 ? static_cast<size_t>(key_length) : 0),
+          klen_bits(static_cast<uint32_t>(8 * key.size())),
           session(session_on(exchange.curve, exchange.selector)) {
         written->key = key.data();
     }
@@ -108,6 +108,12 @@ struct SessionExchange {
         ZB_len = static_cast<uint32_t>(ZB.size());
     }
 
+    void set_Z(const ByteString &A, const ByteString &B) {
+        set_ZA(A);
+        set_ZB(B);
+    }
+    void set_peer_key(const ByteString &x, const ByteString &y) { peerP_record = public_record(x, y); }
+
     uint32_t sm2_initiate() {
         return ZOK_SM2_GenerateKeyWithECC(session, klen_bits, idA_bytes, idA_len, idB_bytes, idB_len, d, r, R,
                                           peerP, peerR, result);
@@ -134,13 +140,13 @@ struct SessionExchange {
     }
     uint32_t ecdh(uint8_t *out) const { return ZOK_ExternalEcdhKeyAgreement(session, d, peerP, out); }
 
-    bool results_untouched() const {
+    bool values_untouched() const {
         static_assert(offsetof(KeyAgreementResult, key) == 128);
         const ByteString bytes = written.bytes();
-        const bool values =
-            std::all_of(bytes.begin(), bytes.begin() + 128, [](uint8_t b) { return b == kUnused; });
-        return values && written.guards_intact() && key.untouched();
+        return written.guards_intact() &&
+               std::all_of(bytes.begin(), bytes.begin() + 128, [](uint8_t b) { return b == kUnused; });
     }
+    bool results_untouched() const { return values_untouched() && key.untouched(); }
     bool nothing_written() const { return results_untouched() && R_written.unchanged(); }
 };
 
@@ -180,8 +186,6 @@ inline uint32_t run(SessionExchange &side, const SessionKeyCall &call) {
     return status;
 }
 
-inline std::string key_text(const SessionExchange &side) { return to_hex(side.key.all()); }
-
 // The key, and 32 bytes in each slot: the initiator compares S1 (02) and sends SA (03), the
 // responder compares S2 (03) and sends SB (02). Nothing else.
 inline void expect_results(SessionExchange &side, const SessionKeyCall &call,
@@ -189,7 +193,7 @@ inline void expect_results(SessionExchange &side, const SessionKeyCall &call,
     const ByteString unused(32, kUnused);
     const bool initiates = call.role == Role::kInitiator;
     const KeyAgreementResult &got = *side.written.get();
-    EXPECT_EQ(key_text(side), to_hex(expected.key(side.key.size()))) << call.name;
+    EXPECT_EQ(to_hex(side.key.all()), to_hex(expected.key(side.key.size()))) << call.name;
     EXPECT_TRUE(side.key.untouched_from(side.key.size())) << call.name;
     EXPECT_EQ(to_hex(got.check, 64), to_hex(joined({expected.confirmation(initiates ? 0x02 : 0x03), unused})))
         << call.name;

@@ -3,6 +3,9 @@
 #ifndef ZOKECC_TESTS_SUPPORT_VECTOR_FILE_H
 #define ZOKECC_TESTS_SUPPORT_VECTOR_FILE_H
 
+#include <gtest/gtest.h>
+#include <zokecc/hash.h>
+
 #include <fstream>
 #include <map>
 #include <stdexcept>
@@ -25,6 +28,16 @@ public:
     ByteString bytes(const std::string &key) const { return from_hex(text(key)); }
     mint number(const std::string &key) const { return mint_from_hex(text(key)); }
     unsigned decimal(const std::string &key) const { return static_cast<unsigned>(std::stoul(text(key))); }
+
+    // What tells blocks apart.
+    std::string name() const {
+        std::string out;
+        for (const char *key : {"Curve", "Hash", "tcId", "r", "C1x", "d", "Reason", "Comment"})
+            if (has(key)) out += std::string(key) + ' ' + text(key) + ' ';
+        return out;
+    }
+    bool is_valid() const { return text("Result") == "valid"; }
+    uint32_t hash() const { return text("Hash") == "SM3" ? HASH_ALG_SM3 : HASH_ALG_SHA256; }
 
     bool empty() const { return values_.empty(); }
     void set(const std::string &key, const std::string &value) { values_[key] = value; }
@@ -52,6 +65,19 @@ inline std::vector<VectorBlock> read_vectors(const std::string &name) {
     if (!current.empty()) blocks.push_back(current);
     if (blocks.empty()) throw std::runtime_error("vector file without blocks: " + name);
     return blocks;
+}
+
+// Runs the test on every block of the file that is wanted, and says how many there were.
+template <class Wanted, class Test>
+unsigned on_blocks(const std::string &file, Wanted wanted, Test test) {
+    unsigned count = 0;
+    for (const VectorBlock &block : read_vectors(file)) {
+        if (!wanted(block)) continue;
+        SCOPED_TRACE(block.name());
+        test(block);
+        ++count;
+    }
+    return count;
 }
 
 }  // namespace zokecc_test
