@@ -39,7 +39,7 @@ usage() {
   test-secrets-time [PATTERN]  no jump and no address of the hardened build depends on a secret
   test-threads    what may run on several threads does, on eight, under ThreadSanitizer
   fuzz [SECONDS]  every fuzz target for that long, 60 unless told otherwise; fails on a finding
-  bench [FILTER | --update]      times of every operation beside OpenSSL's, as a table and a plot
+  bench [FILTER | --update | --leak [RUNS]]  times beside OpenSSL's; --leak: whether they tell a private key
   bench-arm [FILTER | --update]  instructions on ARMv5TE and ARMv7-A, likewise; --update writes into docs/
   bench-check     every benchmark for a moment, to see that it works
   footprint [--check | --update | --chains]  code, data, stack and heap on ARM; --check holds the limits
@@ -88,10 +88,10 @@ build_preset() {
     fi
 }
 
-# The headers and the library of OpenSSL for ARM are unpacked into build/.
+# build_bench_arm PRESET...: the headers and the library of OpenSSL for ARM are unpacked into build/.
 build_bench_arm() {
     cmake/fetch_armel.sh libssl3 libssl-dev build/armel
-    for preset in bench-arm bench-armv7a; do build_preset "$preset"; done
+    for preset in "$@"; do build_preset "$preset"; done
 }
 
 # suite PRESET: builds, tests, and leaves a line for the summary, with the tests inside the programs.
@@ -310,7 +310,7 @@ fuzz)
 bench)
     require_bench
     install_missing
-    build_preset bench
+    build_preset bench; build_preset bench-hardened
     bench/run.sh host "$@"
     ;;
 bench-arm)
@@ -318,15 +318,15 @@ bench-arm)
     require_cross
     require python3 python3
     install_missing
-    build_bench_arm
+    build_bench_arm bench-arm bench-armv7a bench-arm-hardened bench-armv7a-hardened
     bench/run.sh arm "$@"
     ;;
 bench-check)
     require_bench
     require_cross
     install_missing
-    build_preset bench
-    build_bench_arm
+    build_preset bench; build_preset bench-hardened
+    build_bench_arm bench-arm bench-armv7a
     bench/run.sh check
     ;;
 footprint)

@@ -3,11 +3,12 @@
 """Reports what the benchmarks measured: a table as markdown on standard output, and a plot.
 
     bench/report.py host RESULT.json... PLOT.svg [--partial | --update]
-    bench/report.py arm RESULT.json PLOT.svg [--partial | --update]      and likewise armv7a
+    bench/report.py arm RESULT.json... PLOT.svg [--partial | --update]   and likewise armv7a
 
-The result fails if an operation is missing, unknown or was not measured on both sides; --partial
-allows for missing ones. --update also writes the table, and that of the calls, into
-docs/performance.md and the plot beside it.
+A RESULT in a folder whose name ends in -hardened is the hardened build's, which has columns of its own. The
+result fails if an operation is missing, unknown or was not measured on both sides; --partial allows for
+missing ones. --update also writes the table, and that of the calls, into docs/performance.md and the plot
+beside it.
 """
 import json
 import pathlib
@@ -15,7 +16,7 @@ import statistics
 import sys
 
 import plot
-from operations import GROUPS, OPERATIONS
+from operations import GROUPS, HARDENED_OPERATIONS, OPERATIONS
 
 DOCS = pathlib.Path(__file__).resolve().parent.parent / "docs"
 ALONE = {"session_open", "curve_init"}  # OpenSSL has nothing that compares
@@ -50,8 +51,8 @@ def read_arm(paths):
     return result["context"], samples, []
 
 
-def completeness(samples, partial):
-    known = {operation.name for operation in OPERATIONS}
+def completeness(samples, operations, partial):
+    known = {operation.name for operation in operations}
     for name in sorted(set(samples) - known):
         yield f"{name}: not in bench/operations.py"
     for name in sorted(set() if partial else known - set(samples)):
@@ -83,65 +84,95 @@ def times(ratio):
     return f"{ratio:.2f}" if ratio >= 0.1 else f"{ratio:.1g}"
 
 
-def arm_goal(target, operation):
-    goal = getattr(operation, target)
+def arm_goal(target, operation, goals):
+    goal = getattr(goals, target)
     return goal * (operation.bytes or 1) if goal else None
 
 
-class Row:
-    def __init__(self, operation, sides):
-        self.operation = operation
+class Measured:
+    """Both sides of an operation in one build."""
+
+    def __init__(self, operation, sides, goals):
+        self.operation, self.goals = operation, goals
         self.ours = statistics.mean(sides["zokecc"])
         self.peer = statistics.mean(sides["openssl"]) if "openssl" in sides else None
         self.ratio = self.peer / self.ours if self.peer else None
         self.spread = max(statistics.stdev(side) / statistics.mean(side) if len(side) > 1 else 0
                           for side in sides.values())
 
+    def figures(self, target):
+        """Ours and the ratio."""
+        show = seconds if target == "host" else instructions
+        return [show(self.ours, self.operation), times(self.ratio) if self.ratio else ""]
+
+    def met(self, target):
+        """The goal and whether it is met."""
+        if self.goals is None:
+            return ["", ""]
+        if target == "host":
+            goal, met = self.goals.host, (self.ratio or 0) >= (self.goals.host or 0)
+            return [f">= {goal:g}", "yes" if met else "no"] if goal else ["", ""]
+        goal = arm_goal(target, self.operation, self.goals)
+        if not goal:
+            return ["", ""]
+        return [f"<= {instructions(goal, self.operation)}", "yes" if self.ours <= goal else "no"]
+
+    def plotted_goal(self, target):
+        """The goal as a ratio: on ARM it is a number of instructions."""
+        if target == "host":
+            return self.goals.host
+        goal = arm_goal(target, self.operation, self.goals)
+        return self.peer / goal if goal else None
+
+
+class Row:
+    """An operation in both builds; `hardened` has its samples there, or nothing."""
+
+    def __init__(self, operation, sides, hardened):
+        self.operation = operation
+        self.default = Measured(operation, sides, operation)
+        self.hardened = Measured(operation, hardened, operation.hardened) if hardened else None
+
     def cells(self, target):
         show = seconds if target == "host" else instructions
-        cells = [self.operation.what, show(self.ours, self.operation),
-                 show(self.peer, self.operation) if self.peer else "",
-                 times(self.ratio) if self.ratio else ""]
+        peer = self.default.peer
+        ours, ratio = self.default.figures(target)
+        cells = [self.operation.what, ours, show(peer, self.operation) if peer else "", ratio]
         if target == "host":
-            goal, met = self.operation.host, (self.ratio or 0) >= (self.operation.host or 0)
-            return cells + [f"{100 * self.spread:.0f} %", f">= {goal:g}" if goal else "",
-                            ("yes" if met else "no") if goal else ""]
-        goal = arm_goal(target, self.operation)
-        return cells + [f"<= {instructions(goal, self.operation)}" if goal else "",
-                        ("yes" if self.ours <= goal else "no") if goal else ""]
+            cells.append(f"{100 * self.default.spread:.0f} %")
+        cells += self.default.met(target)
+        return cells + (self.hardened.figures(target) + self.hardened.met(target) if self.hardened
+                        else [""] * 4)
 
     def plotted(self, target):
-        """The goal as a ratio: on ARM it is a number of instructions."""
-        goal = self.operation.host
-        if target != "host":
-            goal = arm_goal(target, self.operation)
-            goal = self.peer / goal if goal else None
-        return (self.operation.what, self.ratio, goal)
+        return (self.operation.what, self.default.ratio, self.default.plotted_goal(target))
 
 
-def grouped(samples):
+def grouped(samples, hardened):
     """(heading, rows) of what was measured."""
     for heading, group in GROUPS.items():
-        rows = [Row(operation, samples[operation.name]) for operation in group if operation.name in samples]
+        rows = [Row(operation, samples[operation.name], hardened.get(operation.name)) for operation in group
+                if operation.name in samples]
         if rows:
             yield heading, rows
 
 
-def table(target, context, samples):
+def table(target, context, samples, hardened):
     titles = ["Operation", "zokecc", "OpenSSL", "Ratio"]
     titles += ["Spread", "Goal", "Met"] if target == "host" else ["Goal", "Met"]
+    titles += ["Hardened", "Ratio", "Goal", "Met"]
     lines = [f"{context['processor']}; {context['compiler']}; {context['openssl']}.", "",
              f"| {' | '.join(titles)} |", "|---" + "|--:" * (len(titles) - 1) + "|"]
-    for heading, rows in grouped(samples):
+    for heading, rows in grouped(samples, hardened):
         lines.append(f"| **{heading}** |" + " |" * (len(titles) - 1))
         lines += [f"| {' | '.join(row.cells(target))} |" for row in rows]
     return "\n".join(lines) + "\n"
 
 
 def plot_rows(target, samples):
-    for heading, rows in grouped(samples):
+    for heading, rows in grouped(samples, {}):
         yield (heading, None, None)
-        yield from (row.plotted(target) for row in rows if row.ratio)
+        yield from (row.plotted(target) for row in rows if row.default.ratio)
 
 
 def calls():
@@ -166,12 +197,17 @@ def main():
     target, *paths = [word for word in sys.argv[1:] if word not in options] or [""]
     if target not in PLOTS or len(paths) < 2 or options - {"--partial", "--update"} or len(options) > 1:
         sys.exit(__doc__)
-    context, samples, faults = (read_host if target == "host" else read_arm)(paths[:-1])
-    faults += completeness(samples, "--partial" in options)
+    read, partial = read_host if target == "host" else read_arm, "--partial" in options
+    context, samples, faults = read([path for path in paths[:-1] if "-hardened/" not in path])
+    faults += completeness(samples, OPERATIONS, partial)
+    hardened, results = {}, [path for path in paths[:-1] if "-hardened/" in path]
+    if results:
+        _, hardened, more_faults = read(results)
+        faults += more_faults + list(completeness(hardened, HARDENED_OPERATIONS, partial))
     if faults or not samples:
         sys.exit("\n".join(faults) or "nothing was measured")
-    text, drawing = table(target, context, samples), plot.svg(TITLES[target],
-                                                              list(plot_rows(target, samples)))
+    text = table(target, context, samples, hardened)
+    drawing = plot.svg(TITLES[target], list(plot_rows(target, samples)))
     print(text, end="")
     pathlib.Path(paths[-1]).write_text(drawing, encoding="ascii")
     if "--update" in options:

@@ -3,24 +3,27 @@
 # Runs the benchmarks that `./build.sh bench` and `./build.sh bench-arm` have built, and reports.
 #
 #     bench/run.sh host [--update | FILTER]    times, beside OpenSSL's
+#     bench/run.sh host --leak [RUNS]          whether times tell a private key, in either build
 #     bench/run.sh arm  [--update | FILTER]    executed instructions on ARMv5TE and ARMv7-A, beside OpenSSL's
 #     bench/run.sh check                       both for a moment: proves that they work, measures nothing
 #
 # FILTER is a regular expression for names, which bench/operations.py lists. --update puts tables and
-# plots into docs/.
+# plots into docs/. Calls with secrets are measured in the hardened build, too. A test for leaks takes RUNS
+# of each operation, a million unless told otherwise; a tenth in the default build, which keeps memory.
 set -eu
 cd "$(dirname "$0")/.."
 
-host=build/bench
-
-# run_host OPTION...: all programs, one file of results each.
+# run_host BUILD LAYERS OPTION...: programs of layers, one file of results each.
 run_host() {
-    rm -rf "$host/results"
-    mkdir -p "$host/results"
-    for layer in mint hash ecc session scheme; do
-        echo "==> measuring: $layer" >&2
-        results="$host/results/$layer"
-        if ! "$host/bench/${layer}_bench" --benchmark_out="$results.json" --benchmark_out_format=json \
+    build=build/$1
+    layers=$2
+    shift 2
+    rm -rf "$build/results"
+    mkdir -p "$build/results"
+    for layer in $layers; do
+        echo "==> measuring: $build, $layer" >&2
+        results="$build/results/$layer"
+        if ! "$build/bench/${layer}_bench" --benchmark_out="$results.json" --benchmark_out_format=json \
             --benchmark_filter="${filter:-.}" "$@" > "$results.log" 2>&1; then
             tail -n 20 "$results.log" >&2
             return 1
@@ -28,14 +31,45 @@ run_host() {
     done
 }
 
-# count FILTER: the instructions on each of the two machines.
+# run_builds OPTION...: the default build, and what differs in the hardened one.
+run_builds() {
+    run_host bench 'mint hash ecc session scheme' "$@"
+    run_host bench-hardened 'session scheme' "$@"
+}
+
+# count_build BUILD PROCESSOR OPTION...: the instructions of each operation in that build.
+count_build() {
+    echo "==> counting: $1" >&2
+    folder=build/$1
+    processor=$2
+    shift 2
+    python3 -B bench/arm/count.py "$folder/bench" "$processor" "$folder/counts.json" "$filter" "$@"
+}
+
+# count_machine TARGET BUILD PROCESSOR: both builds; the default one alone for a moment's check.
+count_machine() {
+    count_build "$2" "$3"
+    if [ "$command" = check ]; then
+        report "$1" "build/$2/counts.json"
+        return
+    fi
+    count_build "$2-hardened" "$3" --hardened
+    report "$1" "build/$2/counts.json" "build/$2-hardened/counts.json"
+}
+
+# count: the instructions on each of the two machines.
 count() {
-    for machine in 'arm bench-arm arm926' 'armv7a bench-armv7a cortex-a8'; do
-        # shellcheck disable=SC2086 # three words: the report's name, the build's and the processor
-        set -- "$1" $machine
-        echo "==> counting: $4" >&2
-        python3 -B bench/arm/count.py "build/$3/bench" "$4" "build/$3/counts.json" "$1"
-        report "$2" "build/$3/counts.json"
+    count_machine arm bench-arm arm926
+    count_machine armv7a bench-armv7a cortex-a8
+}
+
+# leaks RUNS RUNS: the table of Welch's t, with so many runs of the default and of the hardened build.
+leaks() {
+    echo '| Operation | Build | Runs | t | Fixed key | Random keys |'
+    echo '|---|---|--:|--:|--:|--:|'
+    for operation in sign decrypt agree; do
+        build/bench/bench/time_leak "$operation" "$1"
+        build/bench-hardened/bench/time_leak "$operation" "$2"
     done
 }
 
@@ -51,6 +85,11 @@ command=${1:-}
 filter=
 report_option=
 case ${2:-} in
+--leak)
+    runs=${3:-1000000}
+    leaks "$(((runs + 9) / 10))" "$runs"
+    exit 0
+    ;;
 --update) report_option=--update ;;
 ?*)
     filter=$2
@@ -61,22 +100,24 @@ esac
 case $command in
 host)
     # Many short rounds in a random order: whatever else the machine does meets both sides alike.
-    run_host --benchmark_min_time=0.02 --benchmark_repetitions=25 \
+    run_builds --benchmark_min_time=0.02 --benchmark_repetitions=25 \
         --benchmark_enable_random_interleaving=true
-    report host "$host"/results/*.json
+    report host build/bench/results/*.json build/bench-hardened/results/*.json
     ;;
 arm)
-    count "$filter"
+    count
     ;;
 check)
-    run_host --benchmark_min_time=0.0001
-    report host "$host"/results/*.json > "$host/check.md"
+    run_builds --benchmark_min_time=0.0001
+    report host build/bench/results/*.json build/bench-hardened/results/*.json > build/bench/check.md
+    leaks 1 1
     report_option=--partial
-    count '^(mint_mod_mul|sm3_64|sm2_sign_digest)$'
+    filter='^(mint_mod_mul|sm3_64|sm2_sign_digest)$'
+    count
     echo '==> the benchmarks work'
     ;;
 *)
-    sed -n '3,10s/^# \{0,1\}//p' "$0" >&2
+    sed -n '3,13s/^# \{0,1\}//p' "$0" >&2
     exit 2
     ;;
 esac

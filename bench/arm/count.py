@@ -2,11 +2,11 @@
 # Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 """Counts the instructions that each operation executes on ARM, under emulation.
 
-    bench/arm/count.py BUILD_FOLDER PROCESSOR RESULT.json [FILTER]
+    bench/arm/count.py BUILD_FOLDER PROCESSOR RESULT.json [FILTER [--hardened]]
 
 Each operation runs in a process of its own with nothing from the environment, so that its count
 depends on no other and is the same in every run. PROCESSOR is one that QEMU knows, FILTER a regular
-expression for names.
+expression for names. --hardened leaves out what is the same in the hardened build.
 """
 import concurrent.futures
 import json
@@ -17,7 +17,7 @@ import subprocess
 import sys
 
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent.parent))
-from operations import OPERATIONS  # noqa: E402
+from operations import HARDENED_OPERATIONS, OPERATIONS  # noqa: E402
 
 EMPTY, OURS, PEER = 1, 2, 3  # as in mark.h
 LIBRARIES = "/usr/arm-linux-gnueabi"
@@ -44,13 +44,15 @@ def count(folder, processor, name, repetitions):
 
 
 def main():
-    if len(sys.argv) not in (4, 5):
+    if len(sys.argv) not in (4, 5, 6) or sys.argv[5:] not in ([], ["--hardened"]):
         sys.exit(__doc__)
     folder, processor, target = pathlib.Path(sys.argv[1]), sys.argv[2], pathlib.Path(sys.argv[3])
-    wanted = re.compile(sys.argv[4] if len(sys.argv) == 5 else "")
+    wanted = re.compile(sys.argv[4] if len(sys.argv) > 4 else "")
     names = emulated(folder, processor, "--list").split("\n")[:-1]
     repetitions = {operation.name: operation.repetitions for operation in OPERATIONS}
     chosen = [name for name in names if wanted.search(name)]
+    if len(sys.argv) == 6:
+        chosen = [name for name in chosen if name in {operation.name for operation in HARDENED_OPERATIONS}]
     with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
         counts = list(pool.map(
             lambda name: count(folder, processor, name, repetitions.get(name, 1)), chosen))
