@@ -8,7 +8,8 @@ import reference
 HERE = pathlib.Path(__file__).resolve().parent
 
 DECIMAL_KEYS = {"Len", "Repeat", "MacLen", "KLen", "L", "PBits", "NBits", "h", "w", "tcId"}
-TEXT_KEYS = {"Curve", "Hash", "Result", "Reason", "Source", "Comment", "Flags", "Aliases"}
+TEXT_KEYS = {"Curve", "Hash", "Result", "Reason", "Source", "Comment", "Flags", "Aliases",
+             "Default"}
 
 
 class Wrong(Exception):
