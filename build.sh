@@ -88,9 +88,10 @@ build_preset() {
     fi
 }
 
-# build_bench_arm PRESET...: the headers and the library of OpenSSL for ARM are unpacked into build/.
+# build_bench_arm PRESET...: headers and libraries of the peers for ARM are unpacked into build/.
 build_bench_arm() {
-    cmake/fetch_armel.sh libssl3 libssl-dev build/armel
+    cmake/fetch_armel.sh libssl3 libssl-dev libgcrypt20 libgcrypt20-dev libgpg-error0 libgpg-error-dev \
+        libnettle8 libhogweed6 nettle-dev libgmp10 libgmp-dev build/armel
     for preset in "$@"; do build_preset "$preset"; done
 }
 

@@ -1,6 +1,6 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Points: multiplication by a scalar with and without a table, addition, and decoding. OpenSSL's
-// results are taken to affine coordinates, as ours are.
+// results are converted to affine coordinates, as ours are.
 #include <zokecc/ecc.h>
 
 #include "bench/curves.h"
@@ -105,7 +105,7 @@ Sides add_affine(const std::string &curve_name)
                     }));
 }
 
-// 33 bytes to a point: a square root, and the test that the point lies on the curve.
+// 33 bytes to a point: a square root, and the check that the point is on the curve.
 Sides decode(const std::string &curve_name)
 {
     const auto s = std::make_shared<Points>(curve_name);

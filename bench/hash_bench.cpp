@@ -1,7 +1,7 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // SM3, SHA-256 and their HMACs over a short and a long message. OpenSSL hashes with a fetched
-// algorithm and a context that is kept, and makes its HMACs with HMAC_CTX: of its interfaces the
-// fastest ones that are not tied to one algorithm.
+// algorithm and a reused context, and computes HMACs with HMAC_CTX: the fastest of its interfaces that
+// are not tied to one algorithm.
 #include <openssl/hmac.h>
 #include <zokecc/hash.h>
 
@@ -58,7 +58,7 @@ Loop peer_hash(const SharedHashing &h)
     });
 }
 
-// The key is given anew each time, as our calls take it.
+// The key is set on each call, as ours require.
 Loop peer_hmac(const SharedHashing &h)
 {
     return repeat([h] {

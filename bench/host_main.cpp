@@ -1,6 +1,6 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Measures the operations that are linked into the program with Google Benchmark, each as
-// NAME/zokecc and NAME/openssl.
+// NAME/zokecc, NAME/openssl and NAME/PEER for each other peer that has it.
 #include <benchmark/benchmark.h>
 #include <openssl/crypto.h>
 
@@ -10,12 +10,13 @@
 #include <string>
 
 #include "bench/operation.h"
+#include "bench/other_peers.h"
 
 namespace {
 
 using namespace zokecc_bench;
 
-// Set up at the first use, and kept: with random interleaving an operation starts many times.
+// Set up once: with random interleaving an operation starts many times.
 const Sides &sides_of(const Operation &operation)
 {
     static std::map<const Operation *, Sides> made;
@@ -24,24 +25,47 @@ const Sides &sides_of(const Operation &operation)
     return made.emplace(&operation, operation.make()).first->second;
 }
 
-void measure(benchmark::State &state, const Operation &operation, bool is_peer)
+const Loop &loop_of(const OtherPeer &peer)
+{
+    static std::map<const OtherPeer *, Loop> made;
+    const auto found = made.find(&peer);
+    if (found != made.end()) return found->second;
+    return made.emplace(&peer, peer.make()).first->second;
+}
+
+// `prepared` makes the loop; what it does besides is not measured.
+template <class Prepared>
+void measure(benchmark::State &state, unsigned batch, Prepared prepared)
 {
     try {
-        const Sides &sides = sides_of(operation);
-        if (!is_peer && sides.before_ours) sides.before_ours();
-        const Loop &loop = is_peer ? sides.peer : sides.ours;
-        loop(operation.batch);
-        while (state.KeepRunningBatch(operation.batch)) loop(operation.batch);
+        const Loop &loop = prepared();
+        loop(batch);
+        while (state.KeepRunningBatch(batch)) loop(batch);
     } catch (const std::exception &failure) {
         state.SkipWithError(failure.what());
     }
 }
 
-void add(const Operation &operation, const char *side, bool is_peer)
+template <class Prepared>
+void add(const Operation &operation, const std::string &side, Prepared prepared)
 {
     benchmark::RegisterBenchmark(
         (operation.name + '/' + side).c_str(),
-        [&operation, is_peer](benchmark::State &state) { measure(state, operation, is_peer); });
+        [batch = operation.batch, prepared](benchmark::State &state) { measure(state, batch, prepared); });
+}
+
+void add_sides(const Operation &operation)
+{
+    add(operation, "zokecc", [&operation]() -> const Loop & {
+        const Sides &sides = sides_of(operation);
+        if (sides.before_ours) sides.before_ours();
+        return sides.ours;
+    });
+    if (operation.has_peer)
+        add(operation, "openssl", [&operation]() -> const Loop & { return sides_of(operation).peer; });
+    for (const OtherPeer &peer : other_peers())
+        if (peer.operation == operation.name)
+            add(operation, peer.library, [&peer]() -> const Loop & { return loop_of(peer); });
 }
 
 std::string processor()
@@ -56,12 +80,10 @@ std::string processor()
 
 int main(int argc, char **argv)
 {
-    for (const Operation &operation : operations()) {
-        add(operation, "zokecc", false);
-        if (operation.has_peer) add(operation, "openssl", true);
-    }
+    for (const Operation &operation : operations()) add_sides(operation);
     benchmark::AddCustomContext("processor", processor());
     benchmark::AddCustomContext("openssl", OpenSSL_version(OPENSSL_VERSION));
+    benchmark::AddCustomContext("others", other_versions());
     benchmark::AddCustomContext("compiler", ZOKECC_BENCH_COMPILER);
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;

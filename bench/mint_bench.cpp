@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Integers of 256 bits and their products, beside OpenSSL's big numbers. The modulus is the prime of
+// Integers of 256 bits and their products, compared with OpenSSL's big numbers. The modulus is the prime of
 // the SM2 curve; operands are fixed and look random.
 #include <zokecc/mint.h>
 
@@ -42,7 +42,7 @@ struct Numbers {
 };
 using SharedNumbers = std::shared_ptr<Numbers>;
 
-// Runs both sides once and compares what they made.
+// Runs both sides once and compares the results.
 Sides compared(const SharedNumbers &n, Loop ours, Loop peer)
 {
     ours(1);
@@ -125,7 +125,7 @@ Sides power()
                     }));
 }
 
-// Both sides may choose either root, so that the squares are what has to agree.
+// Either side may return either root, so the squares are compared.
 Sides square_root(const std::string &prime_of)
 {
     const auto n = std::make_shared<Numbers>(prime_of);

@@ -1,8 +1,8 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // What is measured: named operations, each as the library does it and as its peer, OpenSSL, does.
 //
-// The programs that measure time and the one that counts instructions share these. Operations call
-// nothing but the public interfaces of both sides.
+// Shared by the programs that measure time and the one that counts instructions. Operations call only the
+// public interfaces of both sides.
 #ifndef ZOKECC_BENCH_OPERATION_H
 #define ZOKECC_BENCH_OPERATION_H
 
@@ -15,16 +15,16 @@
 
 namespace zokecc_bench {
 
-// Throws if something that has to work did not.
+// Throws unless good.
 inline void require(bool good, const std::string &what)
 {
     if (!good) throw std::runtime_error(what);
 }
 
-// Does one operation that many times; throws if one of them failed.
+// Runs an operation count times; throws if one of them failed.
 using Loop = std::function<void(uint64_t count)>;
 
-// The loop is compiled with the call inside, so that a call of some nanoseconds does not drown.
+// The call is inlined into the loop, so that overhead does not swamp a call of a few nanoseconds.
 template <class Call>
 Loop repeat(Call call)
 {
@@ -43,8 +43,8 @@ struct Sides {
 
 struct Operation {
     std::string name;
-    std::function<Sides()> make;  // sets up keys and sessions, and compares results where they are fixed
-    unsigned batch = 1;           // calls between two looks at the clock
+    std::function<Sides()> make;  // sets up keys and sessions; compares deterministic results
+    unsigned batch = 1;           // calls between two clock readings
     bool has_peer = true;
 };
 

@@ -11,7 +11,7 @@ using KeyContext = Owned<EVP_PKEY_CTX, EVP_PKEY_CTX_free>;
 using HashContext = Owned<EVP_MD_CTX, EVP_MD_CTX_free>;
 using Algorithm = Owned<EVP_MD, EVP_MD_free>;
 
-// A key with a context for one kind of call, and room for what the calls make.
+// A key with a context for one kind of call, and buffers for the results.
 struct Use {
     Use(const SharedKey &with, int (*init)(EVP_PKEY_CTX *))
         : key(with),
@@ -59,7 +59,7 @@ std::shared_ptr<Use> verifier(const SharedKey &key, const Bytes &digest)
     return use;
 }
 
-// Hashing and signing in one, with an identity that the context keeps.
+// Hash and sign in one call, with an identity that the context keeps.
 struct IdentityUse {
     IdentityUse(const SharedKey &with, const Bytes &id)
         : key(with), context(EVP_PKEY_CTX_new(with->peer_key.get(), nullptr)), hashing(EVP_MD_CTX_new())
@@ -87,7 +87,7 @@ struct IdentityUse {
     size_t size = 0;
 };
 
-// The two products of encryption by multiplication, and what they are computed with.
+// The two products of encryption by multiplication, and their operands.
 struct Multiplying {
     explicit Multiplying(const SharedKey &with, const Bytes &message)
         : key(with),

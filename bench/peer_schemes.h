@@ -1,6 +1,6 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// The schemes as a good caller of OpenSSL 3.0 has them: keys and contexts are made once, and of two
-// ways to the same result the faster one is taken.
+// The schemes as an efficient OpenSSL 3.0 program would call them: keys and contexts are made once, and
+// of two ways to the same result the faster one is used.
 #ifndef ZOKECC_BENCH_PEER_SCHEMES_H
 #define ZOKECC_BENCH_PEER_SCHEMES_H
 
@@ -8,11 +8,11 @@
 
 namespace zokecc_bench {
 
-// A new key pair on a key object that is kept (EC_KEY_generate_key; EVP_PKEY_generate is slower).
+// A new key pair in a reused key object (EC_KEY_generate_key; EVP_PKEY_generate is slower).
 Loop peer_make_key(const std::string &curve_name);
 
-// A digest is signed or verified (EVP_PKEY_sign, EVP_PKEY_verify): SM2 or ECDSA, by the curve. Given
-// a prefix and a message, the digest of both is taken first, with a context that is kept.
+// Signs or verifies a digest (EVP_PKEY_sign, EVP_PKEY_verify) with SM2 or ECDSA, by the curve. Given a prefix
+// and a message, hashes both first, with a reused context.
 Loop peer_sign(const SharedKey &key, const Bytes &digest);
 Loop peer_verify(const SharedKey &key, const Bytes &digest);
 Loop peer_hash_and_sign(const SharedKey &key, const Bytes &prefix, const Bytes &message);
@@ -30,7 +30,7 @@ Loop peer_decrypt(const SharedKey &key, const Bytes &message);
 // The secret is left in *out.
 Loop peer_agree(const SharedKey &own, const SharedKey &other, const std::shared_ptr<Bytes> &out);
 
-// Encryption by multiplication, put together of the calls on points and numbers.
+// Encryption by multiplication, composed of calls on points and numbers.
 Loop peer_multiply_encrypt(const SharedKey &key, const Bytes &message);
 Loop peer_multiply_decrypt(const SharedKey &key, const Bytes &message);
 

@@ -7,8 +7,9 @@
 
 A RESULT in a folder whose name ends in -hardened is the hardened build's, which has columns of its own. The
 result fails if an operation is missing, unknown or was not measured on both sides; --partial allows for
-missing ones. --update also writes the table, and that of the calls, into docs/performance.md and the plot
-beside it.
+missing ones. --update also writes the tables into docs/performance.md, that of the calls into
+docs/benchmarks.md, and the plot beside them. Peers besides OpenSSL have a table of their own, and marks
+in the plot.
 """
 import json
 import pathlib
@@ -20,6 +21,7 @@ from operations import GROUPS, HARDENED_OPERATIONS, OPERATIONS
 
 DOCS = pathlib.Path(__file__).resolve().parent.parent / "docs"
 ALONE = {"session_open", "curve_init"}  # OpenSSL has nothing that compares
+OTHERS = ("libgcrypt", "nettle")  # where the machine has them
 PLOTS = {"host": DOCS / "performance.svg", "arm": DOCS / "performance-arm.svg",
          "armv7a": DOCS / "performance-armv7a.svg"}
 TITLES = {"host": "Times as fast as OpenSSL (mark: goal)",
@@ -46,7 +48,7 @@ def read_host(paths):
 
 def read_arm(paths):
     result = json.loads(pathlib.Path(paths[0]).read_text(encoding="ascii"))
-    samples = {name: {side: [counts[side]] for side in ("zokecc", "openssl") if side in counts}
+    samples = {name: {side: [counts[side]] for side in ("zokecc", "openssl", *OTHERS) if side in counts}
                for name, counts in result["operations"].items()}
     return result["context"], samples, []
 
@@ -58,7 +60,7 @@ def completeness(samples, operations, partial):
     for name in sorted(set() if partial else known - set(samples)):
         yield f"{name}: not measured"
     for name, sides in samples.items():
-        if set(sides) != ({"zokecc"} if name in ALONE else {"zokecc", "openssl"}):
+        if set(sides) - set(OTHERS) != ({"zokecc"} if name in ALONE else {"zokecc", "openssl"}):
             yield f"{name}: measured only for {', '.join(sides)}"
 
 
@@ -98,7 +100,7 @@ class Measured:
         self.peer = statistics.mean(sides["openssl"]) if "openssl" in sides else None
         self.ratio = self.peer / self.ours if self.peer else None
         self.spread = max(statistics.stdev(side) / statistics.mean(side) if len(side) > 1 else 0
-                          for side in sides.values())
+                          for name, side in sides.items() if name not in OTHERS)
 
     def figures(self, target):
         """Ours and the ratio."""
@@ -132,6 +134,7 @@ class Row:
         self.operation = operation
         self.default = Measured(operation, sides, operation)
         self.hardened = Measured(operation, hardened, operation.hardened) if hardened else None
+        self.others = {name: statistics.mean(sides[name]) for name in OTHERS if name in sides}
 
     def cells(self, target):
         show = seconds if target == "host" else instructions
@@ -145,7 +148,18 @@ class Row:
                         else [""] * 4)
 
     def plotted(self, target):
-        return (self.operation.what, self.default.ratio, self.default.plotted_goal(target))
+        """Name, ratio, goal, and the ratios to the other peers."""
+        others = [self.others[name] / self.default.ours if name in self.others else None for name in OTHERS]
+        return (self.operation.what, self.default.ratio, self.default.plotted_goal(target), others)
+
+    def beside_others(self, target):
+        """Cells of the table of all peers, with the ratio to the fastest of them."""
+        show = seconds if target == "host" else instructions
+        peers = [self.default.peer, *(self.others.get(name) for name in OTHERS)]
+        fastest = min(value for value in peers if value)
+        return [self.operation.what, show(self.default.ours, self.operation),
+                *(show(value, self.operation) if value else "" for value in peers),
+                times(fastest / self.default.ours)]
 
 
 def grouped(samples, hardened):
@@ -169,9 +183,19 @@ def table(target, context, samples, hardened):
     return "\n".join(lines) + "\n"
 
 
+def others_table(target, context, samples):
+    rows = [row for _, group in grouped(samples, {}) for row in group if row.others]
+    if not rows:
+        return "Nothing was compared with other peers.\n"
+    titles = ["Operation", "zokecc", "OpenSSL", *OTHERS, "Ratio to the fastest"]
+    lines = [f"{context['openssl']}; {context['others']}.", "",
+             f"| {' | '.join(titles)} |", "|---" + "|--:" * (len(titles) - 1) + "|"]
+    return "\n".join(lines + [f"| {' | '.join(row.beside_others(target))} |" for row in rows]) + "\n"
+
+
 def plot_rows(target, samples):
     for heading, rows in grouped(samples, {}):
-        yield (heading, None, None)
+        yield (heading, None, None, ())
         yield from (row.plotted(target) for row in rows if row.default.ratio)
 
 
@@ -183,9 +207,9 @@ def calls():
     return "\n".join(lines) + "\n"
 
 
-def update(target, text):
-    """Replaces what stands between the markers of the target."""
-    page = DOCS / "performance.md"
+def update(target, text, name="performance.md"):
+    """Replaces what stands between the markers of the target in a page."""
+    page = DOCS / name
     begin, end = f"<!-- {target}: begin -->\n", f"<!-- {target}: end -->\n"
     before, rest = page.read_text(encoding="ascii").split(begin)
     after = rest.split(end)[1]
@@ -206,13 +230,14 @@ def main():
         faults += more_faults + list(completeness(hardened, HARDENED_OPERATIONS, partial))
     if faults or not samples:
         sys.exit("\n".join(faults) or "nothing was measured")
-    text = table(target, context, samples, hardened)
-    drawing = plot.svg(TITLES[target], list(plot_rows(target, samples)))
-    print(text, end="")
+    text, others = table(target, context, samples, hardened), others_table(target, context, samples)
+    drawing = plot.svg(TITLES[target], OTHERS, list(plot_rows(target, samples)))
+    print(text, others, sep="\n", end="")
     pathlib.Path(paths[-1]).write_text(drawing, encoding="ascii")
     if "--update" in options:
         update(target, text)
-        update("calls", calls())
+        update(f"{target}-others", others)
+        update("calls", calls(), "benchmarks.md")
         PLOTS[target].write_text(drawing, encoding="ascii")
 
 

@@ -15,7 +15,7 @@ constexpr uint32_t kMessageSize = 100;
 constexpr int32_t kKeySize = 16;
 constexpr uint32_t kNewKey = 0;
 
-// A key pair on a curve of the process, something to work on, and room for what comes out.
+// A key pair on the curve of the process, inputs, and buffers for the results.
 struct Work {
     explicit Work(const std::string &curve_name)
         : key(key_on(curve_name)),
@@ -37,7 +37,7 @@ struct Work {
     bool ecdsa_sign() { return Ecdsa_DigitalSign(&scalar, &text, &sig, hash) == 0; }
     bool ecdsa_verify() const { return Ecdsa_DigitalVeriy(&pub, &text, &sig, hash) == 1; }
     bool encrypt() { return sm2_Encry(&pub, &short_text, &sealed, hash) == 0; }
-    // The result does not tell whether it went well: the length does.
+    // The return value does not tell success; the length does.
     bool decrypt()
     {
         opened.len_low = 0;
@@ -57,7 +57,7 @@ struct Work {
 };
 using SharedWork = std::shared_ptr<Work>;
 
-// On the curve of the work, with the call made ready by `first` unless that is null.
+// On the work's curve, after one call of `first` unless that is null.
 Sides measured(const SharedWork &w, bool (Work::*first)(), Loop ours, Loop peer)
 {
     require(first == nullptr || (w.get()->*first)(), "what the call works on");

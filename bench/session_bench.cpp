@@ -1,7 +1,7 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The calls over a session's curve. Key agreement has no counterpart in OpenSSL: its yardstick is
-// one Diffie-Hellman on the same curve, and that of encryption by multiplication is put together of
-// the same steps.
+// one Diffie-Hellman on the same curve. That of encryption by multiplication is composed of the same
+// steps.
 #include <zokecc/sdf.h>
 
 #include "bench/peer_schemes.h"
@@ -15,7 +15,7 @@ const Bytes kId(kIdText.begin(), kIdText.end());
 constexpr uint32_t kMessageSize = 100, kKeyBits = 128;
 constexpr uint32_t kBits = 256;  // of the keys and curves used here
 
-// A session with a key pair, something to work on, and room for what comes out.
+// A session with a key pair, inputs, and buffers for the results.
 struct Work {
     explicit Work(const std::string &curve_name)
         : key(key_on(curve_name)),

@@ -19,7 +19,7 @@ import sys
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent.parent))
 from operations import HARDENED_OPERATIONS, OPERATIONS  # noqa: E402
 
-EMPTY, OURS, PEER = 1, 2, 3  # as in mark.h
+EMPTY, SIDES = 1, {"zokecc": 2, "openssl": 3, "libgcrypt": 4, "nettle": 5}  # as in mark.h
 LIBRARIES = "/usr/arm-linux-gnueabi"
 
 
@@ -37,7 +37,7 @@ def count(folder, processor, name, repetitions):
     output = emulated(folder, processor, name, str(repetitions))
     marks = {int(what): int(amount) for what, amount in re.findall(r"^mark (\d+) (\d+)$", output, re.M)}
     result = {"repetitions": repetitions}
-    for side, what in (("zokecc", OURS), ("openssl", PEER)):
+    for side, what in SIDES.items():
         if what in marks:
             result[side] = (marks[what] - marks[EMPTY]) / repetitions
     return result

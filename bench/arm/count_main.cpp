@@ -15,6 +15,7 @@
 
 #include "bench/arm/mark.h"
 #include "bench/operation.h"
+#include "bench/other_peers.h"
 
 namespace {
 
@@ -40,6 +41,10 @@ int run(const std::string &name, uint64_t repetitions)
         if (sides.before_ours) sides.before_ours();
         count(sides.ours, repetitions, ZOKECC_MARK_OURS);
         if (operation.has_peer) count(sides.peer, repetitions, ZOKECC_MARK_PEER);
+        for (const OtherPeer &peer : other_peers())
+            if (peer.operation == name)
+                count(peer.make(), repetitions,
+                      peer.library == "nettle" ? ZOKECC_MARK_NETTLE : ZOKECC_MARK_LIBGCRYPT);
         return 0;
     }
     throw std::runtime_error("there is no such operation");
@@ -54,8 +59,8 @@ int list()
 // A line of JSON.
 int about()
 {
-    std::printf("{\"openssl\": \"%s\", \"compiler\": \"%s\"}\n", OpenSSL_version(OPENSSL_VERSION),
-                ZOKECC_BENCH_COMPILER);
+    std::printf("{\"openssl\": \"%s\", \"others\": \"%s\", \"compiler\": \"%s\"}\n",
+                OpenSSL_version(OPENSSL_VERSION), other_versions().c_str(), ZOKECC_BENCH_COMPILER);
     return 0;
 }
 

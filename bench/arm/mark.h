@@ -11,7 +11,9 @@ enum {
     ZOKECC_MARK_START = 0, /* whatever came before */
     ZOKECC_MARK_EMPTY = 1, /* nothing: the cost of a mark */
     ZOKECC_MARK_OURS = 2,
-    ZOKECC_MARK_PEER = 3
+    ZOKECC_MARK_PEER = 3,
+    ZOKECC_MARK_LIBGCRYPT = 4,
+    ZOKECC_MARK_NETTLE = 5
 };
 
 #endif
