@@ -2,8 +2,6 @@
 // What CPUID tells about instructions that not all processors have.
 #include "base/cpu_x86_64.h"
 
-#ifdef __x86_64__
-
 #include <cpuid.h>
 
 #include <cstdint>
@@ -73,5 +71,3 @@ bool has_rotating_vectors() { return (known_answer() & kRotating) != 0; }
 bool has_row_instructions() { return (known_answer() & kRows) != 0; }
 
 }  // namespace zokecc
-
-#endif

@@ -3,8 +3,6 @@
 #ifndef ZOKECC_BASE_CPU_X86_64_H
 #define ZOKECC_BASE_CPU_X86_64_H
 
-#ifdef __x86_64__
-
 namespace zokecc {
 
 // Those for SHA-256, with SSSE3 and SSE4.1.
@@ -21,5 +19,4 @@ bool has_row_instructions();
 
 }  // namespace zokecc
 
-#endif
 #endif

@@ -5,18 +5,26 @@
 # former is built for size, in Thumb instructions; the latter in ARM instructions, which have the
 # long multiplication. GCC's first scheduling pass only costs spills there.
 
-# The multiplication modulo p that mint/limbs/modulus.h chooses for this processor.
+# zokecc_ask_compiler(VARIABLE CONDITION [FLAG...]): what the compiler says of its processor, whatever that
+# calls itself.
 include(CheckCXXSourceCompiles)
-set(CMAKE_TRY_COMPILE_TARGET_TYPE STATIC_LIBRARY)
-check_cxx_source_compiles("
-    #ifndef __SIZEOF_INT128__
-    #error
-    #endif" ZOKECC_HAS_128_BIT_PRODUCT)
-check_cxx_source_compiles("
-    #if !defined(__ARM_ARCH_ISA_ARM) || __ARM_ARCH < 6
-    #error
-    #endif" ZOKECC_HAS_UMAAL)
-unset(CMAKE_TRY_COMPILE_TARGET_TYPE)
+function(zokecc_ask_compiler variable condition)
+    set(CMAKE_TRY_COMPILE_TARGET_TYPE STATIC_LIBRARY)
+    set(CMAKE_REQUIRED_FLAGS ${ARGN})
+    check_cxx_source_compiles("
+        #if !(${condition})
+        #error
+        #endif" ${variable})
+endfunction()
+zokecc_ask_compiler(ZOKECC_HAS_128_BIT_PRODUCT "defined(__SIZEOF_INT128__)")
+zokecc_ask_compiler(ZOKECC_HAS_UMAAL "defined(__ARM_ARCH_ISA_ARM) && __ARM_ARCH >= 6")
+zokecc_ask_compiler(ZOKECC_IS_X86_64 "defined(__x86_64__)")
+zokecc_ask_compiler(ZOKECC_IS_ARM "defined(__arm__)")
+if(ZOKECC_IS_ARM)
+    zokecc_ask_compiler(ZOKECC_COUNTS_ZEROS "defined(__ARM_FEATURE_CLZ)" -marm)
+endif()
+
+# The multiplication modulo p that mint/limbs/modulus.h chooses for this processor.
 set(zokecc_modulus_29 mint/limbs/modulus_29.cpp mint/limbs/modulus_29_columns.cpp)
 set(zokecc_modulus_32 mint/limbs/modulus_32.cpp)
 if(ZOKECC_HAS_128_BIT_PRODUCT OR (ZOKECC_SMALL AND NOT ZOKECC_HARDENED))
@@ -31,8 +39,25 @@ target_sources(zokecc_objects PRIVATE ${zokecc_modulus})
 set(zokecc_other_moduli ${zokecc_modulus_29} ${zokecc_modulus_32})
 list(REMOVE_ITEM zokecc_other_moduli ${zokecc_modulus} none)
 
-if(CMAKE_SYSTEM_PROCESSOR MATCHES "^arm" AND NOT ZOKECC_SMALL)
-    target_sources(zokecc_objects PRIVATE mint/limbs/modular_sums_arm.cpp)
+# Bodies that some processors have, and those of the fast paths.
+if(ZOKECC_IS_X86_64)
+    target_sources(zokecc_objects PRIVATE base/cpu_x86_64.cpp)
+    if(ZOKECC_SHA_INSTRUCTIONS)
+        target_sources(zokecc_objects PRIVATE hash/sha256_x86_64.cpp hash/sm3_x86_64.cpp)
+    endif()
+endif()
+set(zokecc_shared_field)  # that of ZOKECC_SHARED_MODULI
+if(NOT ZOKECC_HAS_128_BIT_PRODUCT)
+    set(zokecc_shared_field ecc/fast_field.cpp ecc/fast_points.cpp)
+endif()
+if(NOT ZOKECC_SMALL)
+    target_sources(zokecc_objects PRIVATE mint/limbs/inverse.cpp ${zokecc_shared_field})
+    if(ZOKECC_IS_ARM)
+        target_sources(zokecc_objects PRIVATE mint/limbs/modular_sums_arm.cpp)
+    endif()
+    if(ZOKECC_COUNTS_ZEROS)
+        target_sources(zokecc_objects PRIVATE mint/limbs/inverse_steps.cpp)
+    endif()
 endif()
 
 set(zokecc_hot
@@ -47,14 +72,7 @@ endif()
 # Pairs of limbs put together in a vector register wait for the two stores that brought them there.
 target_compile_options(zokecc_objects PRIVATE -fno-tree-slp-vectorize)
 
-if(NOT ZOKECC_SHA_INSTRUCTIONS)
-    target_compile_definitions(zokecc_objects PUBLIC ZOKECC_NO_SHA_INSTRUCTIONS)
-endif()
-if(ZOKECC_SMALL)
-    target_compile_definitions(zokecc_objects PUBLIC ZOKECC_SMALL)
-endif()
-
-if(CMAKE_SYSTEM_PROCESSOR MATCHES "^arm")
+if(ZOKECC_IS_ARM)
     set(optimised $<NOT:$<CONFIG:Debug>>)
     get_target_property(zokecc_sources zokecc_objects SOURCES)
     foreach(source ${zokecc_sources})

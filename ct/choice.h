@@ -10,45 +10,35 @@ namespace zokecc {
 // The tests of the schemes have a copy of this folder that serves tiny curves as well.
 #if defined(ZOKECC_TINY_SECRET_FIELDS) && defined(__SIZEOF_INT128__)
 constexpr unsigned kMinSecretWords = 1;
+using OneLimb = FullLimbs<1, PortableSum>;
+using TwoLimbs = FullLimbs<2, PortableSum>;
+#define ZOKECC_SECRET_MODULI(each) each(OneLimb) each(TwoLimbs) ZOKECC_MODULI(each)
 #else
 constexpr unsigned kMinSecretWords = 5;
+#define ZOKECC_SECRET_MODULI ZOKECC_MODULI
 #endif
+
+// NOLINTNEXTLINE(bugprone-macro-parentheses): the argument is a type
+#define ZOKECC_SECRET_FIELD(Modulus) extern template class SecretField<Modulus>;
+ZOKECC_MODULI(ZOKECC_SECRET_FIELD)
+#undef ZOKECC_SECRET_FIELD
 
 // True if there is a field for secret numbers modulo p.
 bool has_secret_field(const mint &p);
 
-#ifdef __SIZEOF_INT128__
-extern template class SecretField<FullLimbs<3>>;
-extern template class SecretField<FullLimbs<4>>;
-extern template class SecretField<FullLimbs<5>>;
-
-// Returns work(tag) for the tag of p's field, whose type is the field's; work has to return a bool.
+// Returns work(tag) for the tag of p's field, whose type is the field's; work has to return a bool. p has a
+// field: where one modulus serves every width, nothing is asked of p.
 template <class Work>
 bool on_secret_field(const mint &p, const Work &work)
 {
-    switch (used_words(p)) {
-#ifdef ZOKECC_TINY_SECRET_FIELDS
-    case 1:
-    case 2: return work(static_cast<SecretField<FullLimbs<1, PortableSum>> *>(nullptr));
-    case 3:
-    case 4: return work(static_cast<SecretField<FullLimbs<2, PortableSum>> *>(nullptr));
-#endif
-    case 5:
-    case 6: return work(static_cast<SecretField<FullLimbs<3>> *>(nullptr));
-    case 7:
-    case 8: return work(static_cast<SecretField<FullLimbs<4>> *>(nullptr));
-    default: return work(static_cast<SecretField<FullLimbs<5>> *>(nullptr));
-    }
+    const uint32_t words = used_words(p);
+#define ZOKECC_TRY(Modulus) \
+    if (!kWideLimbs || Modulus::fits(p.words, words)) \
+        return work(static_cast<SecretField<Modulus> *>(nullptr));
+    ZOKECC_SECRET_MODULI(ZOKECC_TRY)
+#undef ZOKECC_TRY
+    return false;
 }
-#else
-extern template class SecretField<SmallModulus>;
-
-template <class Work>
-bool on_secret_field(const mint &, const Work &work)
-{
-    return work(static_cast<SecretField<SmallModulus> *>(nullptr));
-}
-#endif
 
 }  // namespace zokecc
 

@@ -9,7 +9,7 @@
 #include "ct/scalars.h"
 #include "hash/bytes.h"
 #include "hash/digest.h"
-#include "hash/kernel_random.h"
+#include "hash/entropy.h"
 #include "mint/value.h"
 
 namespace {

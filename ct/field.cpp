@@ -4,13 +4,9 @@
 
 namespace zokecc {
 
-#ifdef __SIZEOF_INT128__
-template class SecretField<FullLimbs<3>>;
-template class SecretField<FullLimbs<4>>;
-template class SecretField<FullLimbs<5>>;
-#else
-template class SecretField<SmallModulus>;
-#endif
+// NOLINTNEXTLINE(bugprone-macro-parentheses): the argument is a type
+#define ZOKECC_SECRET_FIELD(Modulus) template class SecretField<Modulus>;
+ZOKECC_MODULI(ZOKECC_SECRET_FIELD)
 
 bool has_secret_field(const mint &p)
 {

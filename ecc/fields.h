@@ -16,10 +16,10 @@
 
 namespace zokecc {
 
-#ifndef __SIZEOF_INT128__
-using SmallField = FastField<SmallModulus>;
-extern template class FastField<SmallModulus>;
-#endif
+// NOLINTNEXTLINE(bugprone-macro-parentheses): the argument is a type
+#define ZOKECC_FAST_FIELD(Modulus) extern template class FastField<Modulus>;
+ZOKECC_SHARED_MODULI(ZOKECC_FAST_FIELD)
+#undef ZOKECC_FAST_FIELD
 
 // Runs the operation over the fast field that serves p. False if no field serves p or the field refuses
 // one of the numbers; the caller then recomputes everything. A frame of its own, so that the reference
@@ -27,14 +27,7 @@ extern template class FastField<SmallModulus>;
 template <class Operation>
 ZOKECC_OUT_OF_LINE bool run_over_fast_field(const mint &p, const Operation &operation)
 {
-#ifdef __SIZEOF_INT128__
-    if (FastField<FullLimbs<4>>::serves(p)) return operation.over(FastField<FullLimbs<4>>(p));
-    if (FastField<FullLimbs<3>>::serves(p)) return operation.over(FastField<FullLimbs<3>>(p));
-    if (FastField<FullLimbs<5>>::serves(p)) return operation.over(FastField<FullLimbs<5>>(p));
-#else
-    if (SmallField::serves(p)) return operation.over(SmallField(p));
-#endif
-    return false;
+    return run_over_first<FastField>(p, operation);
 }
 
 // Runs the operation over the fastest field that takes its numbers. Every field gives the same bits.

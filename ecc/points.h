@@ -1,6 +1,6 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// The point formulas over the library's fields: written out once, in points.cpp, for the reference and
-// for the field of 32-bit machines. On wide limbs each algorithm has its own copies.
+// The point formulas over the library's fields: written out once for the reference, in points.cpp, and for
+// the field of 32-bit machines, in fast_points.cpp. On wide limbs each algorithm has its own copies.
 #ifndef ZOKECC_ECC_POINTS_H
 #define ZOKECC_ECC_POINTS_H
 
@@ -23,9 +23,9 @@ namespace zokecc {
 // NOLINTEND(bugprone-macro-parentheses)
 
 ZOKECC_POINT_FORMULAS(extern, ReferenceField)
-#ifndef __SIZEOF_INT128__
-ZOKECC_POINT_FORMULAS(extern, SmallField)
-#endif
+#define ZOKECC_FAST_FORMULAS(Modulus) ZOKECC_POINT_FORMULAS(extern, FastField<Modulus>)
+ZOKECC_SHARED_MODULI(ZOKECC_FAST_FORMULAS)
+#undef ZOKECC_FAST_FORMULAS
 
 }  // namespace zokecc
 

@@ -2,20 +2,11 @@
 // The check of a whole curve record.
 #include <zokecc/ecc.h>
 
+#include "base/config.h"
 #include "ecc/affine_formulas.h"
 #include "ecc/curve_types.h"
 #include "ecc/equation.h"
 #include "mint/value.h"
-
-namespace {
-
-#ifdef ZOKECC_HARDENED
-constexpr bool kFailsWithoutMemory = true;
-#else
-constexpr bool kFailsWithoutMemory = false;
-#endif
-
-}  // namespace
 
 // Neither that p or n is prime nor the discriminant is looked at.
 //
@@ -47,6 +38,6 @@ uint32_t ZOK_CurveVerify(uint32_t type, const CurvePara *record)
         return ZOK_ERR_INTERNAL;
     ecc_point product{};
     const int32_t status = ecc_unknown_point_mul(&n, &G, &a, &b, &p, &product);
-    if (status < 0 && kFailsWithoutMemory) return ZOK_ERR_INTERNAL;
+    if (status < 0 && zokecc::kHardened) return ZOK_ERR_INTERNAL;
     return product.infinity == zokecc::kInfinity ? ZOK_OK : ZOK_ERR_INTERNAL;
 }

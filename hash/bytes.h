@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <cstring>
 
+#include "base/config.h"
 #include "base/linkage.h"
 
 namespace zokecc {
@@ -15,13 +16,6 @@ inline uint32_t load_big_endian(const uint8_t *bytes)
 {
     return ((uint32_t{bytes[0]} << 8 | bytes[1]) << 8 | bytes[2]) << 8 | bytes[3];
 }
-
-// Loads have to keep to word boundaries, and the compiler would put words together from bytes.
-#if defined(__arm__) && !defined(__ARM_FEATURE_UNALIGNED)
-constexpr bool kAlignedLoadsOnly = true;
-#else
-constexpr bool kAlignedLoadsOnly = false;
-#endif
 
 // The same from a word boundary: three instructions of ARM, where the compiler's own reversal takes
 // four. even_bytes is 00FF00FF, and the compiler is not to know it.

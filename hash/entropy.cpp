@@ -1,38 +1,10 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// The seam to the clock and to the source of randomness.
+// The source of randomness in the default build: the C library's generator, started from the clock.
 #include "hash/entropy.h"
 
 #include <zokecc/hash.h>
 
-#include <ctime>
-
-#ifdef ZOKECC_HARDENED
-#include "hash/kernel_random.h"
-#else
 #include <cstdlib>
-#endif
-
-namespace {
-
-constexpr uint32_t kSeedWords = 8;
-
-}  // namespace
-
-uint32_t ecc_time(uint32_t *t)
-{
-    const uint32_t now = static_cast<uint32_t>(std::time(nullptr));
-    if (t != nullptr) *t = now;
-    return now;
-}
-
-#ifdef ZOKECC_HARDENED
-
-int32_t gen_random_seed(uint32_t *words)
-{
-    return zokecc::kernel_random(reinterpret_cast<uint8_t *>(words), 4 * kSeedWords) ? 0 : -1;
-}
-
-#else
 
 uint32_t seed_counter = 0;
 
@@ -52,7 +24,7 @@ uint32_t arithmetic_half(uint32_t c) { return static_cast<uint32_t>(static_cast<
 int32_t gen_random_seed(uint32_t *words)
 {
     std::srand(ecc_time(nullptr));
-    for (uint32_t i = 0; i < kSeedWords; ++i) {
+    for (uint32_t i = 0; i < zokecc::kSeedWords; ++i) {
         uint32_t word = 1;
         for (const uint32_t shift : kShifts) {
             const uint32_t drawn = static_cast<uint32_t>(std::rand());
@@ -63,5 +35,3 @@ int32_t gen_random_seed(uint32_t *words)
     }
     return 0;
 }
-
-#endif

@@ -6,22 +6,32 @@
 // often each is called, and in which order, is visible to such a source and part of the interface:
 // every seeding calls time once, srand once and rand 24 times.
 //
-// In the hardened build the source is the kernel's generator.
+// In the hardened build the source is the kernel's generator: kernel_random.cpp in place of entropy.cpp.
 #ifndef ZOKECC_HASH_ENTROPY_H
 #define ZOKECC_HASH_ENTROPY_H
 
+#include <cstddef>
 #include <cstdint>
 
 #include "base/linkage.h"
 
-#ifndef ZOKECC_HARDENED
-// Counts the rand calls of all seedings of the process, modulo 2^32. Never reset; it alone
-// makes two seedings within one second differ.
+// In the default build: counts the rand calls of all seedings of the process, modulo 2^32. Never reset; it
+// alone makes two seedings within one second differ.
 ZOKECC_INTERNAL uint32_t seed_counter;
-#endif
 
 // Fills 8 seed words. In the default build bit 0 of every word is 1. Returns 0, or -1 in the
 // hardened build if the kernel gives no random bytes.
 ZOKECC_INTERNAL int32_t gen_random_seed(uint32_t *words);
+
+namespace zokecc {
+
+constexpr uint32_t kSeedWords = 8;
+
+// In the hardened build: fills size bytes from getrandom, which waits until the kernel's generator has been
+// seeded, or from /dev/urandom where the C library or the kernel is too old to have that call, provided that
+// it is the device (1, 9) and no other file. False if neither gives all of them; the bytes are zero then.
+bool kernel_random(uint8_t *out, size_t size);
+
+}  // namespace zokecc
 
 #endif

@@ -1,6 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-#include "hash/kernel_random.h"
-
+// The source of randomness in the hardened build.
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -8,11 +7,17 @@
 #include <cerrno>
 
 #include "base/wipe.h"
+#include "hash/entropy.h"
 
 // glibc has the call and the header since 2.25, musl since 1.1.20.
 #if __has_include(<sys/random.h>)
 #include <sys/random.h>
-#define ZOKECC_HAS_GETRANDOM
+#else
+static ssize_t getrandom(void *, size_t, unsigned)
+{
+    errno = ENOSYS;
+    return -1;
+}
 #endif
 
 namespace zokecc {
@@ -39,13 +44,9 @@ Outcome fill(uint8_t *out, size_t size, const Take &take)
     return Outcome::filled;
 }
 
-Outcome fill_by_call([[maybe_unused]] uint8_t *out, [[maybe_unused]] size_t size)
+Outcome fill_by_call(uint8_t *out, size_t size)
 {
-#ifdef ZOKECC_HAS_GETRANDOM
     return fill(out, size, [](uint8_t *bytes, size_t count) { return getrandom(bytes, count, 0); });
-#else
-    return Outcome::no_such_call;
-#endif
 }
 
 // A file of that name may have been put there before the devices were, and give the same bytes for ever.
@@ -82,3 +83,8 @@ bool kernel_random(uint8_t *out, size_t size)
 }
 
 }  // namespace zokecc
+
+int32_t gen_random_seed(uint32_t *words)
+{
+    return zokecc::kernel_random(reinterpret_cast<uint8_t *>(words), 4 * zokecc::kSeedWords) ? 0 : -1;
+}

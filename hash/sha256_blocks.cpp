@@ -4,6 +4,8 @@
 
 #include <bit>
 
+#include "base/config.h"
+#include "base/cpu_x86_64.h"
 #include "base/linkage.h"
 #include "hash/bytes.h"
 
@@ -115,12 +117,9 @@ void sha256_blocks_portable(uint32_t *hash, const uint8_t *data, uint32_t count)
 
 void sha256_blocks(uint32_t *hash, const uint8_t *data, uint32_t count)
 {
-#if ZOKECC_SHA_INSTRUCTIONS
-    if (has_sha_instructions()) {
-        sha256_blocks_x86(hash, data, count);
-        return;
+    if constexpr (kShaInstructions) {
+        if (has_sha_instructions()) return sha256_blocks_x86(hash, data, count);
     }
-#endif
     sha256_blocks_portable(hash, data, count);
 }
 

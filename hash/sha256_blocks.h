@@ -5,8 +5,6 @@
 
 #include <cstdint>
 
-#include "hash/instructions.h"
-
 namespace zokecc {
 
 extern const uint32_t kSha256Constants[64];
@@ -17,9 +15,8 @@ void sha256_blocks(uint32_t *hash, const uint8_t *data, uint32_t count);
 
 void sha256_blocks_portable(uint32_t *hash, const uint8_t *data, uint32_t count);
 
-#if ZOKECC_SHA_INSTRUCTIONS
+// Only where has_sha_instructions(), in builds with kShaInstructions.
 void sha256_blocks_x86(uint32_t *hash, const uint8_t *data, uint32_t count);
-#endif
 
 }  // namespace zokecc
 

@@ -1,10 +1,8 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // SHA-256's block transformation by the processor's own instructions.
-#include "hash/sha256_blocks.h"
-
-#if ZOKECC_SHA_INSTRUCTIONS
-
 #include <immintrin.h>
+
+#include "hash/sha256_blocks.h"
 
 namespace zokecc {
 
@@ -61,5 +59,3 @@ __attribute__((target("sha,sse4.1"))) void sha256_blocks_x86(uint32_t *hash, con
 }
 
 }  // namespace zokecc
-
-#endif

@@ -8,6 +8,8 @@
 #include <cstring>
 
 #include "base/burn.h"
+#include "base/config.h"
+#include "base/cpu_x86_64.h"
 #include "base/linkage.h"
 #include "base/wipe.h"
 #include "hash/bytes.h"
@@ -136,10 +138,10 @@ namespace {
 // The fastest of the routines that the processor has.
 inline auto *best_routine()
 {
-#if ZOKECC_SHA_INSTRUCTIONS
-    if (has_rotating_vectors()) return sm3_blocks_avx512;
-    if (has_vector_instructions()) return sm3_blocks_avx;
-#endif
+    if constexpr (kShaInstructions) {
+        if (has_rotating_vectors()) return sm3_blocks_avx512;
+        if (has_vector_instructions()) return sm3_blocks_avx;
+    }
     return sm3_blocks_portable;
 }
 

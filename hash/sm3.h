@@ -6,7 +6,6 @@
 #include <cstdint>
 
 #include "base/linkage.h"
-#include "hash/instructions.h"
 
 // One compression of a 64-byte block into the 8-word state.
 ZOKECC_INTERNAL void sm3_compress(uint32_t *state, const uint8_t *block);
@@ -20,13 +19,10 @@ void sm3_finish(uint32_t *state, const uint8_t *rest, uint64_t length, uint8_t *
 // sm3_compress for count blocks, one after the other.
 void sm3_blocks_portable(uint32_t *state, const uint8_t *data, uint64_t count);
 
-#if ZOKECC_SHA_INSTRUCTIONS
-// Likewise, where has_vector_instructions().
+// Likewise, in builds with kShaInstructions: where has_vector_instructions(), and where
+// has_rotating_vectors().
 void sm3_blocks_avx(uint32_t *state, const uint8_t *data, uint64_t count);
-
-// Likewise, where has_rotating_vectors().
 void sm3_blocks_avx512(uint32_t *state, const uint8_t *data, uint64_t count);
-#endif
 
 }  // namespace zokecc
 

@@ -1,14 +1,11 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // SM3's block transformation with the message expanded four words at a time in vector registers,
 // beside the rounds and twelve of them ahead.
-#include "hash/sm3.h"
-
-#if ZOKECC_SHA_INSTRUCTIONS
-
 #include <bit>
 #include <cstring>
 
 #include "base/linkage.h"
+#include "hash/sm3.h"
 
 namespace zokecc {
 
@@ -183,5 +180,3 @@ __attribute__((target("avx512vl,bmi,bmi2"))) void sm3_blocks_avx512(uint32_t *st
 }
 
 }  // namespace zokecc
-
-#endif

@@ -4,6 +4,7 @@
 // Neither tests that the inverse exists. What they leave is what deployed devices leave: every
 // subtraction goes through mint_sub, and the odd method subtracts in place.
 #include "mint/limbs/inverse.h"
+#include "base/config.h"
 #include "mint/limbs/division.h"
 #include "mint/limbs/trace.h"
 #include "mint/plain.h"
@@ -75,9 +76,8 @@ ZOKECC_OUT_OF_LINE void invert_modulo_odd(mint &u, const mint &m, mint &out)
     write_negated(x2, m, out);
 }
 
-#ifndef ZOKECC_SMALL
 // The same on limbs: false where the fast inverse does not serve.
-ZOKECC_OUT_OF_LINE bool invert_on_limbs(const mint &a, const mint &m, mint &out)
+[[maybe_unused]] ZOKECC_OUT_OF_LINE bool invert_on_limbs(const mint &a, const mint &m, mint &out)
 {
     using L = zokecc::NativeLimb;
     if (m.len > zokecc::kMaxFastWords || zokecc::is_zero(a) || zokecc::is_one(m)) return false;
@@ -96,9 +96,6 @@ ZOKECC_OUT_OF_LINE bool invert_on_limbs(const mint &a, const mint &m, mint &out)
     zokecc::wipe(a_limbs, sizeof a_limbs);
     return done;
 }
-#else
-bool invert_on_limbs(const mint &, const mint &, mint &) { return false; }
-#endif
 
 // r0 >= 3 * r1, where 3 * r1 may be one word longer than a record.
 bool holds_three_times(const mint &r0, const mint &r1)
@@ -169,9 +166,13 @@ int32_t mint_EEA_algo(const mint *a, const mint *modulus, mint *out)
     const mint m = trimmed(*modulus);
     mint u = trimmed(*a);
     if (mint_compare(&u, &m) >= 0) mint_mod(&u, &m, &u);
-    if (!zokecc::is_odd(m))
+    if (!zokecc::is_odd(m)) {
         invert_modulo_even(u, m, *out);
-    else if (!invert_on_limbs(u, m, *out))
-        invert_modulo_odd(u, m, *out);
+        return 0;
+    }
+    if constexpr (!zokecc::kSmall) {
+        if (invert_on_limbs(u, m, *out)) return 0;
+    }
+    invert_modulo_odd(u, m, *out);
     return 0;
 }

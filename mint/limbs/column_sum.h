@@ -4,7 +4,9 @@
 #define ZOKECC_MINT_LIMBS_COLUMN_SUM_H
 
 #include <cstdint>
+#include <type_traits>
 
+#include "base/config.h"
 #include "base/linkage.h"
 
 namespace zokecc {
@@ -35,8 +37,7 @@ private:
     }
 };
 
-#if defined(__arm__) && !defined(__thumb__) && !defined(ZOKECC_NO_ASSEMBLY)
-struct ColumnSum {
+struct ArmColumnSum {
     uint32_t low, high;
 
     template <bool first>
@@ -61,9 +62,8 @@ struct ColumnSum {
                 : "cc");
     }
 };
-#else
-using ColumnSum = PortableColumnSum;
-#endif
+
+using ColumnSum = std::conditional_t<kArmSteps, ArmColumnSum, PortableColumnSum>;
 
 }  // namespace zokecc
 

@@ -41,12 +41,11 @@ inline const L *as_limbs(const uint32_t *x, unsigned count, L *room)
 }
 
 // floor((B^2 - 1) / d) - B for a d with its top bit set.
-#ifdef __SIZEOF_INT128__
-inline uint64_t reciprocal_limb(uint64_t d)
+template <class L>
+inline L reciprocal_limb(L d)
 {
-    return static_cast<uint64_t>(~Double<uint64_t>{0} / d - (Double<uint64_t>{1} << 64));
+    return static_cast<L>(~Double<L>{0} / d - (Double<L>{1} << kLimbBits<L>));
 }
-#endif
 
 // Without a division, which small processors do in software: Newton's iteration for x = 2^63 / d
 // from 48/17 - 32/17 d on, which is right to four bits, and the last units one by one.

@@ -2,8 +2,6 @@
 // The bodies of the fast inverse, once for all its users.
 #include "mint/limbs/inverse.h"
 
-#ifndef ZOKECC_SMALL
-
 namespace zokecc {
 
 template void keep_equal_words(const NativeLimb *, const NativeLimb *, unsigned, NativeLimb *);
@@ -11,5 +9,3 @@ template void keep_in_place(const NativeLimb *, unsigned, NativeLimb *);
 template class FastInverse<NativeLimb, NoTrace>;
 
 }  // namespace zokecc
-
-#endif

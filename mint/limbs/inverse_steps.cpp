@@ -2,8 +2,6 @@
 // Steps of the inverse in ARM's instructions.
 #include "mint/limbs/inverse_steps.h"
 
-#if ZOKECC_STEPS_IN_REGISTERS && !defined(ZOKECC_SMALL)
-
 namespace zokecc {
 
 // r0 points to the number that was halved last, r1 to the other one, r2 is what is left of the room.
@@ -87,5 +85,3 @@ __attribute__((naked)) uint32_t *subtract_and_halve_4(uint32_t *, uint32_t *, ui
 // clang-format on
 
 }  // namespace zokecc
-
-#endif

@@ -5,16 +5,12 @@
 
 #include <cstdint>
 
+#include "base/config.h"
+
 namespace zokecc {
 
-#if defined(__arm__) && defined(__ARM_FEATURE_CLZ) && !defined(ZOKECC_NO_ASSEMBLY)
-#define ZOKECC_STEPS_IN_REGISTERS 1
-#else
-#define ZOKECC_STEPS_IN_REGISTERS 0
-#endif
-
 template <class L>
-constexpr bool kStepsInRegisters = ZOKECC_STEPS_IN_REGISTERS && sizeof(L) == 4;
+constexpr bool kStepsInRegisters = kArmInverseSteps && sizeof(L) == 4;
 
 // For odd u and v of that many words, each with the two words of its row below it. A step takes the
 // smaller one off the larger one and adds its row to the larger one's, then halves the difference until

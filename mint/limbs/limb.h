@@ -210,16 +210,15 @@ struct PortableSum {
         middle = add_limb(middle, uint64_t{0}, carry);
         high += carry;
     }
-#ifdef __SIZEOF_INT128__
-    void add_product(uint64_t a, uint64_t b)
+    template <class L>
+    void add_product(L a, L b)
     {
-        const Double<uint64_t> product = Double<uint64_t>{a} * b;
+        const Double<L> product = Double<L>{a} * b;
         uint64_t carry = 0;
-        low = add_limb(low, static_cast<uint64_t>(product), carry);
-        middle = add_limb(middle, static_cast<uint64_t>(product >> 64), carry);
+        low = add_limb(low, static_cast<L>(product), carry);
+        middle = add_limb(middle, static_cast<L>(product >> 64), carry);
         high += carry;
     }
-#endif
     // Takes off the lowest limb.
     uint64_t shift()
     {

@@ -6,6 +6,9 @@
 #ifndef ZOKECC_MINT_LIMBS_MODULAR_SUMS_H
 #define ZOKECC_MINT_LIMBS_MODULAR_SUMS_H
 
+#include <type_traits>
+
+#include "base/config.h"
 #include "base/linkage.h"
 #include "mint/limbs/borrow_rule.h"
 
@@ -64,14 +67,7 @@ struct PortableSums {
     }
 };
 
-// Those that this machine has.
-template <class L>
-struct ModularSums : PortableSums<L> {
-};
-
-#if defined(__arm__) && !defined(ZOKECC_NO_ASSEMBLY)
-
-// Bodies for so many words, all of them in registers; modular_sums_arm.cpp.
+// ARM's bodies for so many words, all of them in registers; modular_sums_arm.cpp.
 #define ZOKECC_ARM_SUMS(words) \
     ZOKECC_INTERNAL void zokecc_add_mod_##words(const uint32_t *a, const uint32_t *b, const uint32_t *p, \
                                                 uint32_t *out); \
@@ -124,11 +120,9 @@ struct ArmSums {
     }
 };
 
-template <>
-struct ModularSums<uint32_t> : ArmSums {
-};
-
-#endif
+// Those that this machine has.
+template <class L>
+using ModularSums = std::conditional_t<kArmFunctions && sizeof(L) == 4, ArmSums, PortableSums<L>>;
 
 }  // namespace zokecc
 

@@ -6,8 +6,6 @@
 #include "base/linkage.h"
 #include "mint/limbs/barrett.h"
 
-#ifdef __SIZEOF_INT128__
-
 namespace zokecc {
 
 // p of N limbs, its top limb not zero; see reciprocal.h. Of M the limb above N + 1, which is 1
@@ -259,5 +257,4 @@ private:
 
 }  // namespace zokecc
 
-#endif
 #endif

@@ -135,15 +135,7 @@ private:
 template <class Operation>
 ZOKECC_OUT_OF_LINE bool run_over_residues(const mint &p, const Operation &operation)
 {
-    if constexpr (!kSmall) {
-#ifdef __SIZEOF_INT128__
-        if (Residues<FullLimbs<4>>::serves(p)) return operation.over(Residues<FullLimbs<4>>(p));
-        if (Residues<FullLimbs<3>>::serves(p)) return operation.over(Residues<FullLimbs<3>>(p));
-        if (Residues<FullLimbs<5>>::serves(p)) return operation.over(Residues<FullLimbs<5>>(p));
-#else
-        if (Residues<SmallModulus>::serves(p)) return operation.over(Residues<SmallModulus>(p));
-#endif
-    }
+    if constexpr (!kSmall) return run_over_first<Residues>(p, operation);
     return false;
 }
 

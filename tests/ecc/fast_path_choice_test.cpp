@@ -25,11 +25,8 @@ struct Choice {
 };
 
 // Short limbs take nine words only where they have most of their bits.
-#ifdef __SIZEOF_INT128__
-constexpr bool kWholeWords = true;
-#else
-constexpr bool kWholeWords = std::is_same_v<zokecc::SmallModulus, zokecc::AnyWordLimbs>;
-#endif
+#define IS_NOT_SHORT(Modulus) &&!std::is_same_v<zokecc::Modulus, zokecc::AnyShortLimbs>
+constexpr bool kWholeWords = true ZOKECC_MODULI(IS_NOT_SHORT);
 
 mint with_zero_word(const Natural &value) { return untrimmed(value.to_mint()); }
 

@@ -8,6 +8,7 @@
 #include <cstring>
 #include <vector>
 
+#include "base/config.h"
 #include "base/cpu_x86_64.h"
 #include "tests/support/hard_words.h"
 
@@ -23,9 +24,9 @@ constexpr State kInitial = {0x6a09e667, 0xbb67ae85, 0x3c6ef372, 0xa54ff53a,
 
 std::vector<Blocks> routines() {
     std::vector<Blocks> all{zokecc::sha256_blocks_portable, zokecc::sha256_blocks};
-#if ZOKECC_SHA_INSTRUCTIONS
-    if (zokecc::has_sha_instructions()) all.push_back(zokecc::sha256_blocks_x86);
-#endif
+    if constexpr (zokecc::kShaInstructions) {
+        if (zokecc::has_sha_instructions()) all.push_back(zokecc::sha256_blocks_x86);
+    }
     return all;
 }
 

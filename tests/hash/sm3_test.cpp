@@ -10,6 +10,8 @@
 #include <cstring>
 #include <vector>
 
+#include "base/config.h"
+#include "base/cpu_x86_64.h"
 #include "hash/sm3.h"
 #include "tests/hash/helpers.h"
 #include "tests/support/model_hash.h"
@@ -35,10 +37,10 @@ using Blocks = void (*)(uint32_t *, const uint8_t *, uint64_t);
 // The definition, and the routines that this processor has.
 std::vector<Blocks> routines() {
     std::vector<Blocks> all{zokecc::sm3_blocks_portable};
-#if ZOKECC_SHA_INSTRUCTIONS
-    if (zokecc::has_vector_instructions()) all.push_back(zokecc::sm3_blocks_avx);
-    if (zokecc::has_rotating_vectors()) all.push_back(zokecc::sm3_blocks_avx512);
-#endif
+    if constexpr (zokecc::kShaInstructions) {
+        if (zokecc::has_vector_instructions()) all.push_back(zokecc::sm3_blocks_avx);
+        if (zokecc::has_rotating_vectors()) all.push_back(zokecc::sm3_blocks_avx512);
+    }
     return all;
 }
 

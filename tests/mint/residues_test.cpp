@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include "mint/limbs/modulus_29.h"
+#include "mint/limbs/modulus_32.h"
 #include "mint/power.h"
 #include "tests/mint/limb_products.h"
 #include "tests/mint/numbers.h"
@@ -41,11 +43,9 @@ protected:
 
 using Moduli = testing::Types<
 #ifdef __SIZEOF_INT128__
-    zokecc::FullLimbs<3>, zokecc::FullLimbs<4>, zokecc::FullLimbs<5>
-#else
-    zokecc::SmallModulus
+    zokecc::FullLimbs<3>, zokecc::FullLimbs<4>, zokecc::FullLimbs<5>,
 #endif
-    >;
+    zokecc::AnyWordLimbs, zokecc::AnyShortLimbs>;
 TYPED_TEST_SUITE(ResiduesOf, Moduli);
 
 TYPED_TEST(ResiduesOf, PowersAreThoseOfTheDefinition) {
