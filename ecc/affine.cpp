@@ -1,6 +1,6 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Affine points: addition, doubling and the curve equation.
-#include "ecc/equation.h"
+#include "ecc/curve_numbers.h"
 #include "ecc/points.h"
 
 int32_t ecc_point_add(const ecc_point *P, const ecc_point *Q, const mint *a, const mint *, const mint *p,

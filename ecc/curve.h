@@ -18,8 +18,13 @@ struct PrecompTable {
     ecc_point entry[PRECOMP_TABLE_ENTRIES];
 };
 
+namespace zokecc {
+constexpr uint32_t kDeviceOpen = 1;
+constexpr uint32_t kDeviceClosed = 2;  // by its owner, while sessions still point to it
+}  // namespace zokecc
+
 struct DeviceContext {
-    uint32_t state;  // 1 while open, 2 closed while sessions still refer to it
+    uint32_t state;  // kDeviceOpen or kDeviceClosed
     uint32_t session_count;
     CurvePara *curve;  // null, or the record that new sessions are configured from
 };

@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// What both installations of a curve derive from its record.
+// What a record of a curve says: its lengths, its equation, and what both installations derive from it.
 #ifndef ZOKECC_ECC_CURVE_NUMBERS_H
 #define ZOKECC_ECC_CURVE_NUMBERS_H
 
@@ -8,6 +8,16 @@
 #include "ecc/curve.h"
 
 namespace zokecc {
+
+// Bytes of a coordinate by the session interface's type of curve; 0 for a type that does not exist.
+inline uint32_t session_byte_length(uint32_t type)
+{
+    constexpr uint32_t kByteLengths[] = {0, 20, 24, 28, 32, 32, 32};
+    return type < sizeof kByteLengths / sizeof kByteLengths[0] ? kByteLengths[type] : 0;
+}
+
+// out = x^3 + a x + b (mod p), the right side of the curve's equation; zero for p = 0. out may be an operand.
+void curve_right_side(const mint &x, const mint &a, const mint &b, const mint &p, mint &out);
 
 // ceil(t/2) - 1, the width of the key exchange's x-bar, with t = curve_bits less the leading zero
 // bits of the order's highest used word. That differs from the order's bit length where the order

@@ -4,7 +4,7 @@
 #include <cstring>
 
 #include "ecc/curve.h"
-#include "ecc/equation.h"
+#include "ecc/curve_numbers.h"
 #include "ecc/point_bytes.h"
 #include "mint/value.h"
 

@@ -6,7 +6,6 @@
 #include "base/config.h"
 #include "ecc/curve.h"
 #include "ecc/curve_numbers.h"
-#include "ecc/curve_types.h"
 #include "ecc/table.h"
 
 namespace {

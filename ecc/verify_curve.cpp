@@ -4,8 +4,7 @@
 
 #include "base/config.h"
 #include "ecc/affine_formulas.h"
-#include "ecc/curve_types.h"
-#include "ecc/equation.h"
+#include "ecc/curve_numbers.h"
 #include "mint/value.h"
 
 // Neither that p or n is prime nor the discriminant is looked at.

@@ -1,16 +1,28 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Words in byte strings.
+// Byte strings: words in them, and what is asked of a whole one.
 #ifndef ZOKECC_HASH_BYTES_H
 #define ZOKECC_HASH_BYTES_H
 
 #include <bit>
 #include <cstdint>
 #include <cstring>
+#include <span>
 
 #include "base/config.h"
 #include "base/linkage.h"
 
 namespace zokecc {
+
+// Where a byte string starts and how long it is, never who owns it.
+using Bytes = std::span<const uint8_t>;
+
+bool is_all_zero(const uint8_t *bytes, uint32_t count);
+
+// True if a[count] equals b[count], in a time that does not tell where they differ.
+bool are_equal(const uint8_t *a, const uint8_t *b, uint32_t count);
+
+// out[m] = in[m] xor stream[m]. out may be in.
+void mask(const uint8_t *in, const uint8_t *stream, uint32_t m, uint8_t *out);
 
 inline uint32_t load_big_endian(const uint8_t *bytes)
 {

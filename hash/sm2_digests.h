@@ -8,26 +8,14 @@
 #include <cstdint>
 #include <cstring>
 
-#include "base/views.h"
 #include "base/wipe.h"
+#include "hash/bytes.h"
+#include "hash/digest.h"
 
 namespace zokecc {
 
 constexpr uint32_t kMaxCoordinateBytes = 32;  // L of every curve that can be installed
 constexpr uint32_t kTranscriptBytes = 448;
-
-inline bool is_known_hash(uint32_t selector)
-{
-    return selector == HASH_ALG_SM3 || selector == HASH_ALG_SHA256;
-}
-
-bool is_all_zero(const uint8_t *bytes, uint32_t count);
-
-// True if a[count] equals b[count], in a time that does not tell where they differ.
-bool are_equal(const uint8_t *a, const uint8_t *b, uint32_t count);
-
-// out[m] = in[m] xor stream[m]. out may be in.
-void mask(const uint8_t *in, const uint8_t *stream, uint32_t m, uint8_t *out);
 
 // A coordinate pair as it goes into hashes: x || y, each of len bytes.
 struct PointBytes {

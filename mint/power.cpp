@@ -1,6 +1,6 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Modular exponentiation, left to right.
-#include "mint/power.h"
+#include "mint/by_definition.h"
 
 #include "mint/limbs/residues.h"
 #include "mint/value.h"

@@ -3,7 +3,7 @@
 //
 // This file makes the one upward call of the library: where p is 1 modulo 8 and no small
 // number is a non-residue, candidates come from the random generator.
-#include "mint/sqrt.h"
+#include "mint/by_definition.h"
 
 #include <zokecc/hash.h>
 

@@ -7,7 +7,6 @@
 
 #include <zokecc/ecc.h>
 
-#include "base/views.h"
 #include "hash/bytes.h"
 
 namespace zokecc {

@@ -12,6 +12,10 @@
 #include "ecc/point_bytes.h"
 #include "ecc/secret_steps.h"
 
+// 2^w + (x mod 2^w) of the point's first coordinate, big-endian, at the end of the curve's L
+// bytes of out. The bytes before it are not written: the caller clears them. Returns 0.
+ZOKECC_INTERNAL int32_t sm2_x_bar(const ecc_point_bytes *point, uint32_t w, uint8_t *out);
+
 namespace zokecc {
 
 constexpr int32_t kFailed = -1;

@@ -3,6 +3,7 @@
 #include "base/burn.h"
 #include "base/wipe.h"
 #include "base/work_buffer.h"
+#include "hash/bytes.h"
 #include "hash/digest.h"
 #include "hash/sm2_digests.h"
 #include "hash/sm2_kdf.h"

@@ -11,7 +11,6 @@
 #include "mint/value.h"
 #include "schemes/peer_image.h"
 #include "schemes/records.h"
-#include "schemes/sm2_x_bar.h"
 
 namespace {
 

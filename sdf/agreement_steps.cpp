@@ -12,7 +12,6 @@
 #include "hash/sm2_kdf.h"
 #include "mint/value.h"
 #include "sdf/records.h"
-#include "sdf/sm2_x_bar_session.h"
 
 namespace {
 

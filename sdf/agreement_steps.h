@@ -5,8 +5,12 @@
 
 #include <zokecc/sdf.h>
 
-#include "base/views.h"
 #include "ecc/curve.h"
+#include "hash/bytes.h"
+
+// 2^w + (x mod 2^w) of the coordinate in the session's L bytes at x, big-endian, at the end of
+// the L bytes of out. The bytes before it are not written: the caller clears them. Returns 0.
+ZOKECC_INTERNAL int32_t sm2_x_bar_session(void *session, const uint8_t *x, uint32_t w, uint8_t *out);
 
 namespace zokecc {
 

@@ -8,6 +8,7 @@
 
 #include "base/burn.h"
 #include "base/wipe.h"
+#include "hash/bytes.h"
 #include "hash/digest.h"
 #include "mint/value.h"
 #include "sdf/encryption.h"

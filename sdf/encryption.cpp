@@ -2,6 +2,8 @@
 #include "sdf/encryption.h"
 
 #include "base/wipe.h"
+#include "hash/bytes.h"
+#include "hash/digest.h"
 #include "hash/sm2_kdf.h"
 #include "mint/value.h"
 #include "sdf/records.h"

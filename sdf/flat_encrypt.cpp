@@ -5,6 +5,7 @@
 #include "base/burn.h"
 #include "base/wipe.h"
 #include "base/work_buffer.h"
+#include "hash/bytes.h"
 #include "hash/digest.h"
 #include "hash/sm2_kdf.h"
 #include "sdf/encryption.h"

@@ -5,7 +5,6 @@
 #include <cstdlib>
 
 #include "ecc/curve.h"
-#include "sdf/device_state.h"
 
 namespace {
 

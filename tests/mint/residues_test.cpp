@@ -4,9 +4,9 @@
 
 #include <gtest/gtest.h>
 
+#include "mint/by_definition.h"
 #include "mint/limbs/modulus_29.h"
 #include "mint/limbs/modulus_32.h"
-#include "mint/power.h"
 #include "tests/mint/limb_products.h"
 #include "tests/mint/numbers.h"
 

@@ -1,13 +1,12 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The square root modulo p = 1 (mod 8) with one running exponent against the stated walk with its
 // table: the same bits for squares, for other numbers, and for moduli that are not primes.
-#include "mint/sqrt.h"
+#include "mint/by_definition.h"
 
 #include <gtest/gtest.h>
 
 #include <vector>
 
-#include "mint/power.h"
 #include "mint/value.h"
 #include "tests/mint/numbers.h"
 #include "tests/support/counting_trace.h"

@@ -27,16 +27,15 @@ NEAREST = {
     "mint/limbs/borrow_rule.h": "mint/limbs/inverse.cpp", "mint/limbs/limb.h": "mint/limbs/division.cpp",
     "mint/limbs/limb_x86_64.h": "ecc/wnaf.cpp", "mint/limbs/modulus_64.h": "ecc/wnaf.cpp",
     "mint/limbs/barrett.h": "mint/limbs/modulus_29.cpp",
-    "mint/limbs/modulus_29.h": "mint/limbs/modulus_29_unrolled.cpp",
+    "mint/limbs/modulus_29.h": "mint/limbs/modulus_29_columns.cpp",
     "ecc/recode.h": "ecc/wnaf.cpp", "mint/value.h": "mint/divide.cpp", "mint/words.h": "mint/kernels.cpp",
     "base/work_buffer.h": "mint/divide.cpp", "ecc/reference_field.h": "ecc/points.cpp",
     "ecc/fast_field.h": "ecc/wnaf.cpp", "ecc/jacobian_formulas.h": "ecc/wnaf.cpp",
     "ecc/affine_formulas.h": "ecc/points.cpp",
     "ecc/table_builder.h": "ecc/table.cpp", "ecc/curve_numbers.h": "ecc/global_curve.cpp",
-    "ecc/curve_types.h": "ecc/global_curve.cpp", "ecc/point_bytes.h": "ecc/encode.cpp",
-    "hash/bytes.h": "hash/sm2_digests.cpp", "hash/key_sink.h": "hash/sm2_kdf.cpp",
+    "ecc/point_bytes.h": "ecc/encode.cpp",
+    "hash/bytes.h": "hash/sha256.cpp", "hash/key_sink.h": "hash/sm2_kdf.cpp",
     "hash/hmac.h": "hash/hmac_sm3.cpp", "schemes/peer_image.h": "schemes/sm2_exchange.cpp",
-    "schemes/sm2_x_bar.h": "schemes/sm2_exchange.cpp", "sdf/sm2_x_bar_session.h": "sdf/agreement.cpp",
 }
 MEMORY = 4 << 30
 

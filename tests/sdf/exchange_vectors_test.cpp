@@ -5,8 +5,8 @@
 
 #include <algorithm>
 
-#include "schemes/sm2_x_bar.h"
-#include "sdf/sm2_x_bar_session.h"
+#include "schemes/records.h"
+#include "sdf/agreement_steps.h"
 #include "tests/support/exchange_generations.h"
 
 namespace zokecc_test::exchange_vectors_test {

@@ -3,8 +3,8 @@
 // length.
 #include <gtest/gtest.h>
 
-#include "schemes/sm2_x_bar.h"
-#include "sdf/sm2_x_bar_session.h"
+#include "schemes/records.h"
+#include "sdf/agreement_steps.h"
 #include "tests/support/legacy_exchange.h"
 #include "tests/support/model_hash.h"
 #include "tests/support/session_exchange.h"
