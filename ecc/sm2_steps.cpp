@@ -84,4 +84,11 @@ void write_x_bar(const uint8_t *x, uint32_t len, uint32_t w, uint8_t *out)
     std::memcpy(out + top + 1, x + top + 1, whole);
 }
 
+void read_x_bar(const uint8_t *x, uint32_t len, uint32_t w, mint &out)
+{
+    uint8_t bytes[kMaxCoordinateBytes] = {};
+    write_x_bar(x, len, w, bytes);
+    octetstring_to_mint(bytes, len, &out);
+}
+
 }  // namespace zokecc

@@ -56,6 +56,9 @@ void write_point(const ecc_point &point, uint32_t len, PointBytes &out);
 // caller's to clear. Writes nothing for a w beyond the coordinate. GB/T 32918.3, A5.
 void write_x_bar(const uint8_t *x, uint32_t len, uint32_t w, uint8_t *out);
 
+// The same as a number; len is at most kMaxCoordinateBytes.
+void read_x_bar(const uint8_t *x, uint32_t len, uint32_t w, mint &out);
+
 }  // namespace zokecc
 
 #endif

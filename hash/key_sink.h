@@ -24,7 +24,8 @@ inline bool derivation_writes(int32_t klen, uint32_t step_len, uint32_t alg)
 // that is more, it goes to a block of our own first, wiped and freed at the end of the scope.
 class KeySink {
 public:
-    KeySink(uint8_t *key, int32_t klen, uint32_t step_len, uint32_t alg) : key_(key), klen_(klen)
+    KeySink(uint8_t *key, int32_t klen, uint32_t step_len, uint32_t alg)
+        : key_(key), klen_(klen), step_len_(step_len), alg_(alg)
     {
         if (klen < 1 || !is_known_hash(alg)) return;
         const uint64_t written = kdf_written_bytes(static_cast<uint32_t>(klen), step_len);
@@ -44,6 +45,14 @@ public:
 
     // False if the block is needed and cannot be had.
     bool is_ready() const { return !missing_; }
+
+    // True if the key is to be written and there is no place for it.
+    bool lacks_key() const { return key_ == nullptr && derivation_writes(klen_, step_len_, alg_); }
+
+    // The key of SM2's exchange, KDF(xU || yU || ZA || ZB). Z values that are too long for the derivation
+    // leave the key as it is.
+    void derive(const PointBytes &U, Bytes ZA, Bytes ZB);
+
     // Where to derive to; then deliver() hands the key over.
     uint8_t *target() { return block_ != nullptr ? block_ : key_; }
     void deliver()
@@ -54,6 +63,8 @@ public:
 private:
     uint8_t *key_;
     int32_t klen_;
+    uint32_t step_len_;
+    uint32_t alg_;
     uint8_t *block_ = nullptr;
     size_t size_ = 0;
     bool missing_ = false;

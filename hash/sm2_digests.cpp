@@ -43,4 +43,18 @@ void sm2_confirmation(uint32_t alg, uint8_t prefix, const PointBytes &U, Bytes t
     transcript.put(&prefix, 1).put(U.y(), U.len).put(tail).hash(alg, out);
 }
 
+void sm2_confirmations(uint32_t alg, const PointBytes &U, Bytes tail, uint8_t *out02, uint8_t *out03)
+{
+    sm2_confirmation(alg, kResponderPrefix, U, tail, out02);
+    sm2_confirmation(alg, kInitiatorPrefix, U, tail, out03);
+}
+
+void sm2_exchange_confirmations(uint32_t alg, const PointBytes &U, const ExchangePublics &publics,
+                                uint8_t *out02, uint8_t *out03)
+{
+    Wiping<uint8_t[kDigestBytes]> H;
+    const int32_t H_len = sm2_exchange_hash(alg, U, publics, *H);
+    sm2_confirmations(alg, U, {*H, static_cast<size_t>(H_len)}, out02, out03);
+}
+
 }  // namespace zokecc

@@ -72,6 +72,13 @@ void sm2_confirmation(uint32_t alg, uint8_t prefix, const PointBytes &U, Bytes t
 constexpr uint8_t kResponderPrefix = 0x02;  // of S1 and SB
 constexpr uint8_t kInitiatorPrefix = 0x03;  // of S2 and SA
 
+// Both: that with 02 to one place and that with 03 to the other.
+void sm2_confirmations(uint32_t alg, const PointBytes &U, Bytes tail, uint8_t *out02, uint8_t *out03);
+
+// Both over the exchange hash.
+void sm2_exchange_confirmations(uint32_t alg, const PointBytes &U, const ExchangePublics &publics,
+                                uint8_t *out02, uint8_t *out03);
+
 }  // namespace zokecc
 
 #endif

@@ -2,6 +2,7 @@
 // ECDSA over the process-wide curve (FIPS 186-4, section 6.4).
 #include "base/burn.h"
 #include "base/wipe.h"
+#include "ecc/secret_rounds.h"
 #include "mint/value.h"
 #include "schemes/records.h"
 
@@ -31,17 +32,6 @@ void hash_message(const sm3_msg &msg, uint32_t hash_sel, const mint &n, mint &e)
     hash_mint_value(&message, &n, &e);
 }
 
-bool sign(const CurveView &curve, const mint &d, const mint &e, mint &r, mint &s)
-{
-    Wiping<mint> k;
-    for (uint32_t draw = 0; draw < zokecc::kMaxFruitlessDraws; ++draw) {
-        if (!zokecc::draw_nonce(curve, d, e, *k)) return false;
-        if (!zokecc::ecdsa_first_half(curve, *k, r) || is_zero(r)) continue;
-        if (zokecc::ecdsa_second_half(curve, e, d, *k, r, s) && !is_zero(s)) return true;
-    }
-    return false;
-}
-
 }  // namespace
 
 int32_t Ecdsa_DigitalSign(const ecc_scalar *d, const sm3_msg *msg, ecc_point_bytes *sig_out,
@@ -58,7 +48,7 @@ int32_t Ecdsa_DigitalSign(const ecc_scalar *d, const sm3_msg *msg, ecc_point_byt
 
     mint r{};
     mint s{};
-    if (!sign(curve, *key, e, r, s)) return kFailed;
+    if (!zokecc::ecdsa_sign(curve, *key, e, r, s)) return kFailed;
     zokecc::write_pair(r, s, *sig_out);
     return 0;
 }

@@ -4,10 +4,9 @@
 
 #include "base/burn.h"
 #include "base/wipe.h"
-#include "hash/digest.h"
+#include "ecc/secret_rounds.h"
 #include "hash/key_sink.h"
 #include "hash/sm2_digests.h"
-#include "hash/sm2_kdf.h"
 #include "mint/value.h"
 #include "schemes/peer_image.h"
 #include "schemes/records.h"
@@ -16,16 +15,15 @@ namespace {
 
 using zokecc::Bytes;
 using zokecc::ExchangePublics;
+using zokecc::ExchangeSide;
 using zokecc::is_readable;
 using zokecc::is_zero;
-using zokecc::kDigestBytes;
 using zokecc::KeySink;
 using zokecc::kFailed;
 using zokecc::PointBytes;
 using zokecc::Wiping;
 
 constexpr uint32_t kZBytes = 32;
-constexpr uint32_t kXBarArea = 100;
 
 // The outputs of one side, and the numbers that decide what is written to them.
 struct Results {
@@ -58,62 +56,17 @@ bool read_temporary(const ecc_scalar &scalar, mint &r)
     return zokecc::read_temporary(zokecc::global_view(), scalar.bytes, scalar.length, r);
 }
 
-ZOKECC_OUT_OF_LINE void x_bar_of(const ecc_point_bytes &point, mint &out)
+ZOKECC_OUT_OF_LINE bool shared_point(const ExchangeSide &side, PointBytes &U)
 {
-    uint8_t bytes[kXBarArea] = {};
-    sm2_x_bar(&point, global_curve.w, bytes);
-    octetstring_to_mint(bytes, global_curve.byte_len, &out);
-}
-
-// What one side brings to the shared point. point is what the bytes of peer_random say, and then that.
-struct Side {
-    const mint &d;
-    const mint &r;
-    const ecc_point_bytes &own_random;
-    const ecc_point &peer_key;
-    const ecc_point_bytes &peer_random;
-    ecc_point &point;
-};
-
-ZOKECC_OUT_OF_LINE bool compute_shared_point(const Side &side, PointBytes &U)
-{
-    const uint32_t L = global_curve.byte_len;
-    if (L > zokecc::kMaxCoordinateBytes) return false;  // no such curve can be installed
-    mint x_bar{};
-    Wiping<mint> ht;
-    x_bar_of(side.own_random, x_bar);
-    if (!zokecc::sm2_exchange_scalar(zokecc::global_view(), side.d, side.r, x_bar, *ht)) return false;
-    x_bar_of(side.peer_random, x_bar);
-    return zokecc::sm2_exchange_point(zokecc::global_view(), L, *ht, side.peer_key, x_bar, side.point, U) ==
-           zokecc::Step::done;
-}
-
-// K = KDF(xU || yU || ZA || ZB).
-//
-// KEPT: the status of the key derivation is not looked at, and an unknown hash gives a key of zero
-// bytes, or none, with the answer 0. Held by Sm2KeyExChg.KeptUnknownSelectorGivesAZeroKey.
-void derive_key(const Results &results, const PointBytes &U, const ExchangePublics &publics, KeySink &sink)
-{
-    zokecc::Transcript secret;
-    secret.put(U.xy, 2 * U.len).put(publics.ZA).put(publics.ZB);
-    sm2_kdf(secret.data(), static_cast<int32_t>(secret.size()), results.klen, static_cast<int32_t>(U.len),
-            results.alg, sink.target());
-    sink.deliver();
-}
-
-void write_confirmations(const Results &results, const PointBytes &U, Bytes tail)
-{
-    zokecc::sm2_confirmation(results.alg, zokecc::kResponderPrefix, U, tail, results.out02);
-    zokecc::sm2_confirmation(results.alg, zokecc::kInitiatorPrefix, U, tail, results.out03);
+    const GlobalCurve &g = global_curve;
+    return zokecc::compute_shared_point(zokecc::view_of(g), g.byte_len, g.w, side, U);
 }
 
 // Key and confirmation values of the split calls.
 void write_results(const Results &results, const PointBytes &U, const ExchangePublics &publics, KeySink &sink)
 {
-    derive_key(results, U, publics, sink);
-    Wiping<uint8_t[kDigestBytes]> H;
-    const int32_t H_len = zokecc::sm2_exchange_hash(results.alg, U, publics, *H);
-    write_confirmations(results, U, {*H, static_cast<size_t>(H_len)});
+    sink.derive(U, publics.ZA, publics.ZB);
+    zokecc::sm2_exchange_confirmations(results.alg, U, publics, results.out02, results.out03);
 }
 
 // KEPT: the confirmation values are made over the digest's working area and the peer's key behind
@@ -126,7 +79,8 @@ ZOKECC_OUT_OF_LINE void confirm_over_memory(const Results &results, const PointB
     Wiping<zokecc::PeerImage> image;
     zokecc::sm2_exchange_hash(results.alg, U, publics, image->digest_area);
     zokecc::write_peer_image(peer_key, *image);
-    write_confirmations(results, U, zokecc::bytes_of(*image, 5 * U.len + 2 * kZBytes));
+    const Bytes tail = zokecc::bytes_of(*image, 5 * U.len + 2 * kZBytes);
+    zokecc::sm2_confirmations(results.alg, U, tail, results.out02, results.out03);
 }
 
 ExchangePublics publics_of(const uint8_t *ZA, const uint8_t *ZB, const ecc_point_bytes &RA,
@@ -183,7 +137,7 @@ int32_t sm2_KeyExChg_A4_10(const ecc_scalar *rA, const ecc_point_bytes *RA, cons
 
     KeySink sink(K_out, klen, global_curve.byte_len, hash_sel);
     Wiping<PointBytes> U;
-    if (!sink.is_ready() || !compute_shared_point({*d, *r, *RA, peer_key, *RB, *point}, *U)) return kFailed;
+    if (!sink.is_ready() || !shared_point({*d, *r, RA->x, RB->x, peer_key, *point}, *U)) return kFailed;
     write_results(results, *U, publics_of(ZA, ZB, *RA, *RB), sink);
     return 0;
 }
@@ -215,7 +169,7 @@ int32_t sm2_KeyExChg_B1_10(const ecc_scalar *dB, const ecc_point_bytes *PA, cons
     zokecc::write_point_record(*point, *RB_out);
     Wiping<PointBytes> V;
     zokecc::read_point(*RA, *point);
-    if (!compute_shared_point({*d, *r, *RB_out, peer_key, *RA, *point}, *V)) return kFailed;
+    if (!shared_point({*d, *r, RB_out->x, RA->x, peer_key, *point}, *V)) return kFailed;
     write_results(results, *V, publics_of(ZA, ZB, *RA, *RB_out), sink);
     return 0;
 }
@@ -247,12 +201,12 @@ int32_t sm2_KeyExChg(uint32_t role, const ecc_scalar *r, const ecc_point_bytes *
 
     KeySink sink(K_out, klen, global_curve.byte_len, hash_sel);
     Wiping<PointBytes> U;
-    if (!sink.is_ready() || !compute_shared_point({*own_d, *own_r, *R, peer_key, *peerR, *point}, *U))
+    if (!sink.is_ready() || !shared_point({*own_d, *own_r, R->x, peerR->x, peer_key, *point}, *U))
         return kFailed;
     const bool is_initiator = role == 1;
     const ExchangePublics publics =
         is_initiator ? publics_of(ZA, ZB, *R, *peerR) : publics_of(ZA, ZB, *peerR, *R);
-    derive_key(results, *U, publics, sink);
+    sink.derive(*U, publics.ZA, publics.ZB);
     confirm_over_memory(results, *U, publics, peer_key);
     return 0;
 }

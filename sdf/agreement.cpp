@@ -18,6 +18,7 @@
 
 namespace {
 
+using zokecc::AgreementRecords;
 using zokecc::Bytes;
 using zokecc::fits_field;
 using zokecc::initiate;
@@ -67,40 +68,45 @@ bool are_usable(const SessionContext &session, Octets ZA, Octets ZB)
     return uint64_t{5} * session.byte_len + ZA.len + ZB.len <= zokecc::kTranscriptBytes;
 }
 
-// The SM2 family's responders; rB null for the one that draws it.
+bool are_there(const AgreementRecords &records)
+{
+    return records.d != nullptr && records.peer_key != nullptr && records.peer_random != nullptr &&
+           records.result != nullptr;
+}
+
+// Records that are there, but for the temporary key.
+bool have_lengths_that_fit(const AgreementRecords &records)
+{
+    return fits_field(*records.d) && fits_field(*records.peer_key) && fits_field(*records.peer_random);
+}
+
+// The SM2 family's responders.
 uint32_t respond_with_identities(void *session, uint32_t klen_bits, Octets idA, Octets idB,
-                                 const ECCrefPrivateKey *dB, const ECCrefPublicKey *PA,
-                                 const ECCrefPublicKey *RA, const ECCrefPrivateKey *rB, ECCrefPublicKey *RB,
-                                 KeyAgreementResult *result)
+                                 ECCrefPublicKey *RB, const AgreementRecords &records)
 {
     const zokecc::CallBurn burn;
-    if (dB == nullptr || PA == nullptr || RA == nullptr || RB == nullptr || result == nullptr)
-        return ZOK_ERR_ARGUMENT;
-    if (idA.missing() || idB.missing()) return ZOK_ERR_ARGUMENT;
-    if (!fits_field(*dB) || !fits_field(*PA) || !fits_field(*RA)) return ZOK_ERR_ARGUMENT;
+    if (!are_there(records) || RB == nullptr) return ZOK_ERR_ARGUMENT;
+    if (idA.missing() || idB.missing() || !have_lengths_that_fit(records)) return ZOK_ERR_ARGUMENT;
     SessionContext &s = *static_cast<SessionContext *>(session);
     Wiping<mint> d;
     Wiping<UserZ> ZA;
     Wiping<UserZ> ZB;
-    if (!zokecc::read_private_key(s, *dB, *d)) return ZOK_ERR_ARGUMENT;
-    if (!make_own_Z(s, *d, idB, *ZB) || !make_Z(s, *PA, idA, *ZA)) return ZOK_ERR_ARGUMENT;
-    return respond(s, klen_bits / 8, ZA->view(), ZB->view(), *d, *PA, *RA, rB, *RB, *result);
+    if (!zokecc::read_private_key(s, *records.d, *d)) return ZOK_ERR_ARGUMENT;
+    if (!make_own_Z(s, *d, idB, *ZB) || !make_Z(s, *records.peer_key, idA, *ZA)) return ZOK_ERR_ARGUMENT;
+    return respond(s, klen_bits / 8, {ZA->view(), ZB->view()}, *d, *RB, records);
 }
 
-// The plain family's responders; rB null for the one that draws it.
-uint32_t respond_with_Z(void *session, uint32_t klen_bits, Octets ZA, Octets ZB, const ECCrefPrivateKey *dB,
-                        const ECCrefPublicKey *PA, const ECCrefPublicKey *RA, const ECCrefPrivateKey *rB,
-                        ECCrefPublicKey *RB, KeyAgreementResult *result)
+// The plain family's responders.
+uint32_t respond_with_Z(void *session, uint32_t klen_bits, Octets ZA, Octets ZB, ECCrefPublicKey *RB,
+                        const AgreementRecords &records)
 {
     const zokecc::CallBurn burn;
-    if (dB == nullptr || PA == nullptr || RA == nullptr || RB == nullptr || result == nullptr)
-        return ZOK_ERR_ARGUMENT;
+    if (!are_there(records) || RB == nullptr) return ZOK_ERR_ARGUMENT;
     SessionContext &s = *static_cast<SessionContext *>(session);
-    if (!are_usable(s, ZA, ZB)) return ZOK_ERR_ARGUMENT;
-    if (!fits_field(*dB) || !fits_field(*PA) || !fits_field(*RA)) return ZOK_ERR_ARGUMENT;
+    if (!are_usable(s, ZA, ZB) || !have_lengths_that_fit(records)) return ZOK_ERR_ARGUMENT;
     Wiping<mint> d;
-    if (!zokecc::read_private_key(s, *dB, *d)) return ZOK_ERR_ARGUMENT;
-    return respond(s, klen_bits / 8, ZA.view(), ZB.view(), *d, *PA, *RA, rB, *RB, *result);
+    if (!zokecc::read_private_key(s, *records.d, *d)) return ZOK_ERR_ARGUMENT;
+    return respond(s, klen_bits / 8, {ZA.view(), ZB.view()}, *d, *RB, records);
 }
 
 }  // namespace
@@ -147,12 +153,10 @@ uint32_t ZOK_SM2_GenerateKeyWithECC(void *session, uint32_t klen_bits, const uin
     if (session == nullptr) return ZOK_ERR_SESSION;
     const Octets own_id = {idA, idA_len};
     const Octets peer_id = {idB, idB_len};
-    if (dA == nullptr || rA == nullptr || RA == nullptr || PB == nullptr || RB == nullptr ||
-        result == nullptr)
-        return ZOK_ERR_ARGUMENT;
+    const AgreementRecords records = {dA, rA, PB, RB, result};
+    if (!are_there(records) || rA == nullptr || RA == nullptr) return ZOK_ERR_ARGUMENT;
     if (own_id.missing() || peer_id.missing()) return ZOK_ERR_ARGUMENT;
-    if (!fits_field(*dA) || !fits_field(*rA) || !fits_field(*RA) || !fits_field(*PB) || !fits_field(*RB))
-        return ZOK_ERR_ARGUMENT;
+    if (!have_lengths_that_fit(records) || !fits_field(*rA) || !fits_field(*RA)) return ZOK_ERR_ARGUMENT;
     SessionContext &s = *static_cast<SessionContext *>(session);
     Wiping<mint> d;
     Wiping<mint> r;
@@ -161,7 +165,7 @@ uint32_t ZOK_SM2_GenerateKeyWithECC(void *session, uint32_t klen_bits, const uin
     if (!zokecc::read_private_key(s, *dA, *d) || !zokecc::read_private_key(s, *rA, *r))
         return ZOK_ERR_ARGUMENT;
     if (!make_own_Z(s, *d, own_id, *ZA) || !make_Z(s, *PB, peer_id, *ZB)) return ZOK_ERR_ARGUMENT;
-    return initiate(s, klen_bits / 8, ZA->view(), ZB->view(), *d, *r, *RA, *PB, *RB, *result);
+    return initiate(s, klen_bits / 8, {ZA->view(), ZB->view()}, *d, *r, *RA, records);
 }
 
 uint32_t ZOK_SM2_GenerateResponseWithECC(void *session, uint32_t klen_bits, const uint8_t *idA,
@@ -172,8 +176,8 @@ uint32_t ZOK_SM2_GenerateResponseWithECC(void *session, uint32_t klen_bits, cons
 {
     if (session == nullptr) return ZOK_ERR_SESSION;
     if (rB == nullptr || !fits_field(*rB)) return ZOK_ERR_ARGUMENT;
-    return respond_with_identities(session, klen_bits, {idA, idA_len}, {idB, idB_len}, dB, PA, RA, rB, RB,
-                                   result);
+    return respond_with_identities(session, klen_bits, {idA, idA_len}, {idB, idB_len}, RB,
+                                   {dB, rB, PA, RA, result});
 }
 
 uint32_t ZOK_SM2_GenerateAgreementDataAndKeyWithECC(void *session, uint32_t klen_bits, const uint8_t *idA,
@@ -183,8 +187,8 @@ uint32_t ZOK_SM2_GenerateAgreementDataAndKeyWithECC(void *session, uint32_t klen
                                                     KeyAgreementResult *result)
 {
     if (session == nullptr) return ZOK_ERR_SESSION;
-    return respond_with_identities(session, klen_bits, {idA, idA_len}, {idB, idB_len}, dB, PA, RA, nullptr,
-                                   RB_out, result);
+    return respond_with_identities(session, klen_bits, {idA, idA_len}, {idB, idB_len}, RB_out,
+                                   {dB, nullptr, PA, RA, result});
 }
 
 uint32_t ZOK_GenerateKeyWithECC(void *session, uint32_t klen_bits, const uint8_t *ZA, uint32_t ZA_len,
@@ -194,20 +198,20 @@ uint32_t ZOK_GenerateKeyWithECC(void *session, uint32_t klen_bits, const uint8_t
 {
     const zokecc::CallBurn burn;
     if (session == nullptr) return ZOK_ERR_SESSION;
-    if (dA == nullptr || rA == nullptr || PB == nullptr || RB == nullptr || result == nullptr)
-        return ZOK_ERR_ARGUMENT;
+    const AgreementRecords records = {dA, rA, PB, RB, result};
+    if (!are_there(records) || rA == nullptr) return ZOK_ERR_ARGUMENT;
     SessionContext &s = *static_cast<SessionContext *>(session);
     const Octets own_Z = {ZA, ZA_len};
     const Octets peer_Z = {ZB, ZB_len};
     if (!are_usable(s, own_Z, peer_Z)) return ZOK_ERR_ARGUMENT;
-    if (!fits_field(*dA) || !fits_field(*rA) || !fits_field(*PB) || !fits_field(*RB)) return ZOK_ERR_ARGUMENT;
+    if (!have_lengths_that_fit(records) || !fits_field(*rA)) return ZOK_ERR_ARGUMENT;
     Wiping<mint> d;
     Wiping<mint> r;
     if (!zokecc::read_private_key(s, *dA, *d) || !zokecc::read_private_key(s, *rA, *r))
         return ZOK_ERR_ARGUMENT;
     ECCrefPublicKey RA{};
     if (!make_public_point(s, *r, RA)) return ZOK_ERR_INTERNAL;
-    return initiate(s, klen_bits / 8, own_Z.view(), peer_Z.view(), *d, *r, RA, *PB, *RB, *result);
+    return initiate(s, klen_bits / 8, {own_Z.view(), peer_Z.view()}, *d, *r, RA, records);
 }
 
 uint32_t ZOK_GenerateResponseWithECC(void *session, uint32_t klen_bits, const uint8_t *ZA, uint32_t ZA_len,
@@ -218,7 +222,7 @@ uint32_t ZOK_GenerateResponseWithECC(void *session, uint32_t klen_bits, const ui
 {
     if (session == nullptr) return ZOK_ERR_SESSION;
     if (rB == nullptr || !fits_field(*rB)) return ZOK_ERR_ARGUMENT;
-    return respond_with_Z(session, klen_bits, {ZA, ZA_len}, {ZB, ZB_len}, dB, PA, RA, rB, RB, result);
+    return respond_with_Z(session, klen_bits, {ZA, ZA_len}, {ZB, ZB_len}, RB, {dB, rB, PA, RA, result});
 }
 
 uint32_t ZOK_GenerateAgreementDataAndKeyWithECC(void *session, uint32_t klen_bits, const uint8_t *ZA,
@@ -228,6 +232,6 @@ uint32_t ZOK_GenerateAgreementDataAndKeyWithECC(void *session, uint32_t klen_bit
                                                 KeyAgreementResult *result)
 {
     if (session == nullptr) return ZOK_ERR_SESSION;
-    return respond_with_Z(session, klen_bits, {ZA, ZA_len}, {ZB, ZB_len}, dB, PA, RA, nullptr, RB_out,
-                          result);
+    return respond_with_Z(session, klen_bits, {ZA, ZA_len}, {ZB, ZB_len}, RB_out,
+                          {dB, nullptr, PA, RA, result});
 }

@@ -17,16 +17,29 @@ namespace zokecc {
 // r = random below n and R = r G. False, with nothing written to R, if no number could be drawn.
 bool make_temporary_key(const SessionContext &session, mint &r, ECCrefPublicKey &R_out);
 
-// What an initiator's calls do once Z values and own keys are there. klen in bytes.
-uint32_t initiate(SessionContext &session, uint32_t klen, Bytes ZA, Bytes ZB, const mint &dA, const mint &rA,
-                  const ECCrefPublicKey &RA, const ECCrefPublicKey &PB, const ECCrefPublicKey &RB,
-                  KeyAgreementResult &result);
+// The two users' Z values.
+struct BothZ {
+    Bytes A;  // of the initiator
+    Bytes B;
+};
 
-// What a responder's calls do once Z values and the private key are there. Without rB the
-// temporary key is made here, once RA has passed, and RB written; with it only RB's bits are.
-uint32_t respond(SessionContext &session, uint32_t klen, Bytes ZA, Bytes ZB, const mint &dB,
-                 const ECCrefPublicKey &PA, const ECCrefPublicKey &RA, const ECCrefPrivateKey *rB,
-                 ECCrefPublicKey &RB, KeyAgreementResult &result);
+// The records that a call was given and has tested.
+struct AgreementRecords {
+    const ECCrefPrivateKey *d;
+    const ECCrefPrivateKey *r;  // null for a responder that draws it
+    const ECCrefPublicKey *peer_key;
+    const ECCrefPublicKey *peer_random;
+    KeyAgreementResult *result;
+};
+
+// What an initiator's calls do once Z values and own keys are there. klen in bytes.
+uint32_t initiate(SessionContext &session, uint32_t klen, const BothZ &Z, const mint &d, const mint &r,
+                  const ECCrefPublicKey &RA, const AgreementRecords &records);
+
+// What a responder's calls do once Z values and the private key are there. Without r the temporary key is
+// made here, once the peer's has passed, and RB written; with it only RB's bits are.
+uint32_t respond(SessionContext &session, uint32_t klen, const BothZ &Z, const mint &d, ECCrefPublicKey &RB,
+                 const AgreementRecords &records);
 
 }  // namespace zokecc
 

@@ -5,7 +5,7 @@
 
 #include "base/burn.h"
 #include "base/wipe.h"
-#include "ecc/secret_steps.h"
+#include "ecc/secret_rounds.h"
 #include "mint/plain.h"
 #include "mint/value.h"
 #include "sdf/records.h"
@@ -46,13 +46,7 @@ bool sign_ecdsa(const CurveView &curve, const mint &d, const mint &digest, mint 
 {
     mint e{};
     mint_mod(&digest, &curve.n, &e);
-    Wiping<mint> k;
-    for (uint32_t draw = 0; draw < zokecc::kMaxFruitlessDraws; ++draw) {
-        if (!zokecc::draw_nonce(curve, d, e, *k)) return false;
-        if (!zokecc::ecdsa_first_half(curve, *k, r) || is_zero(r)) continue;
-        if (zokecc::ecdsa_second_half(curve, e, d, *k, r, s) && !is_zero(s)) return true;
-    }
-    return false;
+    return zokecc::ecdsa_sign(curve, d, e, r, s);
 }
 
 // The recomputed r. r and s are in range.
