@@ -21,7 +21,8 @@ inline uint32_t window_width(int32_t bits)
 }
 
 // Digits, least significant first, each zero or odd and below 2^width in size, with
-// k = sum of digit[j] 2^j. Room for bits + 1 of them. Returns how many, or -1 if they do not fit.
+// k = sum of digit[j] 2^j. Room for bits + 1 of them, which is enough. Returns how many, and never writes
+// beyond the room: -1 instead.
 inline int32_t recode(const mint &k, int32_t bits, uint32_t width, int8_t *digits)
 {
     const int32_t bit = 1 << width;

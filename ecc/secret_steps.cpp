@@ -129,7 +129,7 @@ Step sm2_encryption_points(const CurveView &curve, uint32_t len, const mint &k, 
     write_number(point->x, len, x1);
     write_number(point->y, len, y1);
     if (!multiply(curve, curve.h, Q, *point)) return Step::failed;
-    if (is_zero(curve.h) || is_zero(point->x) || is_zero(point->y)) return Step::refused;
+    if (is_zero(point->x) || is_zero(point->y)) return Step::refused;  // also for h = 0
     if (!multiply(curve, k, Q, *point)) return Step::failed;
     write_point(*point, len, shared);
     return Step::done;
@@ -140,7 +140,7 @@ Step sm2_decryption_point(const CurveView &curve, uint32_t len, const mint &d, c
 {
     Wiping<ecc_point> point;
     if (!multiply(curve, curve.h, C1, *point)) return Step::failed;
-    if (is_zero(curve.h) || point->infinity == 1) return Step::refused;
+    if (point->infinity == 1) return Step::refused;  // also for h = 0
     if (!multiply(curve, d, C1, *point)) return Step::failed;
     write_point(*point, len, shared);
     return Step::done;
@@ -178,9 +178,8 @@ Step sm2_exchange_point(const CurveView &curve, uint32_t len, const mint &ht, co
 {
     if (!multiply(curve, peer_x_bar, point, point)) return Step::failed;
     ecc_point_add(&peer_key, &point, &curve.a, &curve.b, &curve.p, &point);
-    const bool sum_is_infinity = point.infinity == 1;
     if (!multiply(curve, ht, point, point)) return Step::failed;
-    if (is_zero(ht) || sum_is_infinity || point.infinity == 1) return Step::refused;
+    if (point.infinity == 1) return Step::refused;  // also for an infinite sum or ht = 0
     write_point(point, len, U);
     return Step::done;
 }

@@ -26,7 +26,7 @@ void read_reduced(const zokecc::CurveView &curve, const uint8_t *bytes, uint32_t
         mint_left_move(&out, 32);
         zokecc::mod_add(out, *word, p, out);
     }
-    mint_mod(&out, &p, &out);
+    mint_mod(&out, &p, &out);  // for fewer than four bytes
 }
 
 // Writes numbers one behind the other while there is room for a whole one.

@@ -6,6 +6,7 @@
 
 namespace {
 
+constexpr int32_t kMissing = 1;
 constexpr int32_t kTooLong = 1;
 constexpr int32_t kNoRandomness = 1;
 constexpr int32_t kBadBlock = 1;
@@ -19,7 +20,7 @@ int32_t eces_format(uint32_t block_len, const uint8_t *message, uint32_t message
                     uint32_t *out_len)
 {
     if (uint64_t{message_len} + 2 > block_len) return kTooLong;
-    if (out == nullptr || out_len == nullptr || (message == nullptr && message_len > 0)) return kTooLong;
+    if (out == nullptr || out_len == nullptr || (message == nullptr && message_len > 0)) return kMissing;
     const uint32_t separator = block_len - message_len - 1;
     if (gen_random(out + 1, separator) != 0) return kNoRandomness;
     out[separator] = 0;

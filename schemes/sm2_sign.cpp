@@ -42,7 +42,7 @@ bool sign(const CurveView &curve, const mint &d, const mint &e, mint &r, mint &s
     for (uint32_t draw = 0; draw < zokecc::kMaxFruitlessDraws; ++draw) {
         if (!zokecc::draw_nonce(curve, d, e, *k)) return false;
         if (!zokecc::sm2_first_half(curve, e, *k, r)) continue;
-        if (!is_zero(r) && zokecc::sum_is_order(curve, r, *k)) continue;
+        if (zokecc::sum_is_order(curve, r, *k)) continue;
         if (zokecc::sm2_second_half(curve, d, *k, r, s) && !is_zero(s)) return true;
     }
     return false;

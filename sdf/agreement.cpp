@@ -23,16 +23,9 @@ using zokecc::Bytes;
 using zokecc::fits_field;
 using zokecc::initiate;
 using zokecc::kDigestBytes;
+using zokecc::Octets;
 using zokecc::respond;
 using zokecc::Wiping;
-
-// A byte string of the caller.
-struct Octets {
-    const uint8_t *bytes;
-    uint32_t len;
-    bool missing() const { return bytes == nullptr && len > 0; }
-    Bytes view() const { return {bytes, len}; }
-};
 
 struct UserZ {
     uint8_t bytes[kDigestBytes];

@@ -16,16 +16,11 @@
 namespace {
 
 using zokecc::kDigestBytes;
-
-struct Message {
-    const uint8_t *bytes;
-    uint32_t len;
-    bool missing() const { return bytes == nullptr && len > 0; }
-};
+using zokecc::Octets;
 
 // e = H(Z || message), with Z of the key and the identity.
-uint32_t hash_for_sm2(SessionContext &session, const ECCrefPublicKey &pub, const Message &message,
-                      const Message &id, uint8_t *e)
+uint32_t hash_for_sm2(SessionContext &session, const ECCrefPublicKey &pub, const Octets &message,
+                      const Octets &id, uint8_t *e)
 {
     uint8_t Z[kDigestBytes];
     uint32_t Z_len = 0;
@@ -42,7 +37,7 @@ uint32_t hash_for_sm2(SessionContext &session, const ECCrefPublicKey &pub, const
 }
 
 // e = H(message)
-uint32_t hash_for_ecdsa(const SessionContext &session, const Message &message, uint8_t *e)
+uint32_t hash_for_ecdsa(const SessionContext &session, const Octets &message, uint8_t *e)
 {
     const hash_msg whole = {session.hash_selector, message.bytes, 0, message.len};
     return hash_byte(&whole, e) != 0 ? ZOK_OK : ZOK_ERR_INTERNAL;
@@ -61,7 +56,7 @@ void derive_public_key(const SessionContext &session, const ECCrefPrivateKey &pr
 
 // e as its signer computes it. In a frame of its own: what is said of the key in it is not to stay.
 ZOKECC_OUT_OF_LINE uint32_t hash_to_sign(SessionContext &session, bool is_sm2, const ECCrefPrivateKey &priv,
-                                         const Message &message, const Message &id, uint8_t *e)
+                                         const Octets &message, const Octets &id, uint8_t *e)
 {
     if (!is_sm2) return hash_for_ecdsa(session, message, e);
     ECCrefPublicKey pub{};
@@ -79,8 +74,8 @@ uint32_t ZOK_ExternalSignHash_ECC(void *session, uint32_t algorithm, const ECCre
     if (session == nullptr) return ZOK_ERR_SESSION;
     const bool is_sm2 = algorithm == ZOK_ALG_SM2_SIGN;
     if (!is_sm2 && algorithm != ZOK_ALG_ECDSA_SIGN) return ZOK_ERR_INTERNAL;
-    const Message text = {message, message_len};
-    const Message identity = {id, id_len};
+    const Octets text = {message, message_len};
+    const Octets identity = {id, id_len};
     if (priv == nullptr || sig_out == nullptr || text.missing()) return ZOK_ERR_ARGUMENT;
     if (is_sm2 && identity.missing()) return ZOK_ERR_ARGUMENT;
     if (!zokecc::fits_field(*priv)) return ZOK_ERR_ARGUMENT;
@@ -99,8 +94,8 @@ uint32_t ZOK_ExternalVerifyHash_ECC(void *session, uint32_t algorithm, const ECC
     if (session == nullptr) return ZOK_ERR_SESSION;
     const bool is_sm2 = algorithm == ZOK_ALG_SM2_SIGN;
     if (!is_sm2 && algorithm != ZOK_ALG_ECDSA_SIGN) return ZOK_ERR_INTERNAL;
-    const Message text = {message, message_len};
-    const Message identity = {id, id_len};
+    const Octets text = {message, message_len};
+    const Octets identity = {id, id_len};
     if (pub == nullptr || sig == nullptr || text.missing()) return ZOK_ERR_ARGUMENT;
     if (is_sm2 && identity.missing()) return ZOK_ERR_ARGUMENT;
     if (!zokecc::fits_field(*pub)) return ZOK_ERR_ARGUMENT;

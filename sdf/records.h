@@ -9,10 +9,19 @@
 #include <zokecc/sdf.h>
 
 #include "ecc/secret_steps.h"
+#include "hash/bytes.h"
 
 namespace zokecc {
 
 constexpr uint32_t kFieldBytes = 64;
+
+// A byte string of the caller: a message, an identity, a Z value.
+struct Octets {
+    const uint8_t *bytes;
+    uint32_t len;
+    bool missing() const { return bytes == nullptr && len > 0; }
+    Bytes view() const { return {bytes, len}; }
+};
 
 // True if the record's own length lies within its fields.
 inline bool fits_field(uint32_t bits) { return bits / 8 <= kFieldBytes; }
