@@ -8,6 +8,7 @@
 #define ZOKECC_MINT_LIMBS_MODULUS_32_H
 
 #include "base/linkage.h"
+#include "mint/limbs/any_width.h"
 #include "mint/limbs/barrett.h"
 #include "mint/limbs/borrow_rule.h"
 
@@ -164,30 +165,7 @@ private:
 bool multiply_eight(const WordModulus &p, const uint32_t *a, const uint32_t *b, uint32_t *out);
 bool multiply_chosen(const WordModulus &p, const uint32_t *a, const uint32_t *b, uint32_t *out);
 
-// The width chosen when running: one body of everything that stands on it, whatever the width.
-class AnyWordLimbs {
-public:
-    using Limb = uint32_t;
-    static constexpr unsigned kElementLimbs = kMaxFastWords;
-
-    unsigned limbs() const { return modulus_.words; }
-    static bool fits(const uint32_t *p, uint32_t words) { return WordModulus::fits(p, words); }
-    void prepare(const uint32_t *p, uint32_t words) { modulus_.prepare(p, words); }
-
-    // out = a b mod p for a, b up to p; out may be a or b. False where the guard leaves the quotient
-    // open: see OpenQuotients for what is written then.
-    bool multiply(const Limb *a, const Limb *b, Limb *out) const
-    {
-        if (modulus_.kernel == 8) [[likely]]
-            return multiply_eight(modulus_, a, b, out);
-        return multiply_chosen(modulus_, a, b, out);
-    }
-    bool square(const Limb *a, Limb *out) const { return multiply(a, a, out); }
-    OpenQuotients &open_quotients() { return modulus_.open_quotients; }
-
-private:
-    WordModulus modulus_;
-};
+using AnyWordLimbs = AnyWidth<WordModulus>;
 
 }  // namespace zokecc
 
