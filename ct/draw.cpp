@@ -12,11 +12,9 @@
 #include "hash/entropy.h"
 #include "mint/value.h"
 
-namespace {
+using namespace zokecc;
 
-using zokecc::kDigestBytes;
-using zokecc::kMaxSecretWords;
-using zokecc::Wiping;
+namespace {
 
 constexpr uint32_t kMoreBytes = 8;  // than the order has
 constexpr uint32_t kMaxDrawn = 4 * kMaxSecretWords + kMoreBytes;
@@ -26,7 +24,7 @@ constexpr uint32_t kMaxDraws = 1024;
 struct Input {
     uint8_t kernel[kMaxDrawn];
     uint8_t key[4 * kMaxSecretWords];
-    uint8_t digest[4 * zokecc::kMintWords];
+    uint8_t digest[4 * kMintWords];
     uint8_t counter[4];
 };
 
@@ -38,13 +36,13 @@ struct Drawn {
 void put(const mint *number, uint8_t *out)
 {
     if (number == nullptr) return;
-    for (uint32_t i = 0; i < number->len; ++i) zokecc::store_little_endian(number->words[i], out + 4 * i);
+    for (uint32_t i = 0; i < number->len; ++i) store_little_endian(number->words[i], out + 4 * i);
 }
 
 void spread(Input &input, uint32_t count, Drawn &out)
 {
     for (uint32_t done = 0; done < count; done += kDigestBytes) {
-        zokecc::store_big_endian(done, input.counter);
+        store_big_endian(done, input.counter);
         const hash_msg message = {HASH_ALG_SHA256, reinterpret_cast<const uint8_t *>(&input), 0,
                                   sizeof input};
         hash_byte(&message, out.bytes + done);
@@ -55,25 +53,25 @@ void spread(Input &input, uint32_t count, Drawn &out)
 
 void draw_blinding(uint32_t *words, uint32_t count)
 {
-    if (!zokecc::kernel_random(reinterpret_cast<uint8_t *>(words), 4 * count)) zokecc::wipe(words, 4 * count);
+    if (!kernel_random(reinterpret_cast<uint8_t *>(words), 4 * count)) wipe(words, 4 * count);
     words[0] |= 1;
 }
 
 int32_t draw_secret_number(mint *out, const mint *n, const mint *key, const mint *digest)
 {
-    const zokecc::HashBurn burn;
-    if (!zokecc::has_secret_field(*n)) return -1;
+    const HashBurn burn;
+    if (!has_secret_field(*n)) return -1;
     const uint32_t count = 4 * n->len + kMoreBytes;
     Wiping<Input> input;
     Wiping<Drawn> drawn;
     put(key, input->key);
     put(digest, input->digest);
     for (uint32_t i = 0; i < kMaxDraws; ++i) {
-        if (!zokecc::kernel_random(input->kernel, count)) return -1;
+        if (!kernel_random(input->kernel, count)) return -1;
         spread(*input, count, *drawn);
-        zokecc::reduce_secret(*n, drawn->bytes, count, *out);
-        const bool is_last = key == nullptr && zokecc::sums_to_order(*n, *out, nullptr);
-        if (!zokecc::is_zero_secret(*out) && !is_last) return 0;
+        reduce_secret(*n, drawn->bytes, count, *out);
+        const bool is_last = key == nullptr && sums_to_order(*n, *out, nullptr);
+        if (!is_zero_secret(*out) && !is_last) return 0;
     }
     return -1;
 }

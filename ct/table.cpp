@@ -6,10 +6,9 @@
 #include "ct/choice.h"
 #include "ct/point.h"
 
-namespace {
+using namespace zokecc;
 
-using zokecc::ProjectivePoint;
-using zokecc::SecretCurve;
+namespace {
 
 constexpr unsigned kHalfWord = 16;
 
@@ -80,8 +79,8 @@ private:
         }
         curve_.f.write_words(affine.x, out.x.words);
         curve_.f.write_words(affine.y, out.y.words);
-        out.x.len = zokecc::trimmed_count(out.x.words, curve_.f.words());
-        out.y.len = zokecc::trimmed_count(out.y.words, curve_.f.words());
+        out.x.len = trimmed_count(out.x.words, curve_.f.words());
+        out.y.len = trimmed_count(out.y.words, curve_.f.words());
     }
 
     SecretCurve<Field> curve_;
@@ -91,11 +90,11 @@ private:
 
 bool fill_exact_table(const ecc_point *G, const mint *a, const mint *b, const mint *p, ecc_point *table)
 {
-    const uint32_t words = zokecc::comb_words(*p);
-    if (words == 0 || !zokecc::has_secret_field(*p)) return false;
+    const uint32_t words = comb_words(*p);
+    if (words == 0 || !has_secret_field(*p)) return false;
     if (mint_compare(a, p) >= 0 || mint_compare(b, p) >= 0) return false;
     if (mint_compare(&G->x, p) >= 0 || mint_compare(&G->y, p) >= 0) return false;
-    return zokecc::on_secret_field(*p, [&](auto *field) {
+    return on_secret_field(*p, [&](auto *field) {
         return ExactTable<std::remove_pointer_t<decltype(field)>>(*p, *a, *b).fill(*G, table, words);
     });
 }

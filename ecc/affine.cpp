@@ -3,10 +3,12 @@
 #include "ecc/curve_numbers.h"
 #include "ecc/points.h"
 
+using namespace zokecc;
+
 int32_t ecc_point_add(const ecc_point *P, const ecc_point *Q, const mint *a, const mint *, const mint *p,
                       ecc_point *out)
 {
-    zokecc::affine_add(zokecc::ReferenceField{*p}, *P, *Q, *a, *out);
+    affine_add(ReferenceField{*p}, *P, *Q, *a, *out);
     return 0;
 }
 
@@ -38,6 +40,6 @@ int32_t ecc_test_point(const ecc_point *P, const mint *a, const mint *b, const m
     mint left{};
     mint right{};
     mint_mod_mul(&P->y, &P->y, p, &left);
-    zokecc::curve_right_side(P->x, *a, *b, *p, right);
+    curve_right_side(P->x, *a, *b, *p, right);
     return mint_compare(&left, &right) != 0 ? 1 : 0;
 }

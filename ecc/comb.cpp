@@ -6,29 +6,31 @@
 #include "ecc/points.h"
 #include "ecc/table.h"
 
+using namespace zokecc;
+
 namespace {
 
 // True if k has a bit above the m words that the table covers.
-bool is_wider_than(const mint &k, uint32_t m) { return zokecc::trimmed_words(k) > m; }
+bool is_wider_than(const mint &k, uint32_t m) { return trimmed_words(k) > m; }
 
 }  // namespace
 
 int32_t ecc_fix_point_mul_1(const mint *k, const ecc_point *, const mint *a, const mint *b, const mint *p,
                             ecc_point *out, const ecc_point *table)
 {
-    const uint32_t m = zokecc::comb_words(*p);
-    if (zokecc::is_zero(*k) || m == 0 || zokecc::is_zero(*p)) {
-        zokecc::set_infinity(*out);
+    const uint32_t m = comb_words(*p);
+    if (is_zero(*k) || m == 0 || is_zero(*p)) {
+        set_infinity(*out);
         return 0;
     }
     if (is_wider_than(*k, m)) {
         // Callers that test the range of a scalar afterwards come here: the true product.
         ecc_point product{};
-        if (ecc_unknown_point_mul(k, &table[1], a, b, p, &product) < 0) zokecc::set_infinity(product);
+        if (ecc_unknown_point_mul(k, &table[1], a, b, p, &product) < 0) set_infinity(product);
         *out = product;
         return 0;
     }
-    zokecc::run_over_best_field(*p, zokecc::CombMultiple{*k, m, table, *a, *out});
+    run_over_best_field(*p, CombMultiple{*k, m, table, *a, *out});
     return 0;
 }
 

@@ -2,7 +2,7 @@
 // Conversions between affine and Jacobian points, and what needs no arithmetic or next to none.
 #include "ecc/points.h"
 
-using zokecc::ReferenceField;
+using namespace zokecc;
 
 namespace {
 
@@ -14,30 +14,30 @@ constexpr ReferenceField kNoModulus{kZero};
 
 int32_t ecc_affine_jacobin(ecc_jac_point *out, const ecc_point *in)
 {
-    zokecc::affine_to_jacobian(kNoModulus, *in, *out);
+    affine_to_jacobian(kNoModulus, *in, *out);
     return 0;
 }
 
 int32_t ecc_jacobin_affine(ecc_point *out, const mint *p, const ecc_jac_point *in)
 {
-    zokecc::jacobian_to_affine(ReferenceField{*p}, *in, *out);
+    jacobian_to_affine(ReferenceField{*p}, *in, *out);
     return 0;
 }
 
 int32_t ecc_infinite_point(ecc_jac_point *point)
 {
-    zokecc::set_zero(point->Z);
+    set_zero(point->Z);
     return 1;
 }
 
 int32_t ecc_invert_point(const mint *p, ecc_jac_point *point)
 {
-    if (zokecc::is_zero(point->Z) || zokecc::is_zero(point->Y)) return 1;
+    if (is_zero(point->Z) || is_zero(point->Y)) return 1;
     return mint_sub(p, &point->Y, &point->Y);
 }
 
 int32_t ecc_copy_point(ecc_jac_point *out, const ecc_jac_point *in)
 {
-    zokecc::copy_jacobian(kNoModulus, *in, *out);
+    copy_jacobian(kNoModulus, *in, *out);
     return 1;
 }

@@ -8,9 +8,9 @@
 #include "ecc/point_bytes.h"
 #include "mint/value.h"
 
-namespace {
+using namespace zokecc;
 
-using zokecc::kPointFieldBytes;
+namespace {
 
 constexpr uint32_t kUncompressed = 0;
 constexpr uint32_t kCompressed = 1;
@@ -65,10 +65,10 @@ int32_t ecc_point_unpress(mint *out_y, const mint *x, const mint *a, const mint 
 {
     mint square{};
     mint root{};
-    zokecc::curve_right_side(*x, *a, *b, *p, square);
+    curve_right_side(*x, *a, *b, *p, square);
     mint_mod(&square, p, &square);
     if (mint_sqrt(&square, p, &root) != 1) return -1;
-    if ((zokecc::low_word(root) & 1) == parity)
+    if ((low_word(root) & 1) == parity)
         mint_copy(out_y, &root);
     else
         mint_sub(p, &root, out_y);
@@ -77,7 +77,7 @@ int32_t ecc_point_unpress(mint *out_y, const mint *x, const mint *a, const mint 
 
 int32_t ecc_PointToByte(const ecc_point_bytes *point, uint32_t form, uint8_t *out, int32_t out_size)
 {
-    if (point == nullptr || out == nullptr || !zokecc::fits_field(*point)) return -1;
+    if (point == nullptr || out == nullptr || !fits_field(*point)) return -1;
     if (form != kUncompressed && form != kCompressed && form != kHybrid) return -1;
     const uint32_t len = point->length;
     const uint32_t total = form == kCompressed ? 1 + len : 1 + 2 * len;
@@ -97,7 +97,7 @@ int32_t ecc_ByteToPoint(const uint8_t *in, uint32_t in_len, ecc_point_bytes *out
 {
     const GlobalCurve &g = global_curve;
     if (in == nullptr || out == nullptr) return -1;
-    if (zokecc::is_zero(g.n) || zokecc::is_zero(g.p)) return -1;
+    if (is_zero(g.n) || is_zero(g.p)) return -1;
     if (in_len % 2 == 0) return -1;
     switch (in[0]) {
     case 2:
@@ -112,6 +112,6 @@ int32_t ecc_ByteToPoint(const uint8_t *in, uint32_t in_len, ecc_point_bytes *out
     default: return -1;
     }
     ecc_point point{};
-    zokecc::read_point(*out, point);
+    read_point(*out, point);
     return ecc_test_point(&point, &g.a, &g.b, &g.p) != 0 ? -1 : 0;
 }

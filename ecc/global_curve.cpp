@@ -6,6 +6,8 @@
 #include "ecc/table.h"
 #include "mint/value.h"
 
+using namespace zokecc;
+
 GlobalCurve global_curve;
 
 namespace zokecc {
@@ -45,9 +47,9 @@ int32_t Curve_Init(const ecc_curve_bytes *curve)
     GlobalCurve &g = global_curve;
     g.byte_len = byte_len;
     g.bits = 8 * byte_len;
-    zokecc::install_numbers(g, *curve, byte_len, g.bits);
+    install_numbers(g, *curve, byte_len, g.bits);
     ecc_precomputation_point(&g.G, &g.a, &g.b, &g.p);
-    if constexpr (zokecc::kHardened) fill_exact_table(&g.G, &g.a, &g.b, &g.p, g.table.entry);
+    if constexpr (kHardened) fill_exact_table(&g.G, &g.a, &g.b, &g.p, g.table.entry);
     return ecc_test_point(&g.G, &g.a, &g.b, &g.p) != 0 ? -1 : 0;
 }
 

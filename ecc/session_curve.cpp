@@ -8,6 +8,8 @@
 #include "ecc/curve_numbers.h"
 #include "ecc/table.h"
 
+using namespace zokecc;
+
 namespace {
 
 // Puts the caller's record into the session's own copy, which is made where there is none yet. A
@@ -28,7 +30,7 @@ bool take_record(SessionContext &session, const CurvePara *record)
 
 void make_table(SessionContext &s)
 {
-    if constexpr (zokecc::kHardened) {
+    if constexpr (kHardened) {
         if (fill_exact_table(&s.G, &s.a, &s.b, &s.p, s.table.entry)) return;
     }
     ecc_precomputation_point_1(&s.G, &s.a, &s.b, &s.p, s.table.entry);
@@ -39,7 +41,7 @@ void make_table(SessionContext &s)
 uint32_t ZOK_CurveParaCfg(void *session, uint32_t type, const CurvePara *record)
 {
     if (session == nullptr) return ZOK_ERR_SESSION;
-    const uint32_t byte_len = zokecc::session_byte_length(type);
+    const uint32_t byte_len = session_byte_length(type);
     if (record == nullptr || byte_len == 0) return ZOK_ERR_ARGUMENT;
     SessionContext &s = *static_cast<SessionContext *>(session);
     if (!take_record(s, record)) return ZOK_ERR_INTERNAL;
@@ -47,7 +49,7 @@ uint32_t ZOK_CurveParaCfg(void *session, uint32_t type, const CurvePara *record)
     s.byte_len = byte_len;
     s.config_bits = 8 * s.byte_len;
     s.hash_selector = record->hash_selector;
-    zokecc::install_numbers(s, *record, s.byte_len, s.config_bits);
+    install_numbers(s, *record, s.byte_len, s.config_bits);
     make_table(s);
     if (ecc_test_point(&s.G, &s.a, &s.b, &s.p) != 0) return ZOK_ERR_INTERNAL;
     s.curve_type = type;

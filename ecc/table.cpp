@@ -9,6 +9,8 @@
 #include "ecc/table_builder.h"
 #include "mint/value.h"
 
+using namespace zokecc;
+
 namespace {
 
 constexpr ecc_point kZeroPoint{};
@@ -29,17 +31,17 @@ uint32_t comb_words(const mint &p)
 int32_t ecc_precomputation_point_1(const ecc_point *G, const mint *a, const mint *, const mint *p,
                                    ecc_point *table)
 {
-    const uint32_t m = zokecc::comb_words(*p);
+    const uint32_t m = comb_words(*p);
     if (m == 0) return 1;
     const uint32_t size = 1u << m;
     // Nothing of the caller's record but the number itself, and no coordinates of infinity.
     ecc_point base{};
     base.infinity = G->infinity;
-    if (G->infinity != zokecc::kInfinity) {
+    if (G->infinity != kInfinity) {
         mint_copy(&base.x, &G->x);
         mint_copy(&base.y, &G->y);
     }
-    zokecc::run_over_best_field(*p, zokecc::TableOfMultiples{base, *a, table, size});
+    run_over_best_field(*p, TableOfMultiples{base, *a, table, size});
     table[size] = kZeroPoint;
     table[2 * size] = kInfinitePoint;
     return 0;
@@ -52,12 +54,11 @@ int32_t ecc_precomputation_point(const ecc_point *G, const mint *a, const mint *
 {
     ecc_point *const table = global_curve.table.entry;
     if (ecc_precomputation_point_1(G, a, b, p, table) != 0) return 1;
-    const uint32_t m = zokecc::comb_words(*p);
+    const uint32_t m = comb_words(*p);
     for (uint32_t j = 0; j < m; ++j) {
         global_curve.base[j] = table[1u << j];
         global_curve.base[m + j] = table[(1u << m) + (1u << j)];
     }
-    zokecc::run_over_best_field(
-        *p, zokecc::DoubledPoint{global_curve.base[m], *a, zokecc::kHalfWordShift, global_curve.base[2 * m]});
+    run_over_best_field(*p, DoubledPoint{global_curve.base[m], *a, kHalfWordShift, global_curve.base[2 * m]});
     return 0;
 }

@@ -7,6 +7,8 @@
 #include "ecc/curve_numbers.h"
 #include "mint/value.h"
 
+using namespace zokecc;
+
 // Neither that p or n is prime nor the discriminant is looked at.
 //
 // KEPT: without memory n = 0 passes as well, but for the hardened build. Held by
@@ -15,7 +17,7 @@
 // KEPT: n = 0 makes n G infinite and passes. Held by ZokCurveVerify.KeptOrderZeroIsAccepted.
 uint32_t ZOK_CurveVerify(uint32_t type, const CurvePara *record)
 {
-    const uint32_t L = zokecc::session_byte_length(type);
+    const uint32_t L = session_byte_length(type);
     if (record == nullptr || L == 0) return ZOK_ERR_ARGUMENT;
     mint p;
     mint a;
@@ -32,11 +34,10 @@ uint32_t ZOK_CurveVerify(uint32_t type, const CurvePara *record)
     mint left{};
     mint right{};
     mint_mod_mul(&G.y, &G.y, &p, &left);
-    zokecc::curve_right_side(G.x, a, b, p, right);
-    if (mint_compare(&left, &right) != 0 || zokecc::is_zero(left) || zokecc::is_zero(right))
-        return ZOK_ERR_INTERNAL;
+    curve_right_side(G.x, a, b, p, right);
+    if (mint_compare(&left, &right) != 0 || is_zero(left) || is_zero(right)) return ZOK_ERR_INTERNAL;
     ecc_point product{};
     const int32_t status = ecc_unknown_point_mul(&n, &G, &a, &b, &p, &product);
-    if (status < 0 && zokecc::kHardened) return ZOK_ERR_INTERNAL;
-    return product.infinity == zokecc::kInfinity ? ZOK_OK : ZOK_ERR_INTERNAL;
+    if (status < 0 && kHardened) return ZOK_ERR_INTERNAL;
+    return product.infinity == kInfinity ? ZOK_OK : ZOK_ERR_INTERNAL;
 }

@@ -9,27 +9,29 @@
 #include "ecc/recode.h"
 #include "mint/value.h"
 
+using namespace zokecc;
+
 // KEPT: the digit buffer stays allocated. Deployed systems account for it as part of this call's
 // footprint. It is cleared, so no digit of the scalar stays behind. The hardened build frees it. Held by
 // EccUnknownPointMul.KeptDigitBufferStaysAllocated.
 int32_t ecc_unknown_point_mul(const mint *k, const ecc_point *P, const mint *a, const mint *, const mint *p,
                               ecc_point *out)
 {
-    const bool k_is_zero = zokecc::is_zero(*k);
+    const bool k_is_zero = is_zero(*k);
     // Where out is P, P is infinity from here on, and so is its every multiple.
-    if (k_is_zero || P->infinity == zokecc::kInfinity) zokecc::set_infinity(*out);
+    if (k_is_zero || P->infinity == kInfinity) set_infinity(*out);
 
     const int32_t bits = k_is_zero ? 0 : get_mint_bit_len(k);
-    const uint32_t width = zokecc::window_width(bits);
-    zokecc::WorkBuffer buffer(static_cast<uint32_t>(bits) + 1);
+    const uint32_t width = window_width(bits);
+    WorkBuffer buffer(static_cast<uint32_t>(bits) + 1);
     if (!buffer) return -1;
     int8_t *const digit = reinterpret_cast<int8_t *>(buffer.data());
-    const int32_t count = k_is_zero ? 1 : zokecc::recode(*k, bits, width, digit);
+    const int32_t count = k_is_zero ? 1 : recode(*k, bits, width, digit);
 
     if (count >= 0) {
-        const zokecc::WindowDigits digits{digit, count, width};
-        zokecc::run_over_best_field(*p, zokecc::WindowMultiple{digits, *P, *a, *out});
+        const WindowDigits digits{digit, count, width};
+        run_over_best_field(*p, WindowMultiple{digits, *P, *a, *out});
     }
-    if constexpr (!zokecc::kHardened) buffer.release();
+    if constexpr (!kHardened) buffer.release();
     return count >= 0 ? 1 : -1;
 }

@@ -6,6 +6,8 @@
 
 #include <cstdlib>
 
+using namespace zokecc;
+
 uint32_t seed_counter = 0;
 
 namespace {
@@ -24,7 +26,7 @@ uint32_t arithmetic_half(uint32_t c) { return static_cast<uint32_t>(static_cast<
 int32_t gen_random_seed(uint32_t *words)
 {
     std::srand(ecc_time(nullptr));
-    for (uint32_t i = 0; i < zokecc::kSeedWords; ++i) {
+    for (uint32_t i = 0; i < kSeedWords; ++i) {
         uint32_t word = 1;
         for (const uint32_t shift : kShifts) {
             const uint32_t drawn = static_cast<uint32_t>(std::rand());

@@ -9,15 +9,14 @@
 #include "hash/hmac.h"
 #include "hash/sha256.h"
 
-namespace {
+using namespace zokecc;
 
-using zokecc::kDigestBytes;
-using zokecc::kHmacBlockBytes;
+namespace {
 
 // SHA-256 over pad[64] and data. Returns 0, or the status of the step that failed.
 int32_t hash_after_pad(const uint8_t *pad, const uint8_t *data, uint32_t len, uint8_t *digest)
 {
-    zokecc::Wiping<sha256_ctx> ctx;
+    Wiping<sha256_ctx> ctx;
     int32_t status = sha256_init(ctx.get());
     if (status == 0) status = sha256_update(ctx.get(), pad, kHmacBlockBytes);
     if (status == 0) status = sha256_update(ctx.get(), data, len);
@@ -28,10 +27,10 @@ int32_t hash_after_pad(const uint8_t *pad, const uint8_t *data, uint32_t len, ui
 // The MAC into mac[32]. key_len is at most 64.
 bool compute_mac(const uint8_t *text, uint32_t text_len, const uint8_t *key, uint32_t key_len, uint8_t *mac)
 {
-    zokecc::Wiping<uint8_t[kHmacBlockBytes]> pad;
-    zokecc::build_pad(key, key_len, zokecc::kInnerPad, *pad);
+    Wiping<uint8_t[kHmacBlockBytes]> pad;
+    build_pad(key, key_len, kInnerPad, *pad);
     if (hash_after_pad(*pad, text, text_len, mac) != 0) return false;
-    zokecc::build_pad(key, key_len, zokecc::kOuterPad, *pad);
+    build_pad(key, key_len, kOuterPad, *pad);
     return hash_after_pad(*pad, mac, kDigestBytes, mac) == 0;
 }
 
@@ -43,18 +42,18 @@ bool compute_mac(const uint8_t *text, uint32_t text_len, const uint8_t *key, uin
 int32_t mhmac_sha256(const uint8_t *text, int32_t text_len, const uint8_t *key, int32_t key_len, uint8_t *out,
                      uint32_t out_len)
 {
-    const zokecc::HashBurn burn;
+    const HashBurn burn;
     if (text_len < 0) return 1;
     uint32_t key_bytes = key_len > 0 ? static_cast<uint32_t>(key_len) : 0;
     if (key == nullptr && key_bytes > 0) return 1;
 
-    zokecc::Wiping<uint8_t[kDigestBytes]> hashed_key;
+    Wiping<uint8_t[kDigestBytes]> hashed_key;
     if (key_bytes > kHmacBlockBytes) {
         mhash_sha256(key, key_bytes, *hashed_key);
         key = *hashed_key;
         key_bytes = kDigestBytes;
     }
-    zokecc::Wiping<uint8_t[kDigestBytes]> mac;
+    Wiping<uint8_t[kDigestBytes]> mac;
     if (!compute_mac(text, static_cast<uint32_t>(text_len), key, key_bytes, *mac)) return 1;
 
     const uint32_t mac_bytes = out_len < kDigestBytes ? out_len : kDigestBytes;
@@ -69,11 +68,11 @@ int32_t mhmac_sha256(const uint8_t *text, int32_t text_len, const uint8_t *key, 
 int32_t KD_hmac_sha256(const uint8_t *text, int32_t text_len, const uint8_t *key, int32_t key_len,
                        uint8_t *out, uint32_t out_len)
 {
-    const zokecc::HashBurn burn;
+    const HashBurn burn;
     const auto mac = [key, key_len](const uint8_t *message, int32_t message_len, uint8_t *to,
                                     uint32_t to_len) {
         mhmac_sha256(message, message_len, key, key_len, to, to_len);
     };
-    zokecc::derive_chained(text, text_len, out, out_len, out_len, mac);
+    derive_chained(text, text_len, out, out_len, out_len, mac);
     return 0;
 }

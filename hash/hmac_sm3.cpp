@@ -9,10 +9,9 @@
 #include "base/work_buffer.h"
 #include "hash/hmac.h"
 
-namespace {
+using namespace zokecc;
 
-using zokecc::kDigestBytes;
-using zokecc::kHmacBlockBytes;
+namespace {
 
 constexpr uint32_t kWorkBytes = 2 * kHmacBlockBytes + 1;  // asked for on top of the data
 
@@ -37,22 +36,22 @@ void prepare_key(const uint8_t *key, uint32_t key_len, uint8_t *key_block)
 uint32_t ZOK_HMAC_SM3(void *session, const uint8_t *data, uint32_t data_len, const uint8_t *key,
                       uint32_t key_len, uint8_t *out, uint32_t out_len)
 {
-    const zokecc::HashBurn burn;
+    const HashBurn burn;
     if (session == nullptr) return ZOK_ERR_SESSION;
     if (out_len > kDigestBytes) return ZOK_ERR_ARGUMENT;
     if (data_len > UINT32_MAX - kWorkBytes) return ZOK_ERR_INTERNAL;
-    zokecc::WorkBuffer work(data_len + kWorkBytes);
+    WorkBuffer work(data_len + kWorkBytes);
     if (!work) return ZOK_ERR_INTERNAL;
 
-    zokecc::Wiping<uint8_t[kHmacBlockBytes]> key_block;
-    zokecc::Wiping<uint8_t[kDigestBytes]> digest;
+    Wiping<uint8_t[kHmacBlockBytes]> key_block;
+    Wiping<uint8_t[kDigestBytes]> digest;
     prepare_key(key, key_len, *key_block);
 
-    zokecc::build_pad(*key_block, kHmacBlockBytes, zokecc::kInnerPad, work.data());
+    build_pad(*key_block, kHmacBlockBytes, kInnerPad, work.data());
     if (data_len > 0) std::memcpy(work.data() + kHmacBlockBytes, data, data_len);
     hash_whole(work.data(), kHmacBlockBytes + data_len, *digest);
 
-    zokecc::build_pad(*key_block, kHmacBlockBytes, zokecc::kOuterPad, work.data());
+    build_pad(*key_block, kHmacBlockBytes, kOuterPad, work.data());
     std::memcpy(work.data() + kHmacBlockBytes, *digest, kDigestBytes);
     hash_whole(work.data(), kHmacBlockBytes + kDigestBytes, *digest);
 
@@ -65,11 +64,11 @@ uint32_t ZOK_HMAC_SM3(void *session, const uint8_t *data, uint32_t data_len, con
 uint32_t ZOK_KD_HMAC_SM3(void *session, const uint8_t *data, uint32_t data_len, const uint8_t *key,
                          uint32_t key_len, uint8_t *out, uint32_t out_len)
 {
-    const zokecc::HashBurn burn;
+    const HashBurn burn;
     if (session == nullptr) return ZOK_ERR_SESSION;
     const auto mac = [=](const uint8_t *message, uint32_t message_len, uint8_t *to, uint32_t to_len) {
         ZOK_HMAC_SM3(session, message, message_len, key, key_len, to, to_len);
     };
-    zokecc::derive_chained(data, data_len, out, out_len, out_len % kDigestBytes, mac);
+    derive_chained(data, data_len, out, out_len, out_len % kDigestBytes, mac);
     return ZOK_OK;
 }

@@ -20,6 +20,8 @@ static ssize_t getrandom(void *, size_t, unsigned)
 }
 #endif
 
+using namespace zokecc;
+
 namespace zokecc {
 
 namespace {
@@ -86,5 +88,5 @@ bool kernel_random(uint8_t *out, size_t size)
 
 int32_t gen_random_seed(uint32_t *words)
 {
-    return zokecc::kernel_random(reinterpret_cast<uint8_t *>(words), 4 * zokecc::kSeedWords) ? 0 : -1;
+    return kernel_random(reinterpret_cast<uint8_t *>(words), 4 * kSeedWords) ? 0 : -1;
 }

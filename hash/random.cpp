@@ -12,6 +12,8 @@
 #include "hash/entropy.h"
 #include "mint/value.h"
 
+using namespace zokecc;
+
 namespace {
 
 constexpr uint32_t kBlockBytes = 32;
@@ -26,10 +28,9 @@ struct Block {
 // default build.
 ZOKECC_OUT_OF_LINE bool seed(Block &block)
 {
-    zokecc::Wiping<uint32_t[kBlockBytes / 4]> words;
+    Wiping<uint32_t[kBlockBytes / 4]> words;
     if (gen_random_seed(*words) != 0) return false;
-    for (uint32_t i = 0; i < kBlockBytes / 4; ++i)
-        zokecc::store_little_endian((*words)[i], block.bytes + 4 * i);
+    for (uint32_t i = 0; i < kBlockBytes / 4; ++i) store_little_endian((*words)[i], block.bytes + 4 * i);
     return true;
 }
 
@@ -42,7 +43,7 @@ void hash(const Block &in, Block &out)
 // out = H(a xor b)
 ZOKECC_OUT_OF_LINE void hash_of_xor(const Block &a, const Block &b, Block &out)
 {
-    zokecc::Wiping<Block> mixed;
+    Wiping<Block> mixed;
     for (uint32_t i = 0; i < kBlockBytes; ++i)
         mixed->bytes[i] = static_cast<uint8_t>(a.bytes[i] ^ b.bytes[i]);
     hash(*mixed, out);
@@ -51,7 +52,7 @@ ZOKECC_OUT_OF_LINE void hash_of_xor(const Block &a, const Block &b, Block &out)
 // One output block from the state and fresh seed material; leaves the intermediate value.
 ZOKECC_OUT_OF_LINE bool next_output(const Block &state, Block &intermediate, Block &output)
 {
-    zokecc::Wiping<Block> fresh;
+    Wiping<Block> fresh;
     if (!seed(*fresh)) return false;
     hash(*fresh, intermediate);
     hash_of_xor(state, intermediate, output);
@@ -62,15 +63,15 @@ ZOKECC_OUT_OF_LINE bool next_output(const Block &state, Block &intermediate, Blo
 
 int32_t gen_random(uint8_t *out, uint32_t len)
 {
-    const zokecc::HashBurn burn;
-    zokecc::Wiping<Block> state;
-    zokecc::Wiping<Block> intermediate;
-    zokecc::Wiping<Block> output;
+    const HashBurn burn;
+    Wiping<Block> state;
+    Wiping<Block> intermediate;
+    Wiping<Block> output;
     if (!seed(*state)) return -1;
     uint8_t *const first = out;
     while (len > 0) {
         if (!next_output(*state, *intermediate, *output)) {
-            zokecc::wipe(first, static_cast<size_t>(out - first));
+            wipe(first, static_cast<size_t>(out - first));
             return -1;
         }
         const uint32_t taken = len < kBlockBytes ? len : kBlockBytes;
@@ -86,12 +87,12 @@ int32_t gen_random(uint8_t *out, uint32_t len)
 // zero is possible. Held by GenRandomNumber.KeptDrawnValueIsReducedAndMayBeZero.
 int32_t gen_random_number(mint *out, const mint *bound)
 {
-    const zokecc::HashBurn burn;
-    const uint32_t words = zokecc::used_words(*bound);
-    zokecc::Wiping<uint8_t[zokecc::kMintBytes]> bytes;
+    const HashBurn burn;
+    const uint32_t words = used_words(*bound);
+    Wiping<uint8_t[kMintBytes]> bytes;
     if (gen_random(*bytes, 4 * words) != 0) return -1;
-    zokecc::Wiping<mint> drawn;
-    for (uint32_t i = 0; i < words; ++i) drawn->words[i] = zokecc::load_little_endian(*bytes + 4 * i);
+    Wiping<mint> drawn;
+    for (uint32_t i = 0; i < words; ++i) drawn->words[i] = load_little_endian(*bytes + 4 * i);
     drawn->len = words;
     mint_mod(drawn.get(), bound, out);
     return 0;

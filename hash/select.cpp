@@ -9,12 +9,14 @@
 #include "hash/bytes.h"
 #include "hash/digest.h"
 
+using namespace zokecc;
+
 // From data on, a hash_msg is laid out as an sm3_msg.
 static_assert(sizeof(hash_msg) - offsetof(hash_msg, data) == sizeof(sm3_msg));
 
 namespace {
 
-constexpr uint32_t kDigestWords = zokecc::kDigestBytes / 4;
+constexpr uint32_t kDigestWords = kDigestBytes / 4;
 
 // KEPT: SHA-256 looks at the low word of the length only. Held by
 // HashByte.KeptSha256IgnoresLenHigh.
@@ -36,7 +38,7 @@ bool digest_of(const hash_msg &msg, uint8_t *digest)
 
 int32_t hash_byte(const hash_msg *msg, uint8_t *out)
 {
-    return digest_of(*msg, out) ? static_cast<int32_t>(zokecc::kDigestBytes) : 0;
+    return digest_of(*msg, out) ? static_cast<int32_t>(kDigestBytes) : 0;
 }
 
 // KEPT: the whole digest is taken, never cut to the modulus' size; and SHA-256 always counts
@@ -44,15 +46,15 @@ int32_t hash_byte(const hash_msg *msg, uint8_t *out)
 // HashMintValue.KeptWholeDigestWithoutTruncation and HashMintValue.KeptSha256ValueIsNotTrimmed.
 int32_t hash_mint_value(const hash_msg *msg, const mint *modulus, mint *out)
 {
-    const zokecc::HashBurn burn;
-    zokecc::Wiping<uint8_t[zokecc::kDigestBytes]> digest;
+    const HashBurn burn;
+    Wiping<uint8_t[kDigestBytes]> digest;
     if (!digest_of(*msg, *digest)) return -1;
     if (msg->alg == HASH_ALG_SHA256) {
         for (uint32_t i = 0; i < kDigestWords; ++i)
-            out->words[kDigestWords - 1 - i] = zokecc::load_big_endian(*digest + 4 * i);
+            out->words[kDigestWords - 1 - i] = load_big_endian(*digest + 4 * i);
         out->len = kDigestWords;
     } else {
-        octetstring_to_mint(*digest, zokecc::kDigestBytes, out);
+        octetstring_to_mint(*digest, kDigestBytes, out);
     }
     if (modulus != nullptr) mint_mod(out, modulus, out);
     return 0;

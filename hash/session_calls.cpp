@@ -4,12 +4,14 @@
 
 #include "hash/digest.h"
 
+using namespace zokecc;
+
 uint32_t ZOK_Sha256(void *session, const uint8_t *data, uint32_t data_len, uint8_t *out, uint32_t *out_len)
 {
     if (session == nullptr) return ZOK_ERR_SESSION;
     if (out_len == nullptr) return ZOK_ERR_ARGUMENT;
     mhash_sha256(data, data_len, out);
-    *out_len = zokecc::kDigestBytes;
+    *out_len = kDigestBytes;
     return ZOK_OK;
 }
 
@@ -42,7 +44,7 @@ uint32_t ZOK_SM3(void *session, const uint8_t *data, uint32_t data_len, uint8_t 
     if (out_len == nullptr) return ZOK_ERR_ARGUMENT;
     const sm3_msg message = {const_cast<uint8_t *>(data), 0, data_len};
     sm3_hash(&message, out);
-    *out_len = zokecc::kDigestBytes;
+    *out_len = kDigestBytes;
     return ZOK_OK;
 }
 

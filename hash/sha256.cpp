@@ -11,6 +11,8 @@
 #include "hash/bytes.h"
 #include "hash/sha256_blocks.h"
 
+using namespace zokecc;
+
 namespace {
 
 constexpr uint32_t kBlockBytes = 64;
@@ -30,7 +32,7 @@ void absorb(sha256_ctx *ctx, const uint8_t *data, uint32_t len)
     while (len > 0) {
         if (ctx->block_index == 0 && len >= kBlockBytes) {
             const uint32_t whole = len / kBlockBytes;
-            zokecc::sha256_blocks(ctx->hash, data, whole);
+            sha256_blocks(ctx->hash, data, whole);
             data += kBlockBytes * whole;
             len %= kBlockBytes;
             continue;
@@ -55,8 +57,8 @@ void pad(sha256_ctx *ctx)
         sha256_compress(ctx);
     }
     std::memset(ctx->block + ctx->block_index, 0, kLengthOffset - static_cast<uint32_t>(ctx->block_index));
-    zokecc::store_big_endian(ctx->length_high, ctx->block + kLengthOffset);
-    zokecc::store_big_endian(ctx->length_low, ctx->block + kLengthOffset + 4);
+    store_big_endian(ctx->length_high, ctx->block + kLengthOffset);
+    store_big_endian(ctx->length_low, ctx->block + kLengthOffset + 4);
     sha256_compress(ctx);
 }
 
@@ -64,7 +66,7 @@ void pad(sha256_ctx *ctx)
 
 void sha256_compress(sha256_ctx *ctx)
 {
-    zokecc::sha256_blocks(ctx->hash, ctx->block, 1);
+    sha256_blocks(ctx->hash, ctx->block, 1);
     ctx->block_index = 0;
 }
 
@@ -110,7 +112,7 @@ int32_t sha256_final(sha256_ctx *ctx, uint8_t *out)
         ctx->length_low = 0;
         ctx->computed = 1;
     }
-    for (uint32_t i = 0; i < 8; ++i) zokecc::store_big_endian(ctx->hash[i], out + 4 * i);
+    for (uint32_t i = 0; i < 8; ++i) store_big_endian(ctx->hash[i], out + 4 * i);
     return kGood;
 }
 
@@ -126,11 +128,11 @@ int32_t sha256_result(sha256_ctx *ctx, uint8_t *out)
 // MhashSha256.KeptInnerFailuresAreNotReported.
 uint32_t mhash_sha256(const uint8_t *data, uint32_t len, uint8_t *out)
 {
-    const zokecc::DigestBurn burn;
+    const DigestBurn burn;
     sha256_ctx ctx;
     sha256_init(&ctx);
     sha256_update(&ctx, data, len);
     sha256_result(&ctx, out);
-    zokecc::wipe(&ctx, sizeof ctx);
+    wipe(&ctx, sizeof ctx);
     return 0;
 }

@@ -11,10 +11,9 @@
 #include "hash/bytes.h"
 #include "hash/digest.h"
 
-namespace {
+using namespace zokecc;
 
-using zokecc::kDigestBytes;
-using zokecc::Wiping;
+namespace {
 
 constexpr int32_t kMaxSecretBytes = 300;
 constexpr uint32_t kCounterBytes = 4;
@@ -28,7 +27,7 @@ struct CountedSecret {
 // H(z || counter). Returns the digest's length, 0 for an unknown hash.
 int32_t hash_with_counter(CountedSecret &secret, uint32_t counter, uint32_t alg, uint8_t *digest)
 {
-    zokecc::store_big_endian(counter, secret.bytes + secret.z_len);
+    store_big_endian(counter, secret.bytes + secret.z_len);
     const hash_msg message = {alg, secret.bytes, 0, secret.z_len + kCounterBytes};
     return hash_byte(&message, digest);
 }
@@ -49,7 +48,7 @@ void copy_digest(const uint8_t *digest, int64_t count, uint8_t *out)
 // Held by Sm2Kdf.KeptStepsAreFilledWithWholeDigests and Sm2Kdf.KeptUnknownSelectorGivesZeros.
 int32_t derive(const uint8_t *z, int32_t z_len, int32_t klen, int32_t step_len, uint32_t alg, uint8_t *out)
 {
-    const zokecc::HashBurn burn;
+    const HashBurn burn;
     if (z_len < 0 || z_len > kMaxSecretBytes || step_len <= 0) return -1;
     if (klen <= 0) return 0;
     Wiping<CountedSecret> secret;

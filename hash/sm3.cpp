@@ -14,6 +14,8 @@
 #include "base/wipe.h"
 #include "hash/bytes.h"
 
+using namespace zokecc;
+
 namespace {
 
 constexpr uint32_t kBlockBytes = 64;
@@ -98,7 +100,7 @@ ZOKECC_INLINE void four_late_rounds(State &s, uint32_t constant, uint32_t *w)
 ZOKECC_OUT_OF_LINE void sm3_compress(uint32_t *state, const uint8_t *block)
 {
     uint32_t w[68];
-    zokecc::load_block(block, w);
+    load_block(block, w);
     for (int i = 0; i < 4; ++i) expand(w, i);
     State s = {state[0], state[1], std::rotr(state[2], 9),  std::rotr(state[3], 9),
                state[4], state[5], std::rotr(state[6], 19), std::rotr(state[7], 19)};
@@ -168,14 +170,14 @@ ZOKECC_OUT_OF_LINE void sm3_finish(uint32_t *state, const uint8_t *rest, uint64_
 
 uint32_t sm3_hash(const sm3_msg *msg, uint8_t *out)
 {
-    const zokecc::DigestBurn burn;
+    const DigestBurn burn;
     const uint64_t length = uint64_t{msg->len_high} << 32 | msg->len_low;
     uint32_t state[8];
     std::memcpy(state, kInitialState, sizeof state);
 
     const uint64_t blocks = length / kBlockBytes;
-    zokecc::best_routine()(state, msg->data, blocks);
-    zokecc::sm3_finish(state, msg->data + kBlockBytes * blocks, length, out);
-    zokecc::wipe(state, sizeof state);
+    best_routine()(state, msg->data, blocks);
+    sm3_finish(state, msg->data + kBlockBytes * blocks, length, out);
+    wipe(state, sizeof state);
     return 0;
 }

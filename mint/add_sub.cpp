@@ -6,6 +6,8 @@
 #include "mint/value.h"
 #include "mint/words.h"
 
+using namespace zokecc;
+
 namespace zokecc {
 
 void add_values(const mint &a, const mint &b, mint &out)
@@ -31,9 +33,9 @@ void add_values(const mint &a, const mint &b, mint &out)
 
 int32_t mint_add(mint *a, mint *b, mint *out)
 {
-    mint_adjust_len(a, zokecc::signed_len(*a));
-    mint_adjust_len(b, zokecc::signed_len(*b));
-    zokecc::add_values(*a, *b, *out);
+    mint_adjust_len(a, signed_len(*a));
+    mint_adjust_len(b, signed_len(*b));
+    add_values(*a, *b, *out);
     return 0;
 }
 
@@ -100,12 +102,12 @@ int32_t mint_sub(const mint *a, const mint *b, mint *out)
 {
     const int32_t order = mint_compare(a, b);
     if (order == 0) {
-        zokecc::set_zero(*out);
+        set_zero(*out);
         return 0;
     }
     if (order > 0)
-        zokecc::subtract_smaller(*a, *b, *out);
+        subtract_smaller(*a, *b, *out);
     else
-        zokecc::subtract_smaller(*b, *a, *out);
+        subtract_smaller(*b, *a, *out);
     return order < 0 ? 1 : 0;
 }

@@ -7,9 +7,9 @@
 #include "mint/plain.h"
 #include "mint/words.h"
 
-namespace {
+using namespace zokecc;
 
-using zokecc::kMintWords;
+namespace {
 
 // out[count + 1] = x[count] * 2^bits, bits below 32.
 void shift_up(const uint32_t *x, uint32_t count, uint32_t bits, uint32_t *out)
@@ -17,8 +17,8 @@ void shift_up(const uint32_t *x, uint32_t count, uint32_t bits, uint32_t *out)
     uint32_t below = 0;
     for (uint32_t i = 0; i < count; ++i) {
         const uint64_t wide = uint64_t{x[i]} << bits;
-        out[i] = zokecc::low_half(wide) | below;
-        below = zokecc::high_half(wide);
+        out[i] = low_half(wide) | below;
+        below = high_half(wide);
     }
     out[count] = below;
 }
@@ -26,7 +26,7 @@ void shift_up(const uint32_t *x, uint32_t count, uint32_t bits, uint32_t *out)
 // out[count] = x[count + 1] / 2^bits, bits below 32, for an x whose quotient fits.
 void shift_down(const uint32_t *x, uint32_t count, uint32_t bits, uint32_t *out)
 {
-    for (uint32_t i = 0; i < count; ++i) out[i] = zokecc::low_half((uint64_t{x[i + 1]} << 32 | x[i]) >> bits);
+    for (uint32_t i = 0; i < count; ++i) out[i] = low_half((uint64_t{x[i + 1]} << 32 | x[i]) >> bits);
 }
 
 // The quotient digit for the three top words u0:u1:u2 of the span over the divisor's two top
@@ -35,9 +35,9 @@ void shift_down(const uint32_t *x, uint32_t count, uint32_t bits, uint32_t *out)
 // d1 + 1, so the true digit is above 2^32 - 2^32 / (d1 + 1) >= 2^32 - 2, one less at most.
 uint32_t estimate_digit(uint32_t u0, uint32_t u1, uint32_t u2, uint32_t d1, uint32_t d2)
 {
-    if (u0 == d1) return zokecc::kAllOnes;
+    if (u0 == d1) return kAllOnes;
     const uint64_t top = uint64_t{u0} << 32 | u1;
-    uint32_t digit = zokecc::low_half(top / d1);  // u0 < d1, so it is one word
+    uint32_t digit = low_half(top / d1);  // u0 < d1, so it is one word
     uint32_t rest = u1 - digit * d1;
     while (uint64_t{digit} * d2 > (uint64_t{rest} << 32 | u2)) {
         --digit;
@@ -50,11 +50,11 @@ uint32_t estimate_digit(uint32_t u0, uint32_t u1, uint32_t u2, uint32_t d1, uint
 // Takes digit * v[count] off span[count + 1] and returns the true digit.
 uint32_t subtract_multiple(uint32_t *span, const uint32_t *v, uint32_t count, uint32_t digit)
 {
-    const uint32_t taken = zokecc::mul_sub_limbs<uint32_t>(v, digit, count, span);
+    const uint32_t taken = mul_sub_limbs<uint32_t>(v, digit, count, span);
     const bool too_large = span[count] < taken;
     span[count] -= taken;
     if (too_large) {
-        span[count] += zokecc::add_words(span, v, static_cast<int32_t>(count), span);
+        span[count] += add_words(span, v, static_cast<int32_t>(count), span);
         --digit;
     }
     return digit;
@@ -114,27 +114,26 @@ void reduce_product(const uint32_t *x, uint32_t count, const mint &modulus, mint
 
 int32_t mint_div(const mint *dividend, const mint *divisor, mint *quotient, mint *remainder)
 {
-    if (zokecc::is_zero(*divisor) || remainder == nullptr) return 0;
+    if (is_zero(*divisor) || remainder == nullptr) return 0;
     if (mint_compare(dividend, divisor) < 0) {
         mint_copy(remainder, dividend);
-        if (quotient != nullptr) zokecc::set_zero(*quotient);
+        if (quotient != nullptr) set_zero(*quotient);
         return 1;
     }
     // The comparison goes by len first; what decides from here on are the trimmed values.
-    const uint32_t u_count = zokecc::trimmed_words(*dividend);
-    const uint32_t v_count = zokecc::trimmed_words(*divisor);
+    const uint32_t u_count = trimmed_words(*dividend);
+    const uint32_t v_count = trimmed_words(*divisor);
     if (v_count == 0) return 0;
     uint32_t quotient_words[kMintWords] = {};
     if (u_count < v_count) {
-        zokecc::set_words(*remainder, dividend->words, u_count);
-        if (quotient != nullptr) zokecc::set_zero(*quotient);
+        set_words(*remainder, dividend->words, u_count);
+        if (quotient != nullptr) set_zero(*quotient);
         return 1;
     }
     // The rest is written last, so it may go to a record of the operands.
-    zokecc::divide_quickly(dividend->words, u_count, divisor->words, v_count, quotient_words,
-                           remainder->words);
-    remainder->len = zokecc::trimmed_count(remainder->words, v_count);
-    if (quotient != nullptr) zokecc::set_words(*quotient, quotient_words, u_count - v_count + 1);
+    divide_quickly(dividend->words, u_count, divisor->words, v_count, quotient_words, remainder->words);
+    remainder->len = trimmed_count(remainder->words, v_count);
+    if (quotient != nullptr) set_words(*quotient, quotient_words, u_count - v_count + 1);
     return 1;
 }
 
@@ -146,6 +145,6 @@ int32_t mint_mod(const mint *dividend, const mint *modulus, mint *remainder)
 int32_t mint_mod_reduce(const mint *value, const mint *modulus, mint *out)
 {
     // Taking in one word after the other leaves the same remainder as one long division.
-    if (mint_compare(value, modulus) == 0 || mint_mod(value, modulus, out) == 0) zokecc::set_zero(*out);
+    if (mint_compare(value, modulus) == 0 || mint_mod(value, modulus, out) == 0) set_zero(*out);
     return 0;
 }

@@ -11,14 +11,14 @@
 #include "mint/value.h"
 #include "mint/words.h"
 
-namespace {
+using namespace zokecc;
 
-using zokecc::add_values;
+namespace {
 
 mint trimmed(const mint &value)
 {
     mint out{};
-    zokecc::set_words(out, value.words, zokecc::used_words(value));
+    set_words(out, value.words, used_words(value));
     return out;
 }
 
@@ -43,7 +43,7 @@ void make_odd(mint &value, mint &cofactor, const mint &m)
     const uint32_t zeros = trailing_zero_bits(value);
     mint_right_move(&value, zeros);
     for (uint32_t i = 0; i < zeros; ++i) {
-        if (zokecc::is_odd(cofactor)) add_values(cofactor, m, cofactor);
+        if (is_odd(cofactor)) add_values(cofactor, m, cofactor);
         mint_right_move(&cofactor, 1);
     }
 }
@@ -59,10 +59,10 @@ ZOKECC_OUT_OF_LINE void invert_modulo_odd(mint &u, const mint &m, mint &out)
     mint v = m;
     mint x1{};
     mint x2{};
-    zokecc::set_small(x1, 1);
+    set_small(x1, 1);
     // Ends also with lost borrows: the difference of two odd values is even, and its half is
     // smaller than the value it replaces.
-    while (!zokecc::is_zero(u)) {
+    while (!is_zero(u)) {
         make_odd(u, x1, m);
         make_odd(v, x2, m);
         if (mint_compare(&u, &v) < 0) {
@@ -79,21 +79,21 @@ ZOKECC_OUT_OF_LINE void invert_modulo_odd(mint &u, const mint &m, mint &out)
 // The same on limbs: false where the fast inverse does not serve.
 [[maybe_unused]] ZOKECC_OUT_OF_LINE bool invert_on_limbs(const mint &a, const mint &m, mint &out)
 {
-    using L = zokecc::NativeLimb;
-    if (m.len > zokecc::kMaxFastWords || zokecc::is_zero(a) || zokecc::is_one(m)) return false;
-    L a_limbs[zokecc::kMaxFastLimbs<L>] = {};
-    L m_limbs[zokecc::kMaxFastLimbs<L>] = {};
+    using L = NativeLimb;
+    if (m.len > kMaxFastWords || is_zero(a) || is_one(m)) return false;
+    L a_limbs[kMaxFastLimbs<L>] = {};
+    L m_limbs[kMaxFastLimbs<L>] = {};
     std::memcpy(a_limbs, a.words, 4 * a.len);
     std::memcpy(m_limbs, m.words, 4 * m.len);
-    const unsigned n = zokecc::limbs_for<L>(m.len);
-    zokecc::FastInverse<L, zokecc::NoTrace> inverse(a_limbs, m_limbs, n);
+    const unsigned n = limbs_for<L>(m.len);
+    FastInverse<L, NoTrace> inverse(a_limbs, m_limbs, n);
     const bool done = inverse.run(a_limbs);
     if (done) {
-        uint32_t words[zokecc::kMaxFastWords + 1];
+        uint32_t words[kMaxFastWords + 1];
         std::memcpy(words, a_limbs, 4 * m.len);
-        zokecc::set_words(out, words, m.len);
+        set_words(out, words, m.len);
     }
-    zokecc::wipe(a_limbs, sizeof a_limbs);
+    wipe(a_limbs, sizeof a_limbs);
     return done;
 }
 
@@ -103,10 +103,10 @@ bool holds_three_times(const mint &r0, const mint &r1)
     constexpr int32_t width = MINT_WORDS + 1;
     uint32_t dividend[width] = {};
     uint32_t divisor[width] = {};
-    std::memcpy(dividend, r0.words, 4 * zokecc::used_words(r0));
-    std::memcpy(divisor, r1.words, 4 * zokecc::used_words(r1));
-    zokecc::mul_word(divisor, 3, width, divisor);
-    return zokecc::compare_words(dividend, divisor, width) >= 0;
+    std::memcpy(dividend, r0.words, 4 * used_words(r0));
+    std::memcpy(divisor, r1.words, 4 * used_words(r1));
+    mul_word(divisor, 3, width, divisor);
+    return compare_words(dividend, divisor, width) >= 0;
 }
 
 // Quotient and remainder of r0 by r1. Where the bit lengths are equal or one apart the quotient
@@ -121,14 +121,14 @@ ZOKECC_OUT_OF_LINE void divide_by_bit_lengths(const mint &r0, const mint &r1, mi
     mint twice_r1 = r1;
     if (longer_by == 1) mint_left_move(&twice_r1, 1);  // as long as r0, so it fits
     if (longer_by == 0 || mint_compare(&r0, &twice_r1) < 0) {
-        zokecc::set_small(quotient, 1);
+        set_small(quotient, 1);
         mint_sub(&r0, &r1, &remainder);
     } else if (!holds_three_times(r0, r1)) {
-        zokecc::set_small(quotient, 2);
+        set_small(quotient, 2);
         mint_sub(&r0, &twice_r1, &remainder);
     } else {
         mint rest{};
-        zokecc::set_small(quotient, 3);
+        set_small(quotient, 3);
         mint_sub(&r0, &twice_r1, &rest);
         mint_sub(&rest, &r1, &remainder);
     }
@@ -139,9 +139,9 @@ ZOKECC_OUT_OF_LINE void invert_modulo_even(mint &r1, const mint &m, mint &out)
     mint r0 = m;
     mint x1{};
     mint x2{};
-    zokecc::set_small(x1, 1);
+    set_small(x1, 1);
     bool negative = true;
-    while (!zokecc::is_zero(r1)) {
+    while (!is_zero(r1)) {
         mint quotient{};
         mint remainder{};
         divide_by_bit_lengths(r0, r1, quotient, remainder);
@@ -166,11 +166,11 @@ int32_t mint_EEA_algo(const mint *a, const mint *modulus, mint *out)
     const mint m = trimmed(*modulus);
     mint u = trimmed(*a);
     if (mint_compare(&u, &m) >= 0) mint_mod(&u, &m, &u);
-    if (!zokecc::is_odd(m)) {
+    if (!is_odd(m)) {
         invert_modulo_even(u, m, *out);
         return 0;
     }
-    if constexpr (!zokecc::kSmall) {
+    if constexpr (!kSmall) {
         if (invert_on_limbs(u, m, *out)) return 0;
     }
     invert_modulo_odd(u, m, *out);

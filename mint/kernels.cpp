@@ -7,12 +7,14 @@
 #include "mint/value.h"
 #include "mint/words.h"
 
+using namespace zokecc;
+
 namespace {
 
 // Moves an operand that lies in the output array out of its way. Returns where to read it.
 const uint32_t *apart_from(const uint32_t *out, const uint32_t *operand, int32_t count, uint32_t *copy)
 {
-    if (operand != out || count < 1 || count > static_cast<int32_t>(zokecc::kProductWords)) return operand;
+    if (operand != out || count < 1 || count > static_cast<int32_t>(kProductWords)) return operand;
     std::memcpy(copy, operand, 4u * static_cast<uint32_t>(count));
     return copy;
 }
@@ -21,28 +23,28 @@ const uint32_t *apart_from(const uint32_t *out, const uint32_t *operand, int32_t
 
 uint32_t add_2(const uint32_t *x, const uint32_t *y, int32_t count, uint32_t *out)
 {
-    return zokecc::add_words(x, y, count, out);
+    return add_words(x, y, count, out);
 }
 
 uint32_t sub_2(const uint32_t *x, const uint32_t *y, int32_t count, uint32_t *out)
 {
-    return zokecc::sub_words(x, y, count, out);
+    return sub_words(x, y, count, out);
 }
 
 uint32_t mint_mul_4(uint32_t *out, const uint32_t *x, uint32_t w, int32_t count)
 {
-    return zokecc::mul_word(x, w, count, out);
+    return mul_word(x, w, count, out);
 }
 
 uint32_t mint_mul_3(uint32_t *accumulator, const uint32_t *x, uint32_t w, int32_t count)
 {
-    return zokecc::mul_add_word(x, w, count, accumulator);
+    return mul_add_word(x, w, count, accumulator);
 }
 
 void mul_2(const uint32_t *a, int32_t a_count, const uint32_t *b, int32_t b_count, uint32_t *out)
 {
-    uint32_t copy_of_a[zokecc::kProductWords];
-    uint32_t copy_of_b[zokecc::kProductWords];
+    uint32_t copy_of_a[kProductWords];
+    uint32_t copy_of_b[kProductWords];
     a = apart_from(out, a, a_count, copy_of_a);
     b = apart_from(out, b, b_count, copy_of_b);
 
@@ -53,13 +55,13 @@ void mul_2(const uint32_t *a, int32_t a_count, const uint32_t *b, int32_t b_coun
     const int32_t multiplier_count = a_is_row ? b_count : a_count;
 
     if (multiplier_count < 1) {
-        zokecc::mul_word(row, 0, row_count, out);
+        mul_word(row, 0, row_count, out);
         return;
     }
     // The word above a row is new in each round, so the carry is stored and not added.
-    out[row_count] = zokecc::mul_word(row, multiplier[0], row_count, out);
+    out[row_count] = mul_word(row, multiplier[0], row_count, out);
     for (int32_t j = 1; j < multiplier_count; ++j)
-        out[j + row_count] = zokecc::mul_add_word(row, multiplier[j], row_count, out + j);
+        out[j + row_count] = mul_add_word(row, multiplier[j], row_count, out + j);
 }
 
 uint64_t div_2(uint32_t high, uint32_t low, uint32_t divisor)

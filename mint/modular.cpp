@@ -6,6 +6,8 @@
 #include "mint/plain.h"
 #include "mint/value.h"
 
+using namespace zokecc;
+
 namespace {
 
 // out = sum mod p for a trimmed sum.
@@ -13,13 +15,13 @@ void reduce_sum(const mint &sum, const mint &p, mint &out)
 {
     // Of reduced operands the quotient is 0 or 1.
     const uint32_t n = p.len;
-    if (n - 1 < zokecc::kMintWords && p.words[n - 1] != 0 && (sum.len == n || sum.len == n + 1)) {
-        uint32_t rest[zokecc::kMintWords];
+    if (n - 1 < kMintWords && p.words[n - 1] != 0 && (sum.len == n || sum.len == n + 1)) {
+        uint32_t rest[kMintWords];
         uint32_t ones;
-        const uint32_t borrow = zokecc::sub_limbs(sum.words, p.words, n, rest, ones);
+        const uint32_t borrow = sub_limbs(sum.words, p.words, n, rest, ones);
         const uint32_t above = sum.len > n ? sum.words[n] : 0;
-        if (above == borrow && zokecc::is_below(rest, p.words, n)) {
-            zokecc::set_words(out, rest, n);
+        if (above == borrow && is_below(rest, p.words, n)) {
+            set_words(out, rest, n);
             return;
         }
     }
@@ -55,13 +57,13 @@ int32_t mint_mod_sub(const mint *a, const mint *b, const mint *p, mint *out)
     mint difference;
     const int32_t order = mint_compare(a, b);
     if (order == 0) {
-        zokecc::set_zero(*out);
+        set_zero(*out);
     } else if (order > 0) {
-        zokecc::subtract_smaller(*a, *b, difference);
+        subtract_smaller(*a, *b, difference);
         mint_mod(&difference, p, out);
     } else {
-        zokecc::subtract_smaller(*b, *a, difference);
-        if (mint_mod(&difference, p, &difference) == 0) zokecc::set_zero(difference);
+        subtract_smaller(*b, *a, difference);
+        if (mint_mod(&difference, p, &difference) == 0) set_zero(difference);
         mint_sub(p, &difference, out);
     }
     return 0;
@@ -72,29 +74,28 @@ namespace {
 // The product as a whole and then its rest: for moduli of one limb, and those with a zero on top.
 ZOKECC_OUT_OF_LINE void multiply_and_reduce(const mint &a, const mint &b, const mint &p, mint &out)
 {
-    const uint32_t a_used = zokecc::used_words(a);
-    const uint32_t b_used = zokecc::used_words(b);
-    uint32_t product[zokecc::kProductWords];
+    const uint32_t a_used = used_words(a);
+    const uint32_t b_used = used_words(b);
+    uint32_t product[kProductWords];
     mul_2(a.words, static_cast<int32_t>(a_used), b.words, static_cast<int32_t>(b_used), product);
-    zokecc::reduce_product(product, zokecc::trimmed_count(product, a_used + b_used), p, out);
+    reduce_product(product, trimmed_count(product, a_used + b_used), p, out);
 }
 
 }  // namespace
 
 int32_t mint_mod_mul(const mint *a, const mint *b, const mint *p, mint *out)
 {
-    if (zokecc::is_zero(*a) || zokecc::is_zero(*b)) {
-        zokecc::set_zero(*out);
+    if (is_zero(*a) || is_zero(*b)) {
+        set_zero(*out);
         return 0;
     }
-    const uint32_t a_used = zokecc::used_words(*a);
-    const uint32_t b_used = zokecc::used_words(*b);
-    const uint32_t p_used = zokecc::used_words(*p);
-    if (p_used > zokecc::kWordsPerLimb<zokecc::NativeLimb> && p->words[p_used - 1] != 0) {
+    const uint32_t a_used = used_words(*a);
+    const uint32_t b_used = used_words(*b);
+    const uint32_t p_used = used_words(*p);
+    if (p_used > kWordsPerLimb<NativeLimb> && p->words[p_used - 1] != 0) {
         // Written last, so out may be any of the operands.
-        zokecc::multiply_and_divide<zokecc::NativeLimb>(a->words, a_used, b->words, b_used, p->words, p_used,
-                                                        out->words);
-        out->len = zokecc::trimmed_count(out->words, p_used);
+        multiply_and_divide<NativeLimb>(a->words, a_used, b->words, b_used, p->words, p_used, out->words);
+        out->len = trimmed_count(out->words, p_used);
         return 0;
     }
     multiply_and_reduce(*a, *b, *p, *out);

@@ -3,16 +3,18 @@
 #include "mint/limbs/division.h"
 #include "mint/value.h"
 
+using namespace zokecc;
+
 int32_t mint_mul(const mint *a, const mint *b, mint *out)
 {
-    if (zokecc::is_zero(*a) || zokecc::is_zero(*b)) {
-        zokecc::set_zero(*out);
+    if (is_zero(*a) || is_zero(*b)) {
+        set_zero(*out);
         return 1;
     }
-    const uint32_t a_used = zokecc::used_words(*a);
-    const uint32_t b_used = zokecc::used_words(*b);
-    uint32_t product[zokecc::kProductWords];
-    zokecc::multiply_words<zokecc::NativeLimb>(a->words, a_used, b->words, b_used, product);
-    zokecc::set_words(*out, product, a_used + b_used);
+    const uint32_t a_used = used_words(*a);
+    const uint32_t b_used = used_words(*b);
+    uint32_t product[kProductWords];
+    multiply_words<NativeLimb>(a->words, a_used, b->words, b_used, product);
+    set_words(*out, product, a_used + b_used);
     return 1;
 }

@@ -2,28 +2,30 @@
 // Big-endian byte strings to integers and back (SEC 1 version 2, sections 2.3.7 and 2.3.8).
 #include "mint/value.h"
 
+using namespace zokecc;
+
 int32_t octetstring_to_mint(const uint8_t *bytes, uint32_t byte_count, mint *out)
 {
     *out = mint{};
-    if (byte_count > zokecc::kMintBytes) {
-        bytes += byte_count - zokecc::kMintBytes;
-        byte_count = zokecc::kMintBytes;
+    if (byte_count > kMintBytes) {
+        bytes += byte_count - kMintBytes;
+        byte_count = kMintBytes;
     }
     for (uint32_t i = 0; i < byte_count; ++i)
         out->words[i / 4] |= uint32_t{bytes[byte_count - 1 - i]} << (8 * (i % 4));
-    out->len = zokecc::trimmed_count(out->words, (byte_count + 3) / 4);
+    out->len = trimmed_count(out->words, (byte_count + 3) / 4);
     return 0;
 }
 
 int32_t mint_to_octetstring(const mint *value, uint32_t capacity, uint8_t *out, uint32_t *out_len)
 {
-    const uint32_t used = zokecc::used_words(*value);
+    const uint32_t used = used_words(*value);
     if (used == 0) {
         *out_len = 0;
         return 0;
     }
     // A zero top word counts as one byte.
-    const uint32_t top_bits = zokecc::bit_length(value->words[used - 1]);
+    const uint32_t top_bits = bit_length(value->words[used - 1]);
     const uint32_t top_bytes = top_bits == 0 ? 1 : (top_bits + 7) / 8;
     const uint32_t total = 4 * (used - 1) + top_bytes;
     if (total > capacity) return 1;

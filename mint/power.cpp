@@ -5,6 +5,8 @@
 #include "mint/limbs/residues.h"
 #include "mint/value.h"
 
+using namespace zokecc;
+
 namespace {
 
 // The power of two or more over the fast products.
@@ -47,18 +49,18 @@ void power_by_definition(const mint &base, const mint &exponent, const mint &p, 
 int32_t mint_exp(const mint *base, const mint *exponent, const mint *p, mint *out)
 {
     mint one{};
-    zokecc::set_small(one, 1);
+    set_small(one, 1);
     mint p_minus_1{};
     mint_sub(p, &one, &p_minus_1);
     mint e{};
     mint_mod(exponent, &p_minus_1, &e);
-    e.len = zokecc::trimmed_words(e);
-    if (zokecc::is_zero(e)) {
-        zokecc::set_small(*out, 1);
+    e.len = trimmed_words(e);
+    if (is_zero(e)) {
+        set_small(*out, 1);
         return 0;
     }
     // From the second power on every result is reduced, whatever the base was.
-    if (zokecc::is_one(e) || !zokecc::run_over_residues(*p, FastPower{*base, e, *out}))
-        zokecc::power_by_definition(*base, e, *p, *out);
+    if (is_one(e) || !run_over_residues(*p, FastPower{*base, e, *out}))
+        power_by_definition(*base, e, *p, *out);
     return 0;
 }

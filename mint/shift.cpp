@@ -2,6 +2,8 @@
 // Shifts by any number of bits, in place.
 #include "mint/value.h"
 
+using namespace zokecc;
+
 namespace {
 
 // Word i of value shifted left by bits (0 to 31), where index used and above reads as zero.
@@ -25,34 +27,34 @@ uint32_t shifted_right_word(const mint &value, uint32_t used, uint32_t i, uint32
 int32_t mint_left_move(mint *value, uint32_t bit_count)
 {
     if (bit_count == 0) return 0;
-    const uint32_t used = zokecc::used_words(*value);
+    const uint32_t used = used_words(*value);
     const uint32_t whole = bit_count / 32;
     const uint32_t bits = bit_count % 32;
-    if (whole >= zokecc::kMintWords) {
-        zokecc::set_zero(*value);
+    if (whole >= kMintWords) {
+        set_zero(*value);
         return 0;
     }
     uint32_t count = used + whole + (bits != 0 ? 1 : 0);
-    if (count > zokecc::kMintWords) count = zokecc::kMintWords;  // what is wider is cut off
+    if (count > kMintWords) count = kMintWords;  // what is wider is cut off
     for (uint32_t i = count; i-- > whole;) value->words[i] = shifted_left_word(*value, used, i - whole, bits);
     for (uint32_t i = 0; i < whole; ++i) value->words[i] = 0;
-    value->len = zokecc::trimmed_count(value->words, count);
+    value->len = trimmed_count(value->words, count);
     return 0;
 }
 
 int32_t mint_right_move(mint *value, uint32_t bit_count)
 {
     if (bit_count == 0) return 0;
-    const uint32_t used = zokecc::used_words(*value);
+    const uint32_t used = used_words(*value);
     const uint32_t whole = bit_count / 32;
     if (whole > used) {
-        zokecc::set_zero(*value);
+        set_zero(*value);
         return 0;
     }
     const uint32_t count = used - whole;
     for (uint32_t i = 0; i < count; ++i)
         value->words[i] = shifted_right_word(*value, used, i + whole, bit_count % 32);
     for (uint32_t i = count; i < used; ++i) value->words[i] = 0;
-    value->len = zokecc::trimmed_count(value->words, count);
+    value->len = trimmed_count(value->words, count);
     return 0;
 }

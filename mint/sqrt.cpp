@@ -11,6 +11,8 @@
 #include "mint/plain.h"
 #include "mint/value.h"
 
+using namespace zokecc;
+
 namespace {
 
 constexpr int32_t kFound = 1;
@@ -28,7 +30,7 @@ constinit mint exponents[kExponents] = {};
 mint small(uint32_t number)
 {
     mint value{};
-    zokecc::set_small(value, number);
+    set_small(value, number);
     return value;
 }
 
@@ -45,7 +47,7 @@ mint lowered_and_shifted(const mint &p, uint32_t number, uint32_t bits)
 mint plus_one(const mint &value)
 {
     mint out{};
-    zokecc::add_values(value, small(1), out);
+    add_values(value, small(1), out);
     return out;
 }
 
@@ -60,7 +62,7 @@ bool divisible(const mint &value, const mint &p)
 {
     mint rest{};
     mint_mod(&value, &p, &rest);
-    return zokecc::is_zero(rest);
+    return is_zero(rest);
 }
 
 // p = 3 (mod 4): a^((p+1)/4), if its square is a.
@@ -92,8 +94,8 @@ int32_t root_five_mod_eight(const mint &a, const mint &p, mint &out)
     if (!divisible(plus_one(z), p)) return kNone;
     mint twice{};
     mint four_times{};
-    zokecc::mod_add(a, a, p, twice);
-    zokecc::mod_add(twice, twice, p, four_times);
+    mod_add(a, a, p, twice);
+    mod_add(twice, twice, p, four_times);
     const mint factor = power(four_times, u, p);
     mint_mod_mul(&twice, &factor, &p, &out);
     return kFound;
@@ -106,7 +108,7 @@ bool find_non_residue(const mint &p, const mint &half, const mint &p_minus_1, mi
     for (uint32_t i = 0; i < kFixedCandidates + kRandomCandidates; ++i) {
         g = small(i + 2);
         if (i >= kFixedCandidates) {
-            if (gen_random_number(&g, &p) != 0 || zokecc::is_zero(g)) return false;
+            if (gen_random_number(&g, &p) != 0 || is_zero(g)) return false;
         }
         const mint sign = power(g, half, p);
         if (mint_compare(&sign, &p_minus_1) == 0) return true;
@@ -141,7 +143,7 @@ struct RootByOneExponent {
     {
         mint half_of_q = p_minus_1;  // (q - 1) / 2 in the end
         uint32_t s = 0;
-        while (!zokecc::is_odd(half_of_q)) {
+        while (!is_odd(half_of_q)) {
             mint_right_move(&half_of_q, 1);
             ++s;
         }
@@ -194,8 +196,8 @@ int32_t root_one_mod_eight(const mint &a, const mint &p, mint &out)
     mint g{};
     if (!find_non_residue(p, lowered_and_shifted(p, 1, 1), p_minus_1, g)) return kNoNonResidue;
     int32_t status = kFound;
-    if (!zokecc::run_over_residues(p, RootByOneExponent{a, p, p_minus_1, g, out, status}))
-        status = zokecc::root_by_table(a, p, g, out);
+    if (!run_over_residues(p, RootByOneExponent{a, p, p_minus_1, g, out, status}))
+        status = root_by_table(a, p, g, out);
     return status;
 }
 
@@ -235,7 +237,7 @@ int32_t root_by_table(const mint &a, const mint &p, const mint &g, mint &out)
 
 int32_t mint_sqrt(const mint *a, const mint *p, mint *out)
 {
-    const uint32_t residue = zokecc::low_word(*p) & 7;
+    const uint32_t residue = low_word(*p) & 7;
     if (residue == 3 || residue == 7) return root_three_mod_four(*a, *p, *out);
     if (residue == 5) return root_five_mod_eight(*a, *p, *out);
     if (residue == 1) return root_one_mod_eight(*a, *p, *out);

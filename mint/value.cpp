@@ -4,10 +4,12 @@
 
 #include "mint/words.h"
 
+using namespace zokecc;
+
 int32_t mint_copy(mint *dst, const mint *src)
 {
     if (dst == src) return 0;
-    std::memcpy(dst->words, src->words, 4 * zokecc::used_words(*src));
+    std::memcpy(dst->words, src->words, 4 * used_words(*src));
     dst->len = src->len;
     return 0;
 }
@@ -15,15 +17,15 @@ int32_t mint_copy(mint *dst, const mint *src)
 // The longer value is the greater one, whatever its top word: callers trim before they compare.
 int32_t mint_compare(const mint *a, const mint *b)
 {
-    const int32_t a_len = zokecc::signed_len(*a);
-    const int32_t b_len = zokecc::signed_len(*b);
+    const int32_t a_len = signed_len(*a);
+    const int32_t b_len = signed_len(*b);
     if (a_len != b_len) return a_len > b_len ? 1 : -1;
-    return zokecc::compare_words(a->words, b->words, zokecc::used_words(*a));
+    return compare_words(a->words, b->words, used_words(*a));
 }
 
 int32_t mint_adjust_len(mint *value, int32_t word_count)
 {
     value->len = static_cast<uint32_t>(word_count);
-    if (word_count > 0) value->len = zokecc::trimmed_words(*value);
+    if (word_count > 0) value->len = trimmed_words(*value);
     return 0;
 }

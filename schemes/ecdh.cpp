@@ -4,25 +4,27 @@
 #include "base/wipe.h"
 #include "schemes/records.h"
 
+using namespace zokecc;
+
 // KEPT, but in the hardened build: the peer's point is not validated, a key of zero is accepted, and the
 // status of the multiplication is not looked at: without memory the secret is zero bytes and the answer is
 // a success. Held by EcdhKeyExChg.KeptPeerPointIsNotValidated and
 // EcdhKeyExChg.KeptFailedMultiplicationGivesAZeroSecret.
 int32_t Ecdh_KeyExChg(const ecc_scalar *d, const ecc_point_bytes *peer, uint8_t *out, uint32_t out_capacity)
 {
-    const zokecc::CallBurn burn;
+    const CallBurn burn;
     const uint32_t L = global_curve.byte_len;
-    if (out == nullptr || !zokecc::is_readable(d) || !zokecc::is_readable(peer)) return zokecc::kFailed;
-    if (!zokecc::curve_is_installed() || L > out_capacity) return zokecc::kFailed;
-    zokecc::Wiping<mint> scalar;
+    if (out == nullptr || !is_readable(d) || !is_readable(peer)) return kFailed;
+    if (!curve_is_installed() || L > out_capacity) return kFailed;
+    Wiping<mint> scalar;
     ecc_point P{};
-    if (!zokecc::read_scalar(*d, *scalar)) return zokecc::kFailed;
-    zokecc::read_point(*peer, P);
-    if (!zokecc::may_meet_secrets(zokecc::global_view(), P)) return zokecc::kFailed;
+    if (!read_scalar(*d, *scalar)) return kFailed;
+    read_point(*peer, P);
+    if (!may_meet_secrets(global_view(), P)) return kFailed;
 
-    zokecc::Wiping<ecc_point> shared;
-    const zokecc::Step step = zokecc::shared_point(zokecc::global_view(), *scalar, P, *shared);
-    if (step != zokecc::Step::done && zokecc::kHardened) return zokecc::kFailed;
-    zokecc::write_number(shared->x, L, out);
+    Wiping<ecc_point> shared;
+    const Step step = shared_point(global_view(), *scalar, P, *shared);
+    if (step != Step::done && kHardened) return kFailed;
+    write_number(shared->x, L, out);
     return static_cast<int32_t>(L);
 }

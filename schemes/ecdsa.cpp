@@ -6,12 +6,9 @@
 #include "mint/value.h"
 #include "schemes/records.h"
 
-namespace {
+using namespace zokecc;
 
-using zokecc::CurveView;
-using zokecc::is_zero;
-using zokecc::kFailed;
-using zokecc::Wiping;
+namespace {
 
 constexpr int32_t kValid = 1;
 constexpr int32_t kInvalid = 0;
@@ -20,7 +17,7 @@ constexpr int32_t kInvalid = 0;
 // needs the bytes.
 bool message_is_there(const sm3_msg *msg, uint32_t hash_sel)
 {
-    return msg != nullptr && (hash_sel != HASH_ALG_SM3 || zokecc::is_readable(msg));
+    return msg != nullptr && (hash_sel != HASH_ALG_SM3 || is_readable(msg));
 }
 
 // KEPT: the whole digest modulo n, without truncation; and an unknown hash leaves e = 0, over which
@@ -37,19 +34,19 @@ void hash_message(const sm3_msg &msg, uint32_t hash_sel, const mint &n, mint &e)
 int32_t Ecdsa_DigitalSign(const ecc_scalar *d, const sm3_msg *msg, ecc_point_bytes *sig_out,
                           uint32_t hash_sel)
 {
-    const zokecc::CallBurn burn;
-    if (!zokecc::is_readable(d) || !message_is_there(msg, hash_sel) || sig_out == nullptr) return kFailed;
-    if (!zokecc::curve_is_installed()) return kFailed;
-    const CurveView curve = zokecc::global_view();
+    const CallBurn burn;
+    if (!is_readable(d) || !message_is_there(msg, hash_sel) || sig_out == nullptr) return kFailed;
+    if (!curve_is_installed()) return kFailed;
+    const CurveView curve = global_view();
     mint e{};
     hash_message(*msg, hash_sel, curve.n, e);
     Wiping<mint> key;
-    if (!zokecc::read_scalar(*d, *key) || is_zero(*key)) return kFailed;
+    if (!read_scalar(*d, *key) || is_zero(*key)) return kFailed;
 
     mint r{};
     mint s{};
-    if (!zokecc::ecdsa_sign(curve, *key, e, r, s)) return kFailed;
-    zokecc::write_pair(r, s, *sig_out);
+    if (!ecdsa_sign(curve, *key, e, r, s)) return kFailed;
+    write_pair(r, s, *sig_out);
     return 0;
 }
 
@@ -59,22 +56,21 @@ int32_t Ecdsa_DigitalSign(const ecc_scalar *d, const sm3_msg *msg, ecc_point_byt
 int32_t Ecdsa_DigitalVeriy(const ecc_point_bytes *Q, const sm3_msg *msg, const ecc_point_bytes *sig,
                            uint32_t hash_sel)
 {
-    if (!zokecc::is_readable(Q) || !message_is_there(msg, hash_sel) || !zokecc::is_readable(sig))
-        return kInvalid;
-    if (!zokecc::curve_is_installed()) return kInvalid;
-    const CurveView curve = zokecc::global_view();
+    if (!is_readable(Q) || !message_is_there(msg, hash_sel) || !is_readable(sig)) return kInvalid;
+    if (!curve_is_installed()) return kInvalid;
+    const CurveView curve = global_view();
     mint e{};
     hash_message(*msg, hash_sel, curve.n, e);
     ecc_point key{};
     mint r{};
     mint s{};
-    zokecc::read_point(*Q, key);
-    zokecc::read_pair(*sig, r, s);
+    read_point(*Q, key);
+    read_pair(*sig, r, s);
     mint s_mod_n{};
     mint_mod(&s, &curve.n, &s_mod_n);
     if (is_zero(s_mod_n)) return kInvalid;
 
     mint v{};
-    if (!zokecc::ecdsa_recomputed_r(curve, e, key, r, s, v)) return kInvalid;
+    if (!ecdsa_recomputed_r(curve, e, key, r, s, v)) return kInvalid;
     return mint_compare(&v, &r) == 0 ? kValid : kInvalid;
 }

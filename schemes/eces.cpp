@@ -6,17 +6,16 @@
 #include "mint/value.h"
 #include "schemes/records.h"
 
-namespace {
+using namespace zokecc;
 
-using zokecc::kFailed;
-using zokecc::Wiping;
+namespace {
 
 constexpr uint8_t kPrefix = 0x04;
 
 // The message as an integer modulo p, for any length: word after word from the top.
-void read_reduced(const zokecc::CurveView &curve, const uint8_t *bytes, uint32_t count, mint &out)
+void read_reduced(const CurveView &curve, const uint8_t *bytes, uint32_t count, mint &out)
 {
-    if (zokecc::kHardened) return zokecc::read_message(curve, bytes, count, out);
+    if (kHardened) return read_message(curve, bytes, count, out);
     const mint &p = curve.p;
     uint32_t first = count % 4;
     octetstring_to_mint(bytes, first, &out);
@@ -24,7 +23,7 @@ void read_reduced(const zokecc::CurveView &curve, const uint8_t *bytes, uint32_t
         Wiping<mint> word;
         octetstring_to_mint(bytes + i, 4, word.get());
         mint_left_move(&out, 32);
-        zokecc::mod_add(out, *word, p, out);
+        mod_add(out, *word, p, out);
     }
     mint_mod(&out, &p, &out);  // for fewer than four bytes
 }
@@ -57,15 +56,15 @@ private:
 
 // C1 = k G and S = k Q with S.x other than zero. False if no nonce gives one; a recipient for whom none can
 // is not worth a thousand of them.
-bool draw_points(const zokecc::CurveView &curve, const ecc_point &Q, ecc_point &C1, ecc_point &S)
+bool draw_points(const CurveView &curve, const ecc_point &Q, ecc_point &C1, ecc_point &S)
 {
-    if (zokecc::has_only_zero_multiples(curve, Q)) return false;
+    if (has_only_zero_multiples(curve, Q)) return false;
     Wiping<mint> k;
-    for (uint32_t draw = 0; draw < zokecc::kMaxFruitlessDraws; ++draw) {
-        if (!zokecc::draw_private(curve, *k)) return false;
-        if (!zokecc::public_point(curve, *k, C1)) continue;
+    for (uint32_t draw = 0; draw < kMaxFruitlessDraws; ++draw) {
+        if (!draw_private(curve, *k)) return false;
+        if (!public_point(curve, *k, C1)) continue;
         S = ecc_point{};
-        if (zokecc::shared_point(curve, *k, Q, S) == zokecc::Step::done && !zokecc::is_zero(S.x)) return true;
+        if (shared_point(curve, *k, Q, S) == Step::done && !is_zero(S.x)) return true;
     }
     return false;
 }
@@ -75,26 +74,25 @@ bool draw_points(const zokecc::CurveView &curve, const ecc_point &Q, ecc_point &
 int32_t Eces_Encry(const ecc_point_bytes *recipient, const uint8_t *message, uint32_t message_len,
                    uint8_t *out, int32_t out_capacity)
 {
-    const zokecc::CallBurn burn;
-    if (!zokecc::is_readable(recipient) || out == nullptr || (message == nullptr && message_len > 0))
-        return kFailed;
-    if (!zokecc::curve_is_installed()) return kFailed;
-    const zokecc::CurveView curve = zokecc::global_view();
+    const CallBurn burn;
+    if (!is_readable(recipient) || out == nullptr || (message == nullptr && message_len > 0)) return kFailed;
+    if (!curve_is_installed()) return kFailed;
+    const CurveView curve = global_view();
     ecc_point Q{};
     Wiping<mint> M;
-    zokecc::read_point(*recipient, Q);
-    if (!zokecc::may_meet_secrets(curve, Q)) return kFailed;
+    read_point(*recipient, Q);
+    if (!may_meet_secrets(curve, Q)) return kFailed;
     read_reduced(curve, message, message_len, *M);
 
     ecc_point C1{};
     Wiping<ecc_point> S;
     if (!draw_points(curve, Q, C1, *S)) return kFailed;
     mint c{};
-    zokecc::mask_by_product(curve, *M, S->x, c);
+    mask_by_product(curve, *M, S->x, c);
 
     out[0] = kPrefix;
     const uint32_t capacity = out_capacity > 0 ? static_cast<uint32_t>(out_capacity) : 0;
-    NumberWriter writer(out + 1, capacity, 4 * zokecc::used_words(curve.p));
+    NumberWriter writer(out + 1, capacity, 4 * used_words(curve.p));
     writer.put(C1.x);
     writer.put(C1.y);
     writer.put(c);
@@ -105,26 +103,26 @@ int32_t Eces_Encry(const ecc_point_bytes *recipient, const uint8_t *message, uin
 // by EcesDecry.KeptLeadingZeroBytesAreLost.
 int32_t Eces_Decry(const ecc_scalar *d, const uint8_t *cipher, uint32_t cipher_len, uint8_t *out)
 {
-    const zokecc::CallBurn burn;
-    if (!zokecc::is_readable(d) || cipher == nullptr || out == nullptr) return kFailed;
-    if (!zokecc::curve_is_installed()) return kFailed;
-    const zokecc::CurveView curve = zokecc::global_view();
+    const CallBurn burn;
+    if (!is_readable(d) || cipher == nullptr || out == nullptr) return kFailed;
+    if (!curve_is_installed()) return kFailed;
+    const CurveView curve = global_view();
     Wiping<mint> scalar;
-    if (!zokecc::read_scalar(*d, *scalar) || cipher[0] != kPrefix) return kFailed;
+    if (!read_scalar(*d, *scalar) || cipher[0] != kPrefix) return kFailed;
     const uint32_t width = cipher_len / 3;
-    if (width > zokecc::kMintBytes) return kFailed;
+    if (width > kMintBytes) return kFailed;
 
     ecc_point C1{};
     mint c{};
     octetstring_to_mint(cipher + 1, width, &C1.x);
     octetstring_to_mint(cipher + 1 + width, width, &C1.y);
     octetstring_to_mint(cipher + 1 + 2 * width, width, &c);
-    if (!zokecc::may_meet_secrets(curve, C1)) return kFailed;
+    if (!may_meet_secrets(curve, C1)) return kFailed;
     Wiping<ecc_point> S;
-    if (zokecc::shared_point(curve, *scalar, C1, *S) != zokecc::Step::done) return kFailed;
+    if (shared_point(curve, *scalar, C1, *S) != Step::done) return kFailed;
     Wiping<mint> M;
-    zokecc::unmask_by_product(curve, c, S->x, *M);
-    const uint32_t length = zokecc::write_shortest(*M, out);
+    unmask_by_product(curve, c, S->x, *M);
+    const uint32_t length = write_shortest(*M, out);
     out[length] = 0;
     return static_cast<int32_t>(length);
 }

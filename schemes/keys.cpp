@@ -5,10 +5,9 @@
 #include "mint/value.h"
 #include "schemes/records.h"
 
-namespace {
+using namespace zokecc;
 
-using zokecc::kFailed;
-using zokecc::Wiping;
+namespace {
 
 constexpr uint32_t kGenerate = 0;
 constexpr uint32_t kDerive = 1;
@@ -17,24 +16,24 @@ constexpr uint32_t kDerive = 1;
 bool write_public_key(const mint &d, ecc_point_bytes &out)
 {
     ecc_point Q{};
-    if (!zokecc::is_zero(d) && !zokecc::public_point(zokecc::global_view(), d, Q)) return false;
-    zokecc::write_point_record(Q, out);
+    if (!is_zero(d) && !public_point(global_view(), d, Q)) return false;
+    write_point_record(Q, out);
     return true;
 }
 
 // A given key into d. False if there is none below the order.
 bool take_key(const ecc_scalar *key, mint &d)
 {
-    if (!zokecc::curve_is_installed() || !zokecc::is_readable(key)) return false;
-    return zokecc::read_scalar(*key, d);
+    if (!curve_is_installed() || !is_readable(key)) return false;
+    return read_scalar(*key, d);
 }
 
 // A drawn key. False also if the caller has no place for it.
 bool make_key(const ecc_scalar *key, mint &d)
 {
-    if (!zokecc::curve_is_installed() || key == nullptr) return false;
+    if (!curve_is_installed() || key == nullptr) return false;
     if (key->length >= global_curve.byte_len && key->bytes == nullptr) return false;
-    return zokecc::draw_private(zokecc::global_view(), d);
+    return draw_private(global_view(), d);
 }
 
 // The drawn key into the caller's buffer, whose count is its capacity. A buffer below the curve's length
@@ -43,7 +42,7 @@ void write_key(const mint &d, ecc_scalar &key)
 {
     const uint32_t L = global_curve.byte_len;
     const bool has_room = key.length >= L;
-    if (has_room) zokecc::write_number(d, L, key.bytes);
+    if (has_room) write_number(d, L, key.bytes);
     key.length = has_room ? L : 0;
 }
 
@@ -51,7 +50,7 @@ void write_key(const mint &d, ecc_scalar &key)
 
 int32_t Ecc_GenPubKey(const ecc_scalar *d, ecc_point_bytes *Q_out)
 {
-    const zokecc::CallBurn burn;
+    const CallBurn burn;
     Wiping<mint> scalar;
     if (Q_out == nullptr || !take_key(d, *scalar)) return kFailed;
     return write_public_key(*scalar, *Q_out) ? 0 : kFailed;
@@ -61,7 +60,7 @@ int32_t Ecc_GenPubKey(const ecc_scalar *d, ecc_point_bytes *Q_out)
 // zero bytes. Held by EccKeyPairGen.KeptUnknownModeGivesThePublicKeyOfZero.
 int32_t Ecc_KeyPair_Gen(ecc_scalar *key, ecc_point_bytes *Q_out, uint32_t mode)
 {
-    const zokecc::CallBurn burn;
+    const CallBurn burn;
     Wiping<mint> d;
     if (Q_out == nullptr) return kFailed;
     if (mode == kGenerate && !make_key(key, *d)) return kFailed;

@@ -10,28 +10,21 @@
 #include "mint/value.h"
 #include "schemes/records.h"
 
-namespace {
+using namespace zokecc;
 
-using zokecc::CurveView;
-using zokecc::is_zero;
-using zokecc::kDigestBytes;
-using zokecc::kFailed;
-using zokecc::PointBytes;
-using zokecc::Step;
-using zokecc::Wiping;
-using zokecc::WorkBuffer;
+namespace {
 
 constexpr uint8_t kPrefix = 0x04;
 
 // Buffers for m bytes of message: the key stream, which may be written beyond m, and x2 || M || y2.
-uint64_t key_stream_size(uint32_t m, uint32_t L) { return zokecc::kdf_written_bytes(m, L) + 1; }
+uint64_t key_stream_size(uint32_t m, uint32_t L) { return kdf_written_bytes(m, L) + 1; }
 uint64_t hash_input_size(uint32_t m, uint32_t L) { return uint64_t{m} + 2 * L + 1; }
 
 bool derive_key_stream(const PointBytes &shared, uint32_t m, uint32_t alg, WorkBuffer &stream)
 {
     const int32_t L = static_cast<int32_t>(shared.len);
     sm2_kdf(shared.xy, 2 * L, static_cast<int32_t>(m), L, alg, stream.data());
-    return !zokecc::is_all_zero(stream.data(), m);
+    return !is_all_zero(stream.data(), m);
 }
 
 // Draws until the key stream is not all zero; C1 goes into the ciphertext on the way.
@@ -40,10 +33,10 @@ bool draw_key_stream(const CurveView &curve, const ecc_point &Q, uint32_t m, uin
 {
     const uint32_t L = global_curve.byte_len;
     Wiping<mint> k;
-    for (uint32_t draw = 0; draw < zokecc::kMaxFruitlessDraws; ++draw) {
-        if (!zokecc::draw_private(curve, *k)) return false;
+    for (uint32_t draw = 0; draw < kMaxFruitlessDraws; ++draw) {
+        if (!draw_private(curve, *k)) return false;
         cipher[0] = kPrefix;
-        if (zokecc::sm2_encryption_points(curve, L, *k, Q, cipher + 1, cipher + 1 + L, shared) != Step::done)
+        if (sm2_encryption_points(curve, L, *k, Q, cipher + 1, cipher + 1 + L, shared) != Step::done)
             return false;
         if (derive_key_stream(shared, m, alg, stream)) return true;
     }
@@ -54,14 +47,14 @@ bool draw_key_stream(const CurveView &curve, const ecc_point &Q, uint32_t m, uin
 
 int32_t sm2_Encry(const ecc_point_bytes *pub, const sm3_msg *msg, sm3_msg *cipher, uint32_t alg)
 {
-    const zokecc::CallBurn burn;
+    const CallBurn burn;
     if (pub == nullptr || msg == nullptr || cipher == nullptr) return kFailed;
     if (msg->data == nullptr || cipher->data == nullptr) return kFailed;
-    if (!zokecc::curve_is_installed() || !zokecc::fits_field(*pub)) return kFailed;
+    if (!curve_is_installed() || !fits_field(*pub)) return kFailed;
     // An empty message or an unknown hash has no key stream and would draw for ever.
     const uint32_t m = msg->len_low;
-    if (static_cast<int32_t>(m) < 1 || !zokecc::is_known_hash(alg)) return kFailed;
-    const CurveView curve = zokecc::global_view();
+    if (static_cast<int32_t>(m) < 1 || !is_known_hash(alg)) return kFailed;
+    const CurveView curve = global_view();
     const uint32_t L = global_curve.byte_len;
     if (key_stream_size(m, L) > UINT32_MAX) return kFailed;
     WorkBuffer stream(static_cast<size_t>(key_stream_size(m, L)));
@@ -70,14 +63,14 @@ int32_t sm2_Encry(const ecc_point_bytes *pub, const sm3_msg *msg, sm3_msg *ciphe
     if (!work) return kFailed;
 
     ecc_point Q{};
-    zokecc::read_point(*pub, Q);
-    if (is_zero(Q.x) || is_zero(Q.y) || !zokecc::may_meet_secrets(curve, Q)) return kFailed;
+    read_point(*pub, Q);
+    if (is_zero(Q.x) || is_zero(Q.y) || !may_meet_secrets(curve, Q)) return kFailed;
     Wiping<PointBytes> shared;
     if (!draw_key_stream(curve, Q, m, alg, cipher->data, *shared, stream)) return kFailed;
 
     uint8_t *const C2 = cipher->data + 1 + 2 * L;
-    zokecc::mask(msg->data, stream.data(), m, C2);
-    const int32_t C3_len = zokecc::sm2_check_value(alg, *shared, msg->data, m, work.data(), C2 + m);
+    mask(msg->data, stream.data(), m, C2);
+    const int32_t C3_len = sm2_check_value(alg, *shared, msg->data, m, work.data(), C2 + m);
     cipher->len_high = 0;
     cipher->len_low = 1 + 2 * L + m + static_cast<uint32_t>(C3_len);
     return 0;
@@ -88,13 +81,13 @@ int32_t sm2_Encry(const ecc_point_bytes *pub, const sm3_msg *msg, sm3_msg *ciphe
 // Sm2Decry.KeptCheckReadAtStartOfC2 and Sm2Decry.KeptZeroKeyIsNotRefused.
 int32_t sm2_Decry(const ecc_scalar *priv, const sm3_msg *cipher, sm3_msg *plain, uint32_t alg)
 {
-    const zokecc::CallBurn burn;
-    if (!zokecc::is_readable(priv) || cipher == nullptr || plain == nullptr) return kFailed;
-    if (cipher->data == nullptr || plain->data == nullptr || !zokecc::curve_is_installed()) return kFailed;
-    const CurveView curve = zokecc::global_view();
+    const CallBurn burn;
+    if (!is_readable(priv) || cipher == nullptr || plain == nullptr) return kFailed;
+    if (cipher->data == nullptr || plain->data == nullptr || !curve_is_installed()) return kFailed;
+    const CurveView curve = global_view();
     const uint32_t L = global_curve.byte_len;
     Wiping<mint> d;
-    if (!zokecc::read_scalar(*priv, *d)) return kFailed;
+    if (!read_scalar(*priv, *d)) return kFailed;
     const int64_t message_len = int64_t{cipher->len_low} - kDigestBytes - (2 * L + 1);
     if (message_len < 1 || message_len > INT32_MAX || cipher->data[0] != kPrefix) return kFailed;
     const uint32_t m = static_cast<uint32_t>(message_len);
@@ -108,14 +101,14 @@ int32_t sm2_Decry(const ecc_scalar *priv, const sm3_msg *cipher, sm3_msg *plain,
     octetstring_to_mint(cipher->data + 1, L, &C1.x);
     octetstring_to_mint(cipher->data + 1 + L, L, &C1.y);
     Wiping<PointBytes> shared;
-    if (zokecc::sm2_decryption_point(curve, L, *d, C1, *shared) != Step::done) return kFailed;
+    if (sm2_decryption_point(curve, L, *d, C1, *shared) != Step::done) return kFailed;
     if (!derive_key_stream(*shared, m, alg, stream)) return kFailed;
 
     const uint8_t *const C2 = cipher->data + 1 + 2 * L;
-    zokecc::mask(C2, stream.data(), m, plain->data);
+    mask(C2, stream.data(), m, plain->data);
     plain->len_low = m;
     plain->len_high = 0;
     Wiping<uint8_t[kDigestBytes]> check;
-    const int32_t length = zokecc::sm2_check_value(alg, *shared, plain->data, m, work.data(), *check);
-    return zokecc::are_equal(*check, C2, static_cast<uint32_t>(length)) ? 0 : kFailed;
+    const int32_t length = sm2_check_value(alg, *shared, plain->data, m, work.data(), *check);
+    return are_equal(*check, C2, static_cast<uint32_t>(length)) ? 0 : kFailed;
 }

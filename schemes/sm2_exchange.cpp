@@ -11,17 +11,9 @@
 #include "schemes/peer_image.h"
 #include "schemes/records.h"
 
-namespace {
+using namespace zokecc;
 
-using zokecc::Bytes;
-using zokecc::ExchangePublics;
-using zokecc::ExchangeSide;
-using zokecc::is_readable;
-using zokecc::is_zero;
-using zokecc::KeySink;
-using zokecc::kFailed;
-using zokecc::PointBytes;
-using zokecc::Wiping;
+namespace {
 
 constexpr uint32_t kZBytes = 32;
 
@@ -35,8 +27,8 @@ struct Results {
 
     bool are_there() const
     {
-        if (zokecc::is_known_hash(alg) && (out02 == nullptr || out03 == nullptr)) return false;
-        return key != nullptr || !zokecc::derivation_writes(klen, global_curve.byte_len, alg);
+        if (is_known_hash(alg) && (out02 == nullptr || out03 == nullptr)) return false;
+        return key != nullptr || !derivation_writes(klen, global_curve.byte_len, alg);
     }
 };
 
@@ -49,24 +41,24 @@ bool is_on_curve(const ecc_point &point)
 }
 
 // For points that the default build takes as they are.
-bool is_accepted(const ecc_point &point) { return zokecc::may_meet_secrets(zokecc::global_view(), point); }
+bool is_accepted(const ecc_point &point) { return may_meet_secrets(global_view(), point); }
 
 bool read_temporary(const ecc_scalar &scalar, mint &r)
 {
-    return zokecc::read_temporary(zokecc::global_view(), scalar.bytes, scalar.length, r);
+    return read_temporary(global_view(), scalar.bytes, scalar.length, r);
 }
 
 ZOKECC_OUT_OF_LINE bool shared_point(const ExchangeSide &side, PointBytes &U)
 {
     const GlobalCurve &g = global_curve;
-    return zokecc::compute_shared_point(zokecc::view_of(g), g.byte_len, g.w, side, U);
+    return compute_shared_point(view_of(g), g.byte_len, g.w, side, U);
 }
 
 // Key and confirmation values of the split calls.
 void write_results(const Results &results, const PointBytes &U, const ExchangePublics &publics, KeySink &sink)
 {
     sink.derive(U, publics.ZA, publics.ZB);
-    zokecc::sm2_exchange_confirmations(results.alg, U, publics, results.out02, results.out03);
+    sm2_exchange_confirmations(results.alg, U, publics, results.out02, results.out03);
 }
 
 // KEPT: the confirmation values are made over the digest's working area and the peer's key behind
@@ -76,11 +68,11 @@ void write_results(const Results &results, const PointBytes &U, const ExchangePu
 ZOKECC_OUT_OF_LINE void confirm_over_memory(const Results &results, const PointBytes &U,
                                             const ExchangePublics &publics, const ecc_point &peer_key)
 {
-    Wiping<zokecc::PeerImage> image;
-    zokecc::sm2_exchange_hash(results.alg, U, publics, image->digest_area);
-    zokecc::write_peer_image(peer_key, *image);
-    const Bytes tail = zokecc::bytes_of(*image, 5 * U.len + 2 * kZBytes);
-    zokecc::sm2_confirmations(results.alg, U, tail, results.out02, results.out03);
+    Wiping<PeerImage> image;
+    sm2_exchange_hash(results.alg, U, publics, image->digest_area);
+    write_peer_image(peer_key, *image);
+    const Bytes tail = bytes_of(*image, 5 * U.len + 2 * kZBytes);
+    sm2_confirmations(results.alg, U, tail, results.out02, results.out03);
 }
 
 ExchangePublics publics_of(const uint8_t *ZA, const uint8_t *ZB, const ecc_point_bytes &RA,
@@ -93,19 +85,19 @@ ExchangePublics publics_of(const uint8_t *ZA, const uint8_t *ZB, const ecc_point
 
 int32_t sm2_x_bar(const ecc_point_bytes *point, uint32_t w, uint8_t *out)
 {
-    zokecc::write_x_bar(point->x, global_curve.byte_len, w, out);
+    write_x_bar(point->x, global_curve.byte_len, w, out);
     return 0;
 }
 
 int32_t sm2_KeyExChg_A1_3(const ecc_scalar *rA, ecc_point_bytes *RA_out)
 {
-    const zokecc::CallBurn burn;
-    if (!is_readable(rA) || RA_out == nullptr || !zokecc::curve_is_installed()) return kFailed;
+    const CallBurn burn;
+    if (!is_readable(rA) || RA_out == nullptr || !curve_is_installed()) return kFailed;
     Wiping<mint> r;
-    if (!zokecc::read_scalar(*rA, *r)) return kFailed;
+    if (!read_scalar(*rA, *r)) return kFailed;
     ecc_point R{};
-    if (!zokecc::public_point(zokecc::global_view(), *r, R)) return kFailed;
-    zokecc::write_point_record(R, *RA_out);
+    if (!public_point(global_view(), *r, R)) return kFailed;
+    write_point_record(R, *RA_out);
     return 0;
 }
 
@@ -115,8 +107,8 @@ int32_t sm2_KeyExChg_A4_10(const ecc_scalar *rA, const ecc_point_bytes *RA, cons
                            const uint8_t *ZB, int32_t klen, uint8_t *S1_out, uint8_t *SA_out, uint8_t *K_out,
                            uint32_t hash_sel)
 {
-    const zokecc::CallBurn burn;
-    if (!zokecc::curve_is_installed() || ZA == nullptr || ZB == nullptr) return kFailed;
+    const CallBurn burn;
+    if (!curve_is_installed() || ZA == nullptr || ZB == nullptr) return kFailed;
     if (!is_readable(rA) || !is_readable(RA) || !is_readable(dA) || !is_readable(PB) || !is_readable(RB))
         return kFailed;
     const Results results = {S1_out, SA_out, K_out, klen, hash_sel};
@@ -126,12 +118,12 @@ int32_t sm2_KeyExChg_A4_10(const ecc_scalar *rA, const ecc_point_bytes *RA, cons
     ecc_point peer_key{};
     Wiping<mint> d;
     Wiping<mint> r;
-    zokecc::read_point(*PB, peer_key);
+    read_point(*PB, peer_key);
     if (has_zero_coordinate(peer_key) || !is_accepted(peer_key)) return kFailed;
-    if (!zokecc::read_scalar(*dA, *d)) return kFailed;
-    zokecc::read_point(*RA, *point);
+    if (!read_scalar(*dA, *d)) return kFailed;
+    read_point(*RA, *point);
     if (has_zero_coordinate(*point) || !is_accepted(*point)) return kFailed;
-    zokecc::read_point(*RB, *point);
+    read_point(*RB, *point);
     if (!is_on_curve(*point) || !is_accepted(*point)) return kFailed;
     if (!read_temporary(*rA, *r)) return kFailed;
 
@@ -146,8 +138,8 @@ int32_t sm2_KeyExChg_B1_10(const ecc_scalar *dB, const ecc_point_bytes *PA, cons
                            const uint8_t *ZA, const uint8_t *ZB, int32_t klen, ecc_point_bytes *RB_out,
                            uint8_t *S2_out, uint8_t *SB_out, uint8_t *K_out, uint32_t hash_sel)
 {
-    const zokecc::CallBurn burn;
-    if (!zokecc::curve_is_installed() || ZA == nullptr || ZB == nullptr || RB_out == nullptr) return kFailed;
+    const CallBurn burn;
+    if (!curve_is_installed() || ZA == nullptr || ZB == nullptr || RB_out == nullptr) return kFailed;
     if (!is_readable(dB) || !is_readable(PA) || !is_readable(RA)) return kFailed;
     const Results results = {SB_out, S2_out, K_out, klen, hash_sel};
     if (!results.are_there()) return kFailed;
@@ -156,19 +148,19 @@ int32_t sm2_KeyExChg_B1_10(const ecc_scalar *dB, const ecc_point_bytes *PA, cons
     ecc_point peer_key{};
     Wiping<mint> d;
     Wiping<mint> r;
-    zokecc::read_point(*PA, peer_key);
+    read_point(*PA, peer_key);
     if (has_zero_coordinate(peer_key) || !is_accepted(peer_key)) return kFailed;
-    if (!zokecc::read_scalar(*dB, *d)) return kFailed;
-    zokecc::read_point(*RA, *point);
+    if (!read_scalar(*dB, *d)) return kFailed;
+    read_point(*RA, *point);
     if (!is_on_curve(*point) || !is_accepted(*point)) return kFailed;
     KeySink sink(K_out, klen, global_curve.byte_len, hash_sel);
     if (!sink.is_ready()) return kFailed;
 
-    if (!zokecc::draw_private(zokecc::global_view(), *r)) return kFailed;
-    if (!zokecc::public_point(zokecc::global_view(), *r, *point)) return kFailed;
-    zokecc::write_point_record(*point, *RB_out);
+    if (!draw_private(global_view(), *r)) return kFailed;
+    if (!public_point(global_view(), *r, *point)) return kFailed;
+    write_point_record(*point, *RB_out);
     Wiping<PointBytes> V;
-    zokecc::read_point(*RA, *point);
+    read_point(*RA, *point);
     if (!shared_point({*d, *r, RB_out->x, RA->x, peer_key, *point}, *V)) return kFailed;
     write_results(results, *V, publics_of(ZA, ZB, *RA, *RB_out), sink);
     return 0;
@@ -179,8 +171,8 @@ int32_t sm2_KeyExChg(uint32_t role, const ecc_scalar *r, const ecc_point_bytes *
                      const uint8_t *ZA, const uint8_t *ZB, int32_t klen, uint8_t *out03, uint8_t *out02,
                      uint8_t *K_out, uint32_t hash_sel)
 {
-    const zokecc::CallBurn burn;
-    if (!zokecc::curve_is_installed() || ZA == nullptr || ZB == nullptr) return kFailed;
+    const CallBurn burn;
+    if (!curve_is_installed() || ZA == nullptr || ZB == nullptr) return kFailed;
     if (!is_readable(r) || !is_readable(R) || !is_readable(peerR) || !is_readable(d) || !is_readable(peerP))
         return kFailed;
     const Results results = {out02, out03, K_out, klen, hash_sel};
@@ -190,12 +182,12 @@ int32_t sm2_KeyExChg(uint32_t role, const ecc_scalar *r, const ecc_point_bytes *
     ecc_point peer_key{};
     Wiping<mint> own_d;
     Wiping<mint> own_r;
-    zokecc::read_point(*peerP, peer_key);
+    read_point(*peerP, peer_key);
     if (has_zero_coordinate(peer_key) || !is_accepted(peer_key)) return kFailed;
-    if (!zokecc::read_scalar(*d, *own_d)) return kFailed;
-    zokecc::read_point(*R, *point);
+    if (!read_scalar(*d, *own_d)) return kFailed;
+    read_point(*R, *point);
     if (has_zero_coordinate(*point) || !is_on_curve(*point) || !is_accepted(*point)) return kFailed;
-    zokecc::read_point(*peerR, *point);
+    read_point(*peerR, *point);
     if (!is_on_curve(*point) || !is_accepted(*point)) return kFailed;
     if (!read_temporary(*r, *own_r)) return kFailed;
 
@@ -220,8 +212,8 @@ int32_t sm2_RPoint(const uint8_t *scalar_bytes, uint32_t, ecc_point_bytes *R_out
     const uint32_t L = global_curve.byte_len;
     const mint zero{};
     ecc_point R{};
-    zokecc::multiply_base(zokecc::global_view(), zero, R);
-    mint_to_fixedlen_os(&R.x, L, zokecc::kPointFieldBytes, &R_out->length, R_out->y);
-    mint_to_fixedlen_os(&R.y, L, zokecc::kPointFieldBytes, &R_out->length, R_out->y);
+    multiply_base(global_view(), zero, R);
+    mint_to_fixedlen_os(&R.x, L, kPointFieldBytes, &R_out->length, R_out->y);
+    mint_to_fixedlen_os(&R.y, L, kPointFieldBytes, &R_out->length, R_out->y);
     return 0;
 }

@@ -10,13 +10,9 @@
 #include "mint/value.h"
 #include "schemes/records.h"
 
-namespace {
+using namespace zokecc;
 
-using zokecc::CurveView;
-using zokecc::is_zero;
-using zokecc::kDigestBytes;
-using zokecc::kFailed;
-using zokecc::Wiping;
+namespace {
 
 constexpr int32_t kInvalid = 1;
 constexpr int32_t kNoMemory = 1;
@@ -26,7 +22,7 @@ bool hash_message(const sm3_msg &msg, const uint8_t *Z, uint32_t hash_sel, mint 
 {
     const uint64_t size = uint64_t{msg.len_low} + kDigestBytes + 1;
     if (size > UINT32_MAX) return false;
-    zokecc::WorkBuffer buffer(static_cast<uint32_t>(size));
+    WorkBuffer buffer(static_cast<uint32_t>(size));
     if (!buffer) return false;
     std::memcpy(buffer.data(), Z, kDigestBytes);
     if (msg.len_low > 0) std::memcpy(buffer.data() + kDigestBytes, msg.data, msg.len_low);
@@ -39,11 +35,11 @@ bool hash_message(const sm3_msg &msg, const uint8_t *Z, uint32_t hash_sel, mint 
 bool sign(const CurveView &curve, const mint &d, const mint &e, mint &r, mint &s)
 {
     Wiping<mint> k;
-    for (uint32_t draw = 0; draw < zokecc::kMaxFruitlessDraws; ++draw) {
-        if (!zokecc::draw_nonce(curve, d, e, *k)) return false;
-        if (!zokecc::sm2_first_half(curve, e, *k, r)) continue;
-        if (zokecc::sum_is_order(curve, r, *k)) continue;
-        if (zokecc::sm2_second_half(curve, d, *k, r, s) && !is_zero(s)) return true;
+    for (uint32_t draw = 0; draw < kMaxFruitlessDraws; ++draw) {
+        if (!draw_nonce(curve, d, e, *k)) return false;
+        if (!sm2_first_half(curve, e, *k, r)) continue;
+        if (sum_is_order(curve, r, *k)) continue;
+        if (sm2_second_half(curve, d, *k, r, s) && !is_zero(s)) return true;
     }
     return false;
 }
@@ -54,20 +50,19 @@ bool sign(const CurveView &curve, const mint &d, const mint &e, mint &r, mint &s
 int32_t sm2_DigitalSign(const ecc_scalar *d, const sm3_msg *msg, const uint8_t *Z, ecc_point_bytes *sig_out,
                         uint32_t hash_sel)
 {
-    const zokecc::CallBurn burn;
-    if (!zokecc::is_readable(d) || !zokecc::is_readable(msg) || Z == nullptr || sig_out == nullptr)
-        return kFailed;
-    if (!zokecc::curve_is_installed()) return kFailed;
-    const CurveView curve = zokecc::global_view();
+    const CallBurn burn;
+    if (!is_readable(d) || !is_readable(msg) || Z == nullptr || sig_out == nullptr) return kFailed;
+    if (!curve_is_installed()) return kFailed;
+    const CurveView curve = global_view();
     Wiping<mint> key;
-    if (!zokecc::read_scalar(*d, *key) || zokecc::is_last_scalar(curve, *key)) return kFailed;
+    if (!read_scalar(*d, *key) || is_last_scalar(curve, *key)) return kFailed;
     mint e{};
     if (!hash_message(*msg, Z, hash_sel, e)) return kNoMemory;
 
     mint r{};
     mint s{};
     if (!sign(curve, *key, e, r, s)) return kFailed;
-    zokecc::write_pair(r, s, *sig_out);
+    write_pair(r, s, *sig_out);
     return 0;
 }
 
@@ -77,22 +72,21 @@ int32_t sm2_DigitalSign(const ecc_scalar *d, const sm3_msg *msg, const uint8_t *
 int32_t sm2_DigitalVeriy(const ecc_point_bytes *Q, const sm3_msg *msg, const ecc_point_bytes *sig,
                          const uint8_t *Z, uint32_t hash_sel)
 {
-    if (!zokecc::is_readable(Q) || !zokecc::is_readable(msg) || !zokecc::is_readable(sig) || Z == nullptr)
-        return kFailed;
-    if (!zokecc::curve_is_installed()) return kFailed;
-    const CurveView curve = zokecc::global_view();
+    if (!is_readable(Q) || !is_readable(msg) || !is_readable(sig) || Z == nullptr) return kFailed;
+    if (!curve_is_installed()) return kFailed;
+    const CurveView curve = global_view();
     ecc_point P{};
     mint r{};
     mint s{};
-    zokecc::read_point(*Q, P);
-    zokecc::read_pair(*sig, r, s);
+    read_point(*Q, P);
+    read_pair(*sig, r, s);
     if (is_zero(r) || mint_compare(&r, &curve.p) >= 0 || is_zero(s)) return kFailed;
     mint e{};
     if (!hash_message(*msg, Z, hash_sel, e)) return kFailed;
     mint t{};
-    zokecc::mod_add(r, s, curve.n, t);
+    mod_add(r, s, curve.n, t);
     if (is_zero(t)) return kInvalid;
     mint R{};
-    if (!zokecc::sm2_recomputed_r(curve, e, P, s, t, R)) return kFailed;
+    if (!sm2_recomputed_r(curve, e, P, s, t, R)) return kFailed;
     return mint_compare(&R, &r) == 0 ? 0 : kInvalid;
 }

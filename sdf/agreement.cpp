@@ -16,16 +16,9 @@
 #include "sdf/agreement_steps.h"
 #include "sdf/records.h"
 
-namespace {
+using namespace zokecc;
 
-using zokecc::AgreementRecords;
-using zokecc::Bytes;
-using zokecc::fits_field;
-using zokecc::initiate;
-using zokecc::kDigestBytes;
-using zokecc::Octets;
-using zokecc::respond;
-using zokecc::Wiping;
+namespace {
 
 struct UserZ {
     uint8_t bytes[kDigestBytes];
@@ -42,8 +35,8 @@ bool make_Z(SessionContext &session, const ECCrefPublicKey &key, Octets id, User
 ZOKECC_OUT_OF_LINE bool make_public_point(const SessionContext &session, const mint &r, ECCrefPublicKey &out)
 {
     ecc_point R{};
-    if (!zokecc::public_point(zokecc::view_of(session), r, R)) return false;
-    zokecc::write_public_key(session, R, out);
+    if (!public_point(view_of(session), r, R)) return false;
+    write_public_key(session, R, out);
     return true;
 }
 
@@ -58,7 +51,7 @@ ZOKECC_OUT_OF_LINE bool make_own_Z(SessionContext &session, const mint &d, Octet
 bool are_usable(const SessionContext &session, Octets ZA, Octets ZB)
 {
     if (ZA.missing() || ZB.missing()) return false;
-    return uint64_t{5} * session.byte_len + ZA.len + ZB.len <= zokecc::kTranscriptBytes;
+    return uint64_t{5} * session.byte_len + ZA.len + ZB.len <= kTranscriptBytes;
 }
 
 bool are_there(const AgreementRecords &records)
@@ -77,14 +70,14 @@ bool have_lengths_that_fit(const AgreementRecords &records)
 uint32_t respond_with_identities(void *session, uint32_t klen_bits, Octets idA, Octets idB,
                                  ECCrefPublicKey *RB, const AgreementRecords &records)
 {
-    const zokecc::CallBurn burn;
+    const CallBurn burn;
     if (!are_there(records) || RB == nullptr) return ZOK_ERR_ARGUMENT;
     if (idA.missing() || idB.missing() || !have_lengths_that_fit(records)) return ZOK_ERR_ARGUMENT;
     SessionContext &s = *static_cast<SessionContext *>(session);
     Wiping<mint> d;
     Wiping<UserZ> ZA;
     Wiping<UserZ> ZB;
-    if (!zokecc::read_private_key(s, *records.d, *d)) return ZOK_ERR_ARGUMENT;
+    if (!read_private_key(s, *records.d, *d)) return ZOK_ERR_ARGUMENT;
     if (!make_own_Z(s, *d, idB, *ZB) || !make_Z(s, *records.peer_key, idA, *ZA)) return ZOK_ERR_ARGUMENT;
     return respond(s, klen_bits / 8, {ZA->view(), ZB->view()}, *d, *RB, records);
 }
@@ -93,12 +86,12 @@ uint32_t respond_with_identities(void *session, uint32_t klen_bits, Octets idA, 
 uint32_t respond_with_Z(void *session, uint32_t klen_bits, Octets ZA, Octets ZB, ECCrefPublicKey *RB,
                         const AgreementRecords &records)
 {
-    const zokecc::CallBurn burn;
+    const CallBurn burn;
     if (!are_there(records) || RB == nullptr) return ZOK_ERR_ARGUMENT;
     SessionContext &s = *static_cast<SessionContext *>(session);
     if (!are_usable(s, ZA, ZB) || !have_lengths_that_fit(records)) return ZOK_ERR_ARGUMENT;
     Wiping<mint> d;
-    if (!zokecc::read_private_key(s, *records.d, *d)) return ZOK_ERR_ARGUMENT;
+    if (!read_private_key(s, *records.d, *d)) return ZOK_ERR_ARGUMENT;
     return respond(s, klen_bits / 8, {ZA.view(), ZB.view()}, *d, *RB, records);
 }
 
@@ -107,14 +100,14 @@ uint32_t respond_with_Z(void *session, uint32_t klen_bits, Octets ZA, Octets ZB,
 uint32_t ZOK_SM2_GenerateResponseTmpKeyWithECC(void *session, ECCrefPrivateKey *tmp_priv_out,
                                                ECCrefPublicKey *tmp_pub_out)
 {
-    const zokecc::CallBurn burn;
+    const CallBurn burn;
     if (session == nullptr) return ZOK_ERR_SESSION;
     if (tmp_priv_out == nullptr || tmp_pub_out == nullptr) return ZOK_ERR_ARGUMENT;
     const SessionContext &s = *static_cast<const SessionContext *>(session);
-    if (zokecc::is_zero(s.n) || zokecc::is_zero(s.p)) return ZOK_ERR_ARGUMENT;
+    if (is_zero(s.n) || is_zero(s.p)) return ZOK_ERR_ARGUMENT;
     Wiping<mint> r;
-    if (!zokecc::make_temporary_key(s, *r, *tmp_pub_out)) return ZOK_ERR_INTERNAL;
-    zokecc::write_private_key(s, *r, *tmp_priv_out);
+    if (!make_temporary_key(s, *r, *tmp_pub_out)) return ZOK_ERR_INTERNAL;
+    write_private_key(s, *r, *tmp_priv_out);
     return ZOK_OK;
 }
 
@@ -142,7 +135,7 @@ uint32_t ZOK_SM2_GenerateKeyWithECC(void *session, uint32_t klen_bits, const uin
                                     const ECCrefPublicKey *PB, const ECCrefPublicKey *RB,
                                     KeyAgreementResult *result)
 {
-    const zokecc::CallBurn burn;
+    const CallBurn burn;
     if (session == nullptr) return ZOK_ERR_SESSION;
     const Octets own_id = {idA, idA_len};
     const Octets peer_id = {idB, idB_len};
@@ -155,8 +148,7 @@ uint32_t ZOK_SM2_GenerateKeyWithECC(void *session, uint32_t klen_bits, const uin
     Wiping<mint> r;
     Wiping<UserZ> ZA;
     Wiping<UserZ> ZB;
-    if (!zokecc::read_private_key(s, *dA, *d) || !zokecc::read_private_key(s, *rA, *r))
-        return ZOK_ERR_ARGUMENT;
+    if (!read_private_key(s, *dA, *d) || !read_private_key(s, *rA, *r)) return ZOK_ERR_ARGUMENT;
     if (!make_own_Z(s, *d, own_id, *ZA) || !make_Z(s, *PB, peer_id, *ZB)) return ZOK_ERR_ARGUMENT;
     return initiate(s, klen_bits / 8, {ZA->view(), ZB->view()}, *d, *r, *RA, records);
 }
@@ -189,7 +181,7 @@ uint32_t ZOK_GenerateKeyWithECC(void *session, uint32_t klen_bits, const uint8_t
                                 const ECCrefPrivateKey *rA, const ECCrefPublicKey *PB,
                                 const ECCrefPublicKey *RB, KeyAgreementResult *result)
 {
-    const zokecc::CallBurn burn;
+    const CallBurn burn;
     if (session == nullptr) return ZOK_ERR_SESSION;
     const AgreementRecords records = {dA, rA, PB, RB, result};
     if (!are_there(records) || rA == nullptr) return ZOK_ERR_ARGUMENT;
@@ -200,8 +192,7 @@ uint32_t ZOK_GenerateKeyWithECC(void *session, uint32_t klen_bits, const uint8_t
     if (!have_lengths_that_fit(records) || !fits_field(*rA)) return ZOK_ERR_ARGUMENT;
     Wiping<mint> d;
     Wiping<mint> r;
-    if (!zokecc::read_private_key(s, *dA, *d) || !zokecc::read_private_key(s, *rA, *r))
-        return ZOK_ERR_ARGUMENT;
+    if (!read_private_key(s, *dA, *d) || !read_private_key(s, *rA, *r)) return ZOK_ERR_ARGUMENT;
     ECCrefPublicKey RA{};
     if (!make_public_point(s, *r, RA)) return ZOK_ERR_INTERNAL;
     return initiate(s, klen_bits / 8, {own_Z.view(), peer_Z.view()}, *d, *r, RA, records);

@@ -11,15 +11,9 @@
 #include "mint/value.h"
 #include "sdf/records.h"
 
-namespace {
+using namespace zokecc;
 
-using zokecc::AgreementRecords;
-using zokecc::BothZ;
-using zokecc::ExchangePublics;
-using zokecc::ExchangeSide;
-using zokecc::KeySink;
-using zokecc::PointBytes;
-using zokecc::Wiping;
+namespace {
 
 constexpr size_t kMaxSecretBytes = 300;  // of which the key derivation takes so many
 
@@ -31,7 +25,7 @@ bool is_on_curve(const SessionContext &session, const ecc_point &point)
 // For points that the default build takes as they are.
 bool is_accepted(const SessionContext &session, const ecc_point &point)
 {
-    return zokecc::may_meet_secrets(zokecc::view_of(session), point);
+    return may_meet_secrets(view_of(session), point);
 }
 
 // The same for the own temporary point, which is handed back. The exchange takes L bytes of it.
@@ -55,11 +49,11 @@ uint32_t finish(const SessionContext &session, const ExchangeSide &side, const E
                 KeySink &sink, uint8_t *out02, uint8_t *out03)
 {
     Wiping<PointBytes> U;
-    const zokecc::CurveView curve = zokecc::view_of(session);
-    if (!zokecc::compute_shared_point(curve, session.byte_len, session.w, side, *U)) return ZOK_ERR_INTERNAL;
+    const CurveView curve = view_of(session);
+    if (!compute_shared_point(curve, session.byte_len, session.w, side, *U)) return ZOK_ERR_INTERNAL;
     if (sink.lacks_key()) return ZOK_ERR_ARGUMENT;
     sink.derive(*U, publics.ZA, publics.ZB);
-    zokecc::sm2_exchange_confirmations(session.hash_selector, *U, publics, out02, out03);
+    sm2_exchange_confirmations(session.hash_selector, *U, publics, out02, out03);
     return ZOK_OK;
 }
 
@@ -67,7 +61,7 @@ uint32_t finish(const SessionContext &session, const ExchangeSide &side, const E
 
 int32_t sm2_x_bar_session(void *session, const uint8_t *x, uint32_t w, uint8_t *out)
 {
-    zokecc::write_x_bar(x, static_cast<const SessionContext *>(session)->byte_len, w, out);
+    write_x_bar(x, static_cast<const SessionContext *>(session)->byte_len, w, out);
     return 0;
 }
 
@@ -94,9 +88,9 @@ uint32_t initiate(SessionContext &session, uint32_t klen, const BothZ &Z, const 
 bool make_temporary_key(const SessionContext &session, mint &r, ECCrefPublicKey &R_out)
 {
     ecc_point R{};
-    if (!zokecc::draw_private(zokecc::view_of(session), r)) return false;
-    if (!zokecc::public_point(zokecc::view_of(session), r, R)) return false;
-    zokecc::write_public_key(session, R, R_out);
+    if (!draw_private(view_of(session), r)) return false;
+    if (!public_point(view_of(session), r, R)) return false;
+    write_public_key(session, R, R_out);
     return true;
 }
 

@@ -6,6 +6,8 @@
 
 #include "ecc/curve.h"
 
+using namespace zokecc;
+
 namespace {
 
 constexpr DEVICEINFO kDeviceInfo = {
@@ -28,7 +30,7 @@ uint32_t SDF_OpenDevice(void **device_out)
     if (device_out == nullptr) return ZOK_ERR_ARGUMENT;
     DeviceContext *device = static_cast<DeviceContext *>(std::calloc(1, sizeof(DeviceContext)));
     if (device == nullptr) return ZOK_ERR_OPEN_DEVICE;
-    device->state = zokecc::kDeviceOpen;
+    device->state = kDeviceOpen;
     *device_out = device;
     return ZOK_OK;
 }
@@ -38,9 +40,9 @@ uint32_t SDF_CloseDevice(void *device)
 {
     if (device == nullptr) return ZOK_ERR_CLOSE_DEVICE;
     DeviceContext *d = static_cast<DeviceContext *>(device);
-    if (d->state != zokecc::kDeviceOpen) return ZOK_OK;
+    if (d->state != kDeviceOpen) return ZOK_OK;
     if (d->session_count != 0)
-        d->state = zokecc::kDeviceClosed;
+        d->state = kDeviceClosed;
     else
         std::free(d);
     return ZOK_OK;

@@ -14,12 +14,9 @@
 #include "sdf/encryption.h"
 #include "sdf/records.h"
 
-namespace {
+using namespace zokecc;
 
-using zokecc::kDigestBytes;
-using zokecc::kMaxCoordinateBytes;
-using zokecc::PointBytes;
-using zokecc::Wiping;
+namespace {
 
 using CoordinateBuffer = Wiping<uint8_t[kMaxCoordinateBytes]>;
 using CheckInput = Wiping<uint8_t[3 * kMaxCoordinateBytes]>;
@@ -27,16 +24,15 @@ using CheckInput = Wiping<uint8_t[3 * kMaxCoordinateBytes]>;
 uint32_t encrypt_sm2(const SessionContext &session, const ecc_point &Q, const uint8_t *message,
                      ECCCipher &cipher)
 {
-    if (!zokecc::can_encrypt(session)) return ZOK_ERR_ARGUMENT;
+    if (!can_encrypt(session)) return ZOK_ERR_ARGUMENT;
     const uint32_t L = session.byte_len;
     Wiping<PointBytes> shared;
     CoordinateBuffer stream;
     CheckInput work;
-    const uint32_t status =
-        zokecc::draw_key_stream(session, Q, L, {nullptr, cipher.x, cipher.y}, *shared, *stream);
+    const uint32_t status = draw_key_stream(session, Q, L, {nullptr, cipher.x, cipher.y}, *shared, *stream);
     if (status != ZOK_OK) return status;
-    zokecc::mask(message, *stream, L, cipher.C);
-    zokecc::sm2_check_value(session.hash_selector, *shared, message, L, *work, cipher.M);
+    mask(message, *stream, L, cipher.C);
+    sm2_check_value(session.hash_selector, *shared, message, L, *work, cipher.M);
     return ZOK_OK;
 }
 
@@ -47,28 +43,28 @@ uint32_t decrypt_sm2(const SessionContext &session, const mint &d, const ECCCiph
     Wiping<PointBytes> shared;
     CoordinateBuffer stream;
     CheckInput work;
-    const uint32_t status = zokecc::recover_key_stream(session, d, cipher.x, cipher.y, L, *shared, *stream);
+    const uint32_t status = recover_key_stream(session, d, cipher.x, cipher.y, L, *shared, *stream);
     if (status != ZOK_OK) return status;
-    zokecc::mask(cipher.C, *stream, L, plain_out);
+    mask(cipher.C, *stream, L, plain_out);
     *plain_len_out = L;
     Wiping<uint8_t[kDigestBytes]> check;
-    zokecc::sm2_check_value(session.hash_selector, *shared, plain_out, L, *work, *check);
-    return zokecc::are_equal(*check, cipher.M, kDigestBytes) ? ZOK_OK : ZOK_ERR_INTERNAL;
+    sm2_check_value(session.hash_selector, *shared, plain_out, L, *work, *check);
+    return are_equal(*check, cipher.M, kDigestBytes) ? ZOK_OK : ZOK_ERR_INTERNAL;
 }
 
 // C1 = k G and P2 = k Q with an x other than zero.
 uint32_t draw_mask(const SessionContext &session, const ecc_point &Q, ecc_point &C1, ecc_point &P2)
 {
-    if (zokecc::is_zero(session.n) || zokecc::is_zero(session.p)) return ZOK_ERR_ARGUMENT;
-    const zokecc::CurveView curve = zokecc::view_of(session);
-    if (zokecc::has_only_zero_multiples(curve, Q)) return ZOK_ERR_INTERNAL;  // as after drawing in vain
+    if (is_zero(session.n) || is_zero(session.p)) return ZOK_ERR_ARGUMENT;
+    const CurveView curve = view_of(session);
+    if (has_only_zero_multiples(curve, Q)) return ZOK_ERR_INTERNAL;  // as after drawing in vain
     Wiping<mint> k;
-    for (uint32_t draw = 0; draw < zokecc::kMaxFruitlessDraws; ++draw) {
-        if (!zokecc::draw_private(curve, *k)) return ZOK_ERR_INTERNAL;
-        if (!zokecc::public_point(curve, *k, C1)) continue;
-        const zokecc::Step step = zokecc::shared_point(curve, *k, Q, P2);
-        if (step == zokecc::Step::failed) return ZOK_ERR_INTERNAL;
-        if (step == zokecc::Step::done && !zokecc::is_zero(P2.x)) return ZOK_OK;
+    for (uint32_t draw = 0; draw < kMaxFruitlessDraws; ++draw) {
+        if (!draw_private(curve, *k)) return ZOK_ERR_INTERNAL;
+        if (!public_point(curve, *k, C1)) continue;
+        const Step step = shared_point(curve, *k, Q, P2);
+        if (step == Step::failed) return ZOK_ERR_INTERNAL;
+        if (step == Step::done && !is_zero(P2.x)) return ZOK_OK;
     }
     return ZOK_ERR_INTERNAL;
 }
@@ -82,11 +78,11 @@ uint32_t encrypt_by_product(const SessionContext &session, const ecc_point &Q, c
     const uint32_t status = draw_mask(session, Q, *C1, *P2);
     if (status != ZOK_OK) return status;
     Wiping<mint> M;
-    zokecc::read_message(zokecc::view_of(session), message, session.byte_len, *M);
-    zokecc::mask_by_product(zokecc::view_of(session), *M, P2->x, *M);
-    zokecc::write_field(session, C1->x, cipher.x);
-    zokecc::write_field(session, C1->y, cipher.y);
-    zokecc::write_field(session, *M, cipher.C);
+    read_message(view_of(session), message, session.byte_len, *M);
+    mask_by_product(view_of(session), *M, P2->x, *M);
+    write_field(session, C1->x, cipher.x);
+    write_field(session, C1->y, cipher.y);
+    write_field(session, *M, cipher.C);
     std::memset(cipher.M, 0, sizeof cipher.M);
     return ZOK_OK;
 }
@@ -103,12 +99,12 @@ uint32_t decrypt_by_product(const SessionContext &session, const mint &d, const 
     octetstring_to_mint(cipher.x, L, &C1.x);
     octetstring_to_mint(cipher.y, L, &C1.y);
     octetstring_to_mint(cipher.C, L, &C);
-    const zokecc::CurveView curve = zokecc::view_of(session);
-    if (!zokecc::may_meet_secrets(curve, C1)) return ZOK_ERR_ARGUMENT;
+    const CurveView curve = view_of(session);
+    if (!may_meet_secrets(curve, C1)) return ZOK_ERR_ARGUMENT;
     Wiping<ecc_point> P2;
-    if (zokecc::shared_point(curve, d, C1, *P2) != zokecc::Step::done) return ZOK_ERR_INTERNAL;
-    zokecc::unmask_by_product(curve, C, P2->x, *M);
-    *plain_len_out = zokecc::write_shortest(*M, plain_out);
+    if (shared_point(curve, d, C1, *P2) != Step::done) return ZOK_ERR_INTERNAL;
+    unmask_by_product(curve, C, P2->x, *M);
+    *plain_len_out = write_shortest(*M, plain_out);
     return ZOK_OK;
 }
 
@@ -117,14 +113,14 @@ uint32_t decrypt_by_product(const SessionContext &session, const mint &d, const 
 uint32_t SDF_ExternalEncrytp_ECC(void *session, uint32_t algorithm, const ECCrefPublicKey *pub,
                                  const uint8_t *message, uint32_t message_len, ECCCipher *cipher_out)
 {
-    const zokecc::CallBurn burn;
+    const CallBurn burn;
     if (session == nullptr) return ZOK_ERR_SESSION;
-    if (pub == nullptr || !zokecc::fits_field(*pub)) return ZOK_ERR_ARGUMENT;
+    if (pub == nullptr || !fits_field(*pub)) return ZOK_ERR_ARGUMENT;
     const SessionContext &s = *static_cast<const SessionContext *>(session);
     ecc_point Q{};
-    if (!zokecc::read_recipient(*pub, Q)) return ZOK_ERR_ARGUMENT;
+    if (!read_recipient(*pub, Q)) return ZOK_ERR_ARGUMENT;
     if (algorithm != ZOK_ALG_SM2_ENCRYPT && algorithm != ZOK_ALG_MULTIPLICATIVE) return ZOK_ERR_INTERNAL;
-    if (!zokecc::may_meet_secrets(zokecc::view_of(s), Q)) return ZOK_ERR_ARGUMENT;
+    if (!may_meet_secrets(view_of(s), Q)) return ZOK_ERR_ARGUMENT;
     if (message_len != s.byte_len || cipher_out == nullptr || (message == nullptr && message_len > 0))
         return ZOK_ERR_ARGUMENT;
     return algorithm == ZOK_ALG_SM2_ENCRYPT ? encrypt_sm2(s, Q, message, *cipher_out)
@@ -136,12 +132,12 @@ uint32_t SDF_ExternalEncrytp_ECC(void *session, uint32_t algorithm, const ECCref
 uint32_t SDF_ExternalDecrypt_ECC(void *session, uint32_t algorithm, const ECCrefPrivateKey *priv,
                                  const ECCCipher *cipher, uint8_t *plain_out, uint32_t *plain_len_out)
 {
-    const zokecc::CallBurn burn;
+    const CallBurn burn;
     if (session == nullptr) return ZOK_ERR_SESSION;
-    if (priv == nullptr || !zokecc::fits_field(*priv)) return ZOK_ERR_ARGUMENT;
+    if (priv == nullptr || !fits_field(*priv)) return ZOK_ERR_ARGUMENT;
     const SessionContext &s = *static_cast<const SessionContext *>(session);
     Wiping<mint> d;
-    if (!zokecc::read_private_key(s, *priv, *d)) return ZOK_ERR_ARGUMENT;
+    if (!read_private_key(s, *priv, *d)) return ZOK_ERR_ARGUMENT;
     if (algorithm != ZOK_ALG_SM2_ENCRYPT && algorithm != ZOK_ALG_MULTIPLICATIVE) return ZOK_ERR_INTERNAL;
     if (cipher == nullptr || plain_out == nullptr || plain_len_out == nullptr) return ZOK_ERR_ARGUMENT;
     return algorithm == ZOK_ALG_SM2_ENCRYPT ? decrypt_sm2(s, *d, *cipher, plain_out, plain_len_out)

@@ -13,10 +13,9 @@
 #include "hash/digest.h"
 #include "sdf/records.h"
 
-namespace {
+using namespace zokecc;
 
-using zokecc::kDigestBytes;
-using zokecc::Octets;
+namespace {
 
 // e = H(Z || message), with Z of the key and the identity.
 uint32_t hash_for_sm2(SessionContext &session, const ECCrefPublicKey &pub, const Octets &message,
@@ -27,7 +26,7 @@ uint32_t hash_for_sm2(SessionContext &session, const ECCrefPublicKey &pub, const
     if (ZOK_GenerateUserInfo(&session, &pub, id.bytes, id.len, Z, &Z_len) != ZOK_OK) return ZOK_ERR_ARGUMENT;
     const uint64_t size = uint64_t{Z_len} + message.len + 1;
     if (size > UINT32_MAX) return ZOK_ERR_INTERNAL;
-    zokecc::WorkBuffer buffer(static_cast<uint32_t>(size));
+    WorkBuffer buffer(static_cast<uint32_t>(size));
     if (!buffer) return ZOK_ERR_INTERNAL;
     std::memcpy(buffer.data(), Z, Z_len);
     if (message.len > 0) std::memcpy(buffer.data() + Z_len, message.bytes, message.len);
@@ -47,11 +46,11 @@ uint32_t hash_for_ecdsa(const SessionContext &session, const Octets &message, ui
 // none that is out of range, and leaves the record as it is.
 void derive_public_key(const SessionContext &session, const ECCrefPrivateKey &priv, ECCrefPublicKey &pub)
 {
-    zokecc::Wiping<mint> d;
+    Wiping<mint> d;
     ecc_point Q{};
-    if (!zokecc::read_temporary(zokecc::view_of(session), priv.K, priv.bits / 8, *d)) return;
-    if (!zokecc::public_point(zokecc::view_of(session), *d, Q)) return;
-    zokecc::write_public_key(session, Q, pub);
+    if (!read_temporary(view_of(session), priv.K, priv.bits / 8, *d)) return;
+    if (!public_point(view_of(session), *d, Q)) return;
+    write_public_key(session, Q, pub);
 }
 
 // e as its signer computes it. In a frame of its own: what is said of the key in it is not to stay.
@@ -70,7 +69,7 @@ uint32_t ZOK_ExternalSignHash_ECC(void *session, uint32_t algorithm, const ECCre
                                   const uint8_t *message, uint32_t message_len, const uint8_t *id,
                                   uint32_t id_len, ECCSignature *sig_out)
 {
-    const zokecc::CallBurn burn;
+    const CallBurn burn;
     if (session == nullptr) return ZOK_ERR_SESSION;
     const bool is_sm2 = algorithm == ZOK_ALG_SM2_SIGN;
     if (!is_sm2 && algorithm != ZOK_ALG_ECDSA_SIGN) return ZOK_ERR_INTERNAL;
@@ -78,10 +77,10 @@ uint32_t ZOK_ExternalSignHash_ECC(void *session, uint32_t algorithm, const ECCre
     const Octets identity = {id, id_len};
     if (priv == nullptr || sig_out == nullptr || text.missing()) return ZOK_ERR_ARGUMENT;
     if (is_sm2 && identity.missing()) return ZOK_ERR_ARGUMENT;
-    if (!zokecc::fits_field(*priv)) return ZOK_ERR_ARGUMENT;
+    if (!fits_field(*priv)) return ZOK_ERR_ARGUMENT;
 
     SessionContext &s = *static_cast<SessionContext *>(session);
-    zokecc::Wiping<uint8_t[kDigestBytes]> e;
+    Wiping<uint8_t[kDigestBytes]> e;
     const uint32_t status = hash_to_sign(s, is_sm2, *priv, text, identity, *e);
     if (status != ZOK_OK) return status;
     return SDF_ExternalSign_ECC(session, algorithm, priv, *e, kDigestBytes, sig_out);
@@ -98,7 +97,7 @@ uint32_t ZOK_ExternalVerifyHash_ECC(void *session, uint32_t algorithm, const ECC
     const Octets identity = {id, id_len};
     if (pub == nullptr || sig == nullptr || text.missing()) return ZOK_ERR_ARGUMENT;
     if (is_sm2 && identity.missing()) return ZOK_ERR_ARGUMENT;
-    if (!zokecc::fits_field(*pub)) return ZOK_ERR_ARGUMENT;
+    if (!fits_field(*pub)) return ZOK_ERR_ARGUMENT;
 
     SessionContext &s = *static_cast<SessionContext *>(session);
     uint8_t e[kDigestBytes];

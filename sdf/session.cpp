@@ -6,6 +6,8 @@
 
 #include "ecc/curve.h"
 
+using namespace zokecc;
+
 namespace {
 
 SessionContext *allocate_session()
@@ -23,7 +25,7 @@ void free_session(SessionContext *session)
 void leave_device(DeviceContext *device)
 {
     if (device->session_count > 0) --device->session_count;
-    if (device->state == zokecc::kDeviceClosed && device->session_count == 0) std::free(device);
+    if (device->state == kDeviceClosed && device->session_count == 0) std::free(device);
 }
 
 }  // namespace
@@ -75,7 +77,7 @@ uint32_t ZOK_CloseSession(void *session)
 {
     if (session == nullptr) return ZOK_ERR_CLOSE_SESSION;
     SessionContext *s = static_cast<SessionContext *>(session);
-    if (s->device != nullptr && s->device->state == zokecc::kDeviceClosed) leave_device(s->device);
+    if (s->device != nullptr && s->device->state == kDeviceClosed) leave_device(s->device);
     free_session(s);
     return ZOK_OK;
 }

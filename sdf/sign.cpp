@@ -10,17 +10,15 @@
 #include "mint/value.h"
 #include "sdf/records.h"
 
-namespace {
+using namespace zokecc;
 
-using zokecc::CurveView;
-using zokecc::is_zero;
-using zokecc::Wiping;
+namespace {
 
 // e as an integer. One that fills the whole record is reduced, so that sums with it fit.
 void read_digest(const uint8_t *e, uint32_t e_len, const mint &n, mint &out)
 {
     octetstring_to_mint(e, e_len, &out);
-    if (out.len == zokecc::kMintWords) mint_mod(&out, &n, &out);
+    if (out.len == kMintWords) mint_mod(&out, &n, &out);
 }
 
 bool in_range(const mint &value, const mint &n) { return !is_zero(value) && mint_compare(&value, &n) < 0; }
@@ -29,15 +27,15 @@ bool in_range(const mint &value, const mint &n) { return !is_zero(value) && mint
 // Held by SdfExternalSignEcc.KeptZeroRIsAccepted.
 bool sign_sm2(const CurveView &curve, const mint &d, const mint &e, mint &r, mint &s)
 {
-    if (zokecc::is_last_scalar(curve, d)) return false;
+    if (is_last_scalar(curve, d)) return false;
     Wiping<mint> k;
     bool was_order = false;
-    for (uint32_t draw = 0; draw < zokecc::kMaxFruitlessDraws; ++draw) {
-        if (!zokecc::draw_nonce(curve, d, e, *k)) return false;
-        if (!zokecc::sm2_first_half(curve, e, *k, r)) continue;
-        if (!is_zero(r)) was_order = zokecc::sum_is_order(curve, r, *k);
+    for (uint32_t draw = 0; draw < kMaxFruitlessDraws; ++draw) {
+        if (!draw_nonce(curve, d, e, *k)) return false;
+        if (!sm2_first_half(curve, e, *k, r)) continue;
+        if (!is_zero(r)) was_order = sum_is_order(curve, r, *k);
         if (was_order) continue;
-        if (zokecc::sm2_second_half(curve, d, *k, r, s) && !is_zero(s)) return true;
+        if (sm2_second_half(curve, d, *k, r, s) && !is_zero(s)) return true;
     }
     return false;
 }
@@ -46,7 +44,7 @@ bool sign_ecdsa(const CurveView &curve, const mint &d, const mint &digest, mint 
 {
     mint e{};
     mint_mod(&digest, &curve.n, &e);
-    return zokecc::ecdsa_sign(curve, d, e, r, s);
+    return ecdsa_sign(curve, d, e, r, s);
 }
 
 // The recomputed r. r and s are in range.
@@ -54,9 +52,9 @@ uint32_t recompute_sm2(const CurveView &curve, const mint &e, const ecc_point &Q
                        const mint &s, mint &R)
 {
     mint t{};
-    zokecc::mod_add(r, s, curve.n, t);
+    mod_add(r, s, curve.n, t);
     if (is_zero(t)) return ZOK_ERR_VERIFY;
-    return zokecc::sm2_recomputed_r(curve, e, Q, s, t, R) ? ZOK_OK : ZOK_ERR_INTERNAL;
+    return sm2_recomputed_r(curve, e, Q, s, t, R) ? ZOK_OK : ZOK_ERR_INTERNAL;
 }
 
 uint32_t recompute_ecdsa(const CurveView &curve, const mint &digest, const ecc_point &Q, const mint &r,
@@ -64,7 +62,7 @@ uint32_t recompute_ecdsa(const CurveView &curve, const mint &digest, const ecc_p
 {
     mint e{};
     mint_mod(&digest, &curve.n, &e);
-    return zokecc::ecdsa_recomputed_r(curve, e, Q, r, s, R) ? ZOK_OK : ZOK_ERR_INTERNAL;
+    return ecdsa_recomputed_r(curve, e, Q, r, s, R) ? ZOK_OK : ZOK_ERR_INTERNAL;
 }
 
 }  // namespace
@@ -72,15 +70,15 @@ uint32_t recompute_ecdsa(const CurveView &curve, const mint &digest, const ecc_p
 uint32_t SDF_ExternalSign_ECC(void *session, uint32_t algorithm, const ECCrefPrivateKey *priv,
                               const uint8_t *e, uint32_t e_len, ECCSignature *sig_out)
 {
-    const zokecc::CallBurn burn;
+    const CallBurn burn;
     if (session == nullptr) return ZOK_ERR_SESSION;
     if (priv == nullptr || sig_out == nullptr || (e == nullptr && e_len > 0)) return ZOK_ERR_ARGUMENT;
-    if (!zokecc::fits_field(*priv) || e_len > zokecc::kMintBytes) return ZOK_ERR_ARGUMENT;
+    if (!fits_field(*priv) || e_len > kMintBytes) return ZOK_ERR_ARGUMENT;
     const SessionContext &ctx = *static_cast<const SessionContext *>(session);
-    const CurveView curve = zokecc::view_of(ctx);
+    const CurveView curve = view_of(ctx);
 
     Wiping<mint> d;
-    if (!zokecc::read_private_key(ctx, *priv, *d) || is_zero(*d)) return ZOK_ERR_SIGN;
+    if (!read_private_key(ctx, *priv, *d) || is_zero(*d)) return ZOK_ERR_SIGN;
     mint digest{};
     read_digest(e, e_len, curve.n, digest);
 
@@ -94,8 +92,8 @@ uint32_t SDF_ExternalSign_ECC(void *session, uint32_t algorithm, const ECCrefPri
     else
         return ZOK_ERR_INTERNAL;
     if (!signed_ok) return ZOK_ERR_SIGN;
-    zokecc::write_field(ctx, r, sig_out->r);
-    zokecc::write_field(ctx, s, sig_out->s);
+    write_field(ctx, r, sig_out->r);
+    write_field(ctx, s, sig_out->s);
     return ZOK_OK;
 }
 
@@ -106,9 +104,9 @@ uint32_t SDF_ExternalVerify_ECC(void *session, uint32_t algorithm, const ECCrefP
 {
     if (session == nullptr) return ZOK_ERR_SESSION;
     if (pub == nullptr || sig == nullptr || (e == nullptr && e_len > 0)) return ZOK_ERR_ARGUMENT;
-    if (!zokecc::fits_field(*pub) || e_len > zokecc::kMintBytes) return ZOK_ERR_ARGUMENT;
+    if (!fits_field(*pub) || e_len > kMintBytes) return ZOK_ERR_ARGUMENT;
     const SessionContext &ctx = *static_cast<const SessionContext *>(session);
-    const CurveView curve = zokecc::view_of(ctx);
+    const CurveView curve = view_of(ctx);
 
     mint r{};
     mint s{};
@@ -116,7 +114,7 @@ uint32_t SDF_ExternalVerify_ECC(void *session, uint32_t algorithm, const ECCrefP
     octetstring_to_mint(sig->s, ctx.byte_len, &s);
     if (!in_range(r, curve.n) || !in_range(s, curve.n)) return ZOK_ERR_VERIFY;
     ecc_point Q{};
-    zokecc::read_public_key(*pub, Q);
+    read_public_key(*pub, Q);
     mint digest{};
     read_digest(e, e_len, curve.n, digest);
 

@@ -8,6 +8,8 @@
 #include "base/work_buffer.h"
 #include "ecc/curve.h"
 
+using namespace zokecc;
+
 namespace {
 
 // Appends bytes to a buffer that is known to be long enough.
@@ -41,7 +43,7 @@ uint32_t ZOK_GenerateUserInfo(void *session, const ECCrefPublicKey *pub, const u
     const uint32_t L = s.byte_len;
     const uint64_t size = uint64_t{6} * L + id_len + 3;
     if (size > UINT32_MAX) return ZOK_ERR_INTERNAL;
-    zokecc::WorkBuffer buffer(static_cast<uint32_t>(size));
+    WorkBuffer buffer(static_cast<uint32_t>(size));
     if (!buffer) return ZOK_ERR_INTERNAL;
 
     const uint32_t id_bits = id_len * 8;  // of which 16 bits count
