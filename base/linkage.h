@@ -6,9 +6,12 @@
 
 #define ZOKECC_INTERNAL extern "C" __attribute__((visibility("hidden")))
 
-// A body of its own: one copy of a template's for all callers, or a frame that is gone again before
-// the caller goes deeper.
-#define ZOKECC_OUT_OF_LINE __attribute__((noinline))
+// Why a function is not inlined. For the stack: its frame is gone again before the caller goes deeper, or is
+// there on a rare path alone.
+#define ZOKECC_OWN_FRAME __attribute__((noinline))
+
+// For the size: several callers share one copy of a long body.
+#define ZOKECC_ONE_COPY __attribute__((noinline))
 
 // For what is to be unrolled by recursion over a template parameter.
 #define ZOKECC_INLINE __attribute__((always_inline)) inline
@@ -17,7 +20,7 @@
 #ifdef __SIZEOF_INT128__
 #define ZOKECC_SHORT_BODY inline
 #else
-#define ZOKECC_SHORT_BODY ZOKECC_OUT_OF_LINE
+#define ZOKECC_SHORT_BODY ZOKECC_ONE_COPY
 #endif
 
 #endif

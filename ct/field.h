@@ -61,12 +61,12 @@ public:
         out.limb[0] = number;
     }
 
-    ZOKECC_OUT_OF_LINE void add(const Element &a, const Element &b, Element &out) const
+    ZOKECC_ONE_COPY void add(const Element &a, const Element &b, Element &out) const
     {
         const Limb carry = add_limbs(a.limb, b.limb, limbs(), out.limb);
         subtract_once(carry, out);
     }
-    ZOKECC_OUT_OF_LINE void sub(const Element &a, const Element &b, Element &out) const
+    ZOKECC_ONE_COPY void sub(const Element &a, const Element &b, Element &out) const
     {
         Limb ones;
         const Limb borrow = sub_limbs(a.limb, b.limb, limbs(), out.limb, ones);
@@ -80,7 +80,7 @@ public:
         sub(zero, a, out);
     }
     void twice(const Element &a, Element &out) const { add(a, a, out); }
-    ZOKECC_OUT_OF_LINE void halve(const Element &a, Element &out) const
+    ZOKECC_ONE_COPY void halve(const Element &a, Element &out) const
     {
         if (&out != &a) out = a;
         const Limb top = add_masked(mask_of_bit(a.limb[0] & 1), out);
@@ -89,7 +89,7 @@ public:
             out.limb[i] = out.limb[i] >> 1 | out.limb[i + 1] << (kLimbBits<Limb> - 1);
         out.limb[last] = out.limb[last] >> 1 | top << (kLimbBits<Limb> - 1);
     }
-    ZOKECC_OUT_OF_LINE void mul(const Element &a, const Element &b, Element &out) const
+    ZOKECC_ONE_COPY void mul(const Element &a, const Element &b, Element &out) const
     {
         const bool is_exact = modulus_.multiply(a.limb, b.limb, out.limb);
         // Where the quotient was open the remainder is next to p, and may have lost its top bit: then it

@@ -27,8 +27,8 @@ inline uint32_t secret_column(const uint32_t *k, unsigned count, unsigned bit)
 // Reads all of entries 1 to count - 1, stride records apart, whatever the index: x and y of that one, or
 // zero words for an index of 0. A record has zero words behind those in use.
 template <class Field>
-ZOKECC_OUT_OF_LINE void look_up(const Field &f, const ecc_point *entries, unsigned stride, unsigned count,
-                                uint32_t index, AffinePoint<Field> &out)
+ZOKECC_OWN_FRAME void look_up(const Field &f, const ecc_point *entries, unsigned stride, unsigned count,
+                              uint32_t index, AffinePoint<Field> &out)
 {
     uint32_t x[kMaxSecretWords + 1] = {};
     uint32_t y[kMaxSecretWords + 1] = {};
@@ -48,9 +48,9 @@ ZOKECC_OUT_OF_LINE void look_up(const Field &f, const ecc_point *entries, unsign
 // four columns at a time, for reading all of it would cost more than the sum that this saves. k[words] has
 // as many words as the table is made for. The factor, not zero, blinds the coordinates.
 template <class Field>
-ZOKECC_OUT_OF_LINE void base_multiple(const SecretCurve<Field> &curve, const uint32_t *k, unsigned words,
-                                      const ecc_point *table, const typename Field::Element &factor,
-                                      ProjectivePoint<Field> &out)
+ZOKECC_OWN_FRAME void base_multiple(const SecretCurve<Field> &curve, const uint32_t *k, unsigned words,
+                                    const ecc_point *table, const typename Field::Element &factor,
+                                    ProjectivePoint<Field> &out)
 {
     Wiping<AffinePoint<Field>> entry;
     Wiping<ProjectivePoint<Field>> sum;
@@ -90,8 +90,8 @@ inline uint32_t window_digit(const uint32_t *k, unsigned words, unsigned window,
 
 // The point of the table with that index, 1 to 16, or infinity for 0.
 template <class Field>
-ZOKECC_OUT_OF_LINE void look_up(const SecretCurve<Field> &curve, const ProjectivePoint<Field> *table,
-                                uint32_t index, ProjectivePoint<Field> &out)
+ZOKECC_OWN_FRAME void look_up(const SecretCurve<Field> &curve, const ProjectivePoint<Field> *table,
+                              uint32_t index, ProjectivePoint<Field> &out)
 {
     curve.set_infinity(out);
     for (unsigned i = 0; i < kWindowPoints; ++i) curve.move(mask_of_zero((i + 1) ^ index), table[i], out);
@@ -99,9 +99,9 @@ ZOKECC_OUT_OF_LINE void look_up(const SecretCurve<Field> &curve, const Projectiv
 
 // out = k P in signed windows of five bits; k[words] is below 2^bits.
 template <class Field>
-ZOKECC_OUT_OF_LINE void any_multiple(const SecretCurve<Field> &curve, const uint32_t *k, unsigned words,
-                                     unsigned bits, const AffinePoint<Field> &P,
-                                     const typename Field::Element &factor, ProjectivePoint<Field> &out)
+ZOKECC_OWN_FRAME void any_multiple(const SecretCurve<Field> &curve, const uint32_t *k, unsigned words,
+                                   unsigned bits, const AffinePoint<Field> &P,
+                                   const typename Field::Element &factor, ProjectivePoint<Field> &out)
 {
     Wiping<ProjectivePoint<Field>[kWindowPoints]> multiples;
     ProjectivePoint<Field> *const table = *multiples;

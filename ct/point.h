@@ -110,8 +110,8 @@ public:
     }
 
     // out = P + Q; out may be P. A null Z of Q stands for 1: then Q is not infinity.
-    ZOKECC_OUT_OF_LINE void add(const Point &P, const Element &X2, const Element &Y2, const Element *Z2,
-                                Point &out) const
+    ZOKECC_ONE_COPY void add(const Point &P, const Element &X2, const Element &Y2, const Element *Z2,
+                             Point &out) const
     {
         Element t0, t1, t2, t3, t4, t5;  // NOLINT(readability-isolate-declaration): as the paper names them
         f.add(P.X, P.Y, t3);
@@ -199,7 +199,7 @@ private:
         f.sub(out, zz, out);
     }
 
-    ZOKECC_OUT_OF_LINE void multiply_by_a(const Element &in, Element &out) const
+    ZOKECC_ONE_COPY void multiply_by_a(const Element &in, Element &out) const
     {
         if (kind_ == CoefficientA::any) {
             f.mul(in, a_, out);
@@ -214,7 +214,7 @@ private:
     }
 
     // (X : Y : Z) to (X Z, Y Z^2, Z); infinity, which is (0 : Y : 0), to (1, 1, 0). Three zeros stay.
-    ZOKECC_OUT_OF_LINE void to_jacobian(Point &point) const
+    ZOKECC_ONE_COPY void to_jacobian(Point &point) const
     {
         Element one;
         f.set_one(one);
@@ -227,7 +227,7 @@ private:
         f.move(infinite, one, point.Y);
     }
     // (X, Y, Z) to (X Z : Y : Z^3)
-    ZOKECC_OUT_OF_LINE void from_jacobian(Point &point) const
+    ZOKECC_ONE_COPY void from_jacobian(Point &point) const
     {
         Element t;
         f.square(point.Z, t);
@@ -235,7 +235,7 @@ private:
         f.mul(point.Z, t, point.Z);
     }
 
-    ZOKECC_OUT_OF_LINE void double_jacobian(Point &point) const
+    ZOKECC_ONE_COPY void double_jacobian(Point &point) const
     {
         Element slope;
         Element t;

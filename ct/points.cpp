@@ -51,7 +51,7 @@ bool finish(const Curve &curve, const typename Curve::Point &point, ecc_point &o
 }
 
 template <class Field>
-ZOKECC_OUT_OF_LINE bool multiply_base_over(const CurveView &view, const mint &k, ecc_point &out)
+ZOKECC_OWN_FRAME bool multiply_base_over(const CurveView &view, const mint &k, ecc_point &out)
 {
     const StackBurn<kStackOfSecretProduct> burn;
     const SecretCurve<Field> curve(view.p, view.a, view.b);
@@ -65,8 +65,8 @@ ZOKECC_OUT_OF_LINE bool multiply_base_over(const CurveView &view, const mint &k,
 }
 
 template <class Field>
-ZOKECC_OUT_OF_LINE bool multiply_over(const CurveView &view, const mint &k, uint32_t bits, const ecc_point &P,
-                                      const ecc_point *addend, ecc_point &out)
+ZOKECC_OWN_FRAME bool multiply_over(const CurveView &view, const mint &k, uint32_t bits, const ecc_point &P,
+                                    const ecc_point *addend, ecc_point &out)
 {
     const StackBurn<kStackOfSecretProduct> burn;
     const SecretCurve<Field> curve(view.p, view.a, view.b);

@@ -31,7 +31,7 @@ void write(const Field &f, const Element<Field> &in, mint &out)
 
 // Runs work(field) over the field of n, and clears what that leaves on the stack.
 template <class Work>
-ZOKECC_OUT_OF_LINE bool modulo(const mint &n, const Work &work)
+ZOKECC_OWN_FRAME bool modulo(const mint &n, const Work &work)
 {
     const CallBurn burn;
     return on_secret_field(n, [&](auto *field) { return work(std::remove_pointer_t<decltype(field)>(n)); });

@@ -90,7 +90,7 @@ void jacobian_negate(const Field &f, Jacobian<Field> &P)
 
 // 1 I + 3 M + 1 S
 template <class Field>
-ZOKECC_OUT_OF_LINE void jacobian_to_affine(const Field &f, const Jacobian<Field> &in, Affine<Field> &out)
+ZOKECC_ONE_COPY void jacobian_to_affine(const Field &f, const Jacobian<Field> &in, Affine<Field> &out)
 {
     if (f.is_zero(in.Z)) {
         set_affine_infinity(f, out);
@@ -109,9 +109,8 @@ ZOKECC_OUT_OF_LINE void jacobian_to_affine(const Field &f, const Jacobian<Field>
 // The chord or tangent of slope lambda through (x1, y1), meeting the curve at x2 as well. A
 // result of (0, 0) counts as infinity.
 template <class Field>
-ZOKECC_OUT_OF_LINE void affine_from_slope(const Field &f, const Element<Field> &lambda,
-                                          const Affine<Field> &P, const Element<Field> &x2,
-                                          Affine<Field> &out)
+ZOKECC_ONE_COPY void affine_from_slope(const Field &f, const Element<Field> &lambda, const Affine<Field> &P,
+                                       const Element<Field> &x2, Affine<Field> &out)
 {
     Element<Field> s{};
     Element<Field> x3{};
@@ -133,8 +132,8 @@ ZOKECC_OUT_OF_LINE void affine_from_slope(const Field &f, const Element<Field> &
 
 // The doubling, for P = Q by value; P's y is compared with p - y of Q. 1 I + 2 M + 2 S
 template <class Field>
-ZOKECC_OUT_OF_LINE void affine_tangent(const Field &f, const Affine<Field> &P, const Affine<Field> &Q,
-                                       const Element<Field> &a, Affine<Field> &out)
+ZOKECC_OWN_FRAME void affine_tangent(const Field &f, const Affine<Field> &P, const Affine<Field> &Q,
+                                     const Element<Field> &a, Affine<Field> &out)
 {
     Element<Field> s{};
     Element<Field> u{};
@@ -160,8 +159,8 @@ ZOKECC_OUT_OF_LINE void affine_tangent(const Field &f, const Affine<Field> &P, c
 // is the finite point (-2 x1, -y1). Table building and signature checks on deployed devices
 // meet it the same way. Held by EccPointAdd.KeptOppositePointsGiveFinitePoint.
 template <class Field>
-ZOKECC_OUT_OF_LINE void affine_add(const Field &f, const Affine<Field> &P, const Affine<Field> &Q,
-                                   const Element<Field> &a, Affine<Field> &out)
+ZOKECC_ONE_COPY void affine_add(const Field &f, const Affine<Field> &P, const Affine<Field> &Q,
+                                const Element<Field> &a, Affine<Field> &out)
 {
     if (P.infinity == kInfinity) {
         if (Q.infinity == kInfinity)

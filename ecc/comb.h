@@ -35,7 +35,7 @@ struct CombMultiple {
 
     // False, with nothing written, where the field does not take a number of the table or a.
     template <class Field>
-    ZOKECC_OUT_OF_LINE bool over(const Field &f) const;
+    ZOKECC_OWN_FRAME bool over(const Field &f) const;
 };
 
 template <class Field>

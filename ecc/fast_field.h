@@ -125,13 +125,13 @@ public:
     }
 
     // One body: a dozen of them side by side would fill the instruction cache.
-    ZOKECC_OUT_OF_LINE void mul(const Element &a, const Element &b, Element &out) const
+    ZOKECC_ONE_COPY void mul(const Element &a, const Element &b, Element &out) const
     {
         if (!modulus_.multiply(a.limb, b.limb, out.limb)) [[unlikely]]
             multiply_by_division(a, b, out);
     }
 
-    ZOKECC_OUT_OF_LINE void square(const Element &a, Element &out) const
+    ZOKECC_ONE_COPY void square(const Element &a, Element &out) const
     {
         if constexpr (requires { modulus_.square(a.limb, out.limb); }) {
             if (!modulus_.square(a.limb, out.limb)) [[unlikely]]
@@ -216,7 +216,7 @@ private:
         return sub_limbs(a.limb, b.limb, limbs(), out.limb, ones);
     }
 
-    ZOKECC_OUT_OF_LINE void sub_by_rule(const Element &a, const Element &b, Element &out) const
+    ZOKECC_OWN_FRAME void sub_by_rule(const Element &a, const Element &b, Element &out) const
     {
         Limb ones;
         Element d;
@@ -232,13 +232,13 @@ private:
             copy(d, out);
     }
 
-    ZOKECC_OUT_OF_LINE void shift_left_by_rule(const Element &a, int32_t bits, Element &out) const
+    ZOKECC_OWN_FRAME void shift_left_by_rule(const Element &a, int32_t bits, Element &out) const
     {
         twice_by_rule(a, out);
         while (--bits > 0) twice_by_rule(out, out);
     }
 
-    ZOKECC_OUT_OF_LINE void twice_by_rule(const Element &a, Element &out) const
+    ZOKECC_OWN_FRAME void twice_by_rule(const Element &a, Element &out) const
     {
         Limb ones;
         Element doubled;
@@ -253,7 +253,7 @@ private:
         keep_equal_words(doubled.limb, p_.limb, limbs(), out.limb);
     }
 
-    ZOKECC_OUT_OF_LINE void multiply_by_division(const Element &a, const Element &b, Element &out) const
+    ZOKECC_OWN_FRAME void multiply_by_division(const Element &a, const Element &b, Element &out) const
     {
         Trace::quotient_unsure();
         mint x;
@@ -264,7 +264,7 @@ private:
         copy_words(x, out);
     }
 
-    ZOKECC_OUT_OF_LINE void invert_by_definition(const Element &a, Element &out) const
+    ZOKECC_OWN_FRAME void invert_by_definition(const Element &a, Element &out) const
     {
         Trace::inverse_by_definition();
         mint x;

@@ -25,7 +25,7 @@ ZOKECC_SHARED_MODULI(ZOKECC_FAST_FIELD)
 // one of the numbers; the caller then recomputes everything. A frame of its own, so that the reference
 // path does not go deeper for the fast fields' constants.
 template <class Operation>
-ZOKECC_OUT_OF_LINE bool run_over_fast_field(const mint &p, const Operation &operation)
+ZOKECC_OWN_FRAME bool run_over_fast_field(const mint &p, const Operation &operation)
 {
     return run_over_first<FastField>(p, operation);
 }

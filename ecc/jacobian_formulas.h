@@ -11,8 +11,8 @@ namespace zokecc {
 
 // 2 P. 2 M + 4 S for Z = 1, else 4 M + 6 S. For Z = 0 the formula gives Z3 = 0 by itself.
 template <class Field>
-ZOKECC_OUT_OF_LINE void jacobian_double(const Field &f, const Jacobian<Field> &P, const Element<Field> &a,
-                                        Jacobian<Field> &out)
+ZOKECC_ONE_COPY void jacobian_double(const Field &f, const Jacobian<Field> &P, const Element<Field> &a,
+                                     Jacobian<Field> &out)
 {
     Element<Field> M{};
     Element<Field> S{};
@@ -47,8 +47,8 @@ ZOKECC_OUT_OF_LINE void jacobian_double(const Field &f, const Jacobian<Field> &P
 
 // 2 Q for an affine Q.
 template <class Field>
-ZOKECC_OUT_OF_LINE void double_affine(const Field &f, const Affine<Field> &Q, const Element<Field> &a,
-                                      Jacobian<Field> &out)
+ZOKECC_OWN_FRAME void double_affine(const Field &f, const Affine<Field> &Q, const Element<Field> &a,
+                                    Jacobian<Field> &out)
 {
     Jacobian<Field> Q_jacobian{};
     affine_to_jacobian(f, Q, Q_jacobian);
@@ -92,8 +92,8 @@ void add_mixed_differences(const Field &f, const Jacobian<Field> &P, const Eleme
 
 // P + Q for an affine Q. 8 M + 3 S
 template <class Field>
-ZOKECC_OUT_OF_LINE void jacobian_add_affine(const Field &f, const Jacobian<Field> &P, const Affine<Field> &Q,
-                                            const Element<Field> &a, Jacobian<Field> &out)
+ZOKECC_ONE_COPY void jacobian_add_affine(const Field &f, const Jacobian<Field> &P, const Affine<Field> &Q,
+                                         const Element<Field> &a, Jacobian<Field> &out)
 {
     if (Q.infinity == kInfinity) {
         copy_jacobian(f, P, out);
@@ -116,9 +116,8 @@ ZOKECC_OUT_OF_LINE void jacobian_add_affine(const Field &f, const Jacobian<Field
 
 // Coordinates of point over the denominator of other: U = X Z'^2, S = Y Z'^3.
 template <class Field>
-ZOKECC_OUT_OF_LINE void bring_to_denominator(const Field &f, const Jacobian<Field> &point,
-                                             const Jacobian<Field> &other, Element<Field> &U,
-                                             Element<Field> &S)
+ZOKECC_ONE_COPY void bring_to_denominator(const Field &f, const Jacobian<Field> &point,
+                                          const Jacobian<Field> &other, Element<Field> &U, Element<Field> &S)
 {
     if (f.is_one(other.Z)) {
         f.copy(point.X, U);
@@ -154,9 +153,9 @@ void bring_to_common_denominator(const Field &f, const Jacobian<Field> &P, const
 
 // Z3 of the full addition: (Z1 Z2) W without the factors that are one.
 template <class Field>
-ZOKECC_OUT_OF_LINE void multiply_denominators(const Field &f, const Jacobian<Field> &P,
-                                              const Jacobian<Field> &Q, const Element<Field> &W,
-                                              Element<Field> &out)
+ZOKECC_OWN_FRAME void multiply_denominators(const Field &f, const Jacobian<Field> &P,
+                                            const Jacobian<Field> &Q, const Element<Field> &W,
+                                            Element<Field> &out)
 {
     const bool p_is_one = f.is_one(P.Z);
     const bool q_is_one = f.is_one(Q.Z);
@@ -203,8 +202,8 @@ void add_full_differences(const Field &f, Element<Field> &W, Element<Field> &R, 
 // P + Q for two records and neither at infinity. 12 M + 4 S, fewer where a Z is one. To save stack, out's
 // coordinates are temporaries once P and Q have been read.
 template <class Field>
-ZOKECC_OUT_OF_LINE void jacobian_add_finite(const Field &f, const Jacobian<Field> &P,
-                                            const Jacobian<Field> &Q, Jacobian<Field> &out)
+ZOKECC_OWN_FRAME void jacobian_add_finite(const Field &f, const Jacobian<Field> &P, const Jacobian<Field> &Q,
+                                          Jacobian<Field> &out)
 {
     Element<Field> U0{};
     Element<Field> S0{};
@@ -224,8 +223,8 @@ ZOKECC_OUT_OF_LINE void jacobian_add_finite(const Field &f, const Jacobian<Field
 // below the order, and deployed devices see infinity. Held by
 // EccJacPointAdd1.KeptEqualPointsInTwoRecordsGiveInfinity.
 template <class Field>
-ZOKECC_OUT_OF_LINE void jacobian_add(const Field &f, const Jacobian<Field> &P, const Jacobian<Field> &Q,
-                                     const Element<Field> &a, Jacobian<Field> &out)
+ZOKECC_ONE_COPY void jacobian_add(const Field &f, const Jacobian<Field> &P, const Jacobian<Field> &Q,
+                                  const Element<Field> &a, Jacobian<Field> &out)
 {
     if (&P == &Q)
         jacobian_double(f, P, a, out);

@@ -15,8 +15,8 @@ namespace zokecc {
 
 // ECDSA's r and s for the digest e, below n, with the key d. False if no nonce gives two numbers other than
 // zero. FIPS 186-4, section 6.4.
-ZOKECC_OUT_OF_LINE inline bool ecdsa_sign(const CurveView &curve, const mint &d, const mint &e, mint &r,
-                                          mint &s)
+ZOKECC_OWN_FRAME inline bool ecdsa_sign(const CurveView &curve, const mint &d, const mint &e, mint &r,
+                                        mint &s)
 {
     Wiping<mint> k;
     for (uint32_t draw = 0; draw < kMaxFruitlessDraws; ++draw) {
@@ -38,8 +38,8 @@ struct ExchangeSide {
 };
 
 // The shared point, also as U. len and w are the curve's. False if a step fails. GB/T 32918.3, A4 to A7.
-ZOKECC_OUT_OF_LINE inline bool compute_shared_point(const CurveView &curve, uint32_t len, uint32_t w,
-                                                    const ExchangeSide &side, PointBytes &U)
+ZOKECC_OWN_FRAME inline bool compute_shared_point(const CurveView &curve, uint32_t len, uint32_t w,
+                                                  const ExchangeSide &side, PointBytes &U)
 {
     if (len > kMaxCoordinateBytes) return false;  // no such curve can be installed
     mint x_bar{};

@@ -26,7 +26,7 @@ struct CurveView {
 
 // Out of line: seven references are some 40 bytes of code for each caller.
 template <class Curve>
-ZOKECC_OUT_OF_LINE CurveView view_of(const Curve &curve)
+ZOKECC_ONE_COPY CurveView view_of(const Curve &curve)
 {
     return {curve.p, curve.a, curve.b, curve.n, curve.h, curve.G, curve.table.entry};
 }

@@ -22,7 +22,7 @@ struct WindowDigits {
 
 // False, with nothing written, where the field does not take P.
 template <class Field>
-ZOKECC_OUT_OF_LINE bool load_jacobian(const Field &f, const ecc_point &P, Jacobian<Field> &out)
+ZOKECC_OWN_FRAME bool load_jacobian(const Field &f, const ecc_point &P, Jacobian<Field> &out)
 {
     Affine<Field> point{};
     if (!f.load(P, point)) return false;
@@ -31,7 +31,7 @@ ZOKECC_OUT_OF_LINE bool load_jacobian(const Field &f, const ecc_point &P, Jacobi
 }
 
 template <class Field>
-ZOKECC_OUT_OF_LINE void store_jacobian(const Field &f, const Jacobian<Field> &P, ecc_point &out)
+ZOKECC_OWN_FRAME void store_jacobian(const Field &f, const Jacobian<Field> &P, ecc_point &out)
 {
     const StackBurn<Field::kStackOfProduct> burn;
     Wiping<Affine<Field>> point;
@@ -41,8 +41,8 @@ ZOKECC_OUT_OF_LINE void store_jacobian(const Field &f, const Jacobian<Field> &P,
 
 // out[i] = (2 i + 1) P, P in out[0].
 template <class Field>
-ZOKECC_OUT_OF_LINE void odd_multiples(const Field &f, const Element<Field> &a, uint32_t count,
-                                      Jacobian<Field> *out)
+ZOKECC_OWN_FRAME void odd_multiples(const Field &f, const Element<Field> &a, uint32_t count,
+                                    Jacobian<Field> *out)
 {
     Wiping<Jacobian<Field>> twice;
     jacobian_double(f, out[0], a, *twice);
@@ -52,8 +52,8 @@ ZOKECC_OUT_OF_LINE void odd_multiples(const Field &f, const Element<Field> &a, u
 // R = sum of digits[j] 2^j P, from the highest digit down. R is held negated where that saves a
 // negation: an addition of a negative digit to R is one of a positive digit to -R.
 template <class Field>
-ZOKECC_OUT_OF_LINE void evaluate(const Field &f, const Element<Field> &a, const WindowDigits &digits,
-                                 const Jacobian<Field> *odd, Jacobian<Field> &R)
+ZOKECC_OWN_FRAME void evaluate(const Field &f, const Element<Field> &a, const WindowDigits &digits,
+                               const Jacobian<Field> *odd, Jacobian<Field> &R)
 {
     bool at_infinity = true;
     bool inverted = false;
@@ -81,9 +81,8 @@ ZOKECC_OUT_OF_LINE void evaluate(const Field &f, const Element<Field> &a, const 
 // R = the digits' number times P, with room for as many odd multiples as the width takes. False, with
 // nothing written, where the field does not take P or a.
 template <class Field>
-ZOKECC_OUT_OF_LINE bool window_multiple_in(const Field &f, const WindowDigits &digits,
-                                           const ecc_point &P_record, const mint &a_record,
-                                           Jacobian<Field> *odd, Jacobian<Field> &R)
+ZOKECC_ONE_COPY bool window_multiple_in(const Field &f, const WindowDigits &digits, const ecc_point &P_record,
+                                        const mint &a_record, Jacobian<Field> *odd, Jacobian<Field> &R)
 {
     typename Field::Constant constant{};
     if (!load_jacobian(f, P_record, odd[0]) || !f.load(a_record, constant)) return false;
@@ -95,8 +94,8 @@ ZOKECC_OUT_OF_LINE bool window_multiple_in(const Field &f, const WindowDigits &d
 
 // Scalars below 300 bits, which is all that the curves of the field have, take four multiples.
 template <class Field>
-ZOKECC_OUT_OF_LINE bool narrow_window_multiple(const Field &f, const WindowDigits &digits, const ecc_point &P,
-                                               const mint &a, Jacobian<Field> &R)
+ZOKECC_OWN_FRAME bool narrow_window_multiple(const Field &f, const WindowDigits &digits, const ecc_point &P,
+                                             const mint &a, Jacobian<Field> &R)
 {
     const StackBurn<Field::kStackOfSums> burn;
     Wiping<Jacobian<Field>[kMaxOddMultiples / 2]> odd;
@@ -104,8 +103,8 @@ ZOKECC_OUT_OF_LINE bool narrow_window_multiple(const Field &f, const WindowDigit
 }
 
 template <class Field>
-ZOKECC_OUT_OF_LINE bool wide_window_multiple(const Field &f, const WindowDigits &digits, const ecc_point &P,
-                                             const mint &a, Jacobian<Field> &R)
+ZOKECC_OWN_FRAME bool wide_window_multiple(const Field &f, const WindowDigits &digits, const ecc_point &P,
+                                           const mint &a, Jacobian<Field> &R)
 {
     const StackBurn<Field::kStackOfSums> burn;
     Wiping<Jacobian<Field>[kMaxOddMultiples]> odd;
@@ -121,7 +120,7 @@ struct WindowMultiple {
 
     // False, with nothing written, where the field does not take P or a.
     template <class Field>
-    ZOKECC_OUT_OF_LINE bool over(const Field &f) const;
+    ZOKECC_OWN_FRAME bool over(const Field &f) const;
 };
 
 // The odd multiples are gone before the inversion needs its own space.

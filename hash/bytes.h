@@ -40,7 +40,7 @@ inline uint32_t load_aligned_big_endian(const uint8_t *bytes, uint32_t even_byte
 
 // The 16 words of a 64-byte block. Processors without unaligned loads have to put a word together from
 // its bytes, unless the block lies on a word boundary.
-ZOKECC_OUT_OF_LINE inline void load_block(const uint8_t *block, uint32_t *w)
+ZOKECC_ONE_COPY inline void load_block(const uint8_t *block, uint32_t *w)
 {
     const uint32_t *const end = w + 16;
     if (kAlignedLoadsOnly && reinterpret_cast<uintptr_t>(block) % 4 == 0) {

@@ -26,7 +26,7 @@ struct Block {
 //
 // The functions of this file that answer a bool fail only with gen_random_seed, so never in the
 // default build.
-ZOKECC_OUT_OF_LINE bool seed(Block &block)
+ZOKECC_OWN_FRAME bool seed(Block &block)
 {
     Wiping<uint32_t[kBlockBytes / 4]> words;
     if (gen_random_seed(*words) != 0) return false;
@@ -41,7 +41,7 @@ void hash(const Block &in, Block &out)
 }
 
 // out = H(a xor b)
-ZOKECC_OUT_OF_LINE void hash_of_xor(const Block &a, const Block &b, Block &out)
+ZOKECC_OWN_FRAME void hash_of_xor(const Block &a, const Block &b, Block &out)
 {
     Wiping<Block> mixed;
     for (uint32_t i = 0; i < kBlockBytes; ++i)
@@ -50,7 +50,7 @@ ZOKECC_OUT_OF_LINE void hash_of_xor(const Block &a, const Block &b, Block &out)
 }
 
 // One output block from the state and fresh seed material; leaves the intermediate value.
-ZOKECC_OUT_OF_LINE bool next_output(const Block &state, Block &intermediate, Block &output)
+ZOKECC_OWN_FRAME bool next_output(const Block &state, Block &intermediate, Block &output)
 {
     Wiping<Block> fresh;
     if (!seed(*fresh)) return false;

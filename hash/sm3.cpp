@@ -97,7 +97,7 @@ ZOKECC_INLINE void four_late_rounds(State &s, uint32_t constant, uint32_t *w)
 
 }  // namespace
 
-ZOKECC_OUT_OF_LINE void sm3_compress(uint32_t *state, const uint8_t *block)
+ZOKECC_OWN_FRAME void sm3_compress(uint32_t *state, const uint8_t *block)
 {
     uint32_t w[68];
     load_block(block, w);
@@ -149,7 +149,7 @@ inline auto *best_routine()
 
 }  // namespace
 
-ZOKECC_OUT_OF_LINE void sm3_finish(uint32_t *state, const uint8_t *rest, uint64_t length, uint8_t *out)
+ZOKECC_OWN_FRAME void sm3_finish(uint32_t *state, const uint8_t *rest, uint64_t length, uint8_t *out)
 {
     // The rest, 0x80, zero bytes and the bit length, in one block or two.
     uint8_t tail[2 * kBlockBytes] = {};

@@ -51,8 +51,8 @@ namespace {
 // output is X that reads the stored word, so a borrow is lost one word above Y's last.
 // Inverses on deployed devices rest on it. Held by
 // MintSub.KeptBorrowLostAboveShorterOperandInPlace.
-ZOKECC_OUT_OF_LINE void subtract_word_by_word(const uint32_t *x_words, uint32_t X_used,
-                                              const uint32_t *y_words, uint32_t Y_used, uint32_t *out)
+ZOKECC_OWN_FRAME void subtract_word_by_word(const uint32_t *x_words, uint32_t X_used, const uint32_t *y_words,
+                                            uint32_t Y_used, uint32_t *out)
 {
     uint32_t borrow = 0;
     for (uint32_t i = 0; i < X_used; ++i) {

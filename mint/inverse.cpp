@@ -53,7 +53,7 @@ void make_odd(mint &value, mint &cofactor, const mint &m)
 // (1/2 modulo the order of the recommended SM2 curve, for one). Keys and signatures on deployed
 // devices went through this iteration. Held by MintEeaAlgo.KeptSmallInverseOfTwoModuloTheSm2Order
 // and MintEeaAlgo.KeptSmallInverseOfElevenModuloP256NeedsSubtractionInPlace.
-ZOKECC_OUT_OF_LINE void invert_modulo_odd(mint &u, const mint &m, mint &out)
+ZOKECC_OWN_FRAME void invert_modulo_odd(mint &u, const mint &m, mint &out)
 {
     // a * x1 = u and a * x2 = -v (mod m): the cofactors are only ever added.
     mint v = m;
@@ -77,7 +77,7 @@ ZOKECC_OUT_OF_LINE void invert_modulo_odd(mint &u, const mint &m, mint &out)
 }
 
 // The same on limbs: false where the fast inverse does not serve.
-[[maybe_unused]] ZOKECC_OUT_OF_LINE bool invert_on_limbs(const mint &a, const mint &m, mint &out)
+[[maybe_unused]] ZOKECC_OWN_FRAME bool invert_on_limbs(const mint &a, const mint &m, mint &out)
 {
     using L = NativeLimb;
     if (m.len > kMaxFastWords || is_zero(a) || is_one(m)) return false;
@@ -111,7 +111,7 @@ bool holds_three_times(const mint &r0, const mint &r1)
 
 // Quotient and remainder of r0 by r1. Where the bit lengths are equal or one apart the quotient
 // is 1, 2 or 3 and the remainder comes from mint_sub.
-ZOKECC_OUT_OF_LINE void divide_by_bit_lengths(const mint &r0, const mint &r1, mint &quotient, mint &remainder)
+ZOKECC_OWN_FRAME void divide_by_bit_lengths(const mint &r0, const mint &r1, mint &quotient, mint &remainder)
 {
     const int32_t longer_by = get_mint_bit_len(&r0) - get_mint_bit_len(&r1);
     if (longer_by != 0 && longer_by != 1) {
@@ -134,7 +134,7 @@ ZOKECC_OUT_OF_LINE void divide_by_bit_lengths(const mint &r0, const mint &r1, mi
     }
 }
 
-ZOKECC_OUT_OF_LINE void invert_modulo_even(mint &r1, const mint &m, mint &out)
+ZOKECC_OWN_FRAME void invert_modulo_even(mint &r1, const mint &m, mint &out)
 {
     mint r0 = m;
     mint x1{};

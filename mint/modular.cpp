@@ -72,7 +72,7 @@ int32_t mint_mod_sub(const mint *a, const mint *b, const mint *p, mint *out)
 namespace {
 
 // The product as a whole and then its rest: for moduli of one limb, and those with a zero on top.
-ZOKECC_OUT_OF_LINE void multiply_and_reduce(const mint &a, const mint &b, const mint &p, mint &out)
+ZOKECC_OWN_FRAME void multiply_and_reduce(const mint &a, const mint &b, const mint &p, mint &out)
 {
     const uint32_t a_used = used_words(a);
     const uint32_t b_used = used_words(b);

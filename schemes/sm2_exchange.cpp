@@ -48,7 +48,7 @@ bool read_temporary(const ecc_scalar &scalar, mint &r)
     return read_temporary(global_view(), scalar.bytes, scalar.length, r);
 }
 
-ZOKECC_OUT_OF_LINE bool shared_point(const ExchangeSide &side, PointBytes &U)
+ZOKECC_ONE_COPY bool shared_point(const ExchangeSide &side, PointBytes &U)
 {
     const GlobalCurve &g = global_curve;
     return compute_shared_point(view_of(g), g.byte_len, g.w, side, U);
@@ -65,8 +65,8 @@ void write_results(const Results &results, const PointBytes &U, const ExchangePu
 // it, not over the digest alone, so the two sides never agree on them. Deployed pairs compare
 // each side's values with what this layout gives. Held by
 // Sm2KeyExChg.KeptConfirmationCoversThePeerKeyInMemory.
-ZOKECC_OUT_OF_LINE void confirm_over_memory(const Results &results, const PointBytes &U,
-                                            const ExchangePublics &publics, const ecc_point &peer_key)
+ZOKECC_OWN_FRAME void confirm_over_memory(const Results &results, const PointBytes &U,
+                                          const ExchangePublics &publics, const ecc_point &peer_key)
 {
     Wiping<PeerImage> image;
     sm2_exchange_hash(results.alg, U, publics, image->digest_area);

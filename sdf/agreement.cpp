@@ -32,7 +32,7 @@ bool make_Z(SessionContext &session, const ECCrefPublicKey &key, Octets id, User
 }
 
 // The point of a private scalar.
-ZOKECC_OUT_OF_LINE bool make_public_point(const SessionContext &session, const mint &r, ECCrefPublicKey &out)
+ZOKECC_OWN_FRAME bool make_public_point(const SessionContext &session, const mint &r, ECCrefPublicKey &out)
 {
     ecc_point R{};
     if (!public_point(view_of(session), r, R)) return false;
@@ -41,7 +41,7 @@ ZOKECC_OUT_OF_LINE bool make_public_point(const SessionContext &session, const m
 }
 
 // Z of the own key, derived from the private scalar.
-ZOKECC_OUT_OF_LINE bool make_own_Z(SessionContext &session, const mint &d, Octets id, UserZ &Z)
+ZOKECC_OWN_FRAME bool make_own_Z(SessionContext &session, const mint &d, Octets id, UserZ &Z)
 {
     ECCrefPublicKey key{};
     return make_public_point(session, d, key) && make_Z(session, key, id, Z);

@@ -29,7 +29,7 @@ bool is_accepted(const SessionContext &session, const ecc_point &point)
 }
 
 // The same for the own temporary point, which is handed back. The exchange takes L bytes of it.
-ZOKECC_OUT_OF_LINE bool is_accepted(const SessionContext &session, const ECCrefPublicKey &own_random)
+ZOKECC_OWN_FRAME bool is_accepted(const SessionContext &session, const ECCrefPublicKey &own_random)
 {
     ecc_point point{};
     octetstring_to_mint(own_random.x, session.byte_len, &point.x);

@@ -54,8 +54,8 @@ void derive_public_key(const SessionContext &session, const ECCrefPrivateKey &pr
 }
 
 // e as its signer computes it. In a frame of its own: what is said of the key in it is not to stay.
-ZOKECC_OUT_OF_LINE uint32_t hash_to_sign(SessionContext &session, bool is_sm2, const ECCrefPrivateKey &priv,
-                                         const Octets &message, const Octets &id, uint8_t *e)
+ZOKECC_OWN_FRAME uint32_t hash_to_sign(SessionContext &session, bool is_sm2, const ECCrefPrivateKey &priv,
+                                       const Octets &message, const Octets &id, uint8_t *e)
 {
     if (!is_sm2) return hash_for_ecdsa(session, message, e);
     ECCrefPublicKey pub{};

@@ -45,7 +45,7 @@ inline unsigned used_words_of(const L *limbs, unsigned n)
 
 // Turns d[n] = x[n] - y[n], x > y, into what mint_sub writes to a record other than x's.
 template <class L>
-ZOKECC_OUT_OF_LINE void keep_equal_words(const L *x, const L *y, unsigned n, L *d)
+ZOKECC_ONE_COPY void keep_equal_words(const L *x, const L *y, unsigned n, L *d)
 {
     const unsigned y_used = used_words_of(y, n);
     for (unsigned i = 0; i < y_used; ++i)
@@ -54,7 +54,7 @@ ZOKECC_OUT_OF_LINE void keep_equal_words(const L *x, const L *y, unsigned n, L *
 
 // Turns d[n] = x[n] - y[n], x > y, which has taken the place of x, into what mint_sub leaves there.
 template <class L>
-ZOKECC_OUT_OF_LINE void keep_in_place(const L *y, unsigned n, L *d)
+ZOKECC_ONE_COPY void keep_in_place(const L *y, unsigned n, L *d)
 {
     L x[kMaxFastLimbs<L>];
     add_limbs(d, y, n, x);

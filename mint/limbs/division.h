@@ -121,7 +121,7 @@ private:
 // quotient[u_count - v_count + 1], which may be null, the quotient; v_count is 2 or more. u's top limb
 // is what shifting it by as many bits as v left there.
 template <class L>
-ZOKECC_OUT_OF_LINE void divide_normalised(L *u, unsigned u_count, const L *v, unsigned v_count, L *quotient)
+ZOKECC_ONE_COPY void divide_normalised(L *u, unsigned u_count, const L *v, unsigned v_count, L *quotient)
 {
     const DigitFinder<L> finder(v[v_count - 1], v[v_count - 2]);
     for (unsigned position = u_count - v_count + 1; position-- > 0;) {
@@ -157,8 +157,8 @@ inline const L *shifted_up(const L *x, unsigned n, unsigned bits, L *room)
 
 // The same contract as divide_words, with v_count above the words of a limb.
 template <class L>
-ZOKECC_OUT_OF_LINE void divide_limbs(const uint32_t *u, uint32_t u_count, const uint32_t *v, uint32_t v_count,
-                                     uint32_t *quotient, uint32_t *remainder)
+ZOKECC_ONE_COPY void divide_limbs(const uint32_t *u, uint32_t u_count, const uint32_t *v, uint32_t v_count,
+                                  uint32_t *quotient, uint32_t *remainder)
 {
     L dividend[limbs_for<L>(kProductWords) + 1];
     L divisor_room[limbs_for<L>(kMintWords) + 1];
@@ -179,7 +179,7 @@ ZOKECC_OUT_OF_LINE void divide_limbs(const uint32_t *u, uint32_t u_count, const 
 
 // out[x_limbs + y_limbs] = x[x_limbs] * y[y_limbs]
 template <class L>
-ZOKECC_OUT_OF_LINE void multiply_limbs(const L *x, unsigned x_limbs, const L *y, unsigned y_limbs, L *out)
+ZOKECC_ONE_COPY void multiply_limbs(const L *x, unsigned x_limbs, const L *y, unsigned y_limbs, L *out)
 {
     for (unsigned i = 0; i < x_limbs; ++i) out[i] = 0;
     for (; y_limbs > 0; --y_limbs) {
@@ -190,8 +190,8 @@ ZOKECC_OUT_OF_LINE void multiply_limbs(const L *x, unsigned x_limbs, const L *y,
 
 // out[a_count + b_count] = a[a_count] * b[b_count], counts up to 19.
 template <class L>
-ZOKECC_OUT_OF_LINE void multiply_words(const uint32_t *a, uint32_t a_count, const uint32_t *b,
-                                       uint32_t b_count, uint32_t *out)
+ZOKECC_ONE_COPY void multiply_words(const uint32_t *a, uint32_t a_count, const uint32_t *b, uint32_t b_count,
+                                    uint32_t *out)
 {
     if constexpr (kWordsPerLimb<L> == 1) {
         multiply_limbs(a, a_count, b, b_count, out);
@@ -210,9 +210,9 @@ ZOKECC_OUT_OF_LINE void multiply_words(const uint32_t *a, uint32_t a_count, cons
 // remainder[p_count] = a[a_count] * b[b_count] mod p[p_count]. The counts are 1 to 19, p's top word is
 // not zero and p_count is above the words of a limb.
 template <class L>
-ZOKECC_OUT_OF_LINE void multiply_and_divide(const uint32_t *a, uint32_t a_count, const uint32_t *b,
-                                            uint32_t b_count, const uint32_t *p, uint32_t p_count,
-                                            uint32_t *remainder)
+ZOKECC_OWN_FRAME void multiply_and_divide(const uint32_t *a, uint32_t a_count, const uint32_t *b,
+                                          uint32_t b_count, const uint32_t *p, uint32_t p_count,
+                                          uint32_t *remainder)
 {
     constexpr unsigned kLimbs = limbs_for<L>(kMintWords);
     L divisor_room[kLimbs + 1];

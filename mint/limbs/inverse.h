@@ -41,7 +41,7 @@ public:
 
     // out[n] = what mint_EEA_algo leaves for a. False, and nothing written, where the cofactor is
     // a multiple of m: then it depends on which multiple, and the definition has to be asked.
-    ZOKECC_OUT_OF_LINE bool run(L *out)
+    ZOKECC_ONE_COPY bool run(L *out)
     {
         make_odd(u_, v_);
         if constexpr (kStepsInRegisters<L>) {
@@ -214,7 +214,7 @@ private:
     // out = (f1 x1 + f2 x2) / 2^shift mod m. The multiple q m makes the low bits zero. Both
     // cofactors are below m and the row sums up to 2^(shift + 1) at most, so the quotient is below
     // 3 m, and a column of the three products and what came from below stays within two limbs.
-    ZOKECC_OUT_OF_LINE void combine(const Side &row, L *out) const
+    ZOKECC_ONE_COPY void combine(const Side &row, L *out) const
     {
         const L *const x1 = x1_[now_];
         const L *const x2 = x2_[now_];

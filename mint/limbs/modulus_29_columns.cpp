@@ -11,21 +11,20 @@ bool multiply_eight(const ShortModulus &p, const uint32_t *a, const uint32_t *b,
 
 namespace {
 
-ZOKECC_OUT_OF_LINE bool multiply_six(const ShortModulus &p, const uint32_t *a, const uint32_t *b,
-                                     uint32_t *out)
+ZOKECC_ONE_COPY bool multiply_six(const ShortModulus &p, const uint32_t *a, const uint32_t *b, uint32_t *out)
 {
     return ColumnLimbs<6>::multiply(p, a, b, out);
 }
 
-ZOKECC_OUT_OF_LINE bool multiply_seven(const ShortModulus &p, const uint32_t *a, const uint32_t *b,
-                                       uint32_t *out)
+ZOKECC_ONE_COPY bool multiply_seven(const ShortModulus &p, const uint32_t *a, const uint32_t *b,
+                                    uint32_t *out)
 {
     return ColumnLimbs<7>::multiply(p, a, b, out);
 }
 
 // p without its top bits, and the widths that are not unrolled: (a 2^s) b mod p 2^s is (a b mod p) 2^s.
-ZOKECC_OUT_OF_LINE bool multiply_shifted(const ShortModulus &p, const uint32_t *a, const uint32_t *b,
-                                         uint32_t *out)
+ZOKECC_OWN_FRAME bool multiply_shifted(const ShortModulus &p, const uint32_t *a, const uint32_t *b,
+                                       uint32_t *out)
 {
     uint32_t shifted[kMaxFastWords + 1];
     shift_limbs_up(a, p.words, p.shift, shifted);

@@ -11,8 +11,7 @@ bool multiply_eight(const WordModulus &p, const uint32_t *a, const uint32_t *b, 
 
 namespace {
 
-ZOKECC_OUT_OF_LINE bool multiply_words(const WordModulus &p, const uint32_t *a, const uint32_t *b,
-                                       uint32_t *out)
+ZOKECC_ONE_COPY bool multiply_words(const WordModulus &p, const uint32_t *a, const uint32_t *b, uint32_t *out)
 {
     switch (p.words) {
     case 5: return WordLimbs<5>::multiply(p, a, b, out);
@@ -24,8 +23,8 @@ ZOKECC_OUT_OF_LINE bool multiply_words(const WordModulus &p, const uint32_t *a, 
 }
 
 // p without its top bits: (a 2^s) b mod p 2^s is (a b mod p) 2^s.
-ZOKECC_OUT_OF_LINE bool multiply_shifted(const WordModulus &p, const uint32_t *a, const uint32_t *b,
-                                         uint32_t *out)
+ZOKECC_OWN_FRAME bool multiply_shifted(const WordModulus &p, const uint32_t *a, const uint32_t *b,
+                                       uint32_t *out)
 {
     uint32_t shifted[kMaxFastWords + 1];
     shift_limbs_up(a, p.words, p.shift, shifted);

@@ -62,7 +62,7 @@ public:
 private:
     static constexpr bool kHasRows = Sum::kMaxRow > N;
 
-    ZOKECC_OUT_OF_LINE bool multiply_by_columns(const Limb *a, const Limb *b, Limb *out) const
+    ZOKECC_ONE_COPY bool multiply_by_columns(const Limb *a, const Limb *b, Limb *out) const
     {
         Limb x[2 * N];
         if (shift_ == 0) {

@@ -58,14 +58,14 @@ public:
     }
 
     // out = a b; out may be a or b.
-    ZOKECC_OUT_OF_LINE void multiply(const Element &a, const Element &b, Element &out) const
+    ZOKECC_ONE_COPY void multiply(const Element &a, const Element &b, Element &out) const
     {
         if (!modulus_.multiply(a.limb, b.limb, out.limb)) [[unlikely]]
             multiply_by_division(a, b, out);
     }
 
     // out = a^2, by a squaring where the modulus has one; out may be a.
-    ZOKECC_OUT_OF_LINE void square(const Element &a, Element &out) const
+    ZOKECC_ONE_COPY void square(const Element &a, Element &out) const
     {
         bool done;
         if constexpr (requires { modulus_.square(a.limb, out.limb); })
@@ -115,7 +115,7 @@ public:
 private:
     static bool has_bit(const mint &a, int32_t i) { return (a.words[i / 32] >> (i % 32) & 1) != 0; }
 
-    ZOKECC_OUT_OF_LINE void multiply_by_division(const Element &a, const Element &b, Element &out) const
+    ZOKECC_OWN_FRAME void multiply_by_division(const Element &a, const Element &b, Element &out) const
     {
         Trace::quotient_unsure();
         mint x{};
@@ -133,7 +133,7 @@ private:
 // Runs the operation, a record with a member template over(residues), with the residues that serve p.
 // False if none do.
 template <class Operation>
-ZOKECC_OUT_OF_LINE bool run_over_residues(const mint &p, const Operation &operation)
+ZOKECC_OWN_FRAME bool run_over_residues(const mint &p, const Operation &operation)
 {
     if constexpr (!kSmall) return run_over_first<Residues>(p, operation);
     return false;
