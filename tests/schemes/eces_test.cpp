@@ -13,31 +13,32 @@ constexpr int32_t kWholeSize = 12;
 
 const ByteString kText = text_bytes("some message");
 
-EcesEncryption to_recipient(const ByteString &text = kText) {
-    return EcesEncryption(small_multiple(kRecipient), text);
-}
-
 ByteString cipher_of(const ByteString &text, uint32_t k = kK) {
     return small_cipher(kRecipient, residue(text, kSmallP), k);
 }
 
-// One call with the nonce kK and the whole capacity.
-void expect_encrypted(const ByteString &text) {
-    SCOPED_TRACE("message of " + std::to_string(text.size()));
+PointBytes recipient(size_t size = 32) {
+    return PointBytes(small_multiple(kRecipient).x, small_multiple(kRecipient).y, size);
+}
+
+// All nonces are drawn, and the last one is used; as many bytes are counted as the capacity admits whole
+// numbers.
+void expect_encrypted(const ByteString &text, const PointBytes &Q, const ByteString &expected,
+                      int32_t capacity = kWholeSize, std::vector<uint32_t> nonces = {kK}) {
+    SCOPED_TRACE("message of " + std::to_string(text.size()) + ", capacity " + std::to_string(capacity));
     FakeEntropy entropy;
-    queue_number(entropy, kK);
-    EcesEncryption call = to_recipient(text);
-    EXPECT_EQ(call.run(kWholeSize), kWholeSize);
-    call.expect_written(cipher_of(text));
-    EXPECT_EQ(entropy.number_calls, 1u);
+    for (uint32_t k : nonces) queue_number(entropy, k);
+    EcesEncryption call(Q, text);
+    EXPECT_EQ(call.run(capacity), static_cast<int32_t>(expected.size()) - 1);
+    call.expect_written(expected);
+    EXPECT_EQ(entropy.number_calls, nonces.size());
+}
+void expect_encrypted(const ByteString &text) { expect_encrypted(text, recipient(), cipher_of(text)); }
+void expect_encrypted(int32_t capacity, std::vector<uint32_t> nonces = {kK}) {
+    expect_encrypted(kText, recipient(), cipher_of(kText), capacity, std::move(nonces));
 }
 
 }  // namespace
-
-TEST(EcesEncry, WritesPrefixPointAndMaskedMessage) {
-    install_small(32);
-    expect_encrypted(kText);
-}
 
 TEST(EcesEncry, NumbersAreAsWideAsThePrimesWordsNotAsTheCurve) {
     for (unsigned byte_len : kLegacyLengths) {
@@ -46,16 +47,11 @@ TEST(EcesEncry, NumbersAreAsWideAsThePrimesWordsNotAsTheCurve) {
     }
 }
 
-TEST(EcesEncry, MessagesOfEveryLengthUpTo200AreReducedModuloThePrime) {
+TEST(EcesEncry, MessagesOfEveryLengthAreReducedModuloThePrime) {
     install_small(32);
-    const ByteString text = test_bytes(200);
-    for (std::ptrdiff_t length = 0; length <= 200; ++length)
+    const ByteString text = test_bytes(65536);
+    for (std::ptrdiff_t length = 0; length <= 65536; length += length < 200 ? 1 : 65336)
         expect_encrypted(ByteString(text.begin(), text.begin() + length));
-}
-
-TEST(EcesEncry, MessageOf64KiBIsReducedModuloThePrime) {
-    install_small(32);
-    expect_encrypted(test_bytes(65536));
 }
 
 TEST(EcesEncry, MessageAtAndAboveThePrimeIsReduced) {
@@ -71,63 +67,30 @@ TEST(EcesEncry, NullMessageOfLengthZeroIsZero) {
     install_small(32);
     FakeEntropy entropy;
     queue_number(entropy, kK);
-    EcesEncryption call = to_recipient();
+    EcesEncryption call(recipient(), ByteString());
     EXPECT_EQ(Eces_Encry(call.Q.get(), nullptr, 0, call.out.data(), kWholeSize), kWholeSize);
     call.expect_written(cipher_of(ByteString()));
 }
 
 TEST(EcesEncry, CapacityAdmitsWholeNumbersOnly) {
     install_small(32);
-    for (int32_t capacity = 0; capacity <= kWholeSize + 3; ++capacity) {
-        SCOPED_TRACE(capacity);
-        FakeEntropy entropy;
-        queue_number(entropy, kK);
-        EcesEncryption call = to_recipient();
-        int32_t counted = std::min(capacity / 4 * 4, kWholeSize);
-        EXPECT_EQ(call.run(capacity), counted);
+    for (int32_t capacity :
+         {-1, -12, INT32_MIN, 0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 15, INT32_MAX}) {
         ByteString expected = cipher_of(kText);
-        expected.resize(static_cast<size_t>(counted) + 1);
-        call.expect_written(expected);
+        expected.resize(static_cast<size_t>(std::clamp(capacity / 4 * 4, 0, kWholeSize)) + 1);
+        expect_encrypted(kText, recipient(), expected, capacity);
     }
 }
 
 TEST(EcesEncry, CapacityOnA256BitCurveAdmitsWholeNumbersOnly) {
     // 1 as a number of 32 bytes needs 32 bytes of room, although its shortest form needs one.
     install("sm2p256v1");
-    PointBytes G(fixed_bytes(global_curve.G.x, 32), fixed_bytes(global_curve.G.y, 32));
+    const ByteString x = fixed_bytes(global_curve.G.x, 32), y = fixed_bytes(global_curve.G.y, 32);
     for (int32_t capacity : {0, 1, 31, 32, 33, 63, 64, 95, 96, 97}) {
-        SCOPED_TRACE(capacity);
-        FakeEntropy entropy;
-        queue_number(entropy, 1u);
-        EcesEncryption call(G, ByteString());
-        int32_t counted = std::min(capacity / 32 * 32, 96);
-        EXPECT_EQ(call.run(capacity), counted);
-        ByteString expected = joined({ByteString(1, 4), fixed_bytes(global_curve.G.x, 32),
-                                      fixed_bytes(global_curve.G.y, 32), ByteString(32, 0)});
-        expected.resize(static_cast<size_t>(counted) + 1);
-        call.expect_written(expected);
+        ByteString expected = joined({ByteString(1, 4), x, y, ByteString(32, 0)});
+        expected.resize(static_cast<size_t>(std::min(capacity / 32 * 32, 96)) + 1);
+        expect_encrypted(ByteString(), PointBytes(x, y), expected, capacity, {1});
     }
-}
-
-TEST(EcesEncry, NegativeCapacityCountsAsZero) {
-    install_small(32);
-    for (int32_t capacity : {-1, -12, INT32_MIN}) {
-        FakeEntropy entropy;
-        queue_number(entropy, kK);
-        EcesEncryption call = to_recipient();
-        EXPECT_EQ(call.run(capacity), 0);
-        call.expect_written(ByteString(1, 4));
-        EXPECT_EQ(entropy.number_calls, 1u);
-    }
-}
-
-TEST(EcesEncry, GreatestCapacityIsTaken) {
-    install_small(32);
-    FakeEntropy entropy;
-    queue_number(entropy, kK);
-    EcesEncryption call = to_recipient();
-    EXPECT_EQ(call.run(INT32_MAX), kWholeSize);
-    call.expect_written(cipher_of(kText));
 }
 
 TEST(EcesEncry, NonceThatMasksWithZeroIsDrawnAgain) {
@@ -135,12 +98,14 @@ TEST(EcesEncry, NonceThatMasksWithZeroIsDrawnAgain) {
     install_small(32);
     uint32_t at_zero = first_scalar(
         [](uint32_t k) { return small_multiple(product_modulo(k, kRecipient, kSmallN)).x == 0; });
-    FakeEntropy entropy;
-    for (uint32_t k : {0u, at_zero, kSmallN - at_zero, kK}) queue_number(entropy, k);
-    EcesEncryption call = to_recipient();
-    EXPECT_EQ(call.run(kWholeSize), kWholeSize);
-    call.expect_written(cipher_of(kText));
-    EXPECT_EQ(entropy.number_calls, 4u);
+    expect_encrypted(kWholeSize, {0, at_zero, kSmallN - at_zero, kK});
+}
+
+TEST(EcesEncry, SucceedsAtThe1024thDraw) {
+    install_small(32);
+    std::vector<uint32_t> nonces(1023, 0);
+    nonces.push_back(kK);
+    expect_encrypted(kWholeSize, nonces);
 }
 
 // Of a stranger's record: 1,024 nonces would be half a minute of work on a device.
@@ -195,23 +160,12 @@ TEST(EcesEncry, RecipientWithXZeroOnACurveWithAZeroIsRefusedBeforeAnyDraw) {
     }
 }
 
-TEST(EcesEncry, SucceedsAtThe1024thDraw) {
-    install_small(32);
-    FakeEntropy entropy;
-    queue_number(entropy, 0u, 1023);
-    queue_number(entropy, kK);
-    EcesEncryption call = to_recipient();
-    EXPECT_EQ(call.run(kWholeSize), kWholeSize);
-    EXPECT_EQ(entropy.number_calls, 1024u);
-    call.expect_written(cipher_of(kText));
-}
-
 TEST(EcesEncry, FailedMultiplicationDrawsAgain) {
     install_small(32);
     FakeEntropy entropy;
     queue_number(entropy, kK + 1);
     queue_number(entropy, kK);
-    EcesEncryption call = to_recipient();
+    EcesEncryption call(recipient(), kText);
     {
         FailingAlloc failing(1);
         EXPECT_EQ(call.run(kWholeSize), kWholeSize);
@@ -228,24 +182,14 @@ TEST(EcesEncry, KeptRecipientOffTheCurveIsUsed) {
     const TinyPoint Q = other.points().at(50);
     TinyPoint S = other.library_window(small(kK), Q);
     ASSERT_FALSE(S.infinite || S.x == 0);
-    FakeEntropy entropy;
-    queue_number(entropy, kK);
-    EcesEncryption call(Q, kText);
-    EXPECT_EQ(call.run(kWholeSize), kWholeSize);
-    call.expect_written(
+    expect_encrypted(
+        kText, PointBytes(Q.x, Q.y, 32),
         small_cipher_image(small_multiple(kK), product_modulo(residue(kText, kSmallP), S.x, kSmallP)));
 }
 
 TEST(EcesEncry, RecipientIsReadAtItsOwnLength) {
     install_small(32);
-    const TinyPoint Q = small_multiple(kRecipient);
-    for (size_t length : {2u, 31u, 65u}) {
-        FakeEntropy entropy;
-        queue_number(entropy, kK);
-        EcesEncryption call(PointBytes(Q.x, Q.y, length), kText);
-        EXPECT_EQ(call.run(kWholeSize), kWholeSize);
-        call.expect_written(cipher_of(kText));
-    }
+    for (size_t length : {2u, 31u, 65u}) expect_encrypted(kText, recipient(length), cipher_of(kText));
 }
 
 TEST(EcesEncry, PublishedSecretsMaskTheMessage) {

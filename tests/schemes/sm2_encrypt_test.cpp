@@ -13,6 +13,20 @@ constexpr uint32_t kK = 77;
 
 const ByteString kText = text_bytes("ten bytes.");
 
+// All nonces are drawn, and the last one is used.
+void expect_encrypted(const PointBytes &Q, const ByteString &text, const ByteString &expected,
+                      uint32_t hash = HASH_ALG_SM3, std::initializer_list<uint32_t> nonces = {kK}) {
+    FakeEntropy entropy;
+    for (uint32_t k : nonces) queue_number(entropy, k);
+    Sm2Encryption call(Q, text);
+    EXPECT_EQ(call.run(hash), 0);
+    call.expect_written(expected);
+    EXPECT_EQ(entropy.number_calls, nonces.size());
+}
+PointBytes recipient(size_t size = 32) {
+    return PointBytes(small_multiple(kD).x, small_multiple(kD).y, size);
+}
+
 // Refused before the loop: no draw, nothing written, nothing left allocated.
 void expect_refused_before_the_loop(Sm2Encryption &call, uint32_t hash) {
     FakeEntropy entropy;
@@ -42,35 +56,16 @@ uint8_t first_stream_byte(uint32_t k, size_t L, uint32_t hash) {
 
 }  // namespace
 
-TEST(Sm2Encry, EveryLengthUpTo200OnEveryCurveLengthWithBothHashes) {
-    const ByteString text = test_bytes(200);
+TEST(Sm2Encry, EveryLengthUpTo200AndOf64KiBOnEveryCurveLengthWithBothHashes) {
+    const ByteString text = test_bytes(65536);
     for (unsigned L : kLegacyLengths) {
         install_small(L);
-        for (uint32_t hash : kHashes) {
-            for (std::ptrdiff_t length = 1; length <= 200; ++length) {
-                SCOPED_TRACE("L " + std::to_string(L) + " hash " + std::to_string(hash) + " length " +
-                             std::to_string(length));
+        for (uint32_t hash : kHashes)
+            for (std::ptrdiff_t length = 1; length <= 65536; length += length < 200 ? 1 : 65336) {
+                SCOPED_TRACE("L " + std::to_string(L) + " length " + std::to_string(length));
                 const ByteString part(text.begin(), text.begin() + length);
-                FakeEntropy entropy;
-                queue_number(entropy, kK);
-                Sm2Encryption call(small_multiple(kD), L, part);
-                EXPECT_EQ(call.run(hash), 0);
-                call.expect_written(small_sm2_cipher(kD, kK, L, part, hash));
-                EXPECT_EQ(entropy.number_calls, 1u);
+                expect_encrypted(recipient(L), part, small_sm2_cipher(kD, kK, L, part, hash), hash);
             }
-        }
-    }
-}
-
-TEST(Sm2Encry, MessageOf64KiB) {
-    const ByteString text = test_bytes(65536);
-    for (unsigned L : {24u, 32u}) {
-        install_small(L);
-        FakeEntropy entropy;
-        queue_number(entropy, kK);
-        Sm2Encryption call(small_multiple(kD), L, text);
-        EXPECT_EQ(call.run(HASH_ALG_SHA256), 0);
-        call.expect_written(small_sm2_cipher(kD, kK, L, text, HASH_ALG_SHA256));
     }
 }
 
@@ -89,14 +84,8 @@ TEST(Sm2Encry, TenBytesOnA32ByteCurveGive107) {
 
 TEST(Sm2Encry, PublicKeyIsReadAtItsOwnLength) {
     install_small(32);
-    const TinyPoint Q = small_multiple(kD);
-    for (size_t length : {2u, 31u, 65u}) {
-        FakeEntropy entropy;
-        queue_number(entropy, kK);
-        Sm2Encryption call(PointBytes(Q.x, Q.y, length), kText);
-        EXPECT_EQ(call.run(HASH_ALG_SM3), 0);
-        call.expect_written(small_sm2_cipher(kD, kK, 32, kText, HASH_ALG_SM3));
-    }
+    for (size_t length : {2u, 31u, 65u})
+        expect_encrypted(recipient(length), kText, small_sm2_cipher(kD, kK, 32, kText, HASH_ALG_SM3));
 }
 
 TEST(Sm2Encry, NonceWhoseKeyStreamIsZeroIsDrawnAgain) {
@@ -105,12 +94,8 @@ TEST(Sm2Encry, NonceWhoseKeyStreamIsZeroIsDrawnAgain) {
         for (uint32_t hash : kHashes) {
             uint32_t fruitless = first_scalar([=](uint32_t k) { return first_stream_byte(k, L, hash) == 0; });
             ASSERT_NE(first_stream_byte(kK, L, hash), 0);
-            FakeEntropy entropy;
-            for (uint32_t k : {fruitless, fruitless, kK}) queue_number(entropy, k);
-            Sm2Encryption call(small_multiple(kD), L, ByteString{0x5A});
-            EXPECT_EQ(call.run(hash), 0);
-            call.expect_written(small_sm2_cipher(kD, kK, L, ByteString{0x5A}, hash));
-            EXPECT_EQ(entropy.number_calls, 3u);
+            expect_encrypted(recipient(L), {0x5A}, small_sm2_cipher(kD, kK, L, ByteString{0x5A}, hash), hash,
+                             {fruitless, fruitless, kK});
         }
     }
 }
@@ -130,11 +115,8 @@ TEST(Sm2Encry, Draws1024TimesWithoutSuccessAndReturnsMinusOne) {
 TEST(Sm2Encry, NonceOfZeroIsUsed) {
     // C1 and the shared point are infinite and count as zeros.
     install_small(32);
-    FakeEntropy entropy;
-    queue_number(entropy, 0u);
-    Sm2Encryption call(small_multiple(kD), 32, kText);
-    EXPECT_EQ(call.run(HASH_ALG_SM3), 0);
-    call.expect_written(sm2_cipher(TinyPoint{}, TinyPoint{}, 32, kText, HASH_ALG_SM3));
+    expect_encrypted(recipient(), kText, sm2_cipher(TinyPoint{}, TinyPoint{}, 32, kText, HASH_ALG_SM3),
+                     HASH_ALG_SM3, {0});
 }
 
 TEST(Sm2Encry, UnknownSelectorReturnsMinusOneAndWritesNothing) {
@@ -180,22 +162,15 @@ TEST(Sm2Encry, CofactorMultipleAtInfinityReturnsMinusOneAfterC1) {
 
 TEST(Sm2Encry, CofactorAboveOneDoesNotEnterTheSharedPoint) {
     install_with_order(500);
-    FakeEntropy entropy;
-    queue_number(entropy, kK);
-    Sm2Encryption call(small_multiple(kD), 32, kText);
-    EXPECT_EQ(call.run(HASH_ALG_SM3), 0);
-    call.expect_written(small_sm2_cipher(kD, kK, 32, kText, HASH_ALG_SM3));
+    expect_encrypted(recipient(), kText, small_sm2_cipher(kD, kK, 32, kText, HASH_ALG_SM3));
 }
 
 TEST(Sm2Encry, KeptPublicKeyOffTheCurveIsUsed) {
     install_small(32);
     const TinyCurve other(kSmallP, 2, 26);
     const TinyPoint Q = other.points().at(50);
-    FakeEntropy entropy;
-    queue_number(entropy, kK);
-    Sm2Encryption call(Q, 32, kText);
-    EXPECT_EQ(call.run(HASH_ALG_SM3), 0);
-    call.expect_written(
+    expect_encrypted(
+        PointBytes(Q.x, Q.y, 32), kText,
         sm2_cipher(small_multiple(kK), other.library_window(small(kK), Q), 32, kText, HASH_ALG_SM3));
 }
 

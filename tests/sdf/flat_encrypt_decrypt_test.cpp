@@ -10,7 +10,6 @@ namespace zokecc_test::flat_encrypt_decrypt_test {
 namespace {
 
 constexpr size_t kOverhead = 1 + 2 * kSmallL + 32;  // of a ciphertext beyond its message
-constexpr size_t kC2 = 1 + 2 * kSmallL;             // where the masked message begins
 
 Decrypted decrypt_small(const ByteString &cipher, uint32_t d = kSmallD, uint32_t selector = HASH_ALG_SM3) {
     return flat_decrypt(small_session(selector), small_private_key(d), cipher);
@@ -22,17 +21,13 @@ ByteString good_cipher(size_t size, uint32_t selector = HASH_ALG_SM3) {
 
 }  // namespace
 
-TEST(ZokExternalDecryptEcc, EveryLengthUpToTwoHundred) {
+TEST(ZokExternalDecryptEcc, EveryLengthUpToTwoHundredAndSixtyFourKibibytes) {
     for (uint32_t selector : kKnownHashes)
-        for (size_t size = 1; size <= 200; ++size) {
+        for (size_t size = 1; size <= 65536; size += size < 200 ? 1 : 65336) {
             SCOPED_TRACE(size);
             expect_plain(decrypt_small(good_cipher(size, selector), kSmallD, selector), ZOK_OK,
                          test_bytes(size, 71));
         }
-}
-
-TEST(ZokExternalDecryptEcc, SixtyFourKibibytes) {
-    expect_plain(decrypt_small(good_cipher(65536)), ZOK_OK, test_bytes(65536, 71));
 }
 
 TEST(ZokExternalDecryptEcc, WhatWasEncryptedComesBack) {
@@ -71,52 +66,10 @@ TEST(ZokExternalDecryptEcc, CiphertextsOfTheProcessWideCallAreTheSameAndDecrypt)
     uninstall();
 }
 
-TEST(ZokExternalDecryptEcc, DrawsNoNumber) {
-    FakeEntropy entropy;
-    EXPECT_EQ(decrypt_small(good_cipher(45)).status, ZOK_OK);
-    EXPECT_EQ(entropy.number_calls, 0u);
-    EXPECT_EQ(entropy.calls(), 0u);
-}
-
 TEST(ZokExternalDecryptEcc, KeptPlaintextStaysWrittenAfterAMismatch) {
     const ByteString cipher = good_cipher(45);
     expect_plain(decrypt_small(flipped(cipher, 8 * (cipher.size() - 1))), ZOK_ERR_INTERNAL,
                  test_bytes(45, 71));
-}
-
-TEST(ZokExternalDecryptEcc, EveryFlippedBitOfTheCheckValueIsAMismatch) {
-    const ByteString cipher = good_cipher(45);
-    for (size_t bit = 8 * (kC2 + 45); bit < 8 * cipher.size(); ++bit) {
-        SCOPED_TRACE(bit);
-        expect_plain(decrypt_small(flipped(cipher, bit)), ZOK_ERR_INTERNAL, test_bytes(45, 71));
-    }
-}
-
-TEST(ZokExternalDecryptEcc, EveryFlippedBitOfTheMaskedMessageFlipsThePlaintextAndIsAMismatch) {
-    const ByteString cipher = good_cipher(45);
-    for (size_t bit = 0; bit < 8 * 45; ++bit) {
-        SCOPED_TRACE(bit);
-        expect_plain(decrypt_small(flipped(cipher, 8 * kC2 + bit)), ZOK_ERR_INTERNAL,
-                     flipped(test_bytes(45, 71), bit));
-    }
-}
-
-TEST(ZokExternalDecryptEcc, FlippedBitOfC1IsAMismatch) {
-    const Curve &c = curve("sm2p256v1");
-    const ByteString message = test_bytes(33, 73);
-    GuardedBuffer out(97 + 33);
-    uint32_t length = 0;
-    FakeEntropy entropy;
-    queue_numbers(entropy, {0xC0FFEE});
-    ASSERT_EQ(flat_encrypt(sm2_session(), public_key(fixed_bytes(c.G.x, 32), fixed_bytes(c.G.y, 32)), message,
-                           out.data(), &length),
-              ZOK_OK);
-    for (size_t bit = 8; bit < 8 * 65; bit += 29) {
-        const Decrypted got = flat_decrypt(sm2_session(), private_key({1}), flipped(out.all(), bit));
-        EXPECT_EQ(got.status, ZOK_ERR_INTERNAL) << bit;
-        EXPECT_EQ(got.length, 33u) << bit;
-        EXPECT_TRUE(got.clean) << bit;
-    }
 }
 
 TEST(ZokExternalDecryptEcc, EveryOtherFirstByteReturns1000027) {
