@@ -205,7 +205,9 @@ void add_pairs() {
                set(&SessionArguments::cipher, nullptr));
     decryption(ZOK_ERR_INTERNAL, "unknown identifier, no output", set(&SessionArguments::out, nullptr));
     decryption(ZOK_ERR_INTERNAL, "unknown identifier, no length", set(&SessionArguments::out_len, nullptr));
-    decryption(ZOK_ERR_INTERNAL, "unknown identifier, no h", in(session_without_h));
+    // Its order is even: in the hardened build there are no private numbers.
+    decryption(kHardened ? ZOK_ERR_ARGUMENT : ZOK_ERR_INTERNAL, "unknown identifier, no h",
+               in(session_without_h));
     for (const NamedSessionCall &call : {kDecrypt, kFlatDecrypt})
         for (const Spoil &first : {in(session_without_h), Spoil(unknown_hash)})
             bad(call.name, "curve or hash, wrong check value", [=, run = call.call] {
@@ -292,7 +294,10 @@ void add_missing_memory() {
          set(&SessionArguments::public_record, small_public_key(0, 763)));
     wins(kFlatEncrypt, "no memory, no order", in(session_without_order));
     wins(kFlatEncrypt, "no memory, unknown hash", unknown_hash);
-    wins(kFlatDecrypt, "no memory, no h", in(session_without_h));
+    if (kHardened)
+        loses(kFlatDecrypt, "no h, no memory", in(session_without_h));
+    else
+        wins(kFlatDecrypt, "no memory, no h", in(session_without_h));
     wins(kFlatDecrypt, "no memory, unknown hash", unknown_hash);
     wins(kFlatDecrypt, "no memory, wrong check value", no_check);
 }

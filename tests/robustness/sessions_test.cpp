@@ -124,8 +124,9 @@ void add_scalars() {
         for (const NamedSessionCall &call : {kDecrypt, kFlatDecrypt, kEcdh})
             refuses(call, ZOK_ERR_ARGUMENT, "d = " + to_hex(d), spoil);
         refuses(kSign, ZOK_ERR_SIGN, "d = " + to_hex(d), spoil);
-        // The public key of a d wider than the table takes a digit buffer; without one it is infinity.
-        const bool fits = d.size() == 20 && d[0] == 0;
+        // The public key of a d wider than the table takes a digit buffer; without one it is infinity. The
+        // hardened build refuses d first.
+        const bool fits = (d.size() == 20 && d[0] == 0) || kHardened;
         const Memory memory = {.allocations = fits ? 2u : 3u, .digit_buffers = fits ? 0 : 1};
         refuses(kSignHash, ZOK_ERR_SIGN, "d = " + to_hex(d), spoil, kSm2Only, memory);
         refuses(kSignHash, ZOK_ERR_SIGN, "d = " + to_hex(d), spoil, kOtherOnly);
@@ -135,7 +136,7 @@ void add_scalars() {
                 a.session = sm2_session();
                 a.private_record = private_key(ByteString(64, 0xFF));
             },
-            kSm2Only, {.allocations = 3, .digit_buffers = 1});
+            kSm2Only, {.allocations = kHardened ? 2u : 3u, .digit_buffers = 1});
     refuses(kEcdh, ZOK_ERR_ARGUMENT, "the order of the SM2 curve", [](SessionArguments &a) {
         const Curve &c = curve("sm2p256v1");
         a.session = sm2_session();
