@@ -85,12 +85,14 @@ ZOKECC_OWN_FRAME void multiply_and_reduce(const mint &a, const mint &b, const mi
 
 int32_t mint_mod_mul(const mint *a, const mint *b, const mint *p, mint *out)
 {
-    if (is_zero(*a) || is_zero(*b)) {
-        set_zero(*out);
-        return 0;
-    }
     const uint32_t a_used = used_words(*a);
     const uint32_t b_used = used_words(*b);
+    if (a_used < 2 || b_used < 2) {  // else neither is zero
+        if (is_zero(*a) || is_zero(*b)) {
+            set_zero(*out);
+            return 0;
+        }
+    }
     const uint32_t p_used = used_words(*p);
     if (p_used > kWordsPerLimb<NativeLimb> && p->words[p_used - 1] != 0) {
         // Written last, so out may be any of the operands.

@@ -117,32 +117,45 @@ private:
     L d1_, d0_, v_;
 };
 
-// u[u_count + 1] becomes its remainder by v[v_count], whose top bit is set, and
-// quotient[u_count - v_count + 1], which may be null, the quotient; v_count is 2 or more. u's top limb
-// is what shifting it by as many bits as v left there.
-template <class L>
-ZOKECC_ONE_COPY void divide_normalised(L *u, unsigned u_count, const L *v, unsigned v_count, L *quotient)
+// Divides u[u_count + 1] by v[v_count], whose top bit is set; v_count is 2 or more. u's top limb is what
+// shifting it by as many bits as v left there. Leaves the remainder, or its complement, in the lowest v_count
+// limbs of u and the quotient in the u_count - v_count + 1 above them.
+template <class L, bool complemented = kComplementedDividend<L>>
+ZOKECC_ONE_COPY void divide_normalised(L *u, unsigned u_count, const L *v, unsigned v_count)
 {
+    constexpr L kFlip = complemented ? static_cast<L>(~L{0}) : L{0};  // between a limb of u and its value
     const DigitFinder<L> finder(v[v_count - 1], v[v_count - 2]);
+    if constexpr (complemented) complement_limbs(u, u_count + 1, u);
     for (unsigned position = u_count - v_count + 1; position-- > 0;) {
         L *const span = u + position;
-        L digit = finder.digit(span[v_count], span[v_count - 1], span[v_count - 2]);
-        const L taken = mul_sub_limbs(v, digit, v_count, span);
-        const bool too_large = span[v_count] < taken;
-        span[v_count] -= taken;
-        if (too_large) {  // by one: three limbs of the span against two of the divisor
+        const L top = span[v_count] ^ kFlip;
+        L digit = finder.digit(top, span[v_count - 1] ^ kFlip, span[v_count - 2] ^ kFlip);
+        const L taken =
+            complemented ? mul_add_limbs(v, digit, v_count, span) : mul_sub_limbs(v, digit, v_count, span);
+        if (top < taken) [[unlikely]] {  // by one: three limbs of the span against two of the divisor
             --digit;
-            span[v_count] += add_limbs(span, v, v_count, span);
+            [[maybe_unused]] L ones;
+            if constexpr (complemented)
+                sub_limbs(span, v, v_count, span, ones);
+            else
+                add_limbs(span, v, v_count, span);
         }
-        if (quotient != nullptr) quotient[position] = digit;
+        span[v_count] = digit;
     }
 }
 
-// remainder[count] = x 2^-bits, for what divide_normalised leaves.
-template <class L>
+// remainder[count] = x 2^-bits, for what divide_normalised leaves; or for x itself, not complemented.
+template <class L, bool complemented = kComplementedDividend<L>>
 inline void write_remainder(L *x, unsigned count, unsigned bits, uint32_t *remainder)
 {
-    if (bits != 0) shift_limbs_down(x, limbs_for<L>(count), bits);
+    const unsigned n = limbs_for<L>(count);
+    if constexpr (complemented && kWordsPerLimb<L> == 1) {
+        complement_limbs(x, n, remainder);
+        if (bits != 0) shift_limbs_down(remainder, n, bits);
+        return;
+    }
+    if constexpr (complemented) complement_limbs(x, n, x);
+    if (bits != 0) shift_limbs_down(x, n, bits);
     std::memcpy(remainder, x, 4 * count);
 }
 
@@ -162,18 +175,14 @@ ZOKECC_ONE_COPY void divide_limbs(const uint32_t *u, uint32_t u_count, const uin
 {
     L dividend[limbs_for<L>(kProductWords) + 1];
     L divisor_room[limbs_for<L>(kMintWords) + 1];
-    L digits_room[kWordsPerLimb<L> == 1 ? 1 : limbs_for<L>(kProductWords)];
-    L *digits = digits_room;
-    if constexpr (kWordsPerLimb<L> == 1) digits = quotient;
     const unsigned u_limbs = limbs_for<L>(u_count);
     const unsigned v_limbs = limbs_for<L>(v_count);
     const L *divisor = as_limbs(v, v_count, divisor_room);
     const unsigned bits = leading_zeros(divisor[v_limbs - 1]);
     divisor = shifted_up(divisor, v_limbs, bits, divisor_room);
     shift_limbs_up(as_limbs(u, u_count, dividend), u_limbs, bits, dividend);
-    divide_normalised(dividend, u_limbs, divisor, v_limbs, digits);
-    if (kWordsPerLimb<L> != 1 && quotient != nullptr)
-        std::memcpy(quotient, digits, 4 * (u_count - v_count + 1));
+    divide_normalised(dividend, u_limbs, divisor, v_limbs);
+    if (quotient != nullptr) std::memcpy(quotient, dividend + v_limbs, 4 * (u_count - v_count + 1));
     write_remainder(dividend, v_count, bits, remainder);
 }
 
@@ -181,6 +190,7 @@ ZOKECC_ONE_COPY void divide_limbs(const uint32_t *u, uint32_t u_count, const uin
 template <class L>
 ZOKECC_ONE_COPY void multiply_limbs(const L *x, unsigned x_limbs, const L *y, unsigned y_limbs, L *out)
 {
+    if (multiply_unrolled(x, x_limbs, y, y_limbs, out)) return;
     for (unsigned i = 0; i < x_limbs; ++i) out[i] = 0;
     for (; y_limbs > 0; --y_limbs) {
         out[x_limbs] = mul_add_limbs(x, *y++, x_limbs, out);
@@ -237,9 +247,13 @@ ZOKECC_OWN_FRAME void multiply_and_divide(const uint32_t *a, uint32_t a_count, c
     product[count] = 0;
     // The product of reduced factors is below p 2^(all of p's bits): its first digit is zero.
     if (count > p_limbs && is_below(product + count - p_limbs, divisor, p_limbs)) --count;
-    if (count >= p_limbs) divide_normalised<L>(product, count, divisor, p_limbs, nullptr);
-    for (unsigned i = count; i <= p_limbs; ++i) product[i] = 0;
-    write_remainder(product, p_count, bits, remainder);
+    if (count >= p_limbs) {
+        divide_normalised(product, count, divisor, p_limbs);
+        write_remainder(product, p_count, bits, remainder);
+    } else {
+        for (unsigned i = count; i < p_limbs; ++i) product[i] = 0;
+        write_remainder<L, false>(product, p_count, bits, remainder);
+    }
 }
 
 extern template void multiply_words<NativeLimb>(const uint32_t *, uint32_t, const uint32_t *, uint32_t,

@@ -25,6 +25,8 @@
 #include <cstdint>
 #include <cstring>
 
+#include "base/config.h"
+
 namespace zokecc {
 
 static_assert(std::endian::native == std::endian::little);
@@ -195,6 +197,26 @@ inline L mul_sub_limbs(const L *x, L w, unsigned n, L *out)
         out[i] -= low;
     }
     return carry;
+}
+
+// True where a dividend is held as its complement while multiples of the divisor are taken off: they are
+// then added, which takes fewer instructions where one multiplies and adds twice.
+template <class L>
+inline constexpr bool kComplementedDividend = false;
+
+// out[n] = B^n - 1 - x[n]; out may be x.
+template <class L>
+inline void complement_limbs(const L *x, unsigned n, L *out)
+{
+    for (unsigned i = 0; i < n; ++i) out[i] = static_cast<L>(~x[i]);
+}
+
+// out[x_count + y_count] = x[x_count] y[y_count], if there is an unrolled product of these counts; else
+// false. out is neither x nor y.
+template <class L>
+inline bool multiply_unrolled(const L *, unsigned, const L *, unsigned, L *)
+{
+    return false;
 }
 
 // A sum of products, three limbs wide. Adds of up to 2^(bits of a limb) products cannot overflow.

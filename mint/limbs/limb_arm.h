@@ -120,54 +120,106 @@ inline void shift_limbs_down(uint32_t *x, unsigned n, unsigned bits)
             : "r4", "r5", "r6", "r8", "r9", "memory");
 }
 
-// (2^32 - 1)^2 + 2 (2^32 - 1) = 2^64 - 1: a product, the word there and the carry fit two words.
-#define ZOKECC_ARM_MUL_ADD_PAIR \
-    "ldmia %[x]!, {r4, r5}\n\tldmia %[out], {r6, r8}\n\t" \
-    "adds r6, r6, %[carry]\n\tmov %[carry], #0\n\tadc %[carry], %[carry], #0\n\t" \
-    "umlal r6, %[carry], r4, %[w]\n\t" \
-    "adds r8, r8, %[carry]\n\tmov %[carry], #0\n\tadc %[carry], %[carry], #0\n\t" \
-    "umlal r8, %[carry], r5, %[w]\n\tstmia %[out]!, {r6, r8}\n\t"
+// A row takes four words at a time with every register there is. It saves those of the compiler itself: two
+// instructions, where clobbers would make the compiler store what it holds one by one.
+#define ZOKECC_ARM_ROW(step) \
+    __asm__ volatile("push {r4-r11}\n\tmov ip, #0\n\tsubs r2, r2, #4\n\tblo 2f\n" \
+                     "1:\n\tldmia r0!, {r4-r7}\n\tldmia r3, {r8-r11}\n\t" step "subs r2, r2, #4\n\tbhs 1b\n" \
+                     "2:\n\tpop {r4-r11}" \
+                     : "+r"(x_pointer), "+r"(left), "+r"(out_pointer), "=r"(carry) \
+                     : "r"(factor) \
+                     : "lr", "cc", "memory")
+
+#if __ARM_ARCH >= 6
+// umaal adds the word there and the carry to a product: (2^32 - 1)^2 + 2 (2^32 - 1) = 2^64 - 1.
+#define ZOKECC_ARM_ADD_STEP \
+    "umaal r8, ip, r4, r1\n\tumaal r9, ip, r5, r1\n\tumaal r10, ip, r6, r1\n\tumaal r11, ip, r7, r1\n\t" \
+    "stmia r3!, {r8-r11}\n\t"
+#else
+// The words of x w go to the words there in one chain of carries, which umlal leaves alone.
+#define ZOKECC_ARM_ADD_STEP \
+    "mov lr, #0\n\tumlal r8, lr, r4, r1\n\tadds r8, r8, ip\n\t" \
+    "mov ip, #0\n\tumlal r9, ip, r5, r1\n\tadcs r9, r9, lr\n\t" \
+    "mov lr, #0\n\tumlal r10, lr, r6, r1\n\tadcs r10, r10, ip\n\t" \
+    "mov ip, #0\n\tumlal r11, ip, r7, r1\n\tadcs r11, r11, lr\n\t" \
+    "stmia r3!, {r8-r11}\n\tadc ip, ip, #0\n\t"
+#endif
+// Those of x w + carry are taken from the words there.
+#define ZOKECC_ARM_SUB_STEP \
+    "mov lr, #0\n\tumlal ip, lr, r4, r1\n\tsubs r8, r8, ip\n\t" \
+    "mov ip, #0\n\tumlal lr, ip, r5, r1\n\tsbcs r9, r9, lr\n\t" \
+    "mov lr, #0\n\tumlal ip, lr, r6, r1\n\tsbcs r10, r10, ip\n\t" \
+    "mov ip, #0\n\tumlal lr, ip, r7, r1\n\tsbcs r11, r11, lr\n\t" \
+    "stmia r3!, {r8-r11}\n\taddcc ip, ip, #1\n\t"
 
 inline uint32_t mul_add_limbs(const uint32_t *x, uint32_t w, unsigned n, uint32_t *out)
 {
-    uint32_t carry = 0;
-    for (unsigned groups = n / 4; groups > 0; --groups)
-        __asm__ volatile(ZOKECC_ARM_MUL_ADD_PAIR ZOKECC_ARM_MUL_ADD_PAIR
-                         : [x] "+r"(x), [out] "+r"(out), [carry] "+r"(carry)
-                         : [w] "r"(w)
-                         : "r4", "r5", "r6", "r8", "cc", "memory");
+    register const uint32_t *x_pointer __asm__("r0") = x;
+    register uint32_t factor __asm__("r1") = w;
+    register unsigned left __asm__("r2") = n;
+    register uint32_t *out_pointer __asm__("r3") = out;
+    register uint32_t carry __asm__("ip");
+    ZOKECC_ARM_ROW(ZOKECC_ARM_ADD_STEP);
+    x = x_pointer;
+    out = out_pointer;
+    uint32_t above = carry;
     for (n %= 4; n > 0; --n) {
-        const uint64_t sum = uint64_t{*x++} * w + *out + carry;
+        const uint64_t sum = uint64_t{*x++} * w + *out + above;
         *out++ = static_cast<uint32_t>(sum);
-        carry = static_cast<uint32_t>(sum >> 32);
+        above = static_cast<uint32_t>(sum >> 32);
     }
-    return carry;
+    return above;
 }
-#undef ZOKECC_ARM_MUL_ADD_PAIR
-
-#define ZOKECC_ARM_MUL_SUB_PAIR \
-    "ldmia %[x]!, {r4, r5}\n\tldmia %[out], {r6, r8}\n\t" \
-    "mov r9, #0\n\tumlal %[carry], r9, r4, %[w]\n\tsubs r6, r6, %[carry]\n\taddcc r9, r9, #1\n\t" \
-    "mov %[carry], #0\n\tumlal r9, %[carry], r5, %[w]\n\tsubs r8, r8, r9\n\t" \
-    "addcc %[carry], %[carry], #1\n\tstmia %[out]!, {r6, r8}\n\t"
 
 inline uint32_t mul_sub_limbs(const uint32_t *x, uint32_t w, unsigned n, uint32_t *out)
 {
-    uint32_t carry = 0;
-    for (unsigned groups = n / 4; groups > 0; --groups)
-        __asm__ volatile(ZOKECC_ARM_MUL_SUB_PAIR ZOKECC_ARM_MUL_SUB_PAIR
-                         : [x] "+r"(x), [out] "+r"(out), [carry] "+r"(carry)
-                         : [w] "r"(w)
-                         : "r4", "r5", "r6", "r8", "r9", "cc", "memory");
+    register const uint32_t *x_pointer __asm__("r0") = x;
+    register uint32_t factor __asm__("r1") = w;
+    register unsigned left __asm__("r2") = n;
+    register uint32_t *out_pointer __asm__("r3") = out;
+    register uint32_t carry __asm__("ip");
+    ZOKECC_ARM_ROW(ZOKECC_ARM_SUB_STEP);
+    x = x_pointer;
+    out = out_pointer;
+    uint32_t above = carry;
     for (n %= 4; n > 0; --n) {
-        const uint64_t product = uint64_t{*x++} * w + carry;
+        const uint64_t product = uint64_t{*x++} * w + above;
         const uint32_t low = static_cast<uint32_t>(product);
-        carry = static_cast<uint32_t>(product >> 32) + (*out < low ? 1 : 0);
+        above = static_cast<uint32_t>(product >> 32) + (*out < low ? 1 : 0);
         *out++ -= low;
     }
-    return carry;
+    return above;
 }
-#undef ZOKECC_ARM_MUL_SUB_PAIR
+#undef ZOKECC_ARM_SUB_STEP
+#undef ZOKECC_ARM_ADD_STEP
+#undef ZOKECC_ARM_ROW
+
+inline void complement_limbs(const uint32_t *x, unsigned n, uint32_t *out)
+{
+    for (; n % 4 != 0; --n) *out++ = ~*x++;
+    for (; n > 0; n -= 4)
+        __asm__ volatile("ldmia %[x]!, {r4, r5, r6, r8}\n\tmvn r4, r4\n\tmvn r5, r5\n\tmvn r6, r6\n\t"
+                         "mvn r8, r8\n\tstmia %[out]!, {r4, r5, r6, r8}"
+                         : [x] "+r"(x), [out] "+r"(out)
+                         :
+                         : "r4", "r5", "r6", "r8", "memory");
+}
+
+#if __ARM_ARCH >= 6
+template <>
+inline constexpr bool kComplementedDividend<uint32_t> = true;
+
+// modulus_32.cpp
+void multiply_eight_words(const uint32_t *a, const uint32_t *b, uint32_t *out);
+
+inline bool multiply_unrolled(const uint32_t *x, unsigned x_count, const uint32_t *y, unsigned y_count,
+                              uint32_t *out)
+{
+    if (kSmall || x_count != 8 || y_count != 8) return false;
+    multiply_eight_words(x, y, out);
+    return true;
+}
+#endif
 
 }  // namespace zokecc
 

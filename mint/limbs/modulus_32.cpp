@@ -9,6 +9,11 @@ bool multiply_eight(const WordModulus &p, const uint32_t *a, const uint32_t *b, 
     return WordLimbs<8>::multiply(p, a, b, out);
 }
 
+void multiply_eight_words(const uint32_t *a, const uint32_t *b, uint32_t *out)
+{
+    WordLimbs<8>::product(a, b, out);
+}
+
 namespace {
 
 ZOKECC_ONE_COPY bool multiply_words(const WordModulus &p, const uint32_t *a, const uint32_t *b, uint32_t *out)

@@ -70,16 +70,7 @@ public:
         return open == 0;
     }
 
-private:
-    // low + high B = a b
-    ZOKECC_INLINE static void multiply_words(Limb &low, Limb &high, Limb a, Limb b)
-    {
-        const Double<Limb> product = Double<Limb>{a} * b;
-        low = static_cast<Limb>(product);
-        high = static_cast<Limb>(product >> 32);
-    }
-
-    // x[2 N] = a[N] b[N]. Two rows at a time: a word of b is loaded once for both.
+    // x[2 N] = a[N] b[N]; x is neither a nor b. Two rows at a time: a word of b is loaded once for both.
     ZOKECC_INLINE static void product(const Limb *a, const Limb *b, Limb *x)
     {
 #pragma GCC unroll 5
@@ -110,6 +101,15 @@ private:
             for (unsigned j = 0; j < N; ++j) multiply_add_both(x[N - 1 + j], c, a[N - 1], b[j]);
             x[2 * N - 1] = c;
         }
+    }
+
+private:
+    // low + high B = a b
+    ZOKECC_INLINE static void multiply_words(Limb &low, Limb &high, Limb a, Limb b)
+    {
+        const Double<Limb> product = Double<Limb>{a} * b;
+        low = static_cast<Limb>(product);
+        high = static_cast<Limb>(product >> 32);
     }
 
     // columns[N + 2] = those from N on of top[N + 1] times half of M.

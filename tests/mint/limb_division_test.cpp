@@ -111,6 +111,31 @@ TYPED_TEST(FastDivide, EveryPairOfLengths) {
             }
 }
 
+// Whichever form of the dividend a machine takes, quotient and remainder are the same.
+TYPED_TEST(FastDivide, DividendAsItsComplement) {
+    using L = TypeParam;
+    constexpr unsigned kLimbs = zokecc::limbs_for<L>(kProductWords) + 1;
+    for (int round = 0; round < rounds(6000); ++round) {
+        this->draw_divisor();
+        this->draw_dividend();
+        L room[kLimbs] = {};
+        L divisor[kLimbs] = {};
+        L plain[kLimbs] = {};
+        const unsigned u_limbs = zokecc::limbs_for<L>(this->u_count);
+        const unsigned v_limbs = zokecc::limbs_for<L>(this->v_count);
+        const L *limbs = zokecc::as_limbs<L>(this->v, this->v_count, room);
+        const unsigned bits = zokecc::leading_zeros(limbs[v_limbs - 1]);
+        zokecc::shift_limbs_up(limbs, v_limbs, bits, divisor);
+        zokecc::shift_limbs_up(zokecc::as_limbs<L>(this->u, this->u_count, room), u_limbs, bits, plain);
+        L flipped[kLimbs];
+        std::memcpy(flipped, plain, sizeof flipped);
+        zokecc::divide_normalised<L, false>(plain, u_limbs, divisor, v_limbs);
+        zokecc::divide_normalised<L, true>(flipped, u_limbs, divisor, v_limbs);
+        zokecc::complement_limbs(flipped, v_limbs, flipped);
+        ASSERT_EQ(0, std::memcmp(plain, flipped, sizeof flipped)) << this->draw.where();
+    }
+}
+
 TYPED_TEST(FastDivide, ReciprocalsOfLimbs) {
     using L = TypeParam;
     const L lowest = L{1} << (zokecc::kLimbBits<L> - 1);
