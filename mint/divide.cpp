@@ -50,7 +50,7 @@ uint32_t estimate_digit(uint32_t u0, uint32_t u1, uint32_t u2, uint32_t d1, uint
 // Takes digit * v[count] off span[count + 1] and returns the true digit.
 uint32_t subtract_multiple(uint32_t *span, const uint32_t *v, uint32_t count, uint32_t digit)
 {
-    const uint32_t taken = mul_sub_limbs<uint32_t>(v, digit, count, span);
+    const uint32_t taken = portable::mul_sub_limbs(v, digit, count, span);
     const bool too_large = span[count] < taken;
     span[count] -= taken;
     if (too_large) {

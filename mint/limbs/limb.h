@@ -5,7 +5,8 @@
 // bits. Each step has a portable body; the few lines of assembly below say the same to a
 // compiler that would not find the instruction by itself, and pass the same tests.
 //
-// Where each step has its body; "here" is this file, in C++, and "sums" stands for modular_sums:
+// Where each step has its body; "here" is this file, in C++, and "sums" stands for modular_sums. The bodies
+// here are in the namespace portable, those of a machine in x86_64 or arm; the end of this file chooses.
 //
 //   Call                          x86-64            ARMv5TE              ARMv6 and later   elsewhere
 //   add_limbs, sub_limbs          limb_x86_64.h     limb_arm.h           limb_arm.h        here
@@ -85,9 +86,39 @@ inline L all_ones_mark(L limb)
         return (~limb - 0x0000000100000001u) & limb & 0x8000000080000000u;
 }
 
+template <class L>
+inline bool is_below(const L *a, const L *b, unsigned n)
+{
+    while (n-- > 0)
+        if (a[n] != b[n]) return a[n] < b[n];
+    return false;
+}
+
+// out[n + 1] = x[n] * 2^bits, bits below those of a limb. out may be x.
+template <class L>
+inline void shift_limbs_up(const L *x, unsigned n, unsigned bits, L *out)
+{
+    L below = 0;
+    const unsigned down = kLimbBits<L> - 1 - bits;  // and one more: bits may be 0
+    for (unsigned i = 0; i < n; ++i) {
+        const L limb = x[i];
+        out[i] = limb << bits | below;
+        below = limb >> 1 >> down;
+    }
+    out[n] = below;
+}
+
 // The steps below are done for so many limbs at a time; counts that it divides cost the least.
 template <class L>
 constexpr unsigned kLimbGroup = sizeof(L) == 4 ? 4 : 1;
+
+// True where a dividend is held as its complement while multiples of the divisor are taken off: they are
+// then added, which takes fewer instructions where one multiplies and adds twice.
+template <class L>
+inline constexpr bool kComplementedDividend = kArmUmaal && sizeof(L) == 4;
+
+// The steps with a body of their own on some machines.
+namespace portable {
 
 // out[n] = a[n] + b[n]; returns the carry. out may be a or b.
 template <class L>
@@ -113,28 +144,6 @@ inline L sub_limbs(const L *a, const L *b, unsigned n, L *out, L &ones)
     }
     ones = marks;
     return borrow;
-}
-
-template <class L>
-inline bool is_below(const L *a, const L *b, unsigned n)
-{
-    while (n-- > 0)
-        if (a[n] != b[n]) return a[n] < b[n];
-    return false;
-}
-
-// out[n + 1] = x[n] * 2^bits, bits below those of a limb. out may be x.
-template <class L>
-inline void shift_limbs_up(const L *x, unsigned n, unsigned bits, L *out)
-{
-    L below = 0;
-    const unsigned down = kLimbBits<L> - 1 - bits;  // and one more: bits may be 0
-    for (unsigned i = 0; i < n; ++i) {
-        const L limb = x[i];
-        out[i] = limb << bits | below;
-        below = limb >> 1 >> down;
-    }
-    out[n] = below;
 }
 
 // x[n] /= 2^bits, 0 < bits < those of a limb.
@@ -199,11 +208,6 @@ inline L mul_sub_limbs(const L *x, L w, unsigned n, L *out)
     return carry;
 }
 
-// True where a dividend is held as its complement while multiples of the divisor are taken off: they are
-// then added, which takes fewer instructions where one multiplies and adds twice.
-template <class L>
-inline constexpr bool kComplementedDividend = false;
-
 // out[n] = B^n - 1 - x[n]; out may be x.
 template <class L>
 inline void complement_limbs(const L *x, unsigned n, L *out)
@@ -218,6 +222,10 @@ inline bool multiply_unrolled(const L *, unsigned, const L *, unsigned, L *)
 {
     return false;
 }
+
+}  // namespace portable
+
+using namespace portable;
 
 // A sum of products, three limbs wide. Adds of up to 2^(bits of a limb) products cannot overflow.
 struct PortableSum {
@@ -254,14 +262,21 @@ struct PortableSum {
 
 }  // namespace zokecc
 
+// The one place where the steps are chosen: those of the machine, for its own limbs, win over the templates.
 #if defined(__x86_64__) && !defined(ZOKECC_NO_ASSEMBLY)
 #include "mint/limbs/limb_x86_64.h"
+namespace zokecc {
+using namespace x86_64;
+}
 #else
 namespace zokecc {
 using NativeSum = PortableSum;
 }
 #if defined(__arm__) && !defined(__thumb__) && !defined(ZOKECC_NO_ASSEMBLY)
 #include "mint/limbs/limb_arm.h"
+namespace zokecc {
+using namespace arm;
+}
 #endif
 #endif
 

@@ -1,11 +1,18 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The chains of limb.h in ARM's own instructions: four words at a time, the carry in the flags.
 //
-// Each overload takes the place of the template above it for 32-bit words. Included by limb.h only.
+// Each takes the place of its namesake in portable for 32-bit words. Included by limb.h only.
 #ifndef ZOKECC_MINT_LIMBS_LIMB_ARM_H
 #define ZOKECC_MINT_LIMBS_LIMB_ARM_H
 
 namespace zokecc {
+
+// modulus_32.cpp
+void multiply_eight_words(const uint32_t *a, const uint32_t *b, uint32_t *out);
+
+}  // namespace zokecc
+
+namespace zokecc::arm {
 
 inline uint32_t add_limbs(const uint32_t *a, const uint32_t *b, unsigned n, uint32_t *out)
 {
@@ -60,12 +67,13 @@ inline uint64_t multiply_add(uint64_t sum, uint32_t a, uint32_t b)
     return sum;
 }
 
-#if __ARM_ARCH >= 6
 inline void multiply_add_both(uint32_t &low, uint32_t &high, uint32_t a, uint32_t b)
 {
-    __asm__("umaal %0, %1, %2, %3" : "+r"(low), "+r"(high) : "r"(a), "r"(b));
+    if constexpr (kArmUmaal)
+        __asm__("umaal %0, %1, %2, %3" : "+r"(low), "+r"(high) : "r"(a), "r"(b));
+    else
+        portable::multiply_add_both(low, high, a, b);
 }
-#endif
 
 template <unsigned count>
 inline uint64_t add_column(uint64_t sum, const uint32_t *a, const uint32_t *b)
@@ -205,22 +213,17 @@ inline void complement_limbs(const uint32_t *x, unsigned n, uint32_t *out)
                          : "r4", "r5", "r6", "r8", "memory");
 }
 
-#if __ARM_ARCH >= 6
-template <>
-inline constexpr bool kComplementedDividend<uint32_t> = true;
-
-// modulus_32.cpp
-void multiply_eight_words(const uint32_t *a, const uint32_t *b, uint32_t *out);
-
 inline bool multiply_unrolled(const uint32_t *x, unsigned x_count, const uint32_t *y, unsigned y_count,
                               uint32_t *out)
 {
-    if (kSmall || x_count != 8 || y_count != 8) return false;
-    multiply_eight_words(x, y, out);
-    return true;
+    if constexpr (kArmUmaal && !kSmall) {
+        if (x_count != 8 || y_count != 8) return false;
+        multiply_eight_words(x, y, out);
+        return true;
+    }
+    return false;
 }
-#endif
 
-}  // namespace zokecc
+}  // namespace zokecc::arm
 
 #endif

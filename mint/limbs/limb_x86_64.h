@@ -1,7 +1,7 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The chains of limb.h in x86-64's own instructions: the carry in the flags, and the long product.
 //
-// Each overload takes the place of the template above it for 64-bit limbs. Included by limb.h only.
+// Each takes the place of its namesake in portable for 64-bit limbs. Included by limb.h only.
 #ifndef ZOKECC_MINT_LIMBS_LIMB_X86_64_H
 #define ZOKECC_MINT_LIMBS_LIMB_X86_64_H
 
@@ -10,7 +10,7 @@
 #include "base/cpu_x86_64.h"
 #include "base/linkage.h"
 
-namespace zokecc {
+namespace zokecc::x86_64 {
 
 inline uint64_t add_limbs(const uint64_t *a, const uint64_t *b, unsigned n, uint64_t *out)
 {
@@ -155,6 +155,6 @@ struct NativeSum : AssembledSum {
 #undef ZOKECC_ROW
 #undef ZOKECC_ROW_STEP
 
-}  // namespace zokecc
+}  // namespace zokecc::x86_64
 
 #endif
