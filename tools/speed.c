@@ -2,13 +2,15 @@
 /*
  * Measures how many operations the library does in a second, family by family.
  *
- *     zokecc-speed [SECONDS [PART]]
+ *     zokecc-speed [SECONDS [PART [FILE]]]
  *
  * Prints what is measured. Each operation, or each whose name contains PART, is repeated for SECONDS (1;
- * 0.1 will do) of processor time. The exit status is 0 if all of them did what they should, 1 if one
- * failed, and 2 for wrong arguments, with a list of the parts if there is no such PART.
+ * 0.1 will do) of processor time. FILE is what an earlier run has printed, with the other build for example:
+ * its times get a column, and how many times as long an operation takes now another one. The exit status is
+ * 0 if all of them did what they should, 1 if one failed, and 2 for wrong arguments, with a list of the parts
+ * if there is no such PART.
  *
- * Where a product with a point other than the base point is in it, an operation leaves its digit
+ * In the default build an operation that multiplies a point other than the base point leaves its digit
  * buffer allocated, some 260 bytes; a long run needs memory for these.
  */
 #include "speed.h"
@@ -19,6 +21,8 @@
 #include <time.h>
 
 #include "about.h"
+
+enum { NAME_COLUMNS = 34 }; /* of a line, for the name of an operation */
 
 typedef struct speed_family {
     int (*prepare)(void);
@@ -55,14 +59,32 @@ static double seconds_each(const speed_operation *operation, double enough)
 static void print_time(double seconds)
 {
     if (seconds < 1e-3)
-        printf("%10.2f us\n", seconds * 1e6);
+        printf("%10.2f us", seconds * 1e6);
     else
-        printf("%10.3f ms\n", seconds * 1e3);
+        printf("%10.3f ms", seconds * 1e3);
 }
 
-static int measure(const speed_operation *operation, double enough)
+/* The seconds of one that an earlier run has printed for an operation, or 0 if there are none. */
+static double earlier_seconds(FILE *earlier, const char *name)
 {
-    printf("%-34s ", operation->name);
+    char line[128];
+    char wanted[NAME_COLUMNS + 2];
+    snprintf(wanted, sizeof wanted, "%-*s ", NAME_COLUMNS, name);
+    rewind(earlier);
+    while (fgets(line, sizeof line, earlier) != NULL) {
+        char *end = NULL;
+        if (strncmp(line, wanted, NAME_COLUMNS + 1) != 0) continue;
+        strtod(line + NAME_COLUMNS + 1, &end); /* how many in a second */
+        const double time = strtod(end, &end);
+        return strncmp(end, " ms", 3) == 0 ? time * 1e-3 : time * 1e-6;
+    }
+    return 0;
+}
+
+/* earlier may be null. */
+static int measure(const speed_operation *operation, double enough, FILE *earlier)
+{
+    printf("%-*s ", NAME_COLUMNS, operation->name);
     fflush(stdout);
     const double each = seconds_each(operation, enough);
     if (each < 0) {
@@ -71,6 +93,12 @@ static int measure(const speed_operation *operation, double enough)
     }
     printf("%12.1f ", 1 / each);
     print_time(each);
+    const double before = earlier != NULL ? earlier_seconds(earlier, operation->name) : 0;
+    if (before > 0) {
+        print_time(before);
+        printf(" %8.2f", each / before);
+    }
+    printf("\n");
     return 1;
 }
 
@@ -88,28 +116,43 @@ static void list_parts(FILE *out)
             fprintf(out, "    %s\n", o->name);
 }
 
+/* Those operations of a family whose names have the part in them. Returns how many, and counts failures. */
+static unsigned measure_family(const speed_family *family, const char *part, double enough, FILE *earlier,
+                               unsigned *failed)
+{
+    unsigned measured = 0;
+    if (!has_part(family->operations, part)) return 0;
+    if (!family->prepare()) ++*failed;
+    for (const speed_operation *o = family->operations; o->name != NULL; ++o) {
+        if (strstr(o->name, part) == NULL) continue;
+        ++measured;
+        if (!measure(o, enough, earlier)) ++*failed;
+    }
+    return measured;
+}
+
 int main(int argc, char **argv)
 {
     char *end = NULL;
     const double enough = argc > 1 ? strtod(argv[1], &end) : 1;
     const char *part = argc > 2 ? argv[2] : "";
+    FILE *earlier = NULL;
     unsigned measured = 0;
     unsigned failed = 0;
-    if (argc > 1 && (end == argv[1] || *end != '\0' || !(enough > 0 && enough <= 3600))) {
-        fprintf(stderr, "usage: zokecc-speed [SECONDS [PART]], with at most 3600 seconds\n");
+    if (argc > 4 || (argc > 1 && (end == argv[1] || *end != '\0' || !(enough > 0 && enough <= 3600)))) {
+        fprintf(stderr, "usage: zokecc-speed [SECONDS [PART [FILE]]], with at most 3600 seconds\n");
+        return 2;
+    }
+    if (argc > 3 && (earlier = fopen(argv[3], "r")) == NULL) {
+        fprintf(stderr, "zokecc-speed: %s cannot be read\n", argv[3]);
         return 2;
     }
     print_about("zokecc-speed");
-    printf("%-34s %12s %13s\n", "operation", "per second", "time of one");
-    for (size_t i = 0; i < sizeof families / sizeof families[0]; ++i) {
-        if (!has_part(families[i].operations, part)) continue;
-        if (!families[i].prepare()) ++failed;
-        for (const speed_operation *o = families[i].operations; o->name != NULL; ++o) {
-            if (strstr(o->name, part) == NULL) continue;
-            ++measured;
-            if (!measure(o, enough)) ++failed;
-        }
-    }
+    printf("%-*s %12s %13s%s\n", NAME_COLUMNS, "operation", "per second", "time of one",
+           earlier != NULL ? "      earlier    times" : "");
+    for (size_t i = 0; i < sizeof families / sizeof families[0]; ++i)
+        measured += measure_family(&families[i], part, enough, earlier, &failed);
+    if (earlier != NULL) fclose(earlier);
     if (measured == 0) {
         fprintf(stderr, "zokecc-speed: no operation has '%s' in its name; there are\n", part);
         list_parts(stderr);

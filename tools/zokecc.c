@@ -98,7 +98,7 @@ static int help(const char *topic)
     for (int i = 0; i < COMMANDS; ++i)
         if (topic == NULL || strcmp(topic, commands[i].name) == 0) print_usage(&commands[i]);
     if (topic == NULL)
-        printf("zokecc selftest [PART]\nzokecc speed [SECONDS [PART]]\n"
+        printf("zokecc selftest [PART]\nzokecc speed [SECONDS [PART [FILE]]]\n"
                "zokecc help [COMMAND|curves]\nzokecc --version\n\n"
                "IN, KEY: a file; - or nothing is standard input. FILE: - is standard output.\n"
                "Key forms: sec1 pkcs8 spki spki-compressed point point-compressed xy d\n"

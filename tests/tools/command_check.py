@@ -153,6 +153,19 @@ def misuse(c):
     c.require(len(c.expect(VALID, "", "help", "curves").splitlines()) == 9, "not nine curves")
 
 
+def speeds(c):
+    """Beside the times of an earlier run."""
+    first = c.expect(VALID, "", "speed", "0.001", "sm2 sign a")
+    both = c.expect(VALID, "", "speed", "0.001", "sm2 sign", c.path("earlier", first))
+    before, lines = first.split(b"\n")[-2], both.split(b"\n")[4:-1]
+    found = [line for line in lines if line.startswith(b"session: sm2 sign a digest ")]
+    c.require(len(lines) == 3 and len(found) == 1, "speed: not three operations")
+    c.require(found[0].split()[-3:-1] == before.split()[-2:], "speed: the earlier time is another")
+    c.require(all(line.split()[-1].isalpha() for line in lines if line not in found), "speed: too many times")
+    c.expect(MISUSE, "cannot be read", "speed", "1", "", c.path("nothing"))
+    c.expect(MISUSE, "usage", "speed", "1", "", "", "")
+
+
 def round_trips(c):
     key, pub, sig = c.path("key"), c.path("pub"), c.path("sig")
     c.expect(VALID, "", "keygen", "-c", "sm2", "-o", key, "-P", pub, "--force")
@@ -257,6 +270,7 @@ def main(zokecc):
         files(c)
         streams(c)
         misuse(c)
+        speeds(c)
         round_trips(c)
         broken = broken_keys(c)
     print("\n".join(c.faults) if c.faults else f"{c.made} checks hold, {broken} broken keys among them")
