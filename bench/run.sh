@@ -65,8 +65,8 @@ count() {
 
 # leaks RUNS RUNS: the table of Welch's t, with so many runs of the default and of the hardened build.
 leaks() {
-    echo '| Operation | Build | Runs | t | Fixed key | Random keys |'
-    echo '|---|---|--:|--:|--:|--:|'
+    echo '| Operation | Build | Runs | t |'
+    echo '|---|---|--:|--:|'
     for operation in sign decrypt agree; do
         build/bench/bench/time_leak "$operation" "$1"
         build/bench-hardened/bench/time_leak "$operation" "$2"
