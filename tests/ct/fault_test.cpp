@@ -5,7 +5,7 @@
 
 #include "tests/sdf/fixtures.h"
 
-#ifdef __SIZEOF_INT128__
+#ifdef ZOKECC_REAL_PRODUCT
 
 namespace zokecc_test::ct_fault_test {
 
@@ -127,7 +127,7 @@ TEST(Glitches, SpoiltTableGivesNoSignature) {
 
 extern "C" {
 
-// zokecc::SecretField<zokecc::FullLimbs<4> >::mul
+// Of four limbs, by the name that the compiler gives it: tests/CMakeLists.txt.
 void ZOKECC_REAL_PRODUCT(const void *field, const uint64_t *a, const uint64_t *b, uint64_t *out);
 void ZOKECC_SPOILT_PRODUCT(const void *field, const uint64_t *a, const uint64_t *b, uint64_t *out);
 
