@@ -36,7 +36,7 @@ usage() {
   packages        the Debian packages for this machine and for armel, and a program built from each
   soak [ROUNDS SESSIONS]  a million signatures and 100,000 sessions in both builds: what memory they leave
   scan-secrets [PATTERN]  what calls leave of their secrets in memory, in every way of building the library
-  test-secrets-time [PATTERN]  no jump and no address of the hardened build depends on a secret
+  test-secrets-time [PATTERN | trace [SECRETS]]  no jump or address of the hardened build depends on a secret
   test-threads    what may run on several threads does, on eight, under ThreadSanitizer
   fuzz [SECONDS]  every fuzz target for that long, 60 unless told otherwise; fails on a finding
   bench [FILTER | --update | --leak [RUNS]]  times beside OpenSSL's; --leak: whether they tell a private key
@@ -294,8 +294,8 @@ scan-secrets)
     tests/secrets/variants.sh "$@"
     ;;
 test-secrets-time)
-    require_suite; require_clang; require valgrind valgrind; install_missing; tests/secrets/time.sh "$@"
-    ;;
+    require_suite; require_clang; require_arm; require valgrind valgrind; install_missing
+    tests/secrets/time.sh "$@" ;;
 test-threads)
     require_suite
     install_missing

@@ -27,3 +27,15 @@ function(zokecc_sanitizer_options test)
             "LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/lsan.supp:print_suppressions=0")
     endif()
 endfunction()
+
+# zokecc_qemu_plugin(NAME SOURCE): libNAME.so, which runs on the build machine inside the emulator.
+function(zokecc_qemu_plugin name source)
+    find_program(ZOKECC_HOST_CC NAMES gcc cc REQUIRED)
+    set(library ${CMAKE_CURRENT_BINARY_DIR}/lib${name}.so)
+    add_custom_command(OUTPUT ${library}
+        COMMAND ${ZOKECC_HOST_CC} -std=c99 -O2 -Wall -Wextra -Werror -fPIC -shared -fvisibility=hidden
+                -I${PROJECT_SOURCE_DIR} -o ${library} ${CMAKE_CURRENT_SOURCE_DIR}/${source}
+        DEPENDS ${source} ${PROJECT_SOURCE_DIR}/bench/arm/mark.h
+                ${PROJECT_SOURCE_DIR}/bench/arm/qemu_plugin.h)
+    add_custom_target(${name} ALL DEPENDS ${library})
+endfunction()

@@ -8,38 +8,14 @@
  * instructions since the mark before it:
  *
  *     mark ARGUMENT COUNT
- *
- * What is used of QEMU's interface for plugins, version 1, is declared here: Debian 12 does not
- * package its header. The emulated program has one thread.
  */
 #include <inttypes.h>
-#include <stddef.h>
-#include <stdint.h>
 #include <stdio.h>
 
 #include "bench/arm/mark.h"
+#include "bench/arm/qemu_plugin.h"
 
-typedef uint64_t plugin_id;
-struct qemu_plugin_tb;
-enum { INLINE_ADD_U64 = 0 };
-
-typedef void (*translated_call)(plugin_id id, struct qemu_plugin_tb *block);
-typedef void (*system_call_call)(plugin_id id, unsigned processor, int64_t number, uint64_t a1, uint64_t a2,
-                                 uint64_t a3, uint64_t a4, uint64_t a5, uint64_t a6, uint64_t a7,
-                                 uint64_t a8);
-
-void qemu_plugin_register_vcpu_tb_trans_cb(plugin_id id, translated_call call);
-void qemu_plugin_register_vcpu_syscall_cb(plugin_id id, system_call_call call);
-void qemu_plugin_register_vcpu_tb_exec_inline(struct qemu_plugin_tb *block, int operation, void *counter,
-                                              uint64_t amount);
-size_t qemu_plugin_tb_n_insns(const struct qemu_plugin_tb *block);
-
-#define PLUGIN_EXPORT __attribute__((visibility("default")))
-
-PLUGIN_EXPORT extern const int qemu_plugin_version;
 const int qemu_plugin_version = 1;
-
-PLUGIN_EXPORT int qemu_plugin_install(plugin_id id, const void *machine, int argc, char **argv);
 
 static uint64_t executed, at_last_mark;
 

@@ -3,12 +3,17 @@
 # Whether a jump or an address depends on a secret in the hardened build, for every way in which a
 # compiler may write it:
 #
-#     tests/secrets/time.sh [PATTERN]      only the variants whose names match, as `clang-*`
+#     tests/secrets/time.sh [PATTERN]            only the variants whose names match, as `clang-*`
+#     tests/secrets/time.sh trace [SECRETS]      on ARM instead, by what is executed (trace.py)
 #
 # Each is built in build/time/NAME and runs under valgrind with its secrets marked as undefined; a line for
 # each at the end, then the places where something stops being secret. An exit code of 1 if one failed.
 set -eu
 cd "$(dirname "$0")/../.."
+if [ "${1:-}" = trace ]; then
+    shift
+    exec tests/secrets/trace.py "$@"
+fi
 pattern=${1:-*}
 folder=build/time
 failed=0
