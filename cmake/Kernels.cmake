@@ -46,6 +46,9 @@ if(ZOKECC_IS_X86_64)
         target_sources(zokecc_objects PRIVATE hash/sha256_x86_64.cpp hash/sm3_x86_64.cpp)
     endif()
 endif()
+if(ZOKECC_IS_ARM AND ZOKECC_HARDENED)
+    target_sources(zokecc_objects PRIVATE ct/sums_arm.cpp)
+endif()
 set(zokecc_shared_field)  # that of ZOKECC_SHARED_MODULI
 if(NOT ZOKECC_HAS_128_BIT_PRODUCT)
     set(zokecc_shared_field ecc/fast_field.cpp ecc/fast_points.cpp)
@@ -64,7 +67,7 @@ set(zokecc_hot
     mint/limbs/division.cpp mint/limbs/modulus_29_columns.cpp mint/limbs/modulus_32.cpp
     hash/sha256_blocks.cpp hash/sm3.cpp ecc/fast_field.cpp ct/field.cpp ct/inverse.cpp)
 set(zokecc_arm_instructions ${zokecc_hot} mint/limbs/inverse.cpp mint/limbs/inverse_steps.cpp
-    mint/limbs/modulus_29.cpp mint/limbs/modular_sums_arm.cpp)
+    mint/limbs/modulus_29.cpp mint/limbs/modular_sums_arm.cpp ct/sums_arm.cpp)
 if(NOT ZOKECC_SMALL)  # for the chains of limbs
     list(APPEND zokecc_arm_instructions mint/add_sub.cpp mint/modular.cpp)
 endif()

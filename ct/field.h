@@ -10,6 +10,7 @@
 #include "base/wipe.h"
 #include "ct/inverse.h"
 #include "ct/mask.h"
+#include "ct/sums.h"
 #include "mint/limbs/modulus.h"
 #include "mint/value.h"
 
@@ -23,6 +24,12 @@ public:
         // Not defaulted: {} would clear the limbs, and nothing is read before it is written.
         Element() {}  // NOLINT(modernize-use-equals-default)
         Limb limb[Modulus::kElementLimbs];
+    };
+    struct Affine {
+        Element x, y;
+    };
+    struct Jacobian {
+        Element X, Y, Z;
     };
 
     // True if p is a modulus for this field.
@@ -63,14 +70,11 @@ public:
 
     ZOKECC_ONE_COPY void add(const Element &a, const Element &b, Element &out) const
     {
-        const Limb carry = add_limbs(a.limb, b.limb, limbs(), out.limb);
-        subtract_once(carry, out);
+        Sums::add(a.limb, b.limb, p_.limb, limbs(), out.limb);
     }
     ZOKECC_ONE_COPY void sub(const Element &a, const Element &b, Element &out) const
     {
-        Limb ones;
-        const Limb borrow = sub_limbs(a.limb, b.limb, limbs(), out.limb, ones);
-        add_masked(mask_of_bit(borrow), out);
+        Sums::sub(a.limb, b.limb, p_.limb, limbs(), out.limb);
     }
     // out = p - a, and 0 for 0
     void negate(const Element &a, Element &out) const
@@ -83,7 +87,7 @@ public:
     ZOKECC_ONE_COPY void halve(const Element &a, Element &out) const
     {
         if (&out != &a) out = a;
-        const Limb top = add_masked(mask_of_bit(a.limb[0] & 1), out);
+        const Limb top = Sums::add_masked(mask_of_bit(a.limb[0] & 1), p_.limb, limbs(), out.limb);
         const unsigned last = limbs() - 1;
         for (unsigned i = 0; i < last; ++i)
             out.limb[i] = out.limb[i] >> 1 | out.limb[i + 1] << (kLimbBits<Limb> - 1);
@@ -91,16 +95,12 @@ public:
     }
     ZOKECC_ONE_COPY void mul(const Element &a, const Element &b, Element &out) const
     {
-        const bool is_exact = modulus_.multiply(a.limb, b.limb, out.limb);
-        // Where the quotient was open the remainder is next to p, and may have lost its top bit: then it
-        // is far below p / 2.
-        Limb &top = out.limb[limbs() - 1];
-        Limb lost = 0;
-        sub_limb(top, half_top_, lost);
-        subtract_once(lost & (opaque(Limb{is_exact}) ^ 1), out);
-        top &= top_mask_;
+        correct(modulus_.multiply(a.limb, b.limb, out.limb), out);
     }
-    void square(const Element &a, Element &out) const { mul(a, a, out); }
+    ZOKECC_ONE_COPY void square(const Element &a, Element &out) const
+    {
+        correct(modulus_.square(a.limb, out.limb), out);
+    }
 
     // out = 1 / a. Returns zero, and leaves what is no inverse, for an a without one.
     Mask invert(const Element &a, Element &out) const
@@ -148,22 +148,20 @@ public:
         for (unsigned i = 0; i < limbs(); ++i) out.limb[i] = select(mask, a.limb[i], out.limb[i]);
     }
 
-private:
     unsigned limbs() const { return modulus_.limbs(); }
 
-    // out += p where the mask is all ones. Returns the carry.
-    Limb add_masked(Mask mask, Element &out) const
+private:
+    using Sums = SecretSums<Limb>;
+
+    // Puts a product right: where its quotient was open the remainder is next to p, and may have lost its
+    // top bit: then it is far below p / 2.
+    void correct(bool is_exact, Element &out) const
     {
-        Element correction;
-        for (unsigned i = 0; i < limbs(); ++i) correction.limb[i] = p_.limb[i] & static_cast<Limb>(mask);
-        return add_limbs(out.limb, correction.limb, limbs(), out.limb);
-    }
-    // out -= p where out, with the carry above it, is p or more.
-    void subtract_once(Limb carry, Element &out) const
-    {
-        Limb ones;
-        const Limb borrow = sub_limbs(out.limb, p_.limb, limbs(), out.limb, ones);
-        add_masked(mask_of_bit(borrow & (carry ^ 1)), out);
+        Limb &top = out.limb[limbs() - 1];
+        Limb lost = 0;
+        sub_limb(top, half_top_, lost);
+        Sums::subtract_once(lost & (opaque(Limb{is_exact}) ^ 1), p_.limb, limbs(), out.limb);
+        top &= top_mask_;
     }
 
     Modulus modulus_;

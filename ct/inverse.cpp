@@ -1,17 +1,19 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Division steps after D. J. Bernstein and B.-Y. Yang, "Fast constant-time gcd computation and modular
-// inversion" (2019).
+// inversion" (2019), with the start and the number of steps of P. Wuille, "Bounds on divsteps iterations in
+// safegcd" (2021).
 //
-// f and g begin as m and a, and a step replaces (delta, f, g) by
+// f and g begin as m and a, delta as 1/2, and a step replaces (delta, f, g) by
 //     (1 - delta, g, (g - f) / 2)    for delta > 0 and an odd g,
 //     (1 + delta, f, (g + f) / 2)    for another odd g,
 //     (1 + delta, f, g / 2)          for an even g.
-// After as many steps as theorem 11.2 of the paper gives for the size, g is 0 and f the greatest common
-// divisor or its negative. Thirty steps look at the lowest thirty bits of f and g alone; what they do to
-// all of f and g, and to the cofactors d and e with f = d a and g = e a (mod m), is a matrix of numbers
-// up to 2^30. Numbers are signed, in limbs of 30 bits, of which the top one has the sign.
+// After (45907 bits + 26313) / 19929 steps g is 0 and f the greatest common divisor or its negative. Thirty
+// steps look at the lowest thirty bits of f and g alone; what they do to all of f and g, and to the
+// cofactors d and e with f = d a and g = e a (mod m), is a matrix of numbers up to 2^30. Numbers are signed,
+// in limbs of 30 bits, of which the top one has the sign.
 #include "ct/inverse.h"
 
+#include "base/linkage.h"
 #include "base/wipe.h"
 
 namespace zokecc {
@@ -35,17 +37,17 @@ struct Matrix {
 struct State {
     Signed f, g, d, e, m;
     Matrix steps;
-    int32_t delta;
+    int32_t delta;     // and a half
     uint32_t inverse;  // of m modulo 2^30
     unsigned limbs;
 };
 
 unsigned limbs_of(unsigned words) { return (32 * words + 2 + kBits - 1) / kBits; }
 
-// Batches of thirty steps for numbers of 32 * words bits: (49 bits + 57) / 17 steps.
-unsigned batches_of(unsigned words) { return ((49 * 32 * words + 57) / 17 + kBits - 1) / kBits; }
+// Batches of thirty steps for numbers of 32 * words bits.
+unsigned batches_of(unsigned words) { return ((45907 * 32 * words + 26313) / 19929 + kBits - 1) / kBits; }
 
-void load(const uint32_t *words, unsigned count, unsigned limbs, Signed &out)
+ZOKECC_ONE_COPY void load(const uint32_t *words, unsigned count, unsigned limbs, Signed &out)
 {
     for (unsigned i = 0; i < limbs; ++i) {
         const unsigned word = kBits * i / 32;
@@ -89,7 +91,7 @@ void step_batch(State &s)
         f += g & swap;  // what g was
         u += q & swap;
         v += r & swap;
-        delta = (delta ^ swap) - swap + 1;
+        delta = (delta ^ swap) - 2 * swap + 1;
         g >>= 1;
         u <<= 1;
         v <<= 1;
@@ -164,7 +166,7 @@ void update_cofactors(State &s)
 }
 
 // x = (x + (m where add is all ones)) * (-1 where negate is).
-void adjust(Signed &x, const Signed &m, uint32_t add, uint32_t negate, unsigned limbs)
+ZOKECC_ONE_COPY void adjust(Signed &x, const Signed &m, uint32_t add, uint32_t negate, unsigned limbs)
 {
     int64_t sum = 0;
     for (unsigned i = 0; i < limbs; ++i) {

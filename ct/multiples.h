@@ -6,14 +6,15 @@
 #include <zokecc/ecc.h>
 
 #include "base/wipe.h"
-#include "ct/point.h"
+#include "ct/look_up.h"
+#include "ct/running_sum.h"
 #include "ecc/table.h"
 
 namespace zokecc {
 
 constexpr unsigned kCombBits = 16;      // rounds of the comb: bits of half a word
 constexpr unsigned kCombDigitBits = 4;  // of a column, as many as are looked up at a time
-constexpr unsigned kWindowBits = 5;
+constexpr unsigned kWindowBits = 4;
 constexpr unsigned kWindowPoints = 1u << (kWindowBits - 1);
 
 // Bit number bit of words 0..count-1, side by side.
@@ -24,103 +25,170 @@ inline uint32_t secret_column(const uint32_t *k, unsigned count, unsigned bit)
     return out;
 }
 
-// Reads all of entries 1 to count - 1, stride records apart, whatever the index: x and y of that one, or
-// zero words for an index of 0. A record has zero words behind those in use.
+// One of entries 1 to count, stride records apart, or (0, 0) for an index of 0. A record has zero words
+// behind those in use.
 template <class Field>
-ZOKECC_OWN_FRAME void look_up(const Field &f, const ecc_point *entries, unsigned stride, unsigned count,
-                              uint32_t index, AffinePoint<Field> &out)
+void look_up(const Field &f, const ecc_point &first, unsigned stride, unsigned count, uint32_t index,
+             typename Field::Affine &out)
 {
-    uint32_t x[kMaxSecretWords + 1] = {};
-    uint32_t y[kMaxSecretWords + 1] = {};
-    for (unsigned i = 1; i < count; ++i) {
-        const ecc_point &entry = entries[i * stride];
-        const uint32_t mask = static_cast<uint32_t>(mask_of_zero(i ^ index));
-        for (unsigned j = 0; j < f.words(); ++j) {
-            x[j] |= entry.x.words[j] & mask;
-            y[j] |= entry.y.words[j] & mask;
-        }
-    }
-    f.read_words(x, out.x);
-    f.read_words(y, out.y);
+    constexpr size_t kPointWords = sizeof(ecc_point) / 4;
+    uint32_t words[kCombMaxWords + 1] = {};
+    look_up(first.x.words, kPointWords * stride, count, index, kCombMaxWords, words);
+    f.read_words(words, out.x);
+    look_up(first.y.words, kPointWords * stride, count, index, kCombMaxWords, words);
+    f.read_words(words, out.y);
 }
 
 // out = k G for the G that the table was made for, by the comb of ecc/comb.h: each half of it is looked up
 // four columns at a time, for reading all of it would cost more than the sum that this saves. k[words] has
-// as many words as the table is made for. The factor, not zero, blinds the coordinates.
+// as many words as the table is made for, and is not above the order of G. The factor, not zero, blinds the
+// coordinates.
+//
+// No sum is one of equal points. Before an entry D G is added the sum is A G, with A even in each half word
+// in which D has a bit; so A is not D, unless both are zero. And A + D is not above k: of each half word of k
+// it has some leading bits. So A and D are both below the order.
 template <class Field>
 ZOKECC_OWN_FRAME void base_multiple(const SecretCurve<Field> &curve, const uint32_t *k, unsigned words,
                                     const ecc_point *table, const typename Field::Element &factor,
                                     ProjectivePoint<Field> &out)
 {
-    Wiping<AffinePoint<Field>> entry;
-    Wiping<ProjectivePoint<Field>> sum;
-    curve.set_infinity(out);
-    out.Y = factor;
+    Wiping<typename Field::Affine> entry;
+    RunningSum<Field> sum(curve, factor);
     for (unsigned round = 0; round < kCombBits; ++round) {
-        if (round > 0) curve.add(out, out, out);
+        if (round > 0) sum.double_times(1);
         for (unsigned half = 0; half < 2; ++half) {
             const uint32_t column = secret_column(k, words, kCombBits * (half + 1) - 1 - round);
             const ecc_point *const entries = table + (half << words);
             for (unsigned low = 0; low < words; low += kCombDigitBits) {
-                const unsigned count = 1u << (words - low < kCombDigitBits ? words - low : kCombDigitBits);
-                const uint32_t digit = column >> low & (count - 1);
-                look_up(curve.f, entries, 1u << low, count, digit, *entry);
-                curve.add(out, entry->x, entry->y, nullptr, *sum);
-                curve.move(~mask_of_zero(digit), *sum, out);
+                const unsigned bits = words - low < kCombDigitBits ? words - low : kCombDigitBits;
+                const uint32_t digit = column >> low & ((1u << bits) - 1);
+                look_up(curve.f, entries[1u << low], 1u << low, (1u << bits) - 1, digit, *entry);
+                sum.add(~mask_of_zero(digit), *entry);
             }
         }
     }
+    sum.store(out);
 }
 
-// Six bits of k[words] from position 5 window - 1 on, as a digit of -16 to 16: its size, and all ones if
-// it is negative.
+// Five bits of k[words] from position 4 window - 1 on, as a digit of -8 to 8: its size, and all ones if it
+// is negative.
 inline uint32_t window_digit(const uint32_t *k, unsigned words, unsigned window, Mask &negative)
 {
+    constexpr uint32_t kBits = (2u << kWindowBits) - 1;
     const unsigned first = kWindowBits * window;  // and the bit below it
     uint64_t bits = 0;
     const unsigned word = first == 0 ? 0 : (first - 1) / 32;
     if (word < words) bits = k[word];
     if (word + 1 < words) bits |= uint64_t{k[word + 1]} << 32;
-    const uint32_t six = static_cast<uint32_t>(first == 0 ? bits << 1 : bits >> (first - 1) % 32) & 63;
-    const uint32_t sign = six >> kWindowBits;
+    const uint32_t seen = static_cast<uint32_t>(first == 0 ? bits << 1 : bits >> (first - 1) % 32) & kBits;
+    const uint32_t sign = seen >> kWindowBits;
     negative = mask_of_bit(sign);
     const uint32_t flip = 0 - opaque(sign);
-    return (((six ^ flip) & 63) + 1) >> 1;
+    return (((seen ^ flip) & kBits) + 1) >> 1;
 }
 
-// The point of the table with that index, 1 to 16, or infinity for 0.
+// The multiples 1 to 8 of a public point, affine.
 template <class Field>
-ZOKECC_OWN_FRAME void look_up(const SecretCurve<Field> &curve, const ProjectivePoint<Field> *table,
-                              uint32_t index, ProjectivePoint<Field> &out)
-{
-    curve.set_infinity(out);
-    for (unsigned i = 0; i < kWindowPoints; ++i) curve.move(mask_of_zero((i + 1) ^ index), table[i], out);
-}
+class Window {
+public:
+    using Element = typename Field::Element;
+    using Affine = typename Field::Affine;
 
-// out = k P in signed windows of five bits; k[words] is below 2^bits.
+    // False if one of them is infinity: then the order of P is no more than 8.
+    ZOKECC_OWN_FRAME bool fill(const SecretCurve<Field> &curve, const Affine &P)
+    {
+        const Field &f = curve.f;
+        Element Z[kWindowPoints];
+        Element products[kWindowPoints];  // of these, up to here
+        typename Field::Jacobian sum;
+        sum.X = P.x;
+        sum.Y = P.y;
+        f.set_one(sum.Z);
+        f.set_one(products[0]);
+        for (unsigned i = 0; i < kWindowPoints; ++i) {
+            if (i == 1) curve.double_times(1, sum);
+            if (i > 1) add_affine(f, sum, P);
+            point_[i].x = sum.X;
+            point_[i].y = sum.Y;
+            Z[i] = sum.Z;
+            if (i > 0) f.mul(products[i - 1], Z[i], products[i]);
+        }
+        Element inverse;  // of the products, from the last one down
+        if (f.invert(products[kWindowPoints - 1], inverse) == 0) return false;
+        for (unsigned i = kWindowPoints; --i > 0;) {
+            Element z;
+            f.mul(inverse, products[i - 1], z);  // 1 / Z
+            f.mul(inverse, Z[i], inverse);
+            make_affine(f, z, point_[i]);
+        }
+        return true;
+    }
+
+    // The multiple with that index, 1 to 8, or (0, 0) for 0.
+    void look_up(const Field &f, uint32_t index, Affine &out) const
+    {
+        constexpr size_t kStride = sizeof(Affine) / sizeof(typename Field::Limb);
+        zokecc::look_up(point_[0].x.limb, kStride, kWindowPoints, index, f.limbs(), out.x.limb);
+        zokecc::look_up(point_[0].y.limb, kStride, kWindowPoints, index, f.limbs(), out.y.limb);
+    }
+
+private:
+    static void add_affine(const Field &f, typename Field::Jacobian &P, const Affine &Q)
+    {
+        Element H, r;  // NOLINT(readability-isolate-declaration): as the formulas name them
+        mixed_differences(f, P, Q, H, r);
+        add_mixed_differences(f, P, H, r, P);
+    }
+
+    // From Jacobian coordinates, for an inverse z of Z.
+    static void make_affine(const Field &f, const Element &z, Affine &point)
+    {
+        Element t;
+        f.square(z, t);
+        f.mul(point.x, t, point.x);
+        f.mul(t, z, t);
+        f.mul(point.y, t, point.y);
+    }
+
+    Affine point_[kWindowPoints];
+};
+
+// out = k P in signed windows of four bits; k[words] is below 2^bits, and P is public. False if the order of
+// P is no more than 8.
+//
+// Without points of small order, those below 2^bits / 2 and 32, sums cost less. Before the last window the
+// sum is nothing or A P for an A of 16 and above, 2^bits / 16 + 8 at most, and D P is added for a D of 8 at
+// most: neither A + D nor A - D is a multiple of the order. In the last window they may be.
 template <class Field>
-ZOKECC_OWN_FRAME void any_multiple(const SecretCurve<Field> &curve, const uint32_t *k, unsigned words,
-                                   unsigned bits, const AffinePoint<Field> &P,
+ZOKECC_OWN_FRAME bool any_multiple(const SecretCurve<Field> &curve, const uint32_t *k, unsigned words,
+                                   unsigned bits, const typename Field::Affine &P, bool has_small_orders,
                                    const typename Field::Element &factor, ProjectivePoint<Field> &out)
 {
-    Wiping<ProjectivePoint<Field>[kWindowPoints]> multiples;
-    ProjectivePoint<Field> *const table = *multiples;
-    curve.set(P, table[0]);
-    curve.scale(factor, table[0]);
-    for (unsigned i = 1; i < kWindowPoints; ++i) curve.add(table[i - 1], P.x, P.y, nullptr, table[i]);
-    Wiping<ProjectivePoint<Field>> digit;
+    Window<Field> multiples;
+    if (!multiples.fill(curve, P)) return false;
+    Wiping<typename Field::Affine> digit;
+    Wiping<ProjectivePoint<Field>> next;
+    RunningSum<Field> sum(curve, factor);
+    sum.store(out);
     for (unsigned window = bits / kWindowBits + 1; window-- > 0;) {
         Mask negative = 0;
         const uint32_t index = window_digit(k, words, window, negative);
-        look_up(curve, table, index, *digit);
-        curve.negate(negative, digit->Y);
-        if (window == bits / kWindowBits) {
-            out = *digit;
-            continue;
+        multiples.look_up(curve.f, index, *digit);
+        curve.negate(negative, digit->y);
+        if (!has_small_orders) {
+            sum.double_times(kWindowBits);
+            if (window > 0) {
+                sum.add(~mask_of_zero(index), *digit);
+                continue;
+            }
+            sum.store(out);
+        } else {
+            curve.double_times(kWindowBits, out);
         }
-        curve.double_times(kWindowBits, out);
-        curve.add(out, *digit, out);
+        curve.add(out, *digit, *next);
+        curve.move(~mask_of_zero(index), *next, out);
     }
+    return true;
 }
 
 }  // namespace zokecc

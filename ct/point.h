@@ -2,12 +2,12 @@
 // Points for products with secret scalars: sums without exceptions.
 //
 // Sums are those of J. Renes, C. Costello and L. Batina, "Complete addition formulas for prime order
-// elliptic curves" (2016), algorithms 1 and 2, in homogeneous coordinates (X : Y : Z). They hold for all
-// points, equal ones and infinity included, but for two whose difference has order 2: then, and whenever
-// an operand is that already, all three coordinates are zero. A curve of odd order has no such points.
+// elliptic curves" (2016), algorithm 2, in homogeneous coordinates (X : Y : Z). They hold for all points,
+// equal ones and infinity included, but for two whose difference has order 2: then, and whenever an operand
+// is that already, all three coordinates are zero. A curve of odd order has no such points.
 //
 // Doublings are in Jacobian coordinates, where they cost less and have no exception at all. Infinity is
-// (t^2, t^3, 0) there.
+// (t^2, t^3, 0) there. Sums cost less there, too, but have exceptions: running_sum.h.
 #ifndef ZOKECC_CT_POINT_H
 #define ZOKECC_CT_POINT_H
 
@@ -19,11 +19,6 @@ namespace zokecc {
 enum class CoefficientA : uint8_t { zero, minus_three, any };
 
 template <class Field>
-struct AffinePoint {
-    typename Field::Element x, y;
-};
-
-template <class Field>
 struct ProjectivePoint {
     typename Field::Element X, Y, Z;
 };
@@ -33,7 +28,8 @@ template <class Field>
 class SecretCurve {
 public:
     using Element = typename Field::Element;
-    using Affine = AffinePoint<Field>;
+    using Affine = typename Field::Affine;
+    using Jacobian = typename Field::Jacobian;
     using Point = ProjectivePoint<Field>;
 
     // True if both are below p and p is one of the field's.
@@ -76,13 +72,6 @@ public:
         out.Y = in.y;
         f.set_one(out.Z);
     }
-    // The same point in other coordinates, for a factor other than zero.
-    void scale(const Element &factor, Point &point) const
-    {
-        f.mul(point.X, factor, point.X);
-        f.mul(point.Y, factor, point.Y);
-        f.mul(point.Z, factor, point.Z);
-    }
     // point = -point where the mask is all ones.
     void negate(Mask mask, Element &y) const
     {
@@ -109,30 +98,23 @@ public:
         return f.equal(left, right);
     }
 
-    // out = P + Q; out may be P. A null Z of Q stands for 1: then Q is not infinity.
-    ZOKECC_ONE_COPY void add(const Point &P, const Element &X2, const Element &Y2, const Element *Z2,
-                             Point &out) const
+    // out = P + Q; out may be P.
+    ZOKECC_ONE_COPY void add(const Point &P, const Affine &Q, Point &out) const
     {
         Element t0, t1, t2, t3, t4, t5;  // NOLINT(readability-isolate-declaration): as the paper names them
+        f.mul(P.X, Q.x, t0);
+        f.mul(P.Y, Q.y, t1);
         f.add(P.X, P.Y, t3);
-        f.add(X2, Y2, t4);
+        f.add(Q.x, Q.y, t4);
         f.mul(t3, t4, t3);
-        f.mul(P.X, X2, t0);
-        f.mul(P.Y, Y2, t1);
         f.sub(t3, t0, t3);
-        f.sub(t3, t1, t3);  // X1 Y2 + X2 Y1
-        if (Z2 == nullptr) {
-            f.mul(X2, P.Z, t4);
-            f.add(t4, P.X, t4);
-            f.mul(Y2, P.Z, t5);
-            f.add(t5, P.Y, t5);
-            t2 = P.Z;
-        } else {
-            f.mul(P.Z, *Z2, t2);
-            cross(P.X, P.Z, X2, *Z2, t0, t2, t4);
-            cross(P.Y, P.Z, Y2, *Z2, t1, t2, t5);
-        }
-        // t0 = X1 X2, t1 = Y1 Y2, t2 = Z1 Z2, t4 = X1 Z2 + X2 Z1, t5 = Y1 Z2 + Y2 Z1
+        f.sub(t3, t1, t3);  // X1 y2 + x2 Y1
+        f.mul(Q.x, P.Z, t4);
+        f.add(t4, P.X, t4);
+        f.mul(Q.y, P.Z, t5);
+        f.add(t5, P.Y, t5);
+        t2 = P.Z;
+        // t0 = X1 x2, t1 = Y1 y2, t4 = X1 + x2 Z1, t5 = Y1 + y2 Z1
         multiply_by_a(t4, out.Z);
         f.mul(b3_, t2, out.X);
         f.add(out.X, out.Z, out.Z);
@@ -156,18 +138,27 @@ public:
         f.mul(t5, out.Z, out.Z);
         f.add(out.Z, t0, out.Z);
     }
-    void add(const Point &P, const Point &Q, Point &out) const { add(P, Q.X, Q.Y, &Q.Z, out); }
-
     // point = 2^times point.
     void double_times(unsigned times, Point &point) const
     {
-        to_jacobian(point);
+        Jacobian jacobian;
+        to_jacobian(point, jacobian);
+        double_times(times, jacobian);
+        from_jacobian(jacobian, point);
+    }
+    void double_times(unsigned times, Jacobian &point) const
+    {
         for (; times > 0; --times) double_jacobian(point);
-        from_jacobian(point);
     }
 
-    // All ones for infinity, or for a sum that is not defined.
-    Mask has_no_coordinates(const Point &point) const { return f.is_zero(point.Z); }
+    // (X, Y, Z) to (X Z : Y : Z^3)
+    ZOKECC_ONE_COPY void from_jacobian(const Jacobian &in, Point &out) const
+    {
+        f.mul(in.X, in.Z, out.X);
+        out.Y = in.Y;
+        f.square(in.Z, out.Z);
+        f.mul(out.Z, in.Z, out.Z);
+    }
 
     // Returns zero where the point has no coordinates, and leaves others then.
     Mask to_affine(const Point &in, Affine &out) const
@@ -187,18 +178,6 @@ private:
         return used_words(value) <= kMaxSecretWords && mint_compare(&value, &p) < 0;
     }
 
-    // out = U1 Z2 + U2 Z1, with uu = U1 U2 and zz = Z1 Z2.
-    void cross(const Element &U1, const Element &Z1, const Element &U2, const Element &Z2, const Element &uu,
-               const Element &zz, Element &out) const
-    {
-        Element sum;
-        f.add(U1, Z1, sum);
-        f.add(U2, Z2, out);
-        f.mul(sum, out, out);
-        f.sub(out, uu, out);
-        f.sub(out, zz, out);
-    }
-
     ZOKECC_ONE_COPY void multiply_by_a(const Element &in, Element &out) const
     {
         if (kind_ == CoefficientA::any) {
@@ -214,28 +193,20 @@ private:
     }
 
     // (X : Y : Z) to (X Z, Y Z^2, Z); infinity, which is (0 : Y : 0), to (1, 1, 0). Three zeros stay.
-    ZOKECC_ONE_COPY void to_jacobian(Point &point) const
+    ZOKECC_ONE_COPY void to_jacobian(const Point &in, Jacobian &out) const
     {
         Element one;
         f.set_one(one);
-        const Mask infinite = f.is_zero(point.Z) & ~f.is_zero(point.Y);
-        Element t;
-        f.square(point.Z, t);
-        f.mul(point.X, point.Z, point.X);
-        f.mul(point.Y, t, point.Y);
-        f.move(infinite, one, point.X);
-        f.move(infinite, one, point.Y);
-    }
-    // (X, Y, Z) to (X Z : Y : Z^3)
-    ZOKECC_ONE_COPY void from_jacobian(Point &point) const
-    {
-        Element t;
-        f.square(point.Z, t);
-        f.mul(point.X, point.Z, point.X);
-        f.mul(point.Z, t, point.Z);
+        const Mask infinite = f.is_zero(in.Z) & ~f.is_zero(in.Y);
+        out.Z = in.Z;
+        f.mul(in.X, in.Z, out.X);
+        f.square(in.Z, out.Y);
+        f.mul(in.Y, out.Y, out.Y);
+        f.move(infinite, one, out.X);
+        f.move(infinite, one, out.Y);
     }
 
-    ZOKECC_ONE_COPY void double_jacobian(Point &point) const
+    ZOKECC_ONE_COPY void double_jacobian(Jacobian &point) const
     {
         Element slope;
         Element t;

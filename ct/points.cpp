@@ -38,6 +38,10 @@ void draw_factor(const Field &f, typename Field::Element &out)
     f.read_words(*words, out);
 }
 
+// True if there may be points whose order is not n or a multiple of it. h is p div n, so a curve of twice n
+// points may have an h of 1: its point of order 2 has no window.
+bool has_cofactor(const CurveView &view) { return !is_zero(view.h) && !is_one(view.h); }
+
 // The affine form of a product, tested.
 template <class Curve>
 bool finish(const Curve &curve, const typename Curve::Point &point, ecc_point &out)
@@ -72,13 +76,13 @@ ZOKECC_OWN_FRAME bool multiply_over(const CurveView &view, const mint &k, uint32
     const SecretCurve<Field> curve(view.p, view.a, view.b);
     typename Field::Element factor;
     Wiping<ProjectivePoint<Field>> product;
-    AffinePoint<Field> point;
+    typename Field::Affine point;
     draw_factor(curve.f, factor);
     read_point(curve, P, point);
-    any_multiple(curve, k.words, k.len, bits, point, factor, *product);
+    if (!any_multiple(curve, k.words, k.len, bits, point, has_cofactor(view), factor, *product)) return false;
     if (addend != nullptr) {
         read_point(curve, *addend, point);
-        curve.add(*product, point.x, point.y, nullptr, *product);
+        curve.add(*product, point, *product);
     }
     return finish(curve, *product, out);
 }

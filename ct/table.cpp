@@ -20,8 +20,7 @@ public:
     bool fill(const ecc_point &G, ecc_point *table, uint32_t words)
     {
         AffinePoint affine;
-        curve_.read(G.x, affine.x);
-        curve_.read(G.y, affine.y);
+        read(G, affine);
         if (curve_.is_on_curve(affine) == 0) return false;
         ecc_point *const high = table + (1u << words);
         Point P;
@@ -42,28 +41,33 @@ public:
     }
 
 private:
-    using AffinePoint = zokecc::AffinePoint<Field>;
+    using AffinePoint = typename Field::Affine;
     using Point = ProjectivePoint<Field>;
 
     // From entries at the powers of two, all others below size.
     void fill_sums(ecc_point *half, uint32_t size)
     {
+        AffinePoint affine;
         Point P;
-        Point Q;
         for (uint32_t top = 2; top < size; top *= 2)
             for (uint32_t low = 1; low < top; ++low) {
                 load(half[low], P);
-                load(half[top], Q);
-                curve_.add(P, Q, P);
+                read(half[top], affine);
+                if (half[top].infinity != 1) curve_.add(P, affine, P);
                 store(P, half[top + low]);
             }
+    }
+
+    void read(const ecc_point &in, AffinePoint &out) const
+    {
+        curve_.read(in.x, out.x);
+        curve_.read(in.y, out.y);
     }
 
     void load(const ecc_point &in, Point &out) const
     {
         AffinePoint affine;
-        curve_.read(in.x, affine.x);
-        curve_.read(in.y, affine.y);
+        read(in, affine);
         curve_.set(affine, out);
         if (in.infinity == 1) curve_.set_infinity(out);
     }

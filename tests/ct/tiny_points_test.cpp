@@ -2,6 +2,8 @@
 // Sums and products of points with secret scalars on tiny curves, all of them, against plain integers.
 #include <gtest/gtest.h>
 
+#include <bit>
+
 #include "ct/multiples.h"
 #include "tests/exhaustive/curves.h"
 
@@ -29,7 +31,12 @@ protected:
     }
     uint32_t value(const Field::Element &in) const { return static_cast<uint32_t>(in.limb[0]); }
 
-    Affine affine(const TinyPoint &P) const { return {element(P.x), element(P.y)}; }
+    Affine affine(const TinyPoint &P) const {
+        Affine out;
+        out.x = element(P.x);
+        out.y = element(P.y);
+        return out;
+    }
     // In other coordinates for every factor.
     Point projective(const TinyPoint &P, uint32_t factor) const {
         Point out;
@@ -37,7 +44,7 @@ protected:
             s.set_infinity(out);
         else
             s.set(affine(P), out);
-        s.scale(element(factor), out);
+        for (auto *coordinate : {&out.X, &out.Y, &out.Z}) s.f.mul(*coordinate, element(factor), *coordinate);
         return out;
     }
 
@@ -84,23 +91,49 @@ TEST_P(TinySecretPoints, EverySum) {
         for (const TinyPoint &Q : points) {
             const std::string what = testing::PrintToString(P) + " + " + testing::PrintToString(Q);
             const bool exception = differ_by_order_two(P, Q);
-            const Point left = projective(P, 2), right = projective(Q, 3);
+            if (Q.infinite) continue;
+            const Point left = projective(P, 2);
             Point out;
-            s.add(left, right, out);
+            s.add(left, affine(Q), out);
             EXPECT_EQ(exception, kind(out) == Kind::undefined) << what;
             expect(curve.add(P, Q), out, exception, what);
             out = left;
-            s.add(out, right, out);
+            s.add(out, affine(Q), out);
             expect(curve.add(P, Q), out, exception, what + ", over the first");
-            if (Q.infinite) continue;
-            const Affine second = affine(Q);
-            s.add(left, second.x, second.y, nullptr, out);
-            EXPECT_EQ(exception, kind(out) == Kind::undefined) << what;
-            expect(curve.add(P, Q), out, exception, what + ", affine");
         }
     if (GetParam().step == 1 || is_odd_order) {
         EXPECT_EQ(!is_odd_order, undefined > 0);
     }
+}
+
+// Sums without the complete formulas: of nothing, of a point, and of what is left out.
+TEST_P(TinySecretPoints, EveryRunningSum) {
+    const Field::Element factor = element(3);
+    for (const TinyPoint &P : points)
+        for (const TinyPoint &Q : points) {
+            if (P.infinite || Q.infinite) continue;
+            const std::string what = testing::PrintToString(P) + " + " + testing::PrintToString(Q);
+            Point out;
+            zokecc::RunningSum<Field> sum(s, factor);
+            sum.add(0, affine(Q));
+            sum.store(out);
+            EXPECT_EQ(Kind::infinite, kind(out)) << what;
+            sum.double_times(2);
+            sum.add(~Mask{0}, affine(P));
+            sum.add(0, affine(Q));
+            sum.store(out);
+            EXPECT_EQ(P, point(out)) << what;
+            sum.add(~Mask{0}, affine(Q));
+            sum.store(out);
+            EXPECT_EQ(P == Q, kind(out) == Kind::undefined) << what;
+            if (P == Q) continue;
+            EXPECT_EQ(curve.add(P, Q), point(out)) << what;
+            sum.double_times(3);
+            sum.store(out);
+            TinyPoint wanted = curve.add(P, Q);
+            for (int i = 0; i < 3; ++i) wanted = curve.add(wanted, wanted);
+            EXPECT_EQ(wanted, point(out)) << what;
+        }
 }
 
 TEST_P(TinySecretPoints, EveryDoubling) {
@@ -119,19 +152,27 @@ TEST_P(TinySecretPoints, EveryDoubling) {
     EXPECT_EQ(Kind::undefined, kind(nothing));
 }
 
+// With the complete formulas for any point, and without them for those of an order that is large enough.
 TEST_P(TinySecretPoints, EveryMultiple) {
     constexpr unsigned kBits = 13;
+    constexpr uint32_t kLeastOrder = 32, kWindowOrder = 8;
     const uint32_t step = GetParam().step;
     for (const TinyPoint &P : points) {
         if (P.infinite) continue;
+        const uint32_t order = curve.order_of(P);
+        const unsigned bits = static_cast<unsigned>(std::bit_width(order));
         TinyPoint wanted{};
-        for (uint32_t k = 0; k <= curve.order() + 40; ++k) {
-            if (k % step == 0 || k < 40) {
-                Point out;
-                zokecc::any_multiple(s, &k, 1, kBits, affine(P), element(3), out);
-                expect(wanted, out, !is_odd_order, std::to_string(k) + " " + testing::PrintToString(P));
-            }
-            wanted = curve.add(wanted, P);
+        for (uint32_t k = 0; k <= curve.order() + 40; ++k, wanted = curve.add(wanted, P)) {
+            if (k % step != 0 && k >= 40) continue;
+            const std::string what = std::to_string(k) + " " + testing::PrintToString(P);
+            Point out;
+            const bool done = zokecc::any_multiple(s, &k, 1, kBits, affine(P), true, element(3), out);
+            ASSERT_EQ(order > kWindowOrder, done) << what;
+            if (!done) break;
+            expect(wanted, out, !is_odd_order, what);
+            if (order < kLeastOrder || k >> bits != 0) continue;
+            ASSERT_TRUE(zokecc::any_multiple(s, &k, 1, bits, affine(P), false, element(3), out));
+            expect(wanted, out, order % 2 == 0, what + ", without small orders");
         }
         if (HasFailure()) return;
     }

@@ -80,8 +80,8 @@ def judge(name, secrets):
     seen = len(planted) == 2 and "path" in planted[0] and planted[1] == {"addresses"}
     complete = status == 0 and len(calls) >= MIN_CALLS and all(len(one.runs) == secrets for one in traces)
     instructions = sum(int(one.runs[0][0]) for one in calls)
-    print(f"{name}: {len(calls)} calls, {secrets} secrets each, {instructions / 1e6:.0f} million instructions "
-          f"a secret: {len(different)} differ; the planted jump and look-up were "
+    print(f"{name}: {len(calls)} calls, {secrets} secrets each, {instructions / 1e6:.0f} million "
+          f"instructions a secret: {len(different)} differ; the planted jump and look-up were "
           f"{'seen' if seen else 'NOT SEEN'}{'' if complete else '; INCOMPLETE'}")
     return seen and complete and not different
 
