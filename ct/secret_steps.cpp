@@ -85,6 +85,8 @@ uint32_t write_shortest(const mint &number, uint8_t *out)
     return length;
 }
 
+bool is_zero_coordinate(const mint &coordinate) { return is_zero_secret(coordinate); }
+
 bool may_meet_secrets(const CurveView &curve, const ecc_point &P)
 {
     return has_secret_points(curve) && is_valid_point(curve, P);

@@ -52,6 +52,8 @@ uint32_t write_shortest(const mint &number, uint8_t *out)
     return length;
 }
 
+bool is_zero_coordinate(const mint &coordinate) { return is_zero(coordinate); }
+
 bool may_meet_secrets(const CurveView &, const ecc_point &) { return true; }
 
 bool public_point(const CurveView &curve, const mint &d, ecc_point &Q)

@@ -42,6 +42,9 @@ void write_number(const mint &number, uint32_t len, uint8_t *out);
 // A secret in as many bytes as it needs; up to kMintBytes. Returns how many.
 uint32_t write_shortest(const mint &number, uint8_t *out);
 
+// True for a coordinate of zero.
+bool is_zero_coordinate(const mint &coordinate);
+
 // ---- Points
 
 // False, in the hardened build, for a point from outside with a coordinate of p or above, or off the curve.

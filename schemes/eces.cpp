@@ -64,7 +64,7 @@ bool draw_points(const CurveView &curve, const ecc_point &Q, ecc_point &C1, ecc_
         if (!draw_private(curve, *k)) return false;
         if (!public_point(curve, *k, C1)) continue;
         S = ecc_point{};
-        if (shared_point(curve, *k, Q, S) == Step::done && !is_zero(S.x)) return true;
+        if (shared_point(curve, *k, Q, S) == Step::done && !is_zero_coordinate(S.x)) return true;
     }
     return false;
 }

@@ -64,7 +64,7 @@ uint32_t draw_mask(const SessionContext &session, const ecc_point &Q, ecc_point 
         if (!public_point(curve, *k, C1)) continue;
         const Step step = shared_point(curve, *k, Q, P2);
         if (step == Step::failed) return ZOK_ERR_INTERNAL;
-        if (step == Step::done && !is_zero(P2.x)) return ZOK_OK;
+        if (step == Step::done && !is_zero_coordinate(P2.x)) return ZOK_OK;
     }
     return ZOK_ERR_INTERNAL;
 }
