@@ -19,7 +19,8 @@ namespace zokecc {
 // Bytes below a frame: sums of points alone, products with the inversion at their end. Frames of the
 // definition have numbers of 80 bytes, which is why it goes deeper.
 #ifdef __LP64__
-constexpr size_t kStackOfDigest = 1024;
+constexpr size_t kStackOfShaInstructions = 256;
+constexpr size_t kStackOfDigest = 768;
 constexpr size_t kStackOfHash = 1152;
 constexpr size_t kStackOfFastSums = 1536;
 constexpr size_t kStackOfFastProduct = 1536;
@@ -28,6 +29,7 @@ constexpr size_t kStackOfReferenceProduct = 2304;
 constexpr size_t kStackOfSecretProduct = 3072;
 constexpr size_t kStackOfCall = 3072;
 #else
+constexpr size_t kStackOfShaInstructions = 544;
 constexpr size_t kStackOfDigest = 544;
 constexpr size_t kStackOfHash = 832;
 constexpr size_t kStackOfFastSums = 1152;
@@ -47,15 +49,21 @@ constexpr size_t kStackOfCall = 2304;
 #define ZOKECC_PLAIN_FRAME __attribute__((noinline))
 #endif
 
-constexpr size_t kBurnedAtOnce = 4;  // words
+// The widest store that every processor of the kind has.
+#if defined(__SSE2__) && defined(__LP64__)
+using Burned = uint32_t __attribute__((vector_size(16)));
+#else
+using Burned = uint32_t;
+#endif
+constexpr size_t kBurnedAtOnce = 4;  // stores
 
-ZOKECC_PLAIN_FRAME inline void burn_words(uint32_t *area, size_t count)
+ZOKECC_PLAIN_FRAME inline void burn_area(Burned *area, size_t count)
 {
     do {
-        area[0] = 0;
-        area[1] = 0;
-        area[2] = 0;
-        area[3] = 0;
+        area[0] = Burned{};
+        area[1] = Burned{};
+        area[2] = Burned{};
+        area[3] = Burned{};
         __asm__ __volatile__("" : : "r"(area) : "memory");  // not a memset
         area += kBurnedAtOnce;
     } while (--count > 0);
@@ -64,9 +72,9 @@ ZOKECC_PLAIN_FRAME inline void burn_words(uint32_t *area, size_t count)
 template <size_t size>
 ZOKECC_PLAIN_FRAME void burn_stack()
 {
-    static_assert(size % (4 * kBurnedAtOnce) == 0);
-    uint32_t area[size / 4];
-    burn_words(area, size / (4 * kBurnedAtOnce));
+    static_assert(size % (sizeof(Burned) * kBurnedAtOnce) == 0);
+    Burned area[size / sizeof(Burned)];
+    burn_area(area, size / (sizeof(Burned) * kBurnedAtOnce));
 }
 
 // Declared before everything else in a function, so that it acts when all the rest is gone.

@@ -72,6 +72,12 @@ if(NOT ZOKECC_SMALL)  # for the chains of limbs
     list(APPEND zokecc_arm_instructions mint/add_sub.cpp mint/modular.cpp)
 endif()
 
+# For a hundred bytes and more GCC clears memory with a string instruction, which is slow to start.
+if(CMAKE_SYSTEM_PROCESSOR MATCHES "x86_64|AMD64" AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    target_compile_options(zokecc_objects PRIVATE
+        -mmemset-strategy=vector_loop:512:noalign,libcall:-1:noalign)
+endif()
+
 # Pairs of limbs put together in a vector register wait for the two stores that brought them there.
 target_compile_options(zokecc_objects PRIVATE -fno-tree-slp-vectorize)
 

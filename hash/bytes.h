@@ -64,11 +64,34 @@ ZOKECC_ONE_COPY inline void load_block(const uint8_t *block, uint32_t *w)
 
 inline void store_big_endian(uint32_t word, uint8_t *bytes)
 {
-    bytes[0] = static_cast<uint8_t>(word >> 24);
-    bytes[1] = static_cast<uint8_t>(word >> 16);
-    bytes[2] = static_cast<uint8_t>(word >> 8);
-    bytes[3] = static_cast<uint8_t>(word);
+    if constexpr (kAlignedLoadsOnly) {
+        bytes[0] = static_cast<uint8_t>(word >> 24);
+        bytes[1] = static_cast<uint8_t>(word >> 16);
+        bytes[2] = static_cast<uint8_t>(word >> 8);
+        bytes[3] = static_cast<uint8_t>(word);
+    } else {
+        word = __builtin_bswap32(word);
+        std::memcpy(bytes, &word, sizeof word);
+    }
 }
+
+constexpr uint32_t kHashBlockBytes = 64;  // of both hashes
+
+// The end of a message of length bytes as both hashes pad it (FIPS 180-4, section 5.1.1): the length % 64
+// bytes of rest, 0x80, zero bytes and the length in bits, in one or two blocks of end. Returns how many.
+uint32_t pad_end(const uint8_t *rest, uint64_t length, uint8_t *end);
+
+// What a digest of a whole message is computed in.
+struct DigestWork {
+    uint32_t state[8];
+    uint8_t end[2 * kHashBlockBytes];
+
+    void write_digest(uint8_t *out) const
+    {
+#pragma GCC unroll 8
+        for (uint32_t i = 0; i < 8; ++i) store_big_endian(state[i], out + 4 * i);
+    }
+};
 
 inline uint32_t load_little_endian(const uint8_t *bytes)
 {

@@ -5,9 +5,21 @@
 
 #include <cstdint>
 
+#include "base/config.h"
+#include "base/cpu_x86_64.h"
+
 namespace zokecc {
 
 extern const uint32_t kSha256Constants[64];
+
+// True if this processor has the instructions of sha256_blocks_x86 and the build uses them.
+inline bool sha256_takes_instructions()
+{
+    if constexpr (kShaInstructions)
+        return has_sha_instructions();
+    else
+        return false;
+}
 
 // Compresses count blocks of 64 bytes into the eight hash words, on the fastest of the routines
 // below that the processor has.
@@ -15,7 +27,7 @@ void sha256_blocks(uint32_t *hash, const uint8_t *data, uint32_t count);
 
 void sha256_blocks_portable(uint32_t *hash, const uint8_t *data, uint32_t count);
 
-// Only where has_sha_instructions(), in builds with kShaInstructions.
+// Only where sha256_takes_instructions().
 void sha256_blocks_x86(uint32_t *hash, const uint8_t *data, uint32_t count);
 
 }  // namespace zokecc

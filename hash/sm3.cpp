@@ -18,8 +18,6 @@ using namespace zokecc;
 
 namespace {
 
-constexpr uint32_t kBlockBytes = 64;
-
 constexpr uint32_t kInitialState[8] = {0x7380166f, 0x4914b2b9, 0x172442d7, 0xda8a0600,
                                        0xa96f30bc, 0x163138aa, 0xe38dee4d, 0xb0fb0e4e};
 
@@ -131,7 +129,7 @@ void sm3_blocks_portable(uint32_t *state, const uint8_t *data, uint64_t count)
 {
     for (; count > 0; --count) {
         sm3_compress(state, data);
-        data += kBlockBytes;
+        data += kHashBlockBytes;
     }
 }
 
@@ -149,35 +147,22 @@ inline auto *best_routine()
 
 }  // namespace
 
-ZOKECC_OWN_FRAME void sm3_finish(uint32_t *state, const uint8_t *rest, uint64_t length, uint8_t *out)
-{
-    // The rest, 0x80, zero bytes and the bit length, in one block or two.
-    uint8_t tail[2 * kBlockBytes] = {};
-    const uint32_t rest_bytes = static_cast<uint32_t>(length % kBlockBytes);
-    const uint32_t tail_bytes = rest_bytes <= kBlockBytes - 9 ? kBlockBytes : 2 * kBlockBytes;
-    if (rest_bytes > 0) std::memcpy(tail, rest, rest_bytes);
-    tail[rest_bytes] = 0x80;
-    const uint64_t bits = length * 8;
-    store_big_endian(static_cast<uint32_t>(bits >> 32), tail + tail_bytes - 8);
-    store_big_endian(static_cast<uint32_t>(bits), tail + tail_bytes - 4);
-    best_routine()(state, tail, tail_bytes / kBlockBytes);
-
-    for (uint32_t i = 0; i < 8; ++i) store_big_endian(state[i], out + 4 * i);
-    wipe(tail, sizeof tail);
-}
-
 }  // namespace zokecc
 
 uint32_t sm3_hash(const sm3_msg *msg, uint8_t *out)
 {
     const DigestBurn burn;
     const uint64_t length = uint64_t{msg->len_high} << 32 | msg->len_low;
-    uint32_t state[8];
-    std::memcpy(state, kInitialState, sizeof state);
+    DigestWork work;
+    std::memcpy(work.state, kInitialState, sizeof work.state);
 
-    const uint64_t blocks = length / kBlockBytes;
-    best_routine()(state, msg->data, blocks);
-    sm3_finish(state, msg->data + kBlockBytes * blocks, length, out);
-    wipe(state, sizeof state);
+    const uint64_t blocks = length / kHashBlockBytes;
+    // Early: what wide loads read right after narrow stores has to wait.
+    const uint32_t end_blocks = pad_end(msg->data + kHashBlockBytes * blocks, length, work.end);
+    const auto routine = best_routine();
+    routine(work.state, msg->data, blocks);
+    routine(work.state, work.end, end_blocks);
+    work.write_digest(out);
+    wipe(&work, sizeof work);
     return 0;
 }

@@ -12,10 +12,6 @@ ZOKECC_INTERNAL void sm3_compress(uint32_t *state, const uint8_t *block);
 
 namespace zokecc {
 
-// The end of a message of length bytes: pads what is left behind the whole blocks, the length % 64
-// bytes of rest, compresses it into state and writes the digest, 32 bytes.
-void sm3_finish(uint32_t *state, const uint8_t *rest, uint64_t length, uint8_t *out);
-
 // sm3_compress for count blocks, one after the other.
 void sm3_blocks_portable(uint32_t *state, const uint8_t *data, uint64_t count);
 
