@@ -1,11 +1,11 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Clearing of the stack that a call has used.
 //
-// What holds a secret is wiped where it is declared (base/wipe.h), but the compiler keeps copies of its
-// own: words of a number in spilled registers, results on their way to where they belong. They lie below
-// the frame of the call when it returns. Most of the stack is taken by products of points, which clear
-// what they used themselves; so a call clears no deeper than it has been, and the stack that a thread
-// needs does not grow. tests/secrets shows that the sizes are enough.
+// Variables that hold a secret are wiped where they are declared (base/wipe.h), but the compiler makes copies
+// of its own: spilled registers, temporaries of results. They lie below the frame of the call when it
+// returns. Scalar multiplications use most of the stack and clear it themselves; a call clears no deeper than
+// it has been, so the stack that a thread needs does not grow. tests/secrets verifies that the sizes are
+// enough.
 #ifndef ZOKECC_BASE_BURN_H
 #define ZOKECC_BASE_BURN_H
 
@@ -16,8 +16,8 @@
 
 namespace zokecc {
 
-// Bytes below a frame: sums of points alone, products with the inversion at their end. Frames of the
-// definition have numbers of 80 bytes, which is why it goes deeper.
+// Bytes below a frame: for sums of points, and for scalar multiplications with their inversion. The
+// reference path goes deeper, since its frames hold numbers of 80 bytes.
 #ifdef __LP64__
 constexpr size_t kStackOfShaInstructions = 256;
 constexpr size_t kStackOfDigest = 768;
@@ -40,16 +40,16 @@ constexpr size_t kStackOfSecretProduct = 2592;
 constexpr size_t kStackOfCall = 2304;
 #endif
 
-// The two functions save no register but the address to return to: whoever burns his stack still has in
-// the others what he computed with, and where they are saved, nothing clears them. So memset does not
-// serve, and in short instructions neither does a frame of that size, which takes one register more.
+// The two functions save no register but the return address: the caller's registers still hold what it
+// computed with, and nothing would clear the place where they are saved. That rules out memset, and in
+// Thumb-1 a frame of that size, which needs one more register.
 #if defined(__thumb__) && !defined(__thumb2__) && defined(__GNUC__) && !defined(__clang__)
 #define ZOKECC_PLAIN_FRAME __attribute__((noinline, target("arm")))
 #else
 #define ZOKECC_PLAIN_FRAME __attribute__((noinline))
 #endif
 
-// The widest store that every processor of the kind has.
+// The widest store that every processor of this architecture has.
 #if defined(__SSE2__) && defined(__LP64__)
 using Burned = uint32_t __attribute__((vector_size(16)));
 #else
@@ -77,7 +77,7 @@ ZOKECC_PLAIN_FRAME void burn_stack()
     burn_area(area, size / (sizeof(Burned) * kBurnedAtOnce));
 }
 
-// Declared before everything else in a function, so that it acts when all the rest is gone.
+// To be declared first in a function, so that it is destroyed last.
 template <size_t size>
 class StackBurn {
 public:

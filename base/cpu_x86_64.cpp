@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// What CPUID tells about instructions that not all processors have.
+// What CPUID reports about them.
 #include "base/cpu_x86_64.h"
 
 #include <cpuid.h>
@@ -47,8 +47,8 @@ uint32_t ask_processor()
            (vectors && rotating ? kRotating : 0u) | (bmi2 && adx ? kRows : 0u);
 }
 
-// Asked once: under virtual machines the question is slow. Whoever comes at the same time asks
-// as well and gets the same answer.
+// Queried once, since CPUID is slow under virtual machines. Threads that come at the same time query it
+// too and get the same answer.
 uint32_t known_answer()
 {
     static uint32_t answer = 0;

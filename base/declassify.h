@@ -1,19 +1,19 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Where a secret may decide about a jump: what it decides there is told to the outside anyhow, by a status
-// or a length.
+// Marks where control flow may depend on a secret, because the outcome is public anyway, as a status or a
+// length.
 #ifndef ZOKECC_BASE_DECLASSIFY_H
 #define ZOKECC_BASE_DECLASSIFY_H
 
 #include <cstddef>
 
-// For the builds in which valgrind's memcheck looks for jumps and addresses that depend on secrets.
+// For builds in which valgrind's memcheck looks for jumps and addresses that depend on secrets.
 #ifdef ZOKECC_MEMCHECK
 #include <valgrind/memcheck.h>
 #endif
 
 namespace zokecc {
 
-// From here on these bytes are no secret. Nothing outside of test builds.
+// These bytes are public from here on. Does nothing outside of test builds.
 inline void declassify([[maybe_unused]] void *bytes, [[maybe_unused]] size_t size)
 {
 #ifdef ZOKECC_MEMCHECK
@@ -21,7 +21,7 @@ inline void declassify([[maybe_unused]] void *bytes, [[maybe_unused]] size_t siz
 #endif
 }
 
-// The same for the outcome of a test.
+// The same for the result of a comparison.
 inline bool declassify(bool outcome)
 {
     declassify(&outcome, sizeof outcome);

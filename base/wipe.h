@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Clearing of secrets that the compiler cannot drop.
+// Wiping of secrets that the compiler cannot optimise away.
 #ifndef ZOKECC_BASE_WIPE_H
 #define ZOKECC_BASE_WIPE_H
 
@@ -9,8 +9,8 @@
 
 namespace zokecc {
 
-// Overwrites size bytes with zero. The barrier tells the compiler that somebody may look at
-// them afterwards, so the stores stay even where the memory is about to go out of scope.
+// Overwrites size bytes with zero. The barrier makes the compiler assume that they are read afterwards, so
+// the stores stay even if the memory is about to go out of scope.
 inline void wipe(void *memory, size_t size)
 {
     std::memset(memory, 0, size);

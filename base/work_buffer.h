@@ -11,8 +11,8 @@
 
 namespace zokecc {
 
-// Allocates size zero bytes; tests false if there are none to be had. Wiped and freed at the
-// end of the scope, unless release() says that the block outlives the call.
+// Allocates size zero bytes; converts to false if the allocation failed. Wiped and freed at the end of the
+// scope, unless release() lets the block outlive the call.
 class WorkBuffer {
 public:
     explicit WorkBuffer(size_t size) : bytes_(static_cast<uint8_t *>(std::calloc(size, 1))), size_(size) {}
@@ -28,7 +28,7 @@ public:
     explicit operator bool() const { return bytes_ != nullptr; }
     uint8_t *data() { return bytes_; }
 
-    // Clears the block and leaves it allocated for good.
+    // Wipes the block and leaves it allocated for good.
     void release()
     {
         if (bytes_ != nullptr) wipe(bytes_, size_);

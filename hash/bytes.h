@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Byte strings: words in them, and what is asked of a whole one.
+// Byte strings: words in them, and operations on whole strings.
 #ifndef ZOKECC_HASH_BYTES_H
 #define ZOKECC_HASH_BYTES_H
 
@@ -13,12 +13,12 @@
 
 namespace zokecc {
 
-// Where a byte string starts and how long it is, never who owns it.
+// A view of a byte string: its start and length, no ownership.
 using Bytes = std::span<const uint8_t>;
 
 bool is_all_zero(const uint8_t *bytes, uint32_t count);
 
-// True if a[count] equals b[count], in a time that does not tell where they differ.
+// True if a[count] equals b[count]; the time does not depend on where they differ.
 bool are_equal(const uint8_t *a, const uint8_t *b, uint32_t count);
 
 // out[m] = in[m] xor stream[m]. out may be in.
@@ -29,8 +29,8 @@ inline uint32_t load_big_endian(const uint8_t *bytes)
     return ((uint32_t{bytes[0]} << 8 | bytes[1]) << 8 | bytes[2]) << 8 | bytes[3];
 }
 
-// The same from a word boundary: three instructions of ARM, where the compiler's own reversal takes
-// four. even_bytes is 00FF00FF, and the compiler is not to know it.
+// The same for an aligned word: three ARM instructions, where the compiler's own byte reversal takes four.
+// even_bytes is 00FF00FF, hidden from the compiler.
 inline uint32_t load_aligned_big_endian(const uint8_t *bytes, uint32_t even_bytes)
 {
     uint32_t word;
@@ -38,8 +38,8 @@ inline uint32_t load_aligned_big_endian(const uint8_t *bytes, uint32_t even_byte
     return (std::rotl(word, 8) & even_bytes) | std::rotr(word & even_bytes, 8);
 }
 
-// The 16 words of a 64-byte block. Processors without unaligned loads have to put a word together from
-// its bytes, unless the block lies on a word boundary.
+// The 16 words of a 64-byte block. Processors without unaligned loads must assemble each word from bytes
+// unless the block is word-aligned.
 ZOKECC_ONE_COPY inline void load_block(const uint8_t *block, uint32_t *w)
 {
     const uint32_t *const end = w + 16;
@@ -77,11 +77,12 @@ inline void store_big_endian(uint32_t word, uint8_t *bytes)
 
 constexpr uint32_t kHashBlockBytes = 64;  // of both hashes
 
-// The end of a message of length bytes as both hashes pad it (FIPS 180-4, section 5.1.1): the length % 64
-// bytes of rest, 0x80, zero bytes and the length in bits, in one or two blocks of end. Returns how many.
+// The padded end of a message of length bytes, the same for both hashes (FIPS 180-4, section 5.1.1): the
+// length % 64 bytes of rest, 0x80, zero bytes and the length in bits. Fills all 128 bytes of end and returns
+// how many blocks of it count, 1 or 2.
 uint32_t pad_end(const uint8_t *rest, uint64_t length, uint8_t *end);
 
-// What a digest of a whole message is computed in.
+// Working area for the digest of a whole message.
 struct DigestWork {
     uint32_t state[8];
     uint8_t end[2 * kHashBlockBytes];

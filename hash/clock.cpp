@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// The seam to the clock.
+// The only place that reads the clock.
 #include <zokecc/hash.h>
 
 #include <ctime>

@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// What both hashes have in common: the size of a digest, and the numbers that choose between them.
+// What both hashes have in common: the digest size and the selectors.
 #ifndef ZOKECC_HASH_DIGEST_H
 #define ZOKECC_HASH_DIGEST_H
 

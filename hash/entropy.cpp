@@ -20,8 +20,8 @@ uint32_t arithmetic_half(uint32_t c) { return static_cast<uint32_t>(static_cast<
 }  // namespace
 
 // KEPT: every seeding restarts the C library's generator from the clock, the application's own
-// use of rand included; bit 0 of every word is set and the shifted values overlap. What a known
-// clock and a known rand produce is reproduced by deployed test stations. Held by
+// use of rand included; bit 0 of every word is set and the shifted values overlap. Deployed
+// test stations reproduce the output from a known clock and a known rand. Held by
 // GenRandomSeed.KeptReseedsFromTheClockOnEverySeeding and GenRandomSeed.KeptBitZeroIsAlwaysSet.
 int32_t gen_random_seed(uint32_t *words)
 {

@@ -1,9 +1,9 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// The only place where the library meets the clock and a source of randomness.
+// The only place where the library reads the clock and a source of randomness.
 //
 // In the default build the source is the C library's generator. rand, srand and time are called by
-// those names, so that whoever links the library can put a source of their own in their place. How
-// often each is called, and in which order, is visible to such a source and part of the interface:
+// those names, so that a program can replace them with its own. The number and order of the calls is
+// visible to such a replacement and part of the interface:
 // every seeding calls time once, srand once and rand 24 times.
 //
 // In the hardened build the source is the kernel's generator: kernel_random.cpp in place of entropy.cpp.
@@ -28,8 +28,8 @@ namespace zokecc {
 constexpr uint32_t kSeedWords = 8;
 
 // In the hardened build: fills size bytes from getrandom, which waits until the kernel's generator has been
-// seeded, or from /dev/urandom where the C library or the kernel is too old to have that call, provided that
-// it is the device (1, 9) and no other file. False if neither gives all of them; the bytes are zero then.
+// seeded, or from /dev/urandom if the C library or the kernel is too old to have that call, provided that
+// it is the device (1, 9) and no other file. False, with the bytes zeroed, if both fail.
 bool kernel_random(uint8_t *out, size_t size);
 
 }  // namespace zokecc

@@ -13,7 +13,7 @@ constexpr uint32_t kHmacBlockBytes = 64;
 constexpr uint8_t kInnerPad = 0x36;
 constexpr uint8_t kOuterPad = 0x5C;
 
-// out[64] = key[key_len] filled up with zero bytes, xored with the pad byte. key_len <= 64.
+// out[64] = key[key_len] padded with zero bytes, xored with the pad byte. key_len <= 64.
 inline void build_pad(const uint8_t *key, uint32_t key_len, uint8_t pad_byte, uint8_t *out)
 {
     for (uint32_t i = 0; i < kHmacBlockBytes; ++i)
@@ -22,7 +22,7 @@ inline void build_pad(const uint8_t *key, uint32_t key_len, uint8_t pad_byte, ui
 
 // The chain of 32-byte MACs behind key derivation: block 1 is the MAC of the message, every
 // further block the MAC of the block before it, read back from out. mac(message, message_len,
-// out, out_len) makes one; the last one, behind the whole blocks, is asked for last_len bytes.
+// out, out_len) makes one; the last one, after the whole blocks, is asked for last_len bytes.
 template <class Mac, class Length>
 void derive_chained(const uint8_t *message, Length message_len, uint8_t *out, uint32_t out_len,
                     uint32_t last_len, Mac mac)

@@ -13,7 +13,7 @@ using namespace zokecc;
 
 namespace {
 
-constexpr uint32_t kWorkBytes = 2 * kHmacBlockBytes + 1;  // asked for on top of the data
+constexpr uint32_t kWorkBytes = 2 * kHmacBlockBytes + 1;  // allocated in addition to the data
 
 void hash_whole(uint8_t *data, uint32_t len, uint8_t *digest)
 {
@@ -21,7 +21,7 @@ void hash_whole(uint8_t *data, uint32_t len, uint8_t *digest)
     sm3_hash(&message, digest);
 }
 
-// key_block[64] = the key filled up with zero bytes, or its digest if it is longer than that.
+// key_block[64] = the key padded with zero bytes, or its digest if the key is longer.
 void prepare_key(const uint8_t *key, uint32_t key_len, uint8_t *key_block)
 {
     if (key_len > kHmacBlockBytes) {

@@ -30,8 +30,8 @@ constexpr dev_t kRandomDevice = 1 << 8 | 9;  // major 1, minor 9, on every Linux
 
 enum class Outcome { filled, failed, no_such_call };
 
-// Calls take(bytes, count) until all size bytes are there. It may give fewer than it is asked for,
-// and a signal may interrupt it.
+// Calls take(bytes, count) until size bytes are read. It may return fewer than requested, and a signal may
+// interrupt it.
 template <class Take>
 Outcome fill(uint8_t *out, size_t size, const Take &take)
 {

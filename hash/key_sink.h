@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Where a derived key goes.
+// The destination of a derived key.
 #ifndef ZOKECC_HASH_KEY_SINK_H
 #define ZOKECC_HASH_KEY_SINK_H
 
@@ -20,8 +20,8 @@ inline bool derivation_writes(int32_t klen, uint32_t step_len, uint32_t alg)
     return klen > 0 && (is_known_hash(alg) || static_cast<uint32_t>(klen) % step_len != 0);
 }
 
-// Callers are promised klen bytes, while the derivation fills its steps with whole digests. Where
-// that is more, it goes to a block of our own first, wiped and freed at the end of the scope.
+// Callers are promised klen bytes, but the derivation fills its steps with whole digests. If that is more, it
+// first goes to a heap block, which is wiped and freed at the end of the scope.
 class KeySink {
 public:
     KeySink(uint8_t *key, int32_t klen, uint32_t step_len, uint32_t alg)
@@ -43,10 +43,10 @@ public:
     KeySink(const KeySink &) = delete;
     KeySink &operator=(const KeySink &) = delete;
 
-    // False if the block is needed and cannot be had.
+    // False if the block is needed and could not be allocated.
     bool is_ready() const { return !missing_; }
 
-    // True if the key is to be written and there is no place for it.
+    // True if the key would be written but the caller gave no buffer.
     bool lacks_key() const { return key_ == nullptr && derivation_writes(klen_, step_len_, alg_); }
 
     // The key of SM2's exchange, KDF(xU || yU || ZA || ZB). Z values that are too long for the derivation

@@ -22,10 +22,10 @@ struct Block {
     uint8_t bytes[kBlockBytes];
 };
 
-// What computes with a block has a frame of its own, which gen_random clears.
+// Functions that compute with a block have frames of their own, which gen_random clears.
 //
-// The functions of this file that answer a bool fail only with gen_random_seed, so never in the
-// default build.
+// The functions here that return a bool fail only if gen_random_seed does, so never in the default
+// build.
 ZOKECC_OWN_FRAME bool seed(Block &block)
 {
     Wiping<uint32_t[kBlockBytes / 4]> words;

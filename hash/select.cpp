@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// The hash by number: every hash inside a scheme goes through one of these two.
+// The hash by selector: every hash in a scheme goes through one of these two calls.
 #include <zokecc/hash.h>
 
 #include <cstddef>

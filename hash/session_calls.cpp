@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// The hash calls of the session interface. They test the handle for null and never look into it.
+// The hash calls of the session interface. They test the handle for null and never dereference it.
 #include <zokecc/hash.h>
 
 #include "hash/digest.h"

@@ -25,7 +25,7 @@ constexpr int32_t kAfterFinal = 3;
 constexpr uint32_t kInitialHash[8] = {0x6a09e667, 0xbb67ae85, 0x3c6ef372, 0xa54ff53a,
                                       0x510e527f, 0x9b05688c, 0x1f83d9ab, 0x5be0cd19};
 
-// Appends bytes to the waiting block; whole blocks are compressed where they lie.
+// Appends bytes to the pending block; whole blocks are compressed in place.
 void absorb(sha256_ctx *ctx, const uint8_t *data, uint32_t len)
 {
     while (len > 0) {
@@ -62,7 +62,7 @@ void pad(sha256_ctx *ctx)
     sha256_compress(ctx);
 }
 
-// The processor's own instructions keep the words in registers, so that there is less to clear.
+// The processor's SHA instructions keep the words in registers, so there is less to clear.
 class Sha256Burn {
 public:
     Sha256Burn() = default;
@@ -106,7 +106,7 @@ int32_t sha256_update(sha256_ctx *ctx, const uint8_t *data, uint32_t len)
     const uint64_t before = uint64_t{ctx->length_high} << 32 | ctx->length_low;
     uint64_t after = before + 8 * uint64_t{len};
     if (after < before) {
-        // The length passes 2^64 bits: the byte that does it is still taken, the rest is not.
+        // The length exceeds 2^64 bits: the byte that crosses the limit is still absorbed, the rest is not.
         const uint64_t bits_left = 0 - before;
         len = static_cast<uint32_t>((bits_left + 7) / 8);
         after = before + 8 * uint64_t{len};
@@ -139,7 +139,7 @@ int32_t sha256_result(sha256_ctx *ctx, uint8_t *out)
 }
 
 // KEPT: answers 0 whatever the steps reported, so a null message of some length hashes as the
-// empty one. Callers in the field do not look at the result. Held by
+// empty one. Callers in the field ignore the result. Held by
 // MhashSha256.KeptInnerFailuresAreNotReported.
 uint32_t mhash_sha256(const uint8_t *data, uint32_t len, uint8_t *out)
 {
@@ -150,7 +150,7 @@ uint32_t mhash_sha256(const uint8_t *data, uint32_t len, uint8_t *out)
     std::memcpy(work.state, kInitialHash, sizeof work.state);
 
     const uint32_t blocks = len / kHashBlockBytes;
-    // Early: what wide loads read right after narrow stores has to wait.
+    // Early, since wide loads right after narrow stores to the same bytes stall.
     const uint32_t end_blocks = pad_end(data + kHashBlockBytes * blocks, len, work.end);
     if (blocks > 0) sha256_blocks(work.state, data, blocks);
     sha256_blocks(work.state, work.end, end_blocks);

@@ -28,11 +28,11 @@ ZOKECC_INTERNAL int32_t sha256_init(sha256_ctx *ctx);
 
 // Appends len bytes. In this order: len 0 returns 0 whatever the pointers are; a null ctx or
 // data returns 1; input after finalisation sets corrupted to 3 and returns 3; a nonzero
-// corrupted is returned. A length that passes 2^64 bits sets corrupted to 1, drops the bytes
-// behind it and still returns 0.
+// corrupted is returned. A length that exceeds 2^64 bits sets corrupted to 1, drops the bytes
+// after it and still returns 0.
 ZOKECC_INTERNAL int32_t sha256_update(sha256_ctx *ctx, const uint8_t *data, uint32_t len);
 
-// Pads and compresses what waits, once, and writes the 32-byte digest. A second call writes
+// Pads and compresses the pending block, once, and writes the 32-byte digest. A second call writes
 // the same digest again. Returns 0.
 ZOKECC_INTERNAL int32_t sha256_final(sha256_ctx *ctx, uint8_t *out);
 

@@ -37,9 +37,9 @@ inline void expand(uint32_t *w, uint32_t i)
     w[i + 16] = w[i] + w[i + 9] + sigma_0 + sigma_1;
 }
 
-// One round on registers that do not move: the callers turn their names instead. majority(a, b, c) is
-// ((a ^ b) & (b ^ c)) ^ b, and a ^ b of this round is b ^ c of the next one. The sums are written in
-// the order in which they need the fewest registers.
+// One round on fixed registers: the callers rotate the names instead. majority(a, b, c) is
+// ((a ^ b) & (b ^ c)) ^ b, and a ^ b of this round is b ^ c of the next one. The sums are written in the
+// order that needs the fewest registers.
 ZOKECC_INLINE void round(uint32_t a, uint32_t b, uint32_t &d, uint32_t e, uint32_t f, uint32_t g, uint32_t &h,
                          uint32_t &b_xor_c, uint32_t constant, uint32_t w)
 {

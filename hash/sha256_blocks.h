@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// The block transformation of SHA-256 (FIPS 180-4 section 6.2.2), over blocks where they lie.
+// The block transformation of SHA-256 (FIPS 180-4 section 6.2.2), over blocks in place.
 #ifndef ZOKECC_HASH_SHA256_BLOCKS_H
 #define ZOKECC_HASH_SHA256_BLOCKS_H
 
@@ -21,8 +21,8 @@ inline bool sha256_takes_instructions()
         return false;
 }
 
-// Compresses count blocks of 64 bytes into the eight hash words, on the fastest of the routines
-// below that the processor has.
+// Compresses count blocks of 64 bytes into the eight hash words, by the fastest routine below that the
+// processor supports.
 void sha256_blocks(uint32_t *hash, const uint8_t *data, uint32_t count);
 
 void sha256_blocks_portable(uint32_t *hash, const uint8_t *data, uint32_t count);

@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// SHA-256's block transformation by the processor's own instructions.
+// SHA-256's block transformation with the processor's SHA instructions.
 #include <immintrin.h>
 
 #include "hash/sha256_blocks.h"
@@ -8,8 +8,8 @@ namespace zokecc {
 
 namespace {
 
-// Four rounds: the instruction makes two, from the state's halves ABEF and CDGH and two words
-// W + K, and answers with the half that changes.
+// Four rounds: the instruction computes two, from the state's halves ABEF and CDGH and two words W + K, and
+// returns the half that changes.
 __attribute__((target("sha,sse4.1"))) inline void four_rounds(__m128i &abef, __m128i &cdgh, __m128i w,
                                                               const uint32_t *constants)
 {

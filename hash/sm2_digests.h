@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// What SM2 encryption and key exchange hash, from byte strings alone.
+// The hashes of SM2 encryption and key exchange, computed from byte strings.
 #ifndef ZOKECC_HASH_SM2_DIGESTS_H
 #define ZOKECC_HASH_SM2_DIGESTS_H
 
@@ -26,7 +26,7 @@ struct PointBytes {
     const uint8_t *y() const { return xy + len; }
 };
 
-// Byte strings put one behind the other, up to 448 bytes, cleared at the end of the scope.
+// A concatenation of byte strings, up to 448 bytes, wiped at the end of the scope.
 class Transcript {
 public:
     // cppcheck-suppress uninitMemberVar ; bytes behind used_ are never read
@@ -41,7 +41,7 @@ public:
     const uint8_t *data() const { return bytes_; }
     uint32_t size() const { return used_; }
 
-    // H of what was put. Returns the digest's length; an unknown hash writes nothing and gives 0.
+    // H of the concatenation. Returns the digest's length; an unknown hash writes nothing and gives 0.
     int32_t hash(uint32_t alg, uint8_t *out) const;
 
 private:
@@ -49,7 +49,7 @@ private:
     uint32_t used_ = 0;
 };
 
-// C3 = H(x2 || message || y2), put together in work[count + 2 len]. Returns the digest's length.
+// C3 = H(x2 || message || y2), assembled in work[count + 2 len]. Returns the digest's length.
 int32_t sm2_check_value(uint32_t alg, const PointBytes &point, const uint8_t *message, uint32_t count,
                         uint8_t *work, uint8_t *out);
 
@@ -72,10 +72,10 @@ void sm2_confirmation(uint32_t alg, uint8_t prefix, const PointBytes &U, Bytes t
 constexpr uint8_t kResponderPrefix = 0x02;  // of S1 and SB
 constexpr uint8_t kInitiatorPrefix = 0x03;  // of S2 and SA
 
-// Both: that with 02 to one place and that with 03 to the other.
+// Both confirmation values, with prefix 02 and with prefix 03.
 void sm2_confirmations(uint32_t alg, const PointBytes &U, Bytes tail, uint8_t *out02, uint8_t *out03);
 
-// Both over the exchange hash.
+// Both, over the exchange hash.
 void sm2_exchange_confirmations(uint32_t alg, const PointBytes &U, const ExchangePublics &publics,
                                 uint8_t *out02, uint8_t *out03);
 

@@ -18,7 +18,7 @@ namespace {
 constexpr int32_t kMaxSecretBytes = 300;
 constexpr uint32_t kCounterBytes = 4;
 
-// z with room for the counter behind it.
+// z with room for the counter after it.
 struct CountedSecret {
     uint8_t bytes[kMaxSecretBytes + kCounterBytes];
     uint32_t z_len;
@@ -56,7 +56,7 @@ int32_t derive(const uint8_t *z, int32_t z_len, int32_t klen, int32_t step_len, 
     if (z_len > 0) std::memcpy(secret->bytes, z, static_cast<size_t>(z_len));
     secret->z_len = static_cast<uint32_t>(z_len);
 
-    // div_2 is there in any case; on ARM a division of its own would bring 500 bytes of libgcc.
+    // div_2 is linked anyway; on ARM another division would add 500 bytes of libgcc.
     const uint32_t steps =
         static_cast<uint32_t>(div_2(0, static_cast<uint32_t>(klen), static_cast<uint32_t>(step_len)));
     const uint32_t rest = static_cast<uint32_t>(klen) - steps * static_cast<uint32_t>(step_len);
@@ -68,7 +68,7 @@ int32_t derive(const uint8_t *z, int32_t z_len, int32_t klen, int32_t step_len, 
     }
     if (rest == 0) return 0;
     part = smaller(klen, hash_with_counter(*secret, steps + 1, alg, *digest));
-    // Whole digests may already have passed klen; then nothing is left to copy.
+    // Whole digests may already exceed klen; then nothing is left to copy.
     const int64_t done = int64_t{steps} * part;
     if (klen > done) copy_digest(*digest, klen - done, out + done);
     return 0;

@@ -39,17 +39,17 @@ ZOKECC_INLINE uint32_t expand(uint32_t *w, int i)
     return x;
 }
 
-// c and d are held as they were in the place of b, before their rotation by 9, and g and h as they
-// were in the place of f: on ARM a rotated operand costs nothing.
+// c and d are kept without their rotation by 9, and g and h without theirs by 19: on ARM a rotated operand
+// is free.
 struct State {
     uint32_t a, b, c, d, e, f, g, h;
 };
 
-// The compiler is not to compute a rotation of x once for several uses.
+// Keeps the compiler from computing a rotation of x once for several uses.
 ZOKECC_INLINE void rotate_anew(uint32_t &x) { __asm__("" : "+r"(x)); }
 
-// One round on registers that do not move: the callers turn their names instead. The sums are
-// written in the order in which they need the fewest registers.
+// One round on fixed registers: the callers rotate the names instead. The sums are written in the order
+// that needs the fewest registers.
 template <bool early, int j>
 ZOKECC_INLINE void round(uint32_t a, uint32_t b, uint32_t &c, uint32_t &d, uint32_t e, uint32_t f,
                          uint32_t &g, uint32_t &h, uint32_t constant, uint32_t w, uint32_t fourth)
@@ -84,7 +84,7 @@ ZOKECC_INLINE void four_early_rounds(State &s, uint32_t constant, const uint32_t
     round<true, 3>(s.b, s.c, s.d, s.a, s.f, s.g, s.h, s.e, constant, w[3], w[7]);
 }
 
-// Beside the words W[j + 4] that they are the first to need.
+// Interleaved with the words W[j + 4], which these rounds are the first to use.
 ZOKECC_INLINE void four_late_rounds(State &s, uint32_t constant, uint32_t *w)
 {
     round<false, 0>(s.a, s.b, s.c, s.d, s.e, s.f, s.g, s.h, constant, w[12], expand(w, 0));
@@ -135,7 +135,7 @@ void sm3_blocks_portable(uint32_t *state, const uint8_t *data, uint64_t count)
 
 namespace {
 
-// The fastest of the routines that the processor has.
+// The fastest routine for this processor.
 inline auto *best_routine()
 {
     if constexpr (kShaInstructions) {
@@ -157,7 +157,7 @@ uint32_t sm3_hash(const sm3_msg *msg, uint8_t *out)
     std::memcpy(work.state, kInitialState, sizeof work.state);
 
     const uint64_t blocks = length / kHashBlockBytes;
-    // Early: what wide loads read right after narrow stores has to wait.
+    // Early, since wide loads right after narrow stores to the same bytes stall.
     const uint32_t end_blocks = pad_end(msg->data + kHashBlockBytes * blocks, length, work.end);
     const auto routine = best_routine();
     routine(work.state, msg->data, blocks);

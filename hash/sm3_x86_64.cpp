@@ -1,6 +1,6 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// SM3's block transformation with the message expanded four words at a time in vector registers,
-// beside the rounds and twelve of them ahead.
+// SM3's block transformation. The message is expanded four words at a time in vector registers, interleaved
+// with the rounds and twelve rounds ahead.
 #include <bit>
 #include <cstring>
 
@@ -11,7 +11,7 @@ namespace zokecc {
 
 namespace {
 
-// What is always inlined is compiled for the instructions of each caller at the end.
+// Always-inlined functions are compiled for the instruction set of each caller at the end.
 using Vector = uint32_t __attribute__((vector_size(16)));
 using Bytes = uint8_t __attribute__((vector_size(16)));
 
@@ -58,7 +58,7 @@ ZOKECC_INLINE void expand(Schedule &schedule, Vector &a, Vector b, Vector c, Vec
     const Vector tenth = __builtin_shufflevector(c, d, 2, 3, 4, 5);          // W[t - 6]
     const Vector thirteenth = __builtin_shufflevector(d, zero, 1, 2, 3, 4);  // W[t - 3], but in the last
     const Vector words = p1(a ^ seventh ^ rotate(thirteenth, 15)) ^ (rotate(third, 7) ^ tenth);
-    // The last lane lacks the first one, new just now; p1 goes through sums without carries.
+    // The last lane still lacks the newest word, the first lane; p1 is linear over xor.
     const Vector newest = __builtin_shufflevector(words, zero, 4, 4, 4, 0);
     a = words ^ p1(rotate(newest, 15));
     schedule.set_w<i>(a);
@@ -71,8 +71,8 @@ struct State {
     uint32_t a, b, c, d, e, f, g, h;
 };
 
-// One round on registers that do not move: the callers turn their names instead. Everything that
-// waits for e comes last in its sum.
+// One round on fixed registers: the callers rotate the names instead. Everything that depends on e comes
+// last in its sum.
 template <int j>
 ZOKECC_INLINE void round(uint32_t a, uint32_t &b, uint32_t c, uint32_t &d, uint32_t e, uint32_t &f,
                          uint32_t g, uint32_t &h, const Schedule &schedule)
@@ -108,7 +108,7 @@ ZOKECC_INLINE void four_rounds(State &s, const Schedule &schedule)
     round<j + 3>(s.b, s.c, s.d, s.a, s.f, s.g, s.h, s.e, schedule);
 }
 
-// Four rounds, beside the words of those that come 16 later.
+// Four rounds, interleaved with the words for those 16 rounds later.
 template <int j>
 ZOKECC_INLINE void step(State &s, Schedule &schedule, Vector &a, Vector b, Vector c, Vector d)
 {
@@ -156,7 +156,7 @@ ZOKECC_INLINE void compress(State &state, const uint8_t *block)
 
 ZOKECC_INLINE void compress_all(uint32_t *state, const uint8_t *data, uint64_t count)
 {
-    State s;  // not in memory from one block to the next
+    State s;  // stays in registers from one block to the next
     std::memcpy(&s, state, sizeof s);
     for (; count > 0; --count) {
         compress(s, data);

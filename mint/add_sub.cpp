@@ -12,7 +12,7 @@ namespace zokecc {
 
 void add_values(const mint &a, const mint &b, mint &out)
 {
-    // Both lengths are taken before out, which may be an operand, gets its own.
+    // Both lengths are read before out, which may be an operand, gets its own.
     const uint32_t a_count = trimmed_words(a);
     const uint32_t b_count = trimmed_words(b);
     const uint32_t *longer = a_count >= b_count ? a.words : b.words;
@@ -76,7 +76,7 @@ ZOKECC_OWN_FRAME void subtract_word_by_word(const uint32_t *x_words, uint32_t X_
 
 namespace zokecc {
 
-// mint/limbs/borrow_rule.h: where no word of the true difference is all ones, it is this one.
+// If no word of the true difference is all ones, it is the result: mint/limbs/borrow_rule.h.
 void subtract_smaller(const mint &X, const mint &Y, mint &out)
 {
     const uint32_t X_used = used_words(X);

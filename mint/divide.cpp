@@ -47,7 +47,7 @@ uint32_t estimate_digit(uint32_t u0, uint32_t u1, uint32_t u2, uint32_t d1, uint
     return digit;
 }
 
-// Takes digit * v[count] off span[count + 1] and returns the true digit.
+// Subtracts digit * v[count] from span[count + 1] and returns the true digit.
 uint32_t subtract_multiple(uint32_t *span, const uint32_t *v, uint32_t count, uint32_t digit)
 {
     const uint32_t taken = portable::mul_sub_limbs(v, digit, count, span);
@@ -67,7 +67,7 @@ namespace zokecc {
 void divide_words(const uint32_t *u, uint32_t u_count, const uint32_t *v, uint32_t v_count,
                   uint32_t *quotient, uint32_t *remainder)
 {
-    uint32_t dividend[kProductWords + 1];  // one word more than u, for what the shift pushes up
+    uint32_t dividend[kProductWords + 1];  // one word more than u, for the bits that the shift moves up
     uint32_t divisor[kMintWords + 1];
     const uint32_t shift = 32 - bit_length(v[v_count - 1]);
     shift_up(u, u_count, shift, dividend);
@@ -82,7 +82,7 @@ void divide_words(const uint32_t *u, uint32_t u_count, const uint32_t *v, uint32
         digit = subtract_multiple(span, divisor, v_count, digit);
         if (quotient != nullptr) quotient[position] = digit;
     }
-    // After the last digit the rest is below the divisor, so its word v_count is zero.
+    // After the last digit the remainder is below the divisor, so its word v_count is zero.
     shift_down(dividend, v_count, shift, remainder);
 }
 
@@ -105,7 +105,7 @@ void reduce_product(const uint32_t *x, uint32_t count, const mint &modulus, mint
     }
     const uint32_t trimmed = trimmed_words(modulus);
     if (trimmed == 0) return;
-    // The rest is written last, so out may be the modulus.
+    // The remainder is written last, so out may be the modulus.
     divide_quickly(x, count, modulus.words, trimmed, nullptr, out.words);
     out.len = trimmed_count(out.words, trimmed);
 }
@@ -120,7 +120,7 @@ int32_t mint_div(const mint *dividend, const mint *divisor, mint *quotient, mint
         if (quotient != nullptr) set_zero(*quotient);
         return 1;
     }
-    // The comparison goes by len first; what decides from here on are the trimmed values.
+    // The comparison considers len first; from here on the trimmed values decide.
     const uint32_t u_count = trimmed_words(*dividend);
     const uint32_t v_count = trimmed_words(*divisor);
     if (v_count == 0) return 0;
@@ -130,7 +130,7 @@ int32_t mint_div(const mint *dividend, const mint *divisor, mint *quotient, mint
         if (quotient != nullptr) set_zero(*quotient);
         return 1;
     }
-    // The rest is written last, so it may go to a record of the operands.
+    // The remainder is written last, so it may be an operand's record.
     divide_quickly(dividend->words, u_count, divisor->words, v_count, quotient_words, remainder->words);
     remainder->len = trimmed_count(remainder->words, v_count);
     if (quotient != nullptr) set_words(*quotient, quotient_words, u_count - v_count + 1);
@@ -144,7 +144,7 @@ int32_t mint_mod(const mint *dividend, const mint *modulus, mint *remainder)
 
 int32_t mint_mod_reduce(const mint *value, const mint *modulus, mint *out)
 {
-    // Taking in one word after the other leaves the same remainder as one long division.
+    // Reducing word by word leaves the same remainder as one long division.
     if (mint_compare(value, modulus) == 0 || mint_mod(value, modulus, out) == 0) set_zero(*out);
     return 0;
 }

@@ -1,8 +1,8 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The modular inverse: a binary extended Euclid for odd moduli, one with division for even ones.
 //
-// Neither tests that the inverse exists. What they leave is what deployed devices leave: every
-// subtraction goes through mint_sub, and the odd method subtracts in place.
+// Neither tests that the inverse exists. Their results are those of deployed devices: every subtraction goes
+// through mint_sub, and the odd method subtracts in place.
 #include "mint/limbs/inverse.h"
 #include "base/config.h"
 #include "mint/limbs/division.h"
@@ -22,7 +22,7 @@ mint trimmed(const mint &value)
     return out;
 }
 
-// The negated inverse x, turned round: m - x, with an x above m reduced first.
+// out = m - x, for the negated inverse x; an x above m is reduced first.
 void write_negated(mint &x, const mint &m, mint &out)
 {
     if (mint_compare(&x, &m) > 0) mint_mod(&x, &m, &x);
@@ -60,8 +60,8 @@ ZOKECC_OWN_FRAME void invert_modulo_odd(mint &u, const mint &m, mint &out)
     mint x1{};
     mint x2{};
     set_small(x1, 1);
-    // Ends also with lost borrows: the difference of two odd values is even, and its half is
-    // smaller than the value it replaces.
+    // Terminates even with lost borrows: the difference of two odd values is even, and its half is smaller
+    // than the value it replaces.
     while (!is_zero(u)) {
         make_odd(u, x1, m);
         make_odd(v, x2, m);
@@ -76,7 +76,7 @@ ZOKECC_OWN_FRAME void invert_modulo_odd(mint &u, const mint &m, mint &out)
     write_negated(x2, m, out);
 }
 
-// The same on limbs: false where the fast inverse does not serve.
+// The same on limbs; false if the fast inverse does not serve these numbers.
 [[maybe_unused]] ZOKECC_OWN_FRAME bool invert_on_limbs(const mint &a, const mint &m, mint &out)
 {
     using L = NativeLimb;

@@ -11,7 +11,7 @@ using namespace zokecc;
 
 namespace {
 
-// Moves an operand that lies in the output array out of its way. Returns where to read it.
+// Copies an operand that is the output array. Returns where to read it.
 const uint32_t *apart_from(const uint32_t *out, const uint32_t *operand, int32_t count, uint32_t *copy)
 {
     if (operand != out || count < 1 || count > static_cast<int32_t>(kProductWords)) return operand;
@@ -58,7 +58,7 @@ void mul_2(const uint32_t *a, int32_t a_count, const uint32_t *b, int32_t b_coun
         mul_word(row, 0, row_count, out);
         return;
     }
-    // The word above a row is new in each round, so the carry is stored and not added.
+    // The word above a row is new in each round, so the carry is stored, not added.
     out[row_count] = mul_word(row, multiplier[0], row_count, out);
     for (int32_t j = 1; j < multiplier_count; ++j)
         out[j + row_count] = mul_add_word(row, multiplier[j], row_count, out + j);

@@ -1,7 +1,7 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Modular addition, subtraction, multiplication and doubling.
 //
-// Operands are expected to be reduced; nothing checks it. A zero modulus writes nothing.
+// Operands should be reduced, which is not checked. With a zero modulus nothing is written.
 #include "mint/limbs/division.h"
 #include "mint/plain.h"
 #include "mint/value.h"
@@ -13,7 +13,7 @@ namespace {
 // out = sum mod p for a trimmed sum.
 void reduce_sum(const mint &sum, const mint &p, mint &out)
 {
-    // Of reduced operands the quotient is 0 or 1.
+    // For reduced operands the quotient is 0 or 1.
     const uint32_t n = p.len;
     if (n - 1 < kMintWords && p.words[n - 1] != 0 && (sum.len == n || sum.len == n + 1)) {
         uint32_t rest[kMintWords];
@@ -71,7 +71,7 @@ int32_t mint_mod_sub(const mint *a, const mint *b, const mint *p, mint *out)
 
 namespace {
 
-// The product as a whole and then its rest: for moduli of one limb, and those with a zero on top.
+// The full product, then its remainder: for moduli of one limb or with a zero top word.
 ZOKECC_OWN_FRAME void multiply_and_reduce(const mint &a, const mint &b, const mint &p, mint &out)
 {
     const uint32_t a_used = used_words(a);

@@ -9,7 +9,7 @@ using namespace zokecc;
 
 namespace {
 
-// The power of two or more over the fast products.
+// Powers from the second on, by fast multiplications.
 struct FastPower {
     const mint &base, &exponent;
     mint &out;

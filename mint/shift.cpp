@@ -35,7 +35,7 @@ int32_t mint_left_move(mint *value, uint32_t bit_count)
         return 0;
     }
     uint32_t count = used + whole + (bits != 0 ? 1 : 0);
-    if (count > kMintWords) count = kMintWords;  // what is wider is cut off
+    if (count > kMintWords) count = kMintWords;  // wider results are truncated
     for (uint32_t i = count; i-- > whole;) value->words[i] = shifted_left_word(*value, used, i - whole, bits);
     for (uint32_t i = 0; i < whole; ++i) value->words[i] = 0;
     value->len = trimmed_count(value->words, count);

@@ -1,8 +1,8 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Square roots modulo a prime, by the residue of the prime.
 //
-// This file makes the one upward call of the library: where p is 1 modulo 8 and no small
-// number is a non-residue, candidates come from the random generator.
+// This file makes the one upward call of the library: if p is 1 modulo 8 and no small number is a
+// non-residue, candidates come from the random generator.
 #include "mint/by_definition.h"
 
 #include <zokecc/hash.h>
@@ -23,7 +23,7 @@ constexpr uint32_t kFixedCandidates = 20;  // 2, 3, ..., 21
 constexpr uint32_t kRandomCandidates = 60;
 constexpr uint32_t kExponents = 200;
 
-// The exponents of the p = 1 (mod 8) branch: one table for the process, so that branch is not
+// The exponents of the p = 1 (mod 8) branch: one table for the process, so this branch is not
 // reentrant.
 constinit mint exponents[kExponents] = {};
 

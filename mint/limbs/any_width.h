@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// A multiplication modulo p whose width is chosen when running: one body of everything that stands on it.
+// A multiplication modulo p whose width is chosen at run time, so that its users have one copy of their code.
 #ifndef ZOKECC_MINT_LIMBS_ANY_WIDTH_H
 #define ZOKECC_MINT_LIMBS_ANY_WIDTH_H
 

@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Division by a modulus that stays the same: one exact quotient, without a correction.
+// Barrett reduction with an exact quotient, without a correction step.
 //
 // With limbs of base B, N of them, pn = p 2^s with its top bit set (below B^N) and
 // M = floor(B^(2N+1) / pn), the quotient of x = a b 2^s by pn, for a and b up to p, is taken from
@@ -11,8 +11,8 @@
 //   - the fraction that M lacks, less than 1 times the top of x, below B^(N+1): less than 1;
 //   - the low N - 1 limbs of x times M, at most 2 B^(N+1): less than 2.
 // So the true quotient is larger by less than N + 4 of these units, and where the guard is below
-// B - (N + 4) its integer part is exact. Where it is not, the callers divide digit by digit, or put
-// the remainder right by masks (OpenQuotients).
+// B - (N + 4) its integer part is exact. Otherwise the callers divide digit by digit, or correct the
+// remainder with masks (OpenQuotients).
 #ifndef ZOKECC_MINT_LIMBS_BARRETT_H
 #define ZOKECC_MINT_LIMBS_BARRETT_H
 
@@ -22,8 +22,8 @@
 
 namespace zokecc {
 
-// out[count] = floor(2^exponent / p[words]), p's top word not zero. count words have to hold it, and
-// exponent stays below 38 words.
+// out[count] = floor(2^exponent / p[words]), p's top word not zero. It must fit count words, and exponent
+// must be below 38 * 32.
 inline void reciprocal_words(const uint32_t *p, uint32_t words, uint32_t exponent, uint32_t *out,
                              uint32_t count)
 {
@@ -37,11 +37,11 @@ inline void reciprocal_words(const uint32_t *p, uint32_t words, uint32_t exponen
     for (uint32_t i = 0; i < count; ++i) out[i] = i < available ? quotient[i] : 0;
 }
 
-// What a modulus does where the guard leaves the quotient open: it gives up, with nothing written.
+// What a modulus does if the guard leaves the quotient open: it gives up, with nothing written.
 //
-// In the hardened build a modulus for secret numbers goes on instead, through the same instructions as
-// ever. The quotient may then be one too small, so the remainder lies within (N + 4) p / B of p, and what
-// is written is that modulo 2^b, with b the bits of p: where it is p or above, p has to be subtracted.
+// In the hardened build a modulus for secret numbers instead continues with the same instructions as always.
+// The quotient may then be one too small, so the remainder is at most (N + 4) p / B above p; it is written
+// modulo 2^b, with b the bits of p, and if it is p or above, p must be subtracted.
 template <bool may_go_on>
 class OpenQuotientsOf {
 public:
@@ -53,14 +53,14 @@ public:
 template <>
 class OpenQuotientsOf<true> {
 public:
-    // The same without a jump.
+    // The same, branch-free.
     static uint32_t is_open(uint32_t guard, uint32_t limit)
     {
         const uint64_t difference = uint64_t{limit} - guard;
         return static_cast<uint32_t>(difference >> 63);
     }
     void go_on() { gives_up_ = 0; }
-    // For open 0 or 1. Never true after go_on(), and then no jump depends on open.
+    // For open 0 or 1. Always false after go_on(), and then no branch depends on open.
     bool give_up(uint32_t open) const
     {
         open &= gives_up_;

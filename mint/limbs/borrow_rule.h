@@ -5,10 +5,10 @@
 // (add_sub.cpp has the rule and why it is kept):
 //   - below Y's used words it writes FFFFFFFE where X and Y have equal words and a borrow comes
 //     in. Of x == y only the borrow makes x - y - borrow all ones.
-//   - above them, and only in place, it loses the borrow behind a zero word of X. There D has
+//   - above them, and only in place, it loses the borrow after a zero word of X. There D has
 //     0 - 1, all ones.
-// Every other word and every other borrow is the true one. So whoever has the true difference
-// looks for words of all ones, and comes here only where there is one.
+// Every other word and every other borrow is the true one. So callers compute the true difference, test it
+// for words of all ones, and come here only if there is one.
 #ifndef ZOKECC_MINT_LIMBS_BORROW_RULE_H
 #define ZOKECC_MINT_LIMBS_BORROW_RULE_H
 

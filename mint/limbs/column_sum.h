@@ -11,8 +11,8 @@
 
 namespace zokecc {
 
-// Two words and not one of 64 bits: compilers keep such pairs in neighbouring registers, at the cost of
-// a sixth of all instructions.
+// Two words instead of one 64-bit variable, which compilers keep in a register pair, at the cost of a sixth
+// of all instructions.
 struct PortableColumnSum {
     uint32_t low, high;
 
@@ -25,7 +25,7 @@ struct PortableColumnSum {
 
     ZOKECC_INLINE void add_word(uint32_t word) { set(value() + word); }
 
-    // Adds the carry of the column below, whose upper word is given. Its lower word is the limb there.
+    // Adds the carry of the column below, given its upper word. Its lower word is the limb there.
     ZOKECC_INLINE void add_carry(uint32_t below) { set(value() + (uint64_t{below} << 3)); }
 
 private:

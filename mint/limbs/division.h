@@ -20,14 +20,14 @@ constexpr unsigned limbs_for(unsigned words)
     return (words + kWordsPerLimb<L> - 1) / kWordsPerLimb<L>;
 }
 
-// Of a limb other than zero. Analysers that do not know that are told by the remainder.
+// Of a nonzero limb; the % tells analysers so.
 template <class L>
 inline unsigned leading_zeros(L limb)
 {
     return static_cast<unsigned>(std::countl_zero(limb)) % kLimbBits<L>;
 }
 
-// The limbs of x[count], a zero word above an odd count: in room, unless words are limbs.
+// The limbs of x[count], with a zero word above an odd count: a copy in room, unless words are limbs.
 template <class L>
 inline const L *as_limbs(const uint32_t *x, unsigned count, L *room)
 {
@@ -47,8 +47,8 @@ inline L reciprocal_limb(L d)
     return static_cast<L>(~Double<L>{0} / d - (Double<L>{1} << kLimbBits<L>));
 }
 
-// Without a division, which small processors do in software: Newton's iteration for x = 2^63 / d
-// from 48/17 - 32/17 d on, which is right to four bits, and the last units one by one.
+// Without a division, which small processors do in software: Newton's iteration for x = 2^63 / d, starting
+// from 48/17 - 32/17 d, which is right to four bits; the last units are found one by one.
 inline uint32_t reciprocal_limb(uint32_t d)
 {
     constexpr uint64_t kConstant = (uint64_t{48} << 31) / 17;
@@ -159,7 +159,7 @@ inline void write_remainder(L *x, unsigned count, unsigned bits, uint32_t *remai
     std::memcpy(remainder, x, 4 * count);
 }
 
-// x[n] shifted, in room[n + 1], or as it stands for no bits. room may be x.
+// x[n] shifted into room[n + 1], or x itself for 0 bits. room may be x.
 template <class L>
 inline const L *shifted_up(const L *x, unsigned n, unsigned bits, L *room)
 {
@@ -168,7 +168,7 @@ inline const L *shifted_up(const L *x, unsigned n, unsigned bits, L *room)
     return room;
 }
 
-// The same contract as divide_words, with v_count above the words of a limb.
+// As divide_words, for a v_count above the words of a limb.
 template <class L>
 ZOKECC_ONE_COPY void divide_limbs(const uint32_t *u, uint32_t u_count, const uint32_t *v, uint32_t v_count,
                                   uint32_t *quotient, uint32_t *remainder)

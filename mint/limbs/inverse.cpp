@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// The bodies of the fast inverse, once for all its users.
+// The fast inverse, instantiated once.
 #include "mint/limbs/inverse.h"
 
 namespace zokecc {

@@ -1,15 +1,15 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// The modular inverse for odd moduli on limbs, with the bits of the definition in inverse.cpp.
+// The modular inverse for odd moduli on limbs, with the same bits as the reference in mint/inverse.cpp.
 //
-// What the definition leaves rests on every one of its subtractions, because the kept borrow rule
-// acts on real operands. So u and v take the same steps here, each tested for a word of all ones.
-// The cofactors are only added and halved, and only their remainders by m show in the end. They
-// are held as a matrix F of single limbs over the last written out pair (X1, X2):
+// The result depends on every subtraction of the reference, because the kept borrow rule acts on real
+// operands. So u and v take the same steps here, each tested for a word of all ones. The cofactors are only
+// added and halved, and only their remainders modulo m matter in the end. They are held as a matrix F of
+// single limbs over the last pair (X1, X2) that was written out:
 //     x1 * 2^shift = F11 X1 + F12 X2,   x2 * 2^shift = F21 X1 + F22 X2   (mod m).
-// Halving x1 doubles the second row, and the other way round. Each addition of a row to the other
-// is followed by at least one halving, for the difference of two odd numbers is even; so by
-// induction the entries of a row sum up to 2^shift at most, or to twice that between the addition
-// and its halving. The matrix is applied before shift passes the bits of a limb less two.
+// Halving x1 doubles the second row, and vice versa. Each addition of one row to the other is followed by at
+// least one halving, because the difference of two odd numbers is even; so by induction the entries of a row
+// sum up to at most 2^shift, or twice that between the addition and its halving. The matrix is applied
+// before shift exceeds the bits of a limb less two.
 #ifndef ZOKECC_MINT_LIMBS_INVERSE_H
 #define ZOKECC_MINT_LIMBS_INVERSE_H
 
@@ -39,8 +39,8 @@ public:
     FastInverse(const FastInverse &) = delete;
     FastInverse &operator=(const FastInverse &) = delete;
 
-    // out[n] = what mint_EEA_algo leaves for a. False, and nothing written, where the cofactor is
-    // a multiple of m: then it depends on which multiple, and the definition has to be asked.
+    // out[n] = what mint_EEA_algo leaves for a. False, with nothing written, if the cofactor is a multiple of
+    // m: then the result depends on which multiple, and the caller must use the reference.
     ZOKECC_ONE_COPY bool run(L *out)
     {
         make_odd(u_, v_);
@@ -82,10 +82,10 @@ private:
         return active_ <= 2;
     }
 
-    // active_ in whole groups: the limbs above are zero and cost less than groups that are not full.
+    // active_ rounded up to whole groups: the limbs above are zero and cost less than a partial group.
     unsigned grouped() const { return (active_ + kLimbGroup<L> - 1) / kLimbGroup<L> * kLimbGroup<L>; }
 
-    // One subtraction of the definition's loop and the halvings after it. False once u is zero.
+    // One subtraction of the reference's loop and the halvings after it. False once u is zero.
     bool step()
     {
         if constexpr (kStepsInRegisters<L>) {
@@ -101,7 +101,7 @@ private:
         return finish_step(larger, smaller, ones);
     }
 
-    // As many steps as nothing but subtractions and halvings is to be done in, and the one after them.
+    // Runs steps until something besides subtractions and halvings is due, and that step.
     template <class Word>
     bool many_steps(Word *u, Word *v)
     {
@@ -122,7 +122,7 @@ private:
         return false;
     }
 
-    // What comes after a subtraction. False for a difference of zero.
+    // The halvings after a subtraction. False for a difference of zero.
     bool finish_step(Side &larger, Side &smaller, L ones)
     {
         if (ones != 0) [[unlikely]] {

@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Steps of the inverse in ARM's instructions.
+// Steps of the inverse in ARM instructions.
 #include "mint/limbs/inverse_steps.h"
 
 namespace zokecc {

@@ -2,8 +2,8 @@
 // Limbs: the machine's own words, for arithmetic that is faster than the 32-bit words of a mint.
 //
 // On a little-endian machine the words of a mint are its limbs, two to one where a limb has 64
-// bits. Each step has a portable body; the few lines of assembly below say the same to a
-// compiler that would not find the instruction by itself, and pass the same tests.
+// bits. Each step has a portable body; a few lines of assembly replace it where the compiler does not
+// find the best instructions, and pass the same tests.
 //
 // Where each step has its body; "here" is this file, in C++, and "sums" stands for modular_sums. The bodies
 // here are in the namespace portable, those of a machine in x86_64 or arm; the end of this file chooses.
@@ -11,14 +11,15 @@
 //   Call                          x86-64            ARMv5TE              ARMv6 and later   elsewhere
 //   add_limbs, sub_limbs          limb_x86_64.h     limb_arm.h           limb_arm.h        here
 //   mul_add_limbs, mul_sub_limbs  here              limb_arm.h           limb_arm.h        here
+//   multiply_unrolled             none              none                 modulus_32.cpp    none
 //   shift_limbs_down              here              limb_arm.h           limb_arm.h        here
 //   products added up             limb_x86_64.h     column_sum.h         limb_arm.h        here, column_sum.h
 //   a b mod p, 6 to 8 words       modulus_64.h      modulus_29_columns.h modulus_32.h      modulus_64.h or
 //   a b mod p, 5 or 9 words       modulus_64.h      modulus_29.cpp       modulus_32.h        as on ARMv5TE
 //   a + b, a - b, 2 a mod p       sums.h            sums_arm.cpp         sums_arm.cpp      sums.h
 //
-// Thumb code takes what stands under "elsewhere"; cmake/Kernels.cmake compiles the hot files to ARM's own
-// instructions. modulus.h chooses the multiplication.
+// Thumb code uses the bodies under "elsewhere"; cmake/Kernels.cmake compiles the hot files as ARM code.
+// modulus.h chooses the multiplication.
 #ifndef ZOKECC_MINT_LIMBS_LIMB_H
 #define ZOKECC_MINT_LIMBS_LIMB_H
 
@@ -108,12 +109,12 @@ inline void shift_limbs_up(const L *x, unsigned n, unsigned bits, L *out)
     out[n] = below;
 }
 
-// The steps below are done for so many limbs at a time; counts that it divides cost the least.
+// Limbs per step: the ARM bodies take four, so multiples of four have no slow tail.
 template <class L>
 constexpr unsigned kLimbGroup = sizeof(L) == 4 ? 4 : 1;
 
-// True where a dividend is held as its complement while multiples of the divisor are taken off: they are
-// then added, which takes fewer instructions where one multiplies and adds twice.
+// True if the division keeps its dividend as a complement, so that it adds multiples of the divisor instead
+// of subtracting them: fewer instructions where umaal multiplies and adds twice.
 template <class L>
 inline constexpr bool kComplementedDividend = kArmUmaal && sizeof(L) == 4;
 
@@ -130,8 +131,8 @@ inline L add_limbs(const L *a, const L *b, unsigned n, L *out)
     return carry;
 }
 
-// out[n] = a[n] - b[n]; returns the borrow. out may be a or b. Of ones, something other than zero
-// is left if and only if a 32-bit word of out has all bits set.
+// out[n] = a[n] - b[n]; returns the borrow. out may be a or b. ones becomes nonzero if and only if a 32-bit
+// word of out has all bits set.
 template <class L>
 inline L sub_limbs(const L *a, const L *b, unsigned n, L *out, L &ones)
 {
@@ -194,7 +195,7 @@ inline L mul_add_limbs(const L *x, L w, unsigned n, L *out)
     return carry;
 }
 
-// out[n] -= x[n] * w; returns the limb that is to be taken off above.
+// out[n] -= x[n] * w; returns the limb to be subtracted above.
 template <class L>
 inline L mul_sub_limbs(const L *x, L w, unsigned n, L *out)
 {
@@ -249,7 +250,7 @@ struct PortableSum {
         middle = add_limb(middle, static_cast<L>(product >> 64), carry);
         high += carry;
     }
-    // Takes off the lowest limb.
+    // Returns and removes the lowest limb.
     uint64_t shift()
     {
         const uint64_t out = low;

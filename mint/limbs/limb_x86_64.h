@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// The chains of limb.h in x86-64's own instructions: the carry in the flags, and the long product.
+// The carry chains of limb.h in x86-64 instructions: the carry in the flags, and the long product.
 //
 // Each takes the place of its namesake in portable for 64-bit limbs. Included by limb.h only.
 #ifndef ZOKECC_MINT_LIMBS_LIMB_X86_64_H

@@ -1,8 +1,8 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Sums modulo p on limbs, for operands below p; out may be an operand.
 //
-// Where the kept rule of subtraction (borrow_rule.h) may act they return false and write nothing; the
-// caller then takes the differences one by one. That is seldom but for small and structured numbers.
+// Where the kept rule of subtraction (borrow_rule.h) might act they return false and write nothing; the
+// caller then computes the differences one by one. That is rare except for small and structured numbers.
 #ifndef ZOKECC_MINT_LIMBS_MODULAR_SUMS_H
 #define ZOKECC_MINT_LIMBS_MODULAR_SUMS_H
 
@@ -67,7 +67,7 @@ struct PortableSums {
     }
 };
 
-// ARM's bodies for so many words, all of them in registers; modular_sums_arm.cpp.
+// ARM bodies for these widths, with all words in registers; modular_sums_arm.cpp.
 #define ZOKECC_ARM_SUMS(words) \
     ZOKECC_INTERNAL void zokecc_add_mod_##words(const uint32_t *a, const uint32_t *b, const uint32_t *p, \
                                                 uint32_t *out); \
@@ -82,7 +82,7 @@ ZOKECC_INTERNAL void zokecc_add_mod_any(const uint32_t *a, const uint32_t *b, co
                                         uint32_t *out);
 #undef ZOKECC_ARM_SUMS
 
-// For the other widths they refuse everything.
+// For other widths they always return false.
 struct ArmSums {
     static bool serves(unsigned n) { return n >= 6 && n <= 8; }
 
@@ -120,7 +120,7 @@ struct ArmSums {
     }
 };
 
-// Those that this machine has.
+// The bodies for this machine.
 template <class L>
 using ModularSums = std::conditional_t<kArmFunctions && sizeof(L) == 4, ArmSums, PortableSums<L>>;
 

@@ -1,9 +1,8 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Sums modulo p in ARM instructions: all words of a number in registers, from r4 on.
 //
-// Functions without a frame of the compiler's: eight words and three of the other operand take every
-// register that there is. r1 and r2 point to the other operand and to p; a chain leaves its pointer 24
-// bytes further on.
+// Naked functions: eight words and three of the other operand need every register. r1 and r2 point to the
+// other operand and to p; a chain leaves its pointer 24 bytes further on.
 #include "mint/limbs/modular_sums.h"
 
 // One instruction for each word, the first one without a carry.

@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// The multiplications modulo p that this machine has: the one place where they are chosen, beside
+// The multiplications modulo p for this machine: the one place where they are chosen, besides
 // cmake/Kernels.cmake, which compiles the bodies.
 #ifndef ZOKECC_MINT_LIMBS_MODULUS_H
 #define ZOKECC_MINT_LIMBS_MODULUS_H

@@ -19,7 +19,7 @@ constexpr uint32_t kShortMask = (1u << kShortBits) - 1;
 constexpr unsigned short_limbs(unsigned words) { return (32 * words + kShortBits - 1) / kShortBits; }
 constexpr unsigned kMaxShortLimbs = short_limbs(kMaxFastWords);
 
-// By how many bits both factors together are scaled where the kernel for so many words is unrolled
+// By how many bits both factors together are scaled if the kernel for this width is unrolled
 // (modulus_29_columns.h); 0 for the others.
 constexpr unsigned column_scale(unsigned words)
 {
@@ -37,8 +37,8 @@ struct ShortModulus {
     uint32_t reciprocal[kMaxShortLimbs + 1];  // M, below 2 B^(N+1): its top limb is below 2^30
     [[no_unique_address]] OpenQuotients open_quotients;
 
-    // The shift has to stay within a word: without a scale p[count] may lack a few of its highest bits,
-    // no more.
+    // The shift must stay within a word: without a scale p[count] may lack only a few of its highest
+    // bits.
     static bool fits(const uint32_t *p, uint32_t count)
     {
         return count >= 5 && count <= kMaxFastWords && p[count - 1] != 0 && shift_of(p, count) < 32;
@@ -51,7 +51,7 @@ struct ShortModulus {
     void prepare(const uint32_t *p, uint32_t count);
 };
 
-// The greatest guard of so many limbs that does not leave the quotient open.
+// The largest guard, for this number of limbs, that does not leave the quotient open.
 constexpr uint32_t greatest_guard(unsigned limbs) { return kShortMask - (limbs + 4); }
 
 // out = a b mod p for a, b up to p without a scale, for any number of words; out may be a or b. False

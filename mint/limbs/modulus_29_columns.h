@@ -83,7 +83,7 @@ private:
         if constexpr (i + 1 < N) split<i + 1>(a, out);
     }
 
-    // The first limb of a that has a product in a column with a b of so many limbs.
+    // The first limb of a with a product in this column, for a b of this many limbs.
     static constexpr unsigned first_row(unsigned column, unsigned b_limbs)
     {
         return column < b_limbs ? 0 : column - b_limbs + 1;
@@ -113,7 +113,7 @@ private:
         }
     }
 
-    // Closes the columns from k on: their limbs, and what the next one begins with.
+    // Closes the columns from k on: their limbs, and the carry into the next.
     template <unsigned width>
     ZOKECC_INLINE static ColumnSum close(ColumnSum *s, Limb *out)
     {

@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Whole words, for every width that a fast field serves.
+// Multiplication on whole words, for every width that a fast field serves.
 #include "mint/limbs/modulus_32.h"
 
 namespace zokecc {

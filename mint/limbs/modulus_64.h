@@ -226,7 +226,7 @@ private:
         if constexpr (i < N) quotient_rows<i + 1>(top, columns);
     }
 
-    // What leaves the lowest N limbs is not needed.
+    // Limbs above the lowest N are not needed.
     template <unsigned i>
     ZOKECC_INLINE void remainder_rows(const Limb *q, Limb *x) const
     {

@@ -1,8 +1,8 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Products and powers modulo p on the modulus context that the points have.
+// Products and powers modulo p, on the same modulus context as the points.
 //
-// For odd moduli of five to nine words. Nothing but products is computed, and those are true
-// remainders whatever the way to them: no borrow rule has a part in it.
+// For odd moduli of five to nine words. Only products are computed, and those are true remainders by any
+// method: the borrow rule plays no part.
 #ifndef ZOKECC_MINT_LIMBS_RESIDUES_H
 #define ZOKECC_MINT_LIMBS_RESIDUES_H
 

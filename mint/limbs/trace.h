@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// What a fast path tells a test about the road it took: nothing, in the library.
+// Lets tests count which slow paths were taken; does nothing in the library.
 #ifndef ZOKECC_MINT_LIMBS_TRACE_H
 #define ZOKECC_MINT_LIMBS_TRACE_H
 
