@@ -7,8 +7,9 @@
 Held twice: by what the sources include and by what the object files call. Two edges climb, and are
 named here: the modular square root asks the hash layer for a random number, and in the hardened build
 the installation of a curve asks for the exact table. No two headers of a folder include each other,
-however long the way round, and choices of the preprocessor stay few: what a build is stands in
-base/config.h. The picture in docs/architecture.md shows these layers, in this order.
+however long the way round, choices of the preprocessor stay few, for what a build is stands in
+base/config.h, and no header is a crumb. The picture in docs/architecture.md shows these layers, in this
+order.
 """
 import pathlib
 import re
@@ -41,6 +42,11 @@ ONE_FILE_CALLS = {
     "read": "hash/kernel_random.cpp", "close": "hash/kernel_random.cpp",
 }
 MAX_CONDITIONALS = 8
+# A header of fewer lines is joined to another, unless it is the interface of one source or stands here.
+SHORTEST_HEADER = 25
+SHORT_HEADERS = {"hash/digest.h",  # below both hashes
+                 "mint/by_definition.h",  # bodies in two sources
+                 "mint/limbs/trace.h"}  # what tests put in its place
 CONDITIONAL = re.compile(r"^ *# *(?:if|ifdef|ifndef|elif) .*", re.MULTILINE)
 INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^>"]+)[>"]', re.MULTILINE)
 
@@ -138,6 +144,18 @@ def conditional_faults():
     return [f"{len(found)} preprocessor conditionals, more than {MAX_CONDITIONALS}: {' '.join(found)}"]
 
 
+def short_headers():
+    faults = []
+    for folder in RANK:
+        for path in sorted((ROOT / folder).glob("**/*.h")):
+            name = path.relative_to(ROOT).as_posix()
+            lines = len(path.read_text(encoding="ascii").splitlines())
+            has_reason = name in SHORT_HEADERS or path.with_suffix(".cpp").exists()
+            if lines < SHORTEST_HEADER and not has_reason:
+                faults.append(f"{name}: {lines} lines are few for a header")
+    return faults
+
+
 def picture_faults():
     """Layers that the picture of the architecture lacks, or shows in another order."""
     page = (ROOT / "docs" / "architecture.md").read_text(encoding="ascii")
@@ -186,7 +204,7 @@ def call_faults(nm, objects):
 
 def main(nm, *objects):
     faults = public_header_faults() + source_faults() + call_faults(nm, objects)
-    faults += circles() + conditional_faults() + picture_faults()
+    faults += circles() + conditional_faults() + short_headers() + picture_faults()
     print("\n".join(faults) if faults else f"{len(objects)} object files and their sources look downward")
     return 1 if faults else 0
 
