@@ -20,11 +20,7 @@ template <class Modulus>
 class SecretField {
 public:
     using Limb = typename Modulus::Limb;
-    struct Element {
-        // Not defaulted: {} would clear the limbs, and nothing is read before it is written.
-        Element() {}  // NOLINT(modernize-use-equals-default)
-        Limb limb[Modulus::kElementLimbs];
-    };
+    using Element = ModulusElement<Modulus>;
     struct Affine {
         Element x, y;
     };

@@ -29,11 +29,7 @@ public:
     static constexpr size_t kStackOfProduct = kStackOfFastProduct;
 
     using Limb = typename Modulus::Limb;
-    struct Element {
-        // Not defaulted: {} would clear the limbs, and nothing is read before it is written.
-        Element() {}  // NOLINT(modernize-use-equals-default)
-        Limb limb[Modulus::kElementLimbs];
-    };
+    using Element = ModulusElement<Modulus>;
     struct Affine {
         uint32_t infinity;
         Element x, y;
@@ -46,12 +42,7 @@ public:
     static const Element &number(const Constant &constant) { return constant; }
 
     // True if p is a modulus for this field.
-    static bool serves(const mint &p)
-    {
-        const uint32_t words = used_words(p);
-        return words >= 5 && words <= kMaxFastWords && p.words[words - 1] != 0 && is_odd(p) &&
-               Modulus::fits(p.words, words);
-    }
+    static bool serves(const mint &p) { return is_fast_modulus<Modulus>(p); }
 
     explicit FastField(const mint &p) : p_record_(p)
     {

@@ -8,18 +8,6 @@
 
 namespace zokecc {
 
-namespace {
-
-// x of a point; infinity has none and counts as zero.
-const mint &x_of(const ecc_point &point) { return point.x; }
-
-bool multiply(const CurveView &curve, const mint &k, const ecc_point &P, ecc_point &out)
-{
-    return ecc_unknown_point_mul(&k, &P, &curve.a, &curve.b, &curve.p, &out) >= 0;
-}
-
-}  // namespace
-
 bool read_private(const CurveView &curve, const uint8_t *bytes, uint32_t count, mint &d)
 {
     octetstring_to_mint(bytes, count, &d);
@@ -64,7 +52,7 @@ bool public_point(const CurveView &curve, const mint &d, ecc_point &Q)
 
 Step shared_point(const CurveView &curve, const mint &d, const ecc_point &P, ecc_point &out)
 {
-    return multiply(curve, d, P, out) ? Step::done : Step::failed;
+    return multiply_any(curve, d, P, out) ? Step::done : Step::failed;
 }
 
 bool sm2_first_half(const CurveView &curve, const mint &e, const mint &k, mint &r)
@@ -130,9 +118,9 @@ Step sm2_encryption_points(const CurveView &curve, uint32_t len, const mint &k, 
     multiply_base(curve, k, *point);
     write_number(point->x, len, x1);
     write_number(point->y, len, y1);
-    if (!multiply(curve, curve.h, Q, *point)) return Step::failed;
+    if (!multiply_any(curve, curve.h, Q, *point)) return Step::failed;
     if (is_zero(point->x) || is_zero(point->y)) return Step::refused;  // also for h = 0
-    if (!multiply(curve, k, Q, *point)) return Step::failed;
+    if (!multiply_any(curve, k, Q, *point)) return Step::failed;
     write_point(*point, len, shared);
     return Step::done;
 }
@@ -141,9 +129,9 @@ Step sm2_decryption_point(const CurveView &curve, uint32_t len, const mint &d, c
                           PointBytes &shared)
 {
     Wiping<ecc_point> point;
-    if (!multiply(curve, curve.h, C1, *point)) return Step::failed;
+    if (!multiply_any(curve, curve.h, C1, *point)) return Step::failed;
     if (point->infinity == 1) return Step::refused;  // also for h = 0
-    if (!multiply(curve, d, C1, *point)) return Step::failed;
+    if (!multiply_any(curve, d, C1, *point)) return Step::failed;
     write_point(*point, len, shared);
     return Step::done;
 }
@@ -178,9 +166,9 @@ bool sm2_exchange_scalar(const CurveView &curve, const mint &d, const mint &r, c
 Step sm2_exchange_point(const CurveView &curve, uint32_t len, const mint &ht, const ecc_point &peer_key,
                         const mint &peer_x_bar, ecc_point &point, PointBytes &U)
 {
-    if (!multiply(curve, peer_x_bar, point, point)) return Step::failed;
+    if (!multiply_any(curve, peer_x_bar, point, point)) return Step::failed;
     ecc_point_add(&peer_key, &point, &curve.a, &curve.b, &curve.p, &point);
-    if (!multiply(curve, ht, point, point)) return Step::failed;
+    if (!multiply_any(curve, ht, point, point)) return Step::failed;
     if (point.infinity == 1) return Step::refused;  // also for an infinite sum or ht = 0
     write_point(point, len, U);
     return Step::done;

@@ -7,28 +7,21 @@
 
 namespace zokecc {
 
-namespace {
-
-// x of a point; infinity has none and counts as zero.
-const mint &x_of(const ecc_point &point) { return point.x; }
-
-bool multiply(const CurveView &curve, const mint &k, const ecc_point &P, ecc_point &out)
-{
-    return ecc_unknown_point_mul(&k, &P, &curve.a, &curve.b, &curve.p, &out) >= 0;
-}
-
-}  // namespace
-
 void multiply_base(const CurveView &curve, const mint &k, ecc_point &out)
 {
     ecc_fix_point_mul_1(&k, &curve.G, &curve.a, &curve.b, &curve.p, &out, curve.table);
+}
+
+bool multiply_any(const CurveView &curve, const mint &k, const ecc_point &P, ecc_point &out)
+{
+    return ecc_unknown_point_mul(&k, &P, &curve.a, &curve.b, &curve.p, &out) >= 0;
 }
 
 bool add_multiples(const CurveView &curve, const mint &u, const ecc_point &Q, const mint &v, ecc_point &out)
 {
     ecc_point of_key{};
     multiply_base(curve, u, out);
-    if (!multiply(curve, v, Q, of_key)) return false;
+    if (!multiply_any(curve, v, Q, of_key)) return false;
     ecc_point_add(&out, &of_key, &curve.a, &curve.b, &curve.p, &out);
     return true;
 }

@@ -34,6 +34,12 @@ ZOKECC_ONE_COPY CurveView view_of(const Curve &curve)
 // out = k G, over the table.
 void multiply_base(const CurveView &curve, const mint &k, ecc_point &out);
 
+// out = k P. False for want of memory.
+bool multiply_any(const CurveView &curve, const mint &k, const ecc_point &P, ecc_point &out);
+
+// x of a point; infinity has none and counts as zero.
+inline const mint &x_of(const ecc_point &point) { return point.x; }
+
 // out = u G + v Q. False if a multiplication failed for want of memory.
 bool add_multiples(const CurveView &curve, const mint &u, const ecc_point &Q, const mint &v, ecc_point &out);
 

@@ -7,7 +7,9 @@
 #include <zokecc/mint.h>
 
 #include "base/linkage.h"
+#include "mint/limbs/borrow_rule.h"
 #include "mint/limbs/trace.h"
+#include "mint/value.h"
 
 // ZOKECC_MODULI: all of them, in the order in which they are tried. ZOKECC_SHARED_MODULI: those whose users
 // share one copy of what is computed with them; with the others each user has its own.
@@ -26,6 +28,23 @@
 #endif
 
 namespace zokecc {
+
+// A number below a modulus, in limbs.
+template <class Modulus>
+struct ModulusElement {
+    // Not defaulted: {} would clear the limbs, and nothing is read before it is written.
+    ModulusElement() {}  // NOLINT(modernize-use-equals-default)
+    typename Modulus::Limb limb[Modulus::kElementLimbs];
+};
+
+// True for an odd p of five to nine words, trimmed, that Modulus takes.
+template <class Modulus>
+ZOKECC_ONE_COPY bool is_fast_modulus(const mint &p)
+{
+    const uint32_t words = used_words(p);
+    return words >= 5 && words <= kMaxFastWords && p.words[words - 1] != 0 && is_odd(p) &&
+           Modulus::fits(p.words, words);
+}
 
 // Runs the operation, a record with a member template over(arithmetic), with the arithmetic of the first
 // modulus that serves p: FastField or Residues. False if none does, or what the operation returns.

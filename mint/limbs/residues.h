@@ -19,19 +19,10 @@ template <class Modulus, class Trace = NoTrace>
 class Residues {
 public:
     using Limb = typename Modulus::Limb;
-    struct Element {
-        // Not defaulted: {} would clear the limbs, and nothing is read before it is written.
-        Element() {}  // NOLINT(modernize-use-equals-default)
-        Limb limb[Modulus::kElementLimbs];
-    };
+    using Element = ModulusElement<Modulus>;
 
     // True if p is a modulus for these.
-    static bool serves(const mint &p)
-    {
-        const uint32_t words = used_words(p);
-        return words >= 5 && words <= kMaxFastWords && p.words[words - 1] != 0 && is_odd(p) &&
-               Modulus::fits(p.words, words);
-    }
+    static bool serves(const mint &p) { return is_fast_modulus<Modulus>(p); }
 
     explicit Residues(const mint &p) : p_(p) { modulus_.prepare(p.words, p.len); }
 
