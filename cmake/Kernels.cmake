@@ -74,7 +74,7 @@ endif()
 
 # For a hundred bytes and more GCC clears memory with a string instruction, which is slow to start.
 if(CMAKE_SYSTEM_PROCESSOR MATCHES "x86_64|AMD64" AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
-    target_compile_options(zokecc_objects PRIVATE
+    set_property(SOURCE hash/bytes.cpp hash/sha256.cpp hash/sm3.cpp APPEND PROPERTY COMPILE_OPTIONS
         -mmemset-strategy=vector_loop:512:noalign,libcall:-1:noalign)
 endif()
 
