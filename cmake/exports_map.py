@@ -27,7 +27,8 @@ def all_declared_names():
 
 
 def version_script(names):
-    lines = ["ZOKECC_1 {", "    global:"]
+    lines = ["# Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0",
+             "ZOKECC_1 {", "    global:"]
     lines += [f"        {name};" for name in names]
     lines += ["    local:", "        *;", "};"]
     return "\n".join(lines) + "\n"

@@ -223,6 +223,10 @@ TEST(EcesDeformat, NullOutputIsNotNeededWhereNoByteIsWritten) {
     const ByteString block = block_with_separator(24, 22);
     EXPECT_EQ(eces_deformat(block.data(), 23, nullptr, &out_len), 0);
     EXPECT_EQ(out_len, 0u);
+    // One byte is enough to need it, of a block or of a short input.
+    const ByteString one = block_with_separator(24, 21);
+    for (uint32_t length : {23u, 1u}) EXPECT_EQ(eces_deformat(one.data(), length, nullptr, &out_len), 1);
+    EXPECT_EQ(out_len, 0u);
 }
 
 TEST(EcesDeformat, GivesBackWhatWasFormatted) {
