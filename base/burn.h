@@ -36,7 +36,7 @@ constexpr size_t kStackOfFastSums = 1152;
 constexpr size_t kStackOfFastProduct = 1280;
 constexpr size_t kStackOfReferenceSums = 1408;
 constexpr size_t kStackOfReferenceProduct = 1824;
-constexpr size_t kStackOfSecretProduct = 2592;
+constexpr size_t kStackOfSecretProduct = 2848;
 constexpr size_t kStackOfCall = 2304;
 #endif
 
