@@ -64,6 +64,9 @@ TEST(ZokGenerateUserInfo, SmallCurveWithBothHashes) {
 TEST(ZokGenerateUserInfo, EmptyIdentityMayBeNull) {
     ECCrefPublicKey key = small_public_key();
     UserInfo info;
+    EXPECT_EQ(ZOK_GenerateUserInfo(small_session(), &key, nullptr, 1, info.z.data(), info.z_len.get()),
+              ZOK_ERR_ARGUMENT);
+    EXPECT_TRUE(info.unchanged());
     ASSERT_EQ(ZOK_GenerateUserInfo(small_session(), &key, nullptr, 0, info.z.data(), info.z_len.get()),
               ZOK_OK);
     info.expect("b48b5010daca3cb0c608f06baf0bc44035757eb426c633da11600cdab84b2964");
