@@ -294,7 +294,7 @@ scan-secrets)
     tests/secrets/variants.sh "$@"
     ;;
 test-secrets-time)
-    require_suite; require_clang; require_arm; require valgrind valgrind; install_missing
+    require_suite; require_clang_runtime; require_arm; require valgrind valgrind; install_missing
     tests/secrets/time.sh "$@" ;;
 test-threads)
     require_suite

@@ -10,6 +10,7 @@
 #include "base/burn.h"
 #include "base/config.h"
 #include "base/cpu_x86_64.h"
+#include "base/declassify.h"
 #include "base/linkage.h"
 #include "base/wipe.h"
 #include "hash/bytes.h"
@@ -46,7 +47,10 @@ struct State {
 };
 
 // Keeps the compiler from computing a rotation of x once for several uses.
-ZOKECC_INLINE void rotate_anew(uint32_t &x) { __asm__("" : "+r"(x)); }
+ZOKECC_INLINE void rotate_anew(uint32_t &x)
+{
+    if constexpr (!kMemorySanitizer) __asm__("" : "+r"(x));
+}
 
 // One round on fixed registers: the callers rotate the names instead. The sums are written in the order
 // that needs the fewest registers.
