@@ -43,7 +43,7 @@ usage() {
   bench-arm [FILTER | --update]  instructions on ARMv5TE and ARMv7-A, likewise; --update writes into docs/
   bench-check     every benchmark for a moment, to see that it works
   footprint [--check | --update | --chains]  code, data, stack and heap on ARM; --check holds the limits
-  variants [--update]   size and speed of the three builds that a device can choose from, on ARM
+  variants [--update]   size and speed of the builds that a device can choose from, on ARM
   coverage        lines and branches that the tests execute, per folder; fails below the floor
   mutants [--sample N | --all | --help]  small changes to the sources, and those that no test notices
   sbom            the bill of materials, SPDX, in build/zokecc.spdx.json

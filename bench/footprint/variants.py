@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 # Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-"""The three builds that a device can choose from, beside each other: size and speed.
+"""The builds that a device can choose from, beside each other: size and speed.
 
     bench/footprint/variants.py            prints the table
     bench/footprint/variants.py --update   also writes it into docs/footprint.md
@@ -19,10 +19,13 @@ import tables
 PAGE = build.ROOT / "docs" / "footprint.md"
 COUNT = build.ROOT / "bench" / "arm" / "count.py"
 SMALL = ("-DCMAKE_BUILD_TYPE=MinSizeRel", "-DZOKECC_SMALL=ON")
+HARDENED = "-DZOKECC_HARDENED=ON"
 BUILDS = {
     "`MinSizeRel` with `ZOKECC_SMALL`: the presets `-os`": SMALL,
     "`MinSizeRel`": SMALL[:1],
     "`-O2`: the presets `-o2`": (),
+    "`MinSizeRel` with `ZOKECC_SMALL`, hardened": (*SMALL, HARDENED),
+    "`-O2`, hardened": (HARDENED,),
 }
 OPERATIONS = {
     "session_open": "open and close a session",
@@ -38,8 +41,8 @@ def counted(folder):
     return [f"{operations[name]['zokecc'] / 1e6:.2f}" for name in OPERATIONS]
 
 
-def measure(name, options):
-    folder = build.FOLDERS / f"variant-{len(options)}"
+def measure(number, name, options):
+    folder = build.FOLDERS / f"variant-{number}"
     toolchain = build.ROOT / "cmake" / "armv5te.toolchain.cmake"
     build.run("cmake", "--preset", "bench-arm", "-B", folder, f"-DCMAKE_TOOLCHAIN_FILE={toolchain}", *options)
     build.run("cmake", "--build", folder, "--target", "count_operation", "insn_count")
@@ -49,7 +52,7 @@ def measure(name, options):
 
 def main():
     titles = ["Build", "Code and constants", *(f"{what}, million" for what in OPERATIONS.values())]
-    table = tables.rows(titles, [measure(name, options) for name, options in BUILDS.items()])
+    table = tables.rows(titles, [measure(number, *entry) for number, entry in enumerate(BUILDS.items())])
     print(table)
     if sys.argv[1:] == ["--update"]:
         page = pathlib.Path(PAGE).read_text(encoding="ascii")
