@@ -54,10 +54,11 @@ require_suite() {
         /usr/include/gtest/gtest.h libgtest-dev pkg-config pkgconf
 }
 require_clang() { require clang++ clang; }
-# The sanitizers' run-time libraries; clang alone only recommends them.
+# The sanitizers' run-time libraries, which clang only recommends, and what gives functions their names, by
+# which tests/lsan.supp knows the memory that is kept.
 require_clang_runtime() {
     require_clang
-    require /usr/lib/clang/14/lib/linux/libclang_rt.fuzzer-x86_64.a libclang-rt-14-dev
+    require /usr/lib/clang/14/lib/linux/libclang_rt.fuzzer-x86_64.a libclang-rt-14-dev llvm-symbolizer llvm
 }
 require_cross() {
     require arm-linux-gnueabi-g++ g++-arm-linux-gnueabi qemu-arm qemu-user \
