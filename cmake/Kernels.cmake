@@ -59,14 +59,14 @@ if(NOT ZOKECC_SMALL)
         target_sources(zokecc_objects PRIVATE mint/limbs/modular_sums_arm.cpp)
     endif()
     if(ZOKECC_COUNTS_ZEROS)
-        target_sources(zokecc_objects PRIVATE mint/limbs/inverse_steps.cpp)
+        target_sources(zokecc_objects PRIVATE mint/limbs/inverse_steps_arm.cpp)
     endif()
 endif()
 
 set(zokecc_hot
     mint/limbs/division.cpp mint/limbs/modulus_29_columns.cpp mint/limbs/modulus_32.cpp
     hash/sha256_blocks.cpp hash/sm3.cpp ecc/fast_field.cpp ct/field.cpp ct/inverse.cpp)
-set(zokecc_arm_instructions ${zokecc_hot} mint/limbs/inverse.cpp mint/limbs/inverse_steps.cpp
+set(zokecc_arm_instructions ${zokecc_hot} mint/limbs/inverse.cpp mint/limbs/inverse_steps_arm.cpp
     mint/limbs/modulus_29.cpp mint/limbs/modular_sums_arm.cpp ct/sums_arm.cpp)
 if(NOT ZOKECC_SMALL)  # for the chains of limbs
     list(APPEND zokecc_arm_instructions mint/add_sub.cpp mint/modular.cpp)

@@ -39,7 +39,8 @@ check_cpp() {
 # shellcheck disable=SC2086
 check_c() { cppcheck -j"$(nproc)" $checks --std=c99 -D_GNU_SOURCE -Iinclude -Itools examples tools; }
 # It reads the angle brackets of a variable template, such as kLimbBits<Limb> - 1, as comparisons.
-taken_for_comparison=--suppress=compareBoolExpressionWithInt
+taken_for_comparison='--suppress=compareBoolExpressionWithInt
+    --suppress=zerodiv:mint/limbs/inverse.h --suppress=shiftTooManyBits:mint/limbs/inverse.h'
 checks='--quiet --inline-suppr --error-exitcode=1 --enable=warning,performance,portability'
 
 # GCC 12 loses track of arrays that a loop fills, and then says that they are not initialised.
@@ -56,6 +57,8 @@ if ! cmake --preset release -B "$folder" -DZOKECC_TESTS=OFF -DCMAKE_EXPORT_COMPI
     cat "$folder/configure.log"
     exit 1
 fi
+# An option of g++ alone, for which clang-tidy would stop.
+sed -i 's/-mmemset-strategy=[^ "]*//' "$folder/compile_commands.json"
 step format clang-format --dry-run --Werror "$@"
 step cppcheck-library check_cpp
 step cppcheck-programs check_c

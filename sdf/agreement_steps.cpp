@@ -37,11 +37,11 @@ ZOKECC_OWN_FRAME bool is_accepted(const SessionContext &session, const ECCrefPub
     return is_accepted(session, point);
 }
 
-// For a key that is only written if the derivation accepts Z values of these lengths.
-KeySink make_sink(const SessionContext &session, uint32_t klen, const BothZ &Z, uint8_t *key)
+// A key is only written if the derivation accepts Z values of these lengths.
+int32_t written_len(const SessionContext &session, uint32_t klen, const BothZ &Z)
 {
     const bool fits = 2 * session.byte_len + Z.A.size() + Z.B.size() <= kMaxSecretBytes;
-    return KeySink(key, fits ? static_cast<int32_t>(klen) : 0, session.byte_len, session.hash_selector);
+    return fits ? static_cast<int32_t>(klen) : 0;
 }
 
 // The shared point, the key and both confirmation values.
@@ -79,7 +79,7 @@ uint32_t initiate(SessionContext &session, uint32_t klen, const BothZ &Z, const 
     if (!is_on_curve(session, *point)) return ZOK_ERR_INTERNAL;
     if (!is_accepted(session, peer_key) || !is_accepted(session, *point)) return ZOK_ERR_INTERNAL;
     if (kHardened && !is_accepted(session, RA)) return ZOK_ERR_INTERNAL;
-    KeySink sink = make_sink(session, klen, Z, records.result->key);
+    KeySink sink(records.result->key, written_len(session, klen, Z), session.byte_len, session.hash_selector);
     if (!sink.is_ready()) return ZOK_ERR_INTERNAL;
     return finish(session, {d, r, RA.x, RB.x, peer_key, *point}, {Z.A, Z.B, RA.x, RA.y, RB.x, RB.y}, sink,
                   records.result->check, records.result->send);
@@ -104,7 +104,7 @@ uint32_t respond(SessionContext &session, uint32_t klen, const BothZ &Z, const m
     read_public_key(RA, *point);
     if (!is_on_curve(session, *point)) return ZOK_ERR_INTERNAL;
     if (!is_accepted(session, peer_key) || !is_accepted(session, *point)) return ZOK_ERR_INTERNAL;
-    KeySink sink = make_sink(session, klen, Z, records.result->key);
+    KeySink sink(records.result->key, written_len(session, klen, Z), session.byte_len, session.hash_selector);
     if (!sink.is_ready()) return ZOK_ERR_INTERNAL;
     Wiping<mint> r;
     if (records.r != nullptr) {
