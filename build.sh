@@ -382,9 +382,8 @@ format | format-check)
     fi
     ;;
 lint)
-    require_build
-    require clang-format clang-format clang-tidy clang-tidy cppcheck cppcheck \
-        /usr/include/openssl/evp.h libssl-dev
+    require_build; require clang-format clang-format clang-tidy clang-tidy cppcheck cppcheck
+    require /usr/include/openssl/evp.h libssl-dev
     install_missing
     # shellcheck disable=SC2046 # names without blanks
     cmake/lint.sh $(sources)
