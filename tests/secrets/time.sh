@@ -24,7 +24,7 @@ mkdir -p "$folder"
 # variant NAME LEVEL COMPILER [OPTION...]
 variant() {
     name=$1
-    level=$2
+    optimisation=$2
     compiler=$3
     shift 3
     watcher='valgrind --quiet --num-callers=8'
@@ -38,7 +38,7 @@ variant() {
     log=$folder/$name.log
     # shellcheck disable=SC2086 # a command and its arguments
     if cmake -S . -B "$folder/$name" -G Ninja -DCMAKE_BUILD_TYPE=Release -DZOKECC_HARDENED=ON \
-        -DZOKECC_MEMCHECK=ON "-DCMAKE_CXX_FLAGS_RELEASE=$level -gdwarf-4 -DNDEBUG" \
+        -DZOKECC_MEMCHECK=ON "-DCMAKE_CXX_FLAGS_RELEASE=$optimisation -gdwarf-4 -DNDEBUG" \
         "-DCMAKE_CXX_COMPILER=$compiler" -DZOKECC_EXAMPLES=OFF -DZOKECC_TOOLS=OFF -DZOKECC_TESTS=ON "$@" \
         > "$log" 2>&1 &&
         cmake --build "$folder/$name" --target secrets_undefined >> "$log" 2>&1 &&
