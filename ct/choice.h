@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// The fields for secret numbers that are compiled, and the choice between them.
+// The fields for secret numbers that are compiled in, and the choice between them.
 #ifndef ZOKECC_CT_CHOICE_H
 #define ZOKECC_CT_CHOICE_H
 
@@ -7,7 +7,7 @@
 
 namespace zokecc {
 
-// The tests of the schemes have a copy of this folder that serves tiny curves as well.
+// The scheme tests compile this folder a second time, with fields for tiny curves as well.
 #if defined(ZOKECC_TINY_SECRET_FIELDS) && defined(__SIZEOF_INT128__)
 constexpr unsigned kMinSecretWords = 1;
 using OneLimb = FullLimbs<1, PortableSum>;
@@ -26,8 +26,8 @@ ZOKECC_MODULI(ZOKECC_SECRET_FIELD)
 // True if there is a field for secret numbers modulo p.
 bool has_secret_field(const mint &p);
 
-// Returns work(tag) for the tag of p's field, whose type is the field's; work has to return a bool. p has a
-// field: where one modulus serves every width, nothing is asked of p.
+// Returns work(tag), where the tag is a null pointer to the type of p's field; work must return a bool. p
+// must have a field: if one modulus serves every width, p is not checked.
 template <class Work>
 bool on_secret_field(const mint &p, const Work &work)
 {

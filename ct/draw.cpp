@@ -20,7 +20,7 @@ constexpr uint32_t kMoreBytes = 8;  // than the order has
 constexpr uint32_t kMaxDrawn = 4 * kMaxSecretWords + kMoreBytes;
 constexpr uint32_t kMaxDraws = 1024;
 
-// Everything that goes into the hash.
+// The whole hash input.
 struct Input {
     uint8_t kernel[kMaxDrawn];
     uint8_t key[4 * kMaxSecretWords];
@@ -32,7 +32,7 @@ struct Drawn {
     uint8_t bytes[(kMaxDrawn + kDigestBytes - 1) / kDigestBytes * kDigestBytes];
 };
 
-// The words of a number of either kind, at fixed places.
+// Writes the words of a wide or trimmed number, at fixed offsets.
 void put(const mint *number, uint8_t *out)
 {
     if (number == nullptr) return;

@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// The fields for secret numbers, written out once.
+// The fields for secret numbers, instantiated once.
 #include "ct/choice.h"
 #include "ct/look_up.h"
 

@@ -1,6 +1,6 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// The integers modulo an odd p of five to nine words, for secret numbers: exact, and through the same
-// instructions and addresses whatever the numbers are. p itself is public.
+// The integers modulo an odd p of five to nine words, for secret numbers: exact, with the same instructions
+// and addresses for all values. p itself is public.
 //
 // Numbers are below p, in the modulus's limbs. Outputs may be operands.
 #ifndef ZOKECC_CT_FIELD_H
@@ -98,7 +98,7 @@ public:
         correct(modulus_.square(a.limb, out.limb), out);
     }
 
-    // out = 1 / a. Returns zero, and leaves what is no inverse, for an a without one.
+    // out = 1 / a. For an a without an inverse returns zero and leaves some other number in out.
     Mask invert(const Element &a, Element &out) const
     {
         uint32_t in[kMaxSecretWords + 1];
@@ -131,7 +131,7 @@ public:
         for (unsigned i = 0; i < limbs(); ++i) any |= a.limb[i];
         return mask_of_zero(any);
     }
-    // All ones for a number in the limbs that is below p.
+    // All ones if a is below p.
     Mask is_reduced(const Element &a) const
     {
         Limb ones;
@@ -149,8 +149,8 @@ public:
 private:
     using Sums = SecretSums<Limb>;
 
-    // Puts a product right: where its quotient was open the remainder is next to p, and may have lost its
-    // top bit: then it is far below p / 2.
+    // Corrects a product. If its quotient was open, the true remainder lies close to p; if it has lost its
+    // top bit it appears far below p / 2.
     void correct(bool is_exact, Element &out) const
     {
         Limb &top = out.limb[limbs() - 1];

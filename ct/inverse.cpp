@@ -5,12 +5,12 @@
 //
 // f and g begin as m and a, delta as 1/2, and a step replaces (delta, f, g) by
 //     (1 - delta, g, (g - f) / 2)    for delta > 0 and an odd g,
-//     (1 + delta, f, (g + f) / 2)    for another odd g,
+//     (1 + delta, f, (g + f) / 2)    for delta <= 0 and an odd g,
 //     (1 + delta, f, g / 2)          for an even g.
-// After (45907 bits + 26313) / 19929 steps g is 0 and f the greatest common divisor or its negative. Thirty
-// steps look at the lowest thirty bits of f and g alone; what they do to all of f and g, and to the
-// cofactors d and e with f = d a and g = e a (mod m), is a matrix of numbers up to 2^30. Numbers are signed,
-// in limbs of 30 bits, of which the top one has the sign.
+// After (45907 bits + 26313) / 19929 steps g is 0 and f is the greatest common divisor or its negative.
+// Thirty steps depend only on the lowest thirty bits of f and g; their effect on the whole of f and g, and on
+// the cofactors d and e with f = d a and g = e a (mod m), is a matrix with entries up to 2^30. Numbers are
+// signed, in limbs of 30 bits; the top limb carries the sign.
 #include "ct/inverse.h"
 
 #include "base/linkage.h"
@@ -28,16 +28,16 @@ struct Signed {
     int32_t limb[kMaxLimbs];
 };
 
-// 2^30 times what thirty steps do: f' = (u f + v g) / 2^30, g' = (q f + r g) / 2^30.
+// The effect of thirty steps, times 2^30: f' = (u f + v g) / 2^30, g' = (q f + r g) / 2^30.
 struct Matrix {
     int32_t u, v, q, r;
 };
 
-// The state of one inversion. A class of its own so that it is wiped as a whole.
+// The state of one inversion, in one structure so that it can be wiped as a whole.
 struct State {
     Signed f, g, d, e, m;
     Matrix steps;
-    int32_t delta;     // and a half
+    int32_t delta;     // plus one half
     uint32_t inverse;  // of m modulo 2^30
     unsigned limbs;
 };
@@ -65,7 +65,7 @@ void store(const Signed &in, unsigned count, unsigned limbs, uint32_t *out)
         const unsigned bit = 32 * i % kBits;
         uint64_t pair = static_cast<uint32_t>(in.limb[limb]);
         if (limb + 1 < limbs) pair |= uint64_t{static_cast<uint32_t>(in.limb[limb + 1])} << kBits;
-        out[i] = static_cast<uint32_t>(pair >> bit);  // 2 i bits, no more than 28
+        out[i] = static_cast<uint32_t>(pair >> bit);  // a shift by 2 i bits, at most 28
     }
 }
 
@@ -88,7 +88,7 @@ void step_batch(State &s)
         g += ((f ^ swap) - swap) & odd;  // g - f or g + f
         q += ((u ^ swap) - swap) & odd;
         r += ((v ^ swap) - swap) & odd;
-        f += g & swap;  // what g was
+        f += g & swap;  // now the old g
         u += q & swap;
         v += r & swap;
         delta = (delta ^ swap) - 2 * swap + 1;
@@ -108,7 +108,7 @@ int32_t take_limb(int64_t &sum)
     return limb;
 }
 
-// f and g by the matrix; the low thirty bits of both sums are zero.
+// Applies the matrix to f and g; the low thirty bits of both sums are zero.
 void update_values(State &s)
 {
     const Matrix t = s.steps;
@@ -129,8 +129,8 @@ void update_values(State &s)
     s.g.limb[s.limbs - 1] = static_cast<int32_t>(sum_g);
 }
 
-// The multiple of m that makes the low thirty bits of a row of the matrix times (d, e) zero. Both lie
-// between -2 m and m; m is added to a negative one first, so the row's result does, too.
+// The multiple of m that clears the low thirty bits of a row of the matrix times (d, e). Both d and e lie
+// between -2 m and m; a negative one has m added first, so the result stays in that range.
 int32_t multiple_of_m(const State &s, int32_t of_d, int32_t of_e)
 {
     const uint32_t last = s.limbs - 1;
@@ -141,7 +141,7 @@ int32_t multiple_of_m(const State &s, int32_t of_d, int32_t of_e)
     return start - static_cast<int32_t>((s.inverse * low + static_cast<uint32_t>(start)) & kLimbMask);
 }
 
-// d and e by the matrix, divided by 2^30 modulo m.
+// Applies the matrix to d and e, then divides by 2^30 modulo m.
 void update_cofactors(State &s)
 {
     const Matrix t = s.steps;
@@ -165,7 +165,7 @@ void update_cofactors(State &s)
     s.e.limb[s.limbs - 1] = static_cast<int32_t>(sum_e);
 }
 
-// x = (x + (m where add is all ones)) * (-1 where negate is).
+// x += m where add is all ones; then x = -x where negate is all ones.
 ZOKECC_ONE_COPY void adjust(Signed &x, const Signed &m, uint32_t add, uint32_t negate, unsigned limbs)
 {
     int64_t sum = 0;
@@ -179,7 +179,7 @@ ZOKECC_ONE_COPY void adjust(Signed &x, const Signed &m, uint32_t add, uint32_t n
     }
 }
 
-// All ones if f is 1 or, negated, -1.
+// All ones if f, negated where negative is all ones, is 1.
 Mask is_unit(const State &s, uint32_t negative)
 {
     Signed f = s.f;
@@ -201,7 +201,7 @@ Mask invert_secret(const uint32_t *a, const uint32_t *m, unsigned words, uint32_
     s.f = s.m;
     s.e.limb[0] = 1;
     s.delta = 1;
-    s.inverse = m[0];  // right to three bits, and each round doubles them
+    s.inverse = m[0];  // correct to three bits; each round doubles that
     for (unsigned bits = 3; bits < kBits; bits *= 2) s.inverse *= 2 - m[0] * s.inverse;
     const unsigned batches = batches_of(words);
     for (unsigned i = 0; i < batches; ++i) {

@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// The inverse modulo an odd number, in a time that depends on its size alone.
+// The inverse modulo an odd number, in time that depends only on the modulus's size.
 #ifndef ZOKECC_CT_INVERSE_H
 #define ZOKECC_CT_INVERSE_H
 
@@ -12,7 +12,7 @@ namespace zokecc {
 constexpr unsigned kMaxSecretWords = 9;
 
 // out[words] = 1 / a[words] mod m[words], for an odd m and a below it; words up to kMaxSecretWords. out
-// may be a. Returns all ones, or zero where there is no inverse; out is below m then, too.
+// may be a. Returns all ones, or zero if there is no inverse; out is below m in either case.
 Mask invert_secret(const uint32_t *a, const uint32_t *m, unsigned words, uint32_t *out);
 
 }  // namespace zokecc

@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Reading one entry of a table, and all the others, too.
+// Constant-time table lookup: every entry is read, one is kept.
 #ifndef ZOKECC_CT_LOOK_UP_H
 #define ZOKECC_CT_LOOK_UP_H
 
@@ -10,7 +10,7 @@
 
 namespace zokecc {
 
-// So many limbs at a time are kept in registers.
+// group limbs at a time, held in registers.
 template <unsigned group, class L>
 ZOKECC_INLINE void look_up_limbs(const L *entry, size_t stride, unsigned count, uint32_t index, L *out)
 {
@@ -24,8 +24,7 @@ ZOKECC_INLINE void look_up_limbs(const L *entry, size_t stride, unsigned count, 
     for (unsigned j = 0; j < group; ++j) out[j] = sum[j];
 }
 
-// out[n] = the entry with that index, from 1 to count, or zero for an index of 0. Entries begin stride limbs
-// from one another.
+// out[n] = the entry with the given index, 1 to count, or zero for index 0. Entries are stride limbs apart.
 template <class L>
 ZOKECC_ONE_COPY void look_up(const L *entries, size_t stride, unsigned count, uint32_t index, unsigned n,
                              L *out)
@@ -35,7 +34,7 @@ ZOKECC_ONE_COPY void look_up(const L *entries, size_t stride, unsigned count, ui
     for (; done < n; ++done) look_up_limbs<1>(entries + done, stride, count, index, out + done);
 }
 
-// Written out in field.cpp.
+// Instantiated in field.cpp.
 extern template void look_up(const uint32_t *, size_t, unsigned, uint32_t, unsigned, uint32_t *);
 
 }  // namespace zokecc

@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Masks: all ones or zero, in place of a jump that would depend on a secret.
+// Masks: all ones or zero, instead of branches that would depend on a secret.
 #ifndef ZOKECC_CT_MASK_H
 #define ZOKECC_CT_MASK_H
 
@@ -10,7 +10,7 @@
 
 namespace zokecc {
 
-// x, of which the compiler knows nothing any more: it cannot turn what is made of it into a jump.
+// Returns x, hidden from the optimiser: it cannot turn arithmetic on the result into a branch.
 template <class L>
 inline L opaque(L x)
 {
@@ -20,7 +20,7 @@ inline L opaque(L x)
 
 using Mask = NativeLimb;
 
-// All ones for a bit of 1.
+// All ones if bit is 1, zero if it is 0.
 inline Mask mask_of_bit(Mask bit) { return Mask{0} - opaque(bit); }
 
 // All ones for x = 0.
@@ -33,7 +33,7 @@ inline L select(Mask mask, L a, L b)
     return static_cast<L>(b ^ (static_cast<L>(mask) & (a ^ b)));
 }
 
-// The outcome of a test as something to jump on: told to the outside.
+// The outcome of a test as a bool to branch on: it becomes public.
 inline bool declassified(Mask mask) { return declassify(mask != 0); }
 
 }  // namespace zokecc

@@ -13,11 +13,11 @@
 namespace zokecc {
 
 constexpr unsigned kCombBits = 16;      // rounds of the comb: bits of half a word
-constexpr unsigned kCombDigitBits = 4;  // of a column, as many as are looked up at a time
+constexpr unsigned kCombDigitBits = 4;  // bits of a column per lookup
 constexpr unsigned kWindowBits = 4;
 constexpr unsigned kWindowPoints = 1u << (kWindowBits - 1);
 
-// Bit number bit of words 0..count-1, side by side.
+// Collects bit number bit of words 0 to count - 1: bit j of the result comes from word j.
 inline uint32_t secret_column(const uint32_t *k, unsigned count, unsigned bit)
 {
     uint32_t out = 0;
@@ -25,8 +25,8 @@ inline uint32_t secret_column(const uint32_t *k, unsigned count, unsigned bit)
     return out;
 }
 
-// One of entries 1 to count, stride records apart, or (0, 0) for an index of 0. A record has zero words
-// behind those in use.
+// out = entry index of entries 1 to count, stride records apart, or (0, 0) for index 0. In a record the words
+// above those in use must be zero.
 template <class Field>
 void look_up(const Field &f, const ecc_point &first, unsigned stride, unsigned count, uint32_t index,
              typename Field::Affine &out)
@@ -39,14 +39,14 @@ void look_up(const Field &f, const ecc_point &first, unsigned stride, unsigned c
     f.read_words(words, out.y);
 }
 
-// out = k G for the G that the table was made for, by the comb of ecc/comb.h: each half of it is looked up
-// four columns at a time, for reading all of it would cost more than the sum that this saves. k[words] has
-// as many words as the table is made for, and is not above the order of G. The factor, not zero, blinds the
+// out = k G for the table's base point G, by the comb of ecc/comb.h. Each half of the table is looked up four
+// columns at a time, because scanning all of it would cost more than the additions saved. k[words] has as
+// many words as the table is built for and does not exceed the order of G. The nonzero factor blinds the
 // coordinates.
 //
-// No sum is one of equal points. Before an entry D G is added the sum is A G, with A even in each half word
-// in which D has a bit; so A is not D, unless both are zero. And A + D is not above k: of each half word of k
-// it has some leading bits. So A and D are both below the order.
+// No addition ever meets two equal points. Before an entry D G is added the sum is A G, and A is even in each
+// half word in which D has a bit; so A = D only if both are zero. A + D does not exceed k, because each of
+// its half words is made of leading bits of that half word of k. So A and D are both below the order.
 template <class Field>
 ZOKECC_OWN_FRAME void base_multiple(const SecretCurve<Field> &curve, const uint32_t *k, unsigned words,
                                     const ecc_point *table, const typename Field::Element &factor,
@@ -70,8 +70,8 @@ ZOKECC_OWN_FRAME void base_multiple(const SecretCurve<Field> &curve, const uint3
     sum.store(out);
 }
 
-// Five bits of k[words] from position 4 window - 1 on, as a digit of -8 to 8: its size, and all ones if it
-// is negative.
+// The five bits of k[words] from position 4 window - 1 up, as a digit from -8 to 8: returns its magnitude;
+// negative becomes all ones if the digit is negative.
 inline uint32_t window_digit(const uint32_t *k, unsigned words, unsigned window, Mask &negative)
 {
     constexpr uint32_t kBits = (2u << kWindowBits) - 1;
@@ -94,12 +94,12 @@ public:
     using Element = typename Field::Element;
     using Affine = typename Field::Affine;
 
-    // False if one of them is infinity: then the order of P is no more than 8.
+    // False if one of them is infinity, which means that the order of P is at most 8.
     ZOKECC_OWN_FRAME bool fill(const SecretCurve<Field> &curve, const Affine &P)
     {
         const Field &f = curve.f;
         Element Z[kWindowPoints];
-        Element products[kWindowPoints];  // of these, up to here
+        Element products[kWindowPoints];  // running products of Z
         typename Field::Jacobian sum;
         sum.X = P.x;
         sum.Y = P.y;
@@ -113,7 +113,7 @@ public:
             Z[i] = sum.Z;
             if (i > 0) f.mul(products[i - 1], Z[i], products[i]);
         }
-        Element inverse;  // of the products, from the last one down
+        Element inverse;  // of products[i], i going down
         if (f.invert(products[kWindowPoints - 1], inverse) == 0) return false;
         for (unsigned i = kWindowPoints; --i > 0;) {
             Element z;
@@ -124,7 +124,7 @@ public:
         return true;
     }
 
-    // The multiple with that index, 1 to 8, or (0, 0) for 0.
+    // out = index P for an index of 1 to 8, or (0, 0) for 0.
     void look_up(const Field &f, uint32_t index, Affine &out) const
     {
         constexpr size_t kStride = sizeof(Affine) / sizeof(typename Field::Limb);
@@ -140,7 +140,7 @@ private:
         add_mixed_differences(f, P, H, r, P);
     }
 
-    // From Jacobian coordinates, for an inverse z of Z.
+    // Makes Jacobian X and Y affine; z is 1 / Z.
     static void make_affine(const Field &f, const Element &z, Affine &point)
     {
         Element t;
@@ -154,11 +154,11 @@ private:
 };
 
 // out = k P in signed windows of four bits; k[words] is below 2^bits, and P is public. False if the order of
-// P is no more than 8.
+// P is at most 8.
 //
-// Without points of small order, those below 2^bits / 2 and 32, sums cost less. Before the last window the
-// sum is nothing or A P for an A of 16 and above, 2^bits / 16 + 8 at most, and D P is added for a D of 8 at
-// most: neither A + D nor A - D is a multiple of the order. In the last window they may be.
+// Additions cost less if no point has a small order, that is one below 2^bits / 2 or below 32. Before the
+// last window the sum is then either empty or A P with 16 <= A <= 2^bits / 16 + 8, and D P is added with D at
+// most 8: neither A + D nor A - D is a multiple of the order. In the last window they may be.
 template <class Field>
 ZOKECC_OWN_FRAME bool any_multiple(const SecretCurve<Field> &curve, const uint32_t *k, unsigned words,
                                    unsigned bits, const typename Field::Affine &P, bool has_small_orders,

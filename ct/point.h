@@ -1,13 +1,13 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Points for products with secret scalars: sums without exceptions.
+// Points for scalar multiplication with secret scalars: additions without exceptions.
 //
-// Sums are those of J. Renes, C. Costello and L. Batina, "Complete addition formulas for prime order
+// Additions follow J. Renes, C. Costello and L. Batina, "Complete addition formulas for prime order
 // elliptic curves" (2016), algorithm 2, in homogeneous coordinates (X : Y : Z). They hold for all points,
-// equal ones and infinity included, but for two whose difference has order 2: then, and whenever an operand
-// is that already, all three coordinates are zero. A curve of odd order has no such points.
+// equal ones and infinity included, except two whose difference has order 2: the result is then (0, 0, 0),
+// and every later sum with it is, too. A curve of odd order has no such points.
 //
-// Doublings are in Jacobian coordinates, where they cost less and have no exception at all. Infinity is
-// (t^2, t^3, 0) there. Sums cost less there, too, but have exceptions: running_sum.h.
+// Doublings are in Jacobian coordinates, where they cost less and have no exceptions. Infinity is
+// (t^2, t^3, 0) there. Additions cost less there, too, but have exceptions: see running_sum.h.
 #ifndef ZOKECC_CT_POINT_H
 #define ZOKECC_CT_POINT_H
 
@@ -15,7 +15,7 @@
 
 namespace zokecc {
 
-// How a product by a is computed.
+// How to multiply by a.
 enum class CoefficientA : uint8_t { zero, minus_three, any };
 
 template <class Field>
@@ -32,7 +32,7 @@ public:
     using Jacobian = typename Field::Jacobian;
     using Point = ProjectivePoint<Field>;
 
-    // True if both are below p and p is one of the field's.
+    // True if the field serves p, and a and b are below p.
     static bool serves(const mint &p, const mint &a, const mint &b)
     {
         return Field::serves(p) && is_number(a, p) && is_number(b, p);
@@ -52,7 +52,7 @@ public:
         if (f.is_zero(a_) != 0) kind_ = CoefficientA::zero;
     }
 
-    // A number of the curve's record, below p.
+    // Reads a trimmed number below p.
     void read(const mint &in, Element &out) const
     {
         uint32_t words[kMaxSecretWords + 1] = {};
@@ -72,7 +72,7 @@ public:
         out.Y = in.y;
         f.set_one(out.Z);
     }
-    // point = -point where the mask is all ones.
+    // Negates the point with this y where the mask is all ones.
     void negate(Mask mask, Element &y) const
     {
         Element negative;
@@ -160,7 +160,7 @@ public:
         f.mul(out.Z, in.Z, out.Z);
     }
 
-    // Returns zero where the point has no coordinates, and leaves others then.
+    // Returns zero, with meaningless coordinates in out, if the point has no affine form.
     Mask to_affine(const Point &in, Affine &out) const
     {
         Element inverse;
@@ -170,7 +170,7 @@ public:
         return found;
     }
 
-    const Field f;  // NOLINT(misc-non-private-member-variables-in-classes): what the curve lies over
+    const Field f;  // NOLINT(misc-non-private-member-variables-in-classes): the curve's field
 
 private:
     static bool is_number(const mint &value, const mint &p)
@@ -192,7 +192,7 @@ private:
         }
     }
 
-    // (X : Y : Z) to (X Z, Y Z^2, Z); infinity, which is (0 : Y : 0), to (1, 1, 0). Three zeros stay.
+    // (X : Y : Z) to (X Z, Y Z^2, Z), infinity (0 : Y : 0) to (1, 1, 0), and (0 : 0 : 0) to (0, 0, 0).
     ZOKECC_ONE_COPY void to_jacobian(const Point &in, Jacobian &out) const
     {
         Element one;

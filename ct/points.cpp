@@ -14,7 +14,7 @@ namespace {
 template <class Field>
 using CurveOf = SecretCurve<std::remove_const_t<Field>>;
 
-// The same for records in which words above the length may hold anything.
+// Reads a record in which the words above len may hold anything.
 template <class Curve>
 void read_point(const Curve &curve, const ecc_point &in, typename Curve::Affine &out)
 {
@@ -29,7 +29,7 @@ void write_wide(const Field &f, const typename Field::Element &in, mint &out)
     out.len = f.words();
 }
 
-// A factor that blinds the coordinates of a product, one word shorter than p.
+// A random factor to blind the product's coordinates, one word shorter than p.
 template <class Field>
 void draw_factor(const Field &f, typename Field::Element &out)
 {
@@ -38,11 +38,11 @@ void draw_factor(const Field &f, typename Field::Element &out)
     f.read_words(*words, out);
 }
 
-// True if there may be points whose order is not n or a multiple of it. h is p div n, so a curve of twice n
-// points may have an h of 1: its point of order 2 has no window.
+// True if there may be points whose order is not n or a multiple of it. h is p div n, so a curve of 2 n
+// points may have h = 1, but Window::fill refuses its point of order 2.
 bool has_cofactor(const CurveView &view) { return !is_zero(view.h) && !is_one(view.h); }
 
-// The affine form of a product, tested.
+// Writes a product in affine coordinates. False if it has none or is not on the curve.
 template <class Curve>
 bool finish(const Curve &curve, const typename Curve::Point &point, ecc_point &out)
 {

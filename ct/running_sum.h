@@ -1,11 +1,11 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// A product of a point as it grows: a sum of multiples, in Jacobian coordinates.
+// The accumulator of a scalar multiplication, in Jacobian coordinates.
 //
-// Sums of Jacobian points (ecc/jacobian_formulas.h) cost less than complete ones, and are right for opposite
-// points, but not for equal ones: all coordinates are zero then, and stay so. Nor are they for infinity, but
-// nothing needs them there: what is infinite is known by masks, not by its coordinates. The products of
-// multiples.h are such that no sum meets its like; a point that breaks what they rely on, one of small order,
-// ends in a point without coordinates, which is refused.
+// Jacobian additions (ecc/jacobian_formulas.h) cost less than complete ones and are correct for opposite
+// points, but not for equal ones: all coordinates become zero, and stay so. They are not correct for infinity
+// either, but never have to be: masks, not coordinates, record that a sum is infinite. The algorithms of
+// multiples.h never add two equal points, unless the point has a small order; its product then ends up
+// without coordinates and is refused.
 #ifndef ZOKECC_CT_RUNNING_SUM_H
 #define ZOKECC_CT_RUNNING_SUM_H
 
@@ -14,8 +14,8 @@
 
 namespace zokecc {
 
-// As long as there is nothing the sum is (0, 0, factor): the differences H and r from it to Q are then Q
-// itself, over that denominator. So the factor, which is not zero, blinds the coordinates.
+// An empty sum is (0, 0, factor): its differences H and r to Q are then Q itself, scaled to that denominator.
+// So the nonzero factor blinds the coordinates.
 template <class Field>
 class RunningSum {
 public:
@@ -55,7 +55,7 @@ public:
         is_nothing_ &= ~mask;
     }
 
-    // In homogeneous coordinates.
+    // out = the sum in homogeneous coordinates.
     void store(ProjectivePoint<Field> &out)
     {
         Element zero;

@@ -13,7 +13,7 @@ namespace {
 template <class Field>
 using Element = typename Field::Element;
 
-// A wide record, or a trimmed one of the other layers.
+// Reads a wide record, or a trimmed one of the other layers.
 template <class Field>
 void read(const Field &f, const mint &in, Element<Field> &out)
 {
@@ -29,7 +29,7 @@ void write(const Field &f, const Element<Field> &in, mint &out)
     out.len = f.words();
 }
 
-// Runs work(field) over the field of n, and clears what that leaves on the stack.
+// Runs work(field) on the field of n, and clears the stack that it used.
 template <class Work>
 ZOKECC_OWN_FRAME bool modulo(const mint &n, const Work &work)
 {
@@ -45,7 +45,7 @@ uint32_t byte_at(const uint8_t *bytes, uint32_t count, uint32_t i)
     return i < count ? bytes[count - 1 - i] : 0;
 }
 
-// The word of a big-endian number at bytes 4 i to 4 i + 3 from its end.
+// Word i of a big-endian number: its bytes 4 i to 4 i + 3, counted from the end.
 uint32_t word_at(const uint8_t *bytes, uint32_t count, uint32_t i)
 {
     uint32_t out = 0;
@@ -53,7 +53,7 @@ uint32_t word_at(const uint8_t *bytes, uint32_t count, uint32_t i)
     return out;
 }
 
-// All ones for 0 < value < n.
+// All ones if 0 < value < n.
 template <class Field>
 Mask is_in_range(const Field &f, const Element<Field> &value)
 {
@@ -83,7 +83,7 @@ void reduce_secret(const mint &p, const uint8_t *bytes, uint32_t count, mint &ou
         auto &next = (*values)[1];
         auto &shift = (*values)[2];
         const uint32_t words[kMaxSecretWords + 1] = {0, 1};
-        const bool by_words = f.words() > 1;  // by bytes for a p that is none
+        const bool by_words = f.words() > 1;  // by bytes if p is a single word
         f.read_words(words, shift);
         if (!by_words) f.set_small(256, shift);
         f.set_zero(sum);
@@ -175,15 +175,15 @@ bool exchange_scalar(const mint &n, const mint &d, const mint &r, const mint &x_
     });
 }
 
-// The relation is that of the verifier, s + (r + s) d = k: with nothing that s was computed from but the
-// numbers themselves, read once more.
+// Checks s by the verifier's relation, s + (r + s) d = k, with d, k and r read afresh: no intermediate result
+// of the computation of s is reused.
 bool sm2_secret_half(const mint &n, const mint &d, const mint &k, const mint &r, mint &s)
 {
     Wiping<mint> result;
     const bool is_good = modulo(n, [&](const auto &f) {
         Wiping<Element<std::remove_cvref_t<decltype(f)>>[4]> values;
-        auto &key = (*values)[0];  // and 1 + d
-        auto &rd = (*values)[1];   // and k - r d
+        auto &key = (*values)[0];  // d, later 1 + d
+        auto &rd = (*values)[1];   // r d, later k - r d
         auto &sum = (*values)[2];  // r + s
         auto &t = (*values)[3];
         read(f, d, key);
@@ -209,7 +209,7 @@ bool sm2_secret_half(const mint &n, const mint &d, const mint &k, const mint &r,
     return is_good;
 }
 
-// e + r d is computed twice, from the numbers as they are read each time.
+// e + r d is computed twice, each time from freshly read numbers.
 bool ecdsa_secret_half(const mint &n, const mint &e, const mint &d, const mint &k, const mint &r, mint &s)
 {
     Wiping<mint> result;

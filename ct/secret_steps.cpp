@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// The hardened build's steps with secrets.
+// The steps with secrets in the hardened build.
 #include "ecc/secret_steps.h"
 
 #include "base/wipe.h"
@@ -23,7 +23,7 @@ bool multiply(const CurveView &curve, const mint &k, const ecc_point &P, ecc_poi
     return multiply_in_secret(curve, k, bits_of(curve.n), P, nullptr, out);
 }
 
-// out = k P + Q, or k P for a null Q, for public k, P and Q. False if that is infinite.
+// out = k P + Q, or k P if Q is null, for public k, P and Q. False if that is infinity.
 bool multiply_publicly(const CurveView &curve, const mint &k, const ecc_point &P, const ecc_point *Q,
                        ecc_point &out)
 {
@@ -32,7 +32,7 @@ bool multiply_publicly(const CurveView &curve, const mint &k, const ecc_point &P
     return true;
 }
 
-// out = h P: for a cofactor of 1 without a product. False if that is infinite, or for h = 0.
+// out = h P, a plain copy if h is 1. False if that is infinity or if h is 0.
 bool multiply_by_cofactor(const CurveView &curve, const ecc_point &P, ecc_point &out)
 {
     if (is_one(curve.h)) {
@@ -42,7 +42,7 @@ bool multiply_by_cofactor(const CurveView &curve, const ecc_point &P, ecc_point 
     return !is_zero(curve.h) && multiply_publicly(curve, curve.h, P, nullptr, out);
 }
 
-// x of k G modulo n, both public.
+// x = the x coordinate of k G, modulo n. k G and x become public.
 bool public_x(const CurveView &curve, const mint &k, mint &x)
 {
     Wiping<ecc_point> R;
@@ -175,8 +175,8 @@ void unmask_by_product(const CurveView &curve, const mint &c, const mint &x, min
     divide_by_secret(curve.p, c_mod_p, x, M);
 }
 
-// For the h of a curve that can be installed, p div n, h t is below p: (h t) T is t (h T), the latter with
-// a scalar below n.
+// Returns t, not h t. For any curve that can be installed, h is p div n and h t is below p: (h t) T equals
+// t (h T), and the latter needs only a scalar below n.
 bool sm2_exchange_scalar(const CurveView &curve, const mint &d, const mint &r, const mint &x_bar, mint &ht)
 {
     return exchange_scalar(curve.n, d, r, x_bar, ht);

@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Sums modulo p on limbs, for operands below p: exact, and without a jump. out may be an operand.
+// Sums and differences modulo p on limbs, for operands below p: exact and branch-free. out may be an operand.
 #ifndef ZOKECC_CT_SUMS_H
 #define ZOKECC_CT_SUMS_H
 
@@ -46,7 +46,7 @@ struct PortableSecretSums {
     }
 };
 
-// ARM's bodies for eight words, all of them in registers; sums_arm.cpp.
+// The ARM bodies for eight words, all of them in registers; see sums_arm.cpp.
 ZOKECC_INTERNAL void zokecc_secret_add_8(const uint32_t *a, const uint32_t *b, const uint32_t *p,
                                          uint32_t *out);
 ZOKECC_INTERNAL void zokecc_secret_sub_8(const uint32_t *a, const uint32_t *b, const uint32_t *p,
@@ -76,7 +76,7 @@ struct ArmSecretSums : PortableSecretSums<uint32_t> {
     }
 };
 
-// Those that this machine has.
+// The bodies for this machine.
 template <class L>
 using SecretSums = std::conditional_t<kArmFunctions && sizeof(L) == 4, ArmSecretSums, PortableSecretSums<L>>;
 

@@ -1,15 +1,14 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Sums modulo p for secret numbers of eight words in ARM instructions: all words in registers r4 to r11.
+// Sums modulo p of secret numbers of eight words in ARM instructions: all words in registers r4 to r11.
 //
-// Functions without a frame of the compiler's: the words, three of the other operand and its pointer take
-// every register that there is. Nothing is executed under a condition; what depends on a carry goes through
-// a mask in r1.
+// Naked functions: eight words, three of the other operand and its pointer need every register. No
+// instruction is conditional; a mask in r1 stands for the carry.
 #include "ct/sums.h"
 
 #define ENTER "push {r4-r11, lr}\n\tldmia r0, {r4-r11}\n\t"
 #define LEAVE "stmia r3, {r4-r11}\n\tpop {r4-r11, pc}\n\t"
 
-// One instruction for each word, the first one without a carry; moves the pointer 24 bytes further on.
+// One instruction for each word, the first one without a carry; leaves the pointer 24 bytes further on.
 #define CHAIN(first, next, from) \
     "ldmia " from "!, {r0, ip, lr}\n\t" first " r4, r4, r0\n\t" next " r5, r5, ip\n\t" next \
     " r6, r6, lr\n\t" \
@@ -25,7 +24,7 @@
     "ldmia r2, {r0, ip}\n\tand r0, r0, r1\n\tand ip, ip, r1\n\t" \
     "adcs r10, r10, r0\n\tadcs r11, r11, ip\n\t"
 
-// Subtracts p, and adds it again where that borrows and r1 is all ones.
+// Subtracts p, and adds it back if that borrows and r1 is all ones.
 #define SUBTRACT_ONCE \
     CHAIN("subs", "sbcs", "r2") \
     "sbc r0, r0, r0\n\tand r1, r1, r0\n\tsub r2, r2, #24\n\t" ADD_MASKED

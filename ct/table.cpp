@@ -1,6 +1,6 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// The table of the base point's multiples, exact: the contract's loses entries of some curves to the word
-// rule of subtraction. Everything here is public.
+// The exact table of the base point's multiples. The default build's table has wrong entries for some curves,
+// because of the borrow rule of subtraction. Everything here is public.
 #include "ecc/table.h"
 
 #include "ct/choice.h"
@@ -44,7 +44,7 @@ private:
     using AffinePoint = typename Field::Affine;
     using Point = ProjectivePoint<Field>;
 
-    // From entries at the powers of two, all others below size.
+    // Fills all entries below size from those at the powers of two.
     void fill_sums(ecc_point *half, uint32_t size)
     {
         AffinePoint affine;
@@ -72,7 +72,7 @@ private:
         if (in.infinity == 1) curve_.set_infinity(out);
     }
 
-    // Zero words behind those in use: secret look-ups read all of them.
+    // The words above those in use are zero: secret lookups read all of them.
     void store(const Point &in, ecc_point &out) const
     {
         AffinePoint affine;
