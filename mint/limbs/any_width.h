@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// A multiplication modulo p whose width is chosen at run time, so that its users have one copy of their code.
+// Modular multiplication whose width is chosen at run time, so that the code using it exists only once.
 #ifndef ZOKECC_MINT_LIMBS_ANY_WIDTH_H
 #define ZOKECC_MINT_LIMBS_ANY_WIDTH_H
 
@@ -8,7 +8,7 @@
 
 namespace zokecc {
 
-// Modulus is ShortModulus or WordModulus: p as its multiply_eight and multiply_chosen take it.
+// Modulus is ShortModulus or WordModulus: p in the form that multiply_eight and multiply_chosen take.
 template <class Modulus>
 class AnyWidth {
 public:
@@ -19,8 +19,8 @@ public:
     static bool fits(const uint32_t *p, uint32_t words) { return Modulus::fits(p, words); }
     void prepare(const uint32_t *p, uint32_t words) { modulus_.prepare(p, words); }
 
-    // out = a b mod p for a, b up to p; out may be a or b. False where the guard leaves the quotient
-    // open: see OpenQuotients for what is written then.
+    // out = a b mod p for a, b up to p; out may be a or b. False if the guard leaves the quotient open; see
+    // OpenQuotients for what out holds then.
     bool multiply(const Limb *a, const Limb *b, Limb *out) const
     {
         if (modulus_.kernel == 8) [[likely]]

@@ -2,16 +2,16 @@
 // Barrett reduction with an exact quotient, without a correction step.
 //
 // With limbs of base B, N of them, pn = p 2^s with its top bit set (below B^N) and
-// M = floor(B^(2N+1) / pn), the quotient of x = a b 2^s by pn, for a and b up to p, is taken from
-// the top N + 1 limbs of x and M alone. Their product is formed from column N on; columns N + 2
-// and up are the quotient, and column N + 1 is a guard. What is left out is worth, in units of the
+// M = floor(B^(2N+1) / pn), the quotient of x = a b 2^s by pn, for a and b up to p, is computed from
+// only the top N + 1 limbs of x and M. Their product is formed from column N up; columns N + 2 and
+// up are the quotient, and column N + 1 is a guard. The omitted parts are worth, in units of the
 // guard column:
 //   - the columns below N: column j holds at most j + 1 products of (B - 1)^2 (the part of M above
 //     N limbs only reaches columns from N on), in all less than N + 1;
-//   - the fraction that M lacks, less than 1 times the top of x, below B^(N+1): less than 1;
+//   - the fraction cut off from M, below 1, times the top of x, below B^(N+1): less than 1;
 //   - the low N - 1 limbs of x times M, at most 2 B^(N+1): less than 2.
-// So the true quotient is larger by less than N + 4 of these units, and where the guard is below
-// B - (N + 4) its integer part is exact. Otherwise the callers divide digit by digit, or correct the
+// So the true quotient is larger by less than N + 4 of these units, and if the guard is below
+// B - (N + 4) the integer part is exact. Otherwise callers divide digit by digit, or correct the
 // remainder with masks (OpenQuotients).
 #ifndef ZOKECC_MINT_LIMBS_BARRETT_H
 #define ZOKECC_MINT_LIMBS_BARRETT_H
@@ -22,8 +22,8 @@
 
 namespace zokecc {
 
-// out[count] = floor(2^exponent / p[words]), p's top word not zero. It must fit count words, and exponent
-// must be below 38 * 32.
+// out[count] = floor(2^exponent / p[words]); p's top word must not be zero, the result must fit count words,
+// and exponent must be below 38 * 32.
 inline void reciprocal_words(const uint32_t *p, uint32_t words, uint32_t exponent, uint32_t *out,
                              uint32_t count)
 {
@@ -37,11 +37,11 @@ inline void reciprocal_words(const uint32_t *p, uint32_t words, uint32_t exponen
     for (uint32_t i = 0; i < count; ++i) out[i] = i < available ? quotient[i] : 0;
 }
 
-// What a modulus does if the guard leaves the quotient open: it gives up, with nothing written.
+// What happens if the guard leaves the quotient open: the multiplication gives up and writes nothing.
 //
-// In the hardened build a modulus for secret numbers instead continues with the same instructions as always.
-// The quotient may then be one too small, so the remainder is at most (N + 4) p / B above p; it is written
-// modulo 2^b, with b the bits of p, and if it is p or above, p must be subtracted.
+// In the hardened build a modulus for secret numbers carries on with the usual instructions instead. The
+// quotient may then be one too small, so the remainder is at most (N + 4) p / B above p; it is written modulo
+// 2^b, with b the bit length of p, and if it is p or above, the caller must subtract p.
 template <bool may_go_on>
 class OpenQuotientsOf {
 public:
@@ -60,7 +60,7 @@ public:
         return static_cast<uint32_t>(difference >> 63);
     }
     void go_on() { gives_up_ = 0; }
-    // For open 0 or 1. Always false after go_on(), and then no branch depends on open.
+    // open is 0 or 1. After go_on() always false, and no branch depends on open.
     bool give_up(uint32_t open) const
     {
         open &= gives_up_;

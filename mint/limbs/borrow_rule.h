@@ -3,10 +3,9 @@
 //
 // mint_sub departs from the true difference D = X - Y only where D has a 32-bit word of all ones
 // (add_sub.cpp has the rule and why it is kept):
-//   - below Y's used words it writes FFFFFFFE where X and Y have equal words and a borrow comes
-//     in. Of x == y only the borrow makes x - y - borrow all ones.
-//   - above them, and only in place, it loses the borrow after a zero word of X. There D has
-//     0 - 1, all ones.
+//   - within Y's used words it writes FFFFFFFE where X and Y have equal words and a borrow comes in. D has
+//     all ones there; for x == y, x - y - borrow is all ones only if there is a borrow.
+//   - above them, and only in place, it loses the borrow after a zero word of X. D has 0 - 1 there, all ones.
 // Every other word and every other borrow is the true one. So callers compute the true difference, test it
 // for words of all ones, and come here only if there is one.
 #ifndef ZOKECC_MINT_LIMBS_BORROW_RULE_H
@@ -43,7 +42,7 @@ inline unsigned used_words_of(const L *limbs, unsigned n)
     return used;
 }
 
-// Turns d[n] = x[n] - y[n], x > y, into what mint_sub writes to a record other than x's.
+// Turns d[n] = x[n] - y[n], x > y, into what mint_sub writes when the output is not x.
 template <class L>
 ZOKECC_ONE_COPY void keep_equal_words(const L *x, const L *y, unsigned n, L *d)
 {
@@ -52,7 +51,7 @@ ZOKECC_ONE_COPY void keep_equal_words(const L *x, const L *y, unsigned n, L *d)
         if (word_of(d, i) == 0xFFFFFFFFu && word_of(x, i) == word_of(y, i)) set_word(d, i, 0xFFFFFFFEu);
 }
 
-// Turns d[n] = x[n] - y[n], x > y, which has taken the place of x, into what mint_sub leaves there.
+// Turns d[n] = x[n] - y[n], x > y, into what mint_sub writes when the output is x.
 template <class L>
 ZOKECC_ONE_COPY void keep_in_place(const L *y, unsigned n, L *d)
 {
@@ -61,7 +60,7 @@ ZOKECC_ONE_COPY void keep_in_place(const L *y, unsigned n, L *d)
     const unsigned words = n * kWordsPerLimb<L>;
     unsigned i = used_words_of(y, n);
     while (i < words && word_of(d, i) != 0xFFFFFFFFu) ++i;
-    while (++i < words) set_word(d, i, word_of(x, i));  // the borrow stopped at the word before
+    while (++i < words) set_word(d, i, word_of(x, i));  // the borrow is lost after the all-ones word
     keep_equal_words(x, y, n, d);
 }
 

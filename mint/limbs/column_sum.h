@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// The sum of one column of products, in two words, for limbs of 29 bits that are kept times 8.
+// The sum of one column of products, in two words, for limbs of 29 bits stored times 8.
 #ifndef ZOKECC_MINT_LIMBS_COLUMN_SUM_H
 #define ZOKECC_MINT_LIMBS_COLUMN_SUM_H
 
@@ -11,12 +11,12 @@
 
 namespace zokecc {
 
-// Two words instead of one 64-bit variable, which compilers keep in a register pair, at the cost of a sixth
-// of all instructions.
+// Two words, not one 64-bit variable: compilers keep that in a register pair, which costs a sixth more
+// instructions.
 struct PortableColumnSum {
     uint32_t low, high;
 
-    // Adds a b, for a sum that fits; the first product of a column is set.
+    // Adds a b to a sum that must fit; the first product of a column is stored instead.
     template <bool first>
     ZOKECC_INLINE void add(uint32_t a, uint32_t b)
     {
@@ -25,7 +25,7 @@ struct PortableColumnSum {
 
     ZOKECC_INLINE void add_word(uint32_t word) { set(value() + word); }
 
-    // Adds the carry of the column below, given its upper word. Its lower word is the limb there.
+    // Adds the carry of the column below, given that column's upper word; its lower word is the limb.
     ZOKECC_INLINE void add_carry(uint32_t below) { set(value() + (uint64_t{below} << 3)); }
 
 private:

@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Division on the machine's own limbs, instantiated once.
+// Division on native limbs, instantiated once.
 #include "mint/limbs/division.h"
 
 namespace zokecc {

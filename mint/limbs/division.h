@@ -1,7 +1,7 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Long division on limbs, with a reciprocal in place of the divisions.
+// Long division on limbs, multiplying by a reciprocal instead of dividing.
 //
-// The digits are those of Knuth's algorithm D; each is found from the three highest limbs of the
+// The digits are those of Knuth's algorithm D; each is computed from the three highest limbs of the
 // span and a reciprocal of the two highest limbs of the divisor: N. Moller and T. Granlund,
 // "Improved division by invariant integers", IEEE Transactions on Computers 60 (2011), algorithms
 // 4 and 6. Every result is exact.
@@ -20,14 +20,15 @@ constexpr unsigned limbs_for(unsigned words)
     return (words + kWordsPerLimb<L> - 1) / kWordsPerLimb<L>;
 }
 
-// Of a nonzero limb; the % tells analysers so.
+// Leading zero bits of a nonzero limb; the % tells analysers that it is one.
 template <class L>
 inline unsigned leading_zeros(L limb)
 {
     return static_cast<unsigned>(std::countl_zero(limb)) % kLimbBits<L>;
 }
 
-// The limbs of x[count], with a zero word above an odd count: a copy in room, unless words are limbs.
+// Returns the limbs of x[count], padded with a zero word if needed: a copy in room, or x itself if limbs are
+// words.
 template <class L>
 inline const L *as_limbs(const uint32_t *x, unsigned count, L *room)
 {
@@ -47,8 +48,8 @@ inline L reciprocal_limb(L d)
     return static_cast<L>(~Double<L>{0} / d - (Double<L>{1} << kLimbBits<L>));
 }
 
-// Without a division, which small processors do in software: Newton's iteration for x = 2^63 / d, starting
-// from 48/17 - 32/17 d, which is right to four bits; the last units are found one by one.
+// The same without a division, which small processors do in software: Newton's iteration for x = 2^63 / d,
+// starting from 48/17 - 32/17 d, which is correct to four bits; the last units are added one by one.
 inline uint32_t reciprocal_limb(uint32_t d)
 {
     constexpr uint64_t kConstant = (uint64_t{48} << 31) / 17;
@@ -59,8 +60,8 @@ inline uint32_t reciprocal_limb(uint32_t d)
         x += static_cast<uint64_t>(static_cast<int64_t>(x) * error >> 31);
     }
     uint32_t v = static_cast<uint32_t>(2 * x);
-    int64_t rest = static_cast<int64_t>(~(x * 2 * d));  // 2^64 - 1 - (2^32 + v) d
-    for (; rest >= static_cast<int64_t>(d); rest -= d) ++v;
+    int64_t remainder = static_cast<int64_t>(~(x * 2 * d));  // 2^64 - 1 - (2^32 + v) d
+    for (; remainder >= static_cast<int64_t>(d); remainder -= d) ++v;
     return v;
 }
 
@@ -117,13 +118,13 @@ private:
     L d1_, d0_, v_;
 };
 
-// Divides u[u_count + 1] by v[v_count], whose top bit is set; v_count is 2 or more. u's top limb is what
-// shifting it by as many bits as v left there. Leaves the remainder, or its complement, in the lowest v_count
-// limbs of u and the quotient in the u_count - v_count + 1 above them.
+// Divides u[u_count + 1] by v[v_count], whose top bit is set; v_count is 2 or more. u's top limb holds the
+// bits moved up when u was shifted by as many bits as v. Leaves the remainder, or its complement, in the
+// lowest v_count limbs of u and the quotient in the u_count - v_count + 1 limbs above.
 template <class L, bool complemented = kComplementedDividend<L>>
 ZOKECC_ONE_COPY void divide_normalised(L *u, unsigned u_count, const L *v, unsigned v_count)
 {
-    constexpr L kFlip = complemented ? static_cast<L>(~L{0}) : L{0};  // between a limb of u and its value
+    constexpr L kFlip = complemented ? static_cast<L>(~L{0}) : L{0};  // limb of u ^ kFlip = its value
     const DigitFinder<L> finder(v[v_count - 1], v[v_count - 2]);
     if constexpr (complemented) complement_limbs(u, u_count + 1, u);
     for (unsigned position = u_count - v_count + 1; position-- > 0;) {
@@ -132,7 +133,7 @@ ZOKECC_ONE_COPY void divide_normalised(L *u, unsigned u_count, const L *v, unsig
         L digit = finder.digit(top, span[v_count - 1] ^ kFlip, span[v_count - 2] ^ kFlip);
         const L taken =
             complemented ? mul_add_limbs(v, digit, v_count, span) : mul_sub_limbs(v, digit, v_count, span);
-        if (top < taken) [[unlikely]] {  // by one: three limbs of the span against two of the divisor
+        if (top < taken) [[unlikely]] {  // one too large: it was found from the top limbs alone
             --digit;
             [[maybe_unused]] L ones;
             if constexpr (complemented)
@@ -144,7 +145,7 @@ ZOKECC_ONE_COPY void divide_normalised(L *u, unsigned u_count, const L *v, unsig
     }
 }
 
-// remainder[count] = x 2^-bits, for what divide_normalised leaves; or for x itself, not complemented.
+// remainder[count] = x 2^-bits, where x is what divide_normalised leaves, or not complemented.
 template <class L, bool complemented = kComplementedDividend<L>>
 inline void write_remainder(L *x, unsigned count, unsigned bits, uint32_t *remainder)
 {
@@ -159,7 +160,7 @@ inline void write_remainder(L *x, unsigned count, unsigned bits, uint32_t *remai
     std::memcpy(remainder, x, 4 * count);
 }
 
-// x[n] shifted into room[n + 1], or x itself for 0 bits. room may be x.
+// Returns x[n] shifted up into room[n + 1], or x itself for 0 bits. room may be x.
 template <class L>
 inline const L *shifted_up(const L *x, unsigned n, unsigned bits, L *room)
 {
@@ -168,7 +169,7 @@ inline const L *shifted_up(const L *x, unsigned n, unsigned bits, L *room)
     return room;
 }
 
-// As divide_words, for a v_count above the words of a limb.
+// As divide_words, for a divisor longer than one limb.
 template <class L>
 ZOKECC_ONE_COPY void divide_limbs(const uint32_t *u, uint32_t u_count, const uint32_t *v, uint32_t v_count,
                                   uint32_t *quotient, uint32_t *remainder)
@@ -218,7 +219,7 @@ ZOKECC_ONE_COPY void multiply_words(const uint32_t *a, uint32_t a_count, const u
 }
 
 // remainder[p_count] = a[a_count] * b[b_count] mod p[p_count]. The counts are 1 to 19, p's top word is
-// not zero and p_count is above the words of a limb.
+// not zero and p is longer than one limb.
 template <class L>
 ZOKECC_OWN_FRAME void multiply_and_divide(const uint32_t *a, uint32_t a_count, const uint32_t *b,
                                           uint32_t b_count, const uint32_t *p, uint32_t p_count,
@@ -235,7 +236,7 @@ ZOKECC_OWN_FRAME void multiply_and_divide(const uint32_t *a, uint32_t a_count, c
     const L *divisor = as_limbs(p, p_count, divisor_room);
     const L *x = as_limbs(a, a_count, x_room);
     const L *y = as_limbs(b, b_count, y_room);
-    // One factor is shifted as far as the divisor, and the product with it.
+    // Shifting one factor as far as the divisor shifts the product, too.
     const unsigned bits = leading_zeros(divisor[p_limbs - 1]);
     divisor = shifted_up(divisor, p_limbs, bits, divisor_room);
     x = shifted_up(x, x_limbs, bits, x_room);
@@ -245,7 +246,7 @@ ZOKECC_OWN_FRAME void multiply_and_divide(const uint32_t *a, uint32_t a_count, c
     unsigned count = x_limbs + y_limbs;
     while (count > p_limbs && product[count - 1] == 0) --count;
     product[count] = 0;
-    // The product of reduced factors is below p 2^(all of p's bits): its first digit is zero.
+    // The product of reduced factors is below p B^p_limbs, so its first digit is zero.
     if (count > p_limbs && is_below(product + count - p_limbs, divisor, p_limbs)) --count;
     if (count >= p_limbs) {
         divide_normalised(product, count, divisor, p_limbs);

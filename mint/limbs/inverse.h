@@ -1,15 +1,15 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The modular inverse for odd moduli on limbs, with the same bits as the reference in mint/inverse.cpp.
 //
-// The result depends on every subtraction of the reference, because the kept borrow rule acts on real
-// operands. So u and v take the same steps here, each tested for a word of all ones. The cofactors are only
-// added and halved, and only their remainders modulo m matter in the end. They are held as a matrix F of
-// single limbs over the last pair (X1, X2) that was written out:
+// The result depends on every subtraction of the reference, because the kept borrow rule acts on the actual
+// operands. So u and v take the same steps here, and each difference is tested for a word of all ones. The
+// cofactors are only added and halved, and only their values modulo m matter in the end. They are held as a
+// matrix F of single limbs times the last pair (X1, X2) that was written out:
 //     x1 * 2^shift = F11 X1 + F12 X2,   x2 * 2^shift = F21 X1 + F22 X2   (mod m).
 // Halving x1 doubles the second row, and vice versa. Each addition of one row to the other is followed by at
 // least one halving, because the difference of two odd numbers is even; so by induction the entries of a row
-// sum up to at most 2^shift, or twice that between the addition and its halving. The matrix is applied
-// before shift exceeds the bits of a limb less two.
+// sum to at most 2^shift, or twice that between the addition and its halving. The matrix is applied before
+// shift exceeds the bits of a limb minus two.
 #ifndef ZOKECC_MINT_LIMBS_INVERSE_H
 #define ZOKECC_MINT_LIMBS_INVERSE_H
 
@@ -31,7 +31,7 @@ public:
         std::memcpy(u_.value, a, n * sizeof(L));
         std::memcpy(v_.value, m, n * sizeof(L));
         x1_[0][0] = 1;
-        // Newton: m * m is 1 modulo 8, and each step doubles the bits that are right.
+        // Newton: m * m is 1 modulo 8, and each step doubles the number of correct bits.
         inverse_ = m[0];
         for (unsigned bits = 3; bits < kLimbBits<L>; bits *= 2) inverse_ *= 2 - m[0] * inverse_;
     }
@@ -70,7 +70,7 @@ private:
     static constexpr unsigned kMaxShift = kLimbBits<L> - 2;
     static constexpr unsigned kRoom = (kMaxFastLimbs<L> + kLimbGroup<L> - 1) / kLimbGroup<L> * kLimbGroup<L>;
 
-    // u with the row of x1, or v with that of x2. The order is that of inverse_steps.h.
+    // u with the row of x1, or v with that of x2. inverse_steps.h relies on the order of the members.
     struct Side {
         L f1, f2;
         L value[kRoom];
@@ -82,7 +82,7 @@ private:
         return active_ <= 2;
     }
 
-    // active_ rounded up to whole groups: the limbs above are zero and cost less than a partial group.
+    // active_ rounded up to whole groups: the extra limbs are zero and cost less than a partial group.
     unsigned grouped() const { return (active_ + kLimbGroup<L> - 1) / kLimbGroup<L> * kLimbGroup<L>; }
 
     // One subtraction of the reference's loop and the halvings after it. False once u is zero.
@@ -101,7 +101,7 @@ private:
         return finish_step(larger, smaller, ones);
     }
 
-    // Runs steps until something besides subtractions and halvings is due, and that step.
+    // Runs steps until one needs more than subtractions and halvings, and completes that one.
     template <class Word>
     bool many_steps(Word *u, Word *v)
     {
@@ -115,7 +115,7 @@ private:
         L ones = 0;
         for (unsigned i = 0; i < active_; ++i) ones |= all_ones_mark(larger.value[i]);
         if (finish_step(larger, smaller, ones)) return true;
-        if (!u_is_larger) {  // of two equal numbers v is the one that stays
+        if (!u_is_larger) {  // u equals v: the reference subtracts v from u, so undo v's new row
             v_.f1 -= u_.f1;
             v_.f2 -= u_.f2;
         }
@@ -145,27 +145,27 @@ private:
             Side &smaller = below ? u_ : v_;
             larger.f1 += smaller.f1;
             larger.f2 += smaller.f2;
-            D rest = below ? v - u : u - v;
-            if ((all_ones_mark(static_cast<L>(rest)) | all_ones_mark(static_cast<L>(rest >> kLimbBits<L>))) !=
-                0) [[unlikely]]
-                rest = kept_rest(below ? u : v, rest);
-            if (rest == 0) return;
-            while ((static_cast<L>(rest) & 1) == 0) {
-                const unsigned zeros = count_halvings(static_cast<L>(rest), smaller);
-                rest >>= zeros;
+            D d = below ? v - u : u - v;
+            if ((all_ones_mark(static_cast<L>(d)) | all_ones_mark(static_cast<L>(d >> kLimbBits<L>))) != 0)
+                [[unlikely]]
+                d = kept_difference(below ? u : v, d);
+            if (d == 0) return;
+            while ((static_cast<L>(d) & 1) == 0) {
+                const unsigned zeros = count_halvings(static_cast<L>(d), smaller);
+                d >>= zeros;
             }
             if (below)
-                v = rest;
+                v = d;
             else
-                u = rest;
+                u = d;
         }
     }
 
-    static D kept_rest(D smaller, D rest)
+    static D kept_difference(D smaller, D difference)
     {
         Trace::difference_in_place();
         L y[kMaxFastLimbs<L>] = {static_cast<L>(smaller), static_cast<L>(smaller >> kLimbBits<L>)};
-        L x[2] = {static_cast<L>(rest), static_cast<L>(rest >> kLimbBits<L>)};
+        L x[2] = {static_cast<L>(difference), static_cast<L>(difference >> kLimbBits<L>)};
         keep_in_place(y, 2, x);
         return join(x);
     }
@@ -181,8 +181,8 @@ private:
         }
     }
 
-    // How often a value with this even low limb is to be halved before one looks again: 0 to
-    // kMaxShift times. The row of the cofactor that is not halved with it is doubled as often.
+    // Returns how often to halve a value with this even low limb before the next look at it: 0 to kMaxShift
+    // times. Doubles the row of the other cofactor as often.
     unsigned count_halvings(L low, Side &other)
     {
         unsigned zeros = low != 0 ? static_cast<unsigned>(std::countr_zero(low)) : kMaxShift;
@@ -199,7 +199,7 @@ private:
         return zeros;
     }
 
-    // Writes the cofactors out and makes the matrix the unit matrix again.
+    // Writes the cofactors out and resets the matrix to the identity.
     void apply()
     {
         const unsigned next = 1 - now_;
@@ -211,9 +211,9 @@ private:
         shift_ = 0;
     }
 
-    // out = (f1 x1 + f2 x2) / 2^shift mod m. The multiple q m makes the low bits zero. Both
-    // cofactors are below m and the row sums up to 2^(shift + 1) at most, so the quotient is below
-    // 3 m, and a column of the three products and what came from below stays within two limbs.
+    // out = (f1 x1 + f2 x2) / 2^shift mod m. Adding q m clears the low bits. Both cofactors are below
+    // m and the row sums to at most 2^(shift + 1), so the quotient is below 3 m, and a column of three
+    // products and a carry stays within two limbs.
     ZOKECC_ONE_COPY void combine(const Side &row, L *out) const
     {
         const L *const x1 = x1_[now_];
@@ -224,7 +224,7 @@ private:
         const L q = (0 - low * inverse_) & ((L{1} << shift_) - 1);
         const unsigned n = n_;
         const unsigned down = shift_;
-        const unsigned up = kLimbBits<L> - 1 - down;  // and one more: down may be 0
+        const unsigned up = kLimbBits<L> - 1 - down;  // plus one: down may be 0
         D sum = column(f1, x1[0], f2, x2[0], q, m_[0], 0);
         for (unsigned i = 1; i < n; ++i) {
             const L below = static_cast<L>(sum);
@@ -246,12 +246,12 @@ private:
 
     const L *m_;
     unsigned n_;
-    unsigned active_;     // limbs of u and v that may be other than zero; two are always looked at
+    unsigned active_;     // limbs of u and v that may be nonzero; at least two
     unsigned shift_ = 0;  // halvings since the last apply()
     L inverse_;           // of m modulo the limb
     Side u_ = {1, 0, {}};
     Side v_ = {0, 1, {}};
-    unsigned now_ = 0;  // which of the two places of a cofactor is the one in use
+    unsigned now_ = 0;  // which of the two buffers of each cofactor is current
     L x1_[2][kMaxFastLimbs<L>] = {};
     L x2_[2][kMaxFastLimbs<L>] = {};
 };

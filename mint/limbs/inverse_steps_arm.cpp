@@ -4,12 +4,11 @@
 
 namespace zokecc {
 
-// r0 points to the number that was halved last, r1 to the other one, r2 is what is left of the room.
-// The difference is in registers from r4 on; a borrow says that it has to be turned round, and then
-// it takes the other one's place.
+// r0 points to the number that was halved last, r1 to the other one; r2 is the room left. The difference is
+// in registers from r4 on; after a borrow it is negated, and r0 and r1 change places.
 
-// r3 = trailing zeros of r4, ip = 32 less these. On to 2 where they are no number of halvings, or
-// where the comparisons ahead found a word of all ones.
+// r3 = trailing zeros of r4, ip = 32 - r3. Branches to 2 if there are none or more than r2, or if the
+// comparisons before it found a word of all ones.
 #define ZOKECC_COUNT_HALVINGS \
     "beq 2f\n\trsbs r3, r4, #0\n\tbeq 2f\n\tand r3, r3, r4\n\tclz r3, r3\n\trsb r3, r3, #31\n\t" \
     "cmp r3, r2\n\tbhi 2f\n\tsub r2, r2, r3\n\trsb ip, r3, #32\n\t"

@@ -1,12 +1,13 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Limbs: the machine's own words, for arithmetic that is faster than the 32-bit words of a mint.
+// Limbs: native machine words, for faster arithmetic than on the 32-bit words of a mint.
 //
-// On a little-endian machine the words of a mint are its limbs, two to one where a limb has 64
-// bits. Each step has a portable body; a few lines of assembly replace it where the compiler does not
-// find the best instructions, and pass the same tests.
+// On a little-endian machine the words of a mint are its limbs; a 64-bit limb holds two words. Each step
+// has a portable body. Where the compiler does not find the best instructions, a few lines of assembly
+// replace it and pass the same tests.
 //
-// Where each step has its body; "here" is this file, in C++, and "sums" stands for modular_sums. The bodies
-// here are in the namespace portable, those of a machine in x86_64 or arm; the end of this file chooses.
+// The table shows which file holds each body: "here" is this file, in C++, and "sums" stands for
+// modular_sums. The bodies here are in the namespace portable, those for a machine in x86_64 or arm; the end
+// of this file chooses.
 //
 //   Call                          x86-64            ARMv5TE              ARMv6 and later   elsewhere
 //   add_limbs, sub_limbs          limb_x86_64.h     limb_arm.h           limb_arm.h        here
@@ -76,8 +77,8 @@ inline L sub_limb(L a, L b, L &borrow)
     return out;
 }
 
-// Not zero if and only if a 32-bit word of limb has all bits set. A word w of ~limb is zero there,
-// and (w - 1) & ~w has its top bit set for w = 0 and, where no word below is zero, for no other.
+// Nonzero if and only if a 32-bit word of limb has all bits set. The same word w of ~limb is then zero,
+// and (w - 1) & ~w has its top bit set for w = 0 and, unless a word below is zero, for no other w.
 template <class L>
 inline L all_ones_mark(L limb)
 {
@@ -95,12 +96,12 @@ inline bool is_below(const L *a, const L *b, unsigned n)
     return false;
 }
 
-// out[n + 1] = x[n] * 2^bits, bits below those of a limb. out may be x.
+// out[n + 1] = x[n] * 2^bits, 0 <= bits < kLimbBits<L>. out may be x.
 template <class L>
 inline void shift_limbs_up(const L *x, unsigned n, unsigned bits, L *out)
 {
     L below = 0;
-    const unsigned down = kLimbBits<L> - 1 - bits;  // and one more: bits may be 0
+    const unsigned down = kLimbBits<L> - 1 - bits;  // plus one: bits may be 0
     for (unsigned i = 0; i < n; ++i) {
         const L limb = x[i];
         out[i] = limb << bits | below;
@@ -109,16 +110,16 @@ inline void shift_limbs_up(const L *x, unsigned n, unsigned bits, L *out)
     out[n] = below;
 }
 
-// Limbs per step: the ARM bodies take four, so multiples of four have no slow tail.
+// Limbs per step: the ARM bodies take four at a time, so multiples of four have no slow tail.
 template <class L>
 constexpr unsigned kLimbGroup = sizeof(L) == 4 ? 4 : 1;
 
-// True if the division keeps its dividend as a complement, so that it adds multiples of the divisor instead
-// of subtracting them: fewer instructions where umaal multiplies and adds twice.
+// True if the division holds its dividend as a complement and adds multiples of the divisor instead of
+// subtracting them: fewer instructions with umaal, which multiplies and adds twice.
 template <class L>
 inline constexpr bool kComplementedDividend = kArmUmaal && sizeof(L) == 4;
 
-// The steps with a body of their own on some machines.
+// The steps that some machines replace.
 namespace portable {
 
 // out[n] = a[n] + b[n]; returns the carry. out may be a or b.
@@ -147,7 +148,7 @@ inline L sub_limbs(const L *a, const L *b, unsigned n, L *out, L &ones)
     return borrow;
 }
 
-// x[n] /= 2^bits, 0 < bits < those of a limb.
+// x[n] /= 2^bits, 0 < bits < kLimbBits<L>.
 template <class L>
 inline void shift_limbs_down(L *x, unsigned n, unsigned bits)
 {
@@ -155,7 +156,7 @@ inline void shift_limbs_down(L *x, unsigned n, unsigned bits)
     x[n - 1] >>= bits;
 }
 
-// sum + a * b, for a sum that fits.
+// Returns sum + a * b, which must fit.
 template <class L>
 inline Double<L> multiply_add(Double<L> sum, L a, L b)
 {
@@ -171,8 +172,8 @@ inline void multiply_add_both(L &low, L &high, L a, L b)
     high = static_cast<L>(sum >> kLimbBits<L>);
 }
 
-// sum + a[0] b[count - 1] + a[1] b[count - 2] + ... + a[count - 1] b[0], for a sum that fits. The
-// analyser does not follow that modulus_29.cpp splits numbers into at least six limbs.
+// Returns sum + a[0] b[count - 1] + a[1] b[count - 2] + ... + a[count - 1] b[0], which must fit. The analyser
+// does not see that modulus_29.cpp splits numbers into at least six limbs.
 template <unsigned count, class L>
 inline Double<L> add_column(Double<L> sum, const L *a, const L *b)
 {
@@ -195,7 +196,7 @@ inline L mul_add_limbs(const L *x, L w, unsigned n, L *out)
     return carry;
 }
 
-// out[n] -= x[n] * w; returns the limb to be subtracted above.
+// out[n] -= x[n] * w; returns the limb to subtract from the next one up.
 template <class L>
 inline L mul_sub_limbs(const L *x, L w, unsigned n, L *out)
 {
@@ -216,8 +217,8 @@ inline void complement_limbs(const L *x, unsigned n, L *out)
     for (unsigned i = 0; i < n; ++i) out[i] = static_cast<L>(~x[i]);
 }
 
-// out[x_count + y_count] = x[x_count] y[y_count], if there is an unrolled product of these counts; else
-// false. out is neither x nor y.
+// out[x_count + y_count] = x[x_count] y[y_count] if there is an unrolled body for these counts; otherwise
+// returns false. out must not be x or y.
 template <class L>
 inline bool multiply_unrolled(const L *, unsigned, const L *, unsigned, L *)
 {
@@ -228,7 +229,7 @@ inline bool multiply_unrolled(const L *, unsigned, const L *, unsigned, L *)
 
 using namespace portable;
 
-// A sum of products, three limbs wide. Adds of up to 2^(bits of a limb) products cannot overflow.
+// A sum of products, three limbs wide: 2^(bits of a limb) products cannot overflow it.
 struct PortableSum {
     static constexpr unsigned kMaxRow = 0;  // see limb_x86_64.h
 
@@ -250,7 +251,7 @@ struct PortableSum {
         middle = add_limb(middle, static_cast<L>(product >> 64), carry);
         high += carry;
     }
-    // Returns and removes the lowest limb.
+    // Removes the lowest limb and returns it.
     uint64_t shift()
     {
         const uint64_t out = low;
@@ -263,7 +264,8 @@ struct PortableSum {
 
 }  // namespace zokecc
 
-// The one place where the steps are chosen: those of the machine, for its own limbs, win over the templates.
+// The only place where the steps are chosen: for native limbs the machine's own bodies win over the
+// templates.
 #if defined(__x86_64__) && !defined(ZOKECC_NO_ASSEMBLY)
 #include "mint/limbs/limb_x86_64.h"
 namespace zokecc {

@@ -1,7 +1,7 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The carry chains of limb.h in ARM instructions: four words at a time, the carry in the flags.
 //
-// Each takes the place of its namesake in portable for 32-bit words. Included by limb.h only.
+// Each replaces its namesake in portable for 32-bit words. Included by limb.h only.
 #ifndef ZOKECC_MINT_LIMBS_LIMB_ARM_H
 #define ZOKECC_MINT_LIMBS_LIMB_ARM_H
 
@@ -128,8 +128,8 @@ inline void shift_limbs_down(uint32_t *x, unsigned n, unsigned bits)
             : "r4", "r5", "r6", "r8", "r9", "memory");
 }
 
-// A row takes four words at a time and needs nearly all registers. It saves the compiler's with push and pop,
-// two instructions; clobbers would make the compiler store and reload each of its values.
+// A row takes four words at a time and needs nearly all registers. It saves them with push and pop, two
+// instructions; as clobbers they would make the compiler store and reload each of its values.
 #define ZOKECC_ARM_ROW(step) \
     __asm__ volatile("push {r4-r11}\n\tmov ip, #0\n\tsubs r2, r2, #4\n\tblo 2f\n" \
                      "1:\n\tldmia r0!, {r4-r7}\n\tldmia r3, {r8-r11}\n\t" step "subs r2, r2, #4\n\tbhs 1b\n" \
@@ -139,12 +139,12 @@ inline void shift_limbs_down(uint32_t *x, unsigned n, unsigned bits)
                      : "lr", "cc", "memory")
 
 #if __ARM_ARCH >= 6
-// umaal adds the word there and the carry to a product: (2^32 - 1)^2 + 2 (2^32 - 1) = 2^64 - 1.
+// umaal adds the word of out and the carry to a product: (2^32 - 1)^2 + 2 (2^32 - 1) = 2^64 - 1.
 #define ZOKECC_ARM_ADD_STEP \
     "umaal r8, ip, r4, r1\n\tumaal r9, ip, r5, r1\n\tumaal r10, ip, r6, r1\n\tumaal r11, ip, r7, r1\n\t" \
     "stmia r3!, {r8-r11}\n\t"
 #else
-// One carry chain adds the products to the words there; umlal does not touch the flags.
+// One carry chain adds the products to the words of out; umlal leaves the flags alone.
 #define ZOKECC_ARM_ADD_STEP \
     "mov lr, #0\n\tumlal r8, lr, r4, r1\n\tadds r8, r8, ip\n\t" \
     "mov ip, #0\n\tumlal r9, ip, r5, r1\n\tadcs r9, r9, lr\n\t" \
@@ -152,7 +152,7 @@ inline void shift_limbs_down(uint32_t *x, unsigned n, unsigned bits)
     "mov ip, #0\n\tumlal r11, ip, r7, r1\n\tadcs r11, r11, lr\n\t" \
     "stmia r3!, {r8-r11}\n\tadc ip, ip, #0\n\t"
 #endif
-// Likewise with one borrow chain for the subtraction.
+// The subtraction, with one borrow chain.
 #define ZOKECC_ARM_SUB_STEP \
     "mov lr, #0\n\tumlal ip, lr, r4, r1\n\tsubs r8, r8, ip\n\t" \
     "mov ip, #0\n\tumlal lr, ip, r5, r1\n\tsbcs r9, r9, lr\n\t" \

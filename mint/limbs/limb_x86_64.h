@@ -1,7 +1,7 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// The carry chains of limb.h in x86-64 instructions: the carry in the flags, and the long product.
+// The carry chains of limb.h in x86-64 instructions, with the carry in the flags, and the 128-bit product.
 //
-// Each takes the place of its namesake in portable for 64-bit limbs. Included by limb.h only.
+// Each replaces its namesake in portable for 64-bit limbs. Included by limb.h only.
 #ifndef ZOKECC_MINT_LIMBS_LIMB_X86_64_H
 #define ZOKECC_MINT_LIMBS_LIMB_X86_64_H
 
@@ -57,11 +57,11 @@ struct AssembledSum : PortableSum {
     }
 };
 
-// The two chains of carries, of the lower and of the upper halves, run beside each other.
+// Two carry chains, one for the lower and one for the upper halves, run in parallel.
 #define ZOKECC_ROW_STEP(here, next) \
     "mulxq 8*" #here "(%[b]), %[low], %[high]\n\tadcxq %[low], %[r" #here "]\n\t" \
     "adoxq %[high], %[r" #next "]\n\t"
-// Into limbs that are new.
+// For limbs that are set, not added to.
 #define ZOKECC_FIRST_STEP "mulxq (%[b]), %[r0], %[r1]\n\t"
 #define ZOKECC_NEW_STEP(add, here, next) \
     "mulxq 8*" #here "(%[b]), %[low], %[r" #next "]\n\t" add " %[low], %[r" #here "]\n\t"
@@ -72,13 +72,13 @@ struct AssembledSum : PortableSum {
             : "cc")
 #define ZOKECC_CLEAR "xorl %k[low], %k[low]\n\t"
 
-// Beside the sums, products of a row of limbs by one limb, where has_rows().
+// Adds products of a row of limbs by one limb, usable if has_rows().
 struct NativeSum : AssembledSum {
     // cppcheck-suppress duplInheritedMember ; meant to hide the base's, which has no rows
     static constexpr unsigned kMaxRow = 5;
     static bool has_rows() { return has_row_instructions(); }
 
-    // r[count + 1] += a * b[count], for a sum that fits.
+    // r[count + 1] += a * b[count]; the sum must fit.
     template <unsigned count>
     static ZOKECC_INLINE void add_row(uint64_t a, const uint64_t *b, uint64_t *r)
     {
@@ -127,7 +127,7 @@ struct NativeSum : AssembledSum {
                 4, [r0] "=&r"(r[0]), [r1] "=&r"(r[1]), [r2] "=&r"(r[2]), [r3] "=&r"(r[3]), [r4] "=&r"(r[4]));
     }
 
-    // x[2 n] = 2 x[2 n] + the squares of a[n], for a sum that fits.
+    // x[2 n] = 2 x[2 n] + the squares of a[n]; the sum must fit.
     template <unsigned n>
     static ZOKECC_INLINE void double_and_add_squares(const uint64_t *a, uint64_t *x)
     {

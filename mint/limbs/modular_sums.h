@@ -1,7 +1,7 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Sums modulo p on limbs, for operands below p; out may be an operand.
 //
-// Where the kept rule of subtraction (borrow_rule.h) might act they return false and write nothing; the
+// The try_ functions return false and write nothing if the kept borrow rule (borrow_rule.h) might apply; the
 // caller then computes the differences one by one. That is rare except for small and structured numbers.
 #ifndef ZOKECC_MINT_LIMBS_MODULAR_SUMS_H
 #define ZOKECC_MINT_LIMBS_MODULAR_SUMS_H
@@ -26,16 +26,16 @@ struct PortableSums {
         if (carry != 0 || !is_below(out, p, n)) sub_limbs(out, p, n, out, ones);
     }
 
-    // out[n] = a - b mod p. A word of b - a, for a < b, can be all ones only where the same one of
-    // a - b is 0, or 1 with zeros alone below. Which operand is larger is as good as random, and a
-    // wrong guess of the processor costs more than an addition.
+    // out[n] = a - b mod p. For a < b, a word of b - a can be all ones only if that word of a - b is 0, or
+    // 1 with only zeros below. Branch-free, because which operand is larger is practically random and a
+    // mispredicted branch costs more than an addition.
     static bool try_sub(const L *a, const L *b, const L *p, unsigned n, L *out)
     {
         L d[kMaxFastLimbs<L>];
         L correction[kMaxFastLimbs<L>];
         L ones;
         const L mask = 0 - sub_limbs(a, b, n, d, ones);
-        L small = 0;  // the top bit of each word that is 0 or 1, and perhaps of others
+        L small = 0;  // the top bit is set for each word that is 0 or 1, and perhaps for others
         for (unsigned i = 0; i < n; ++i) {
             small |= (d[i] - static_cast<L>(0x0000000200000002u)) & ~d[i];
             correction[i] = p[i] & mask;
@@ -82,7 +82,7 @@ ZOKECC_INTERNAL void zokecc_add_mod_any(const uint32_t *a, const uint32_t *b, co
                                         uint32_t *out);
 #undef ZOKECC_ARM_SUMS
 
-// For other widths they always return false.
+// For other widths try_sub and try_double always return false.
 struct ArmSums {
     static bool serves(unsigned n) { return n >= 6 && n <= 8; }
 

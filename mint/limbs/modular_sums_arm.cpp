@@ -38,7 +38,7 @@
 #define LEAVE_WITH(last) "stmia r3, {r4-" last "}\n\tmov r0, #1\n\t" LEAVE
 #define FAIL "mov r0, #0\n\t" LEAVE
 #define REWIND "sub r2, r2, #24\n\t"
-// A sum is above p (hi) or below it (cc) by its top word; eq leaves it open.
+// Compares the top words: hi if the sum is above p, cc if it is below, eq if undecided.
 #define COMPARE_TOP(last, top) "ldr ip, [r2, #" top "]\n\tcmp " last ", ip\n\t"
 
 // clang-format off

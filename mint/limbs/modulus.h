@@ -1,6 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// The multiplications modulo p for this machine: the one place where they are chosen, besides
-// cmake/Kernels.cmake, which compiles the bodies.
+// Chooses the modular multiplications for this machine; cmake/Kernels.cmake compiles the matching bodies.
 #ifndef ZOKECC_MINT_LIMBS_MODULUS_H
 #define ZOKECC_MINT_LIMBS_MODULUS_H
 
@@ -11,8 +10,8 @@
 #include "mint/limbs/trace.h"
 #include "mint/value.h"
 
-// ZOKECC_MODULI: all of them, in the order in which they are tried. ZOKECC_SHARED_MODULI: those whose users
-// share one copy of what is computed with them; with the others each user has its own.
+// ZOKECC_MODULI: all of them, in the order in which they are tried. ZOKECC_SHARED_MODULI: those for which all
+// users share one copy of the code built on them; for the others each user has its own copy.
 #if defined(__SIZEOF_INT128__)
 #include "mint/limbs/modulus_64.h"
 #define ZOKECC_MODULI(each) each(FullLimbs<4>) each(FullLimbs<3>) each(FullLimbs<5>)
@@ -32,12 +31,12 @@ namespace zokecc {
 // A number below a modulus, in limbs.
 template <class Modulus>
 struct ModulusElement {
-    // Not defaulted: {} would clear the limbs, and nothing is read before it is written.
+    // Not defaulted: {} would clear the limbs, which are always written before they are read.
     ModulusElement() {}  // NOLINT(modernize-use-equals-default)
     typename Modulus::Limb limb[Modulus::kElementLimbs];
 };
 
-// True for an odd p of five to nine words, trimmed, that Modulus takes.
+// True if p is odd, trimmed, of five to nine words, and accepted by Modulus.
 template <class Modulus>
 ZOKECC_ONE_COPY bool is_fast_modulus(const mint &p)
 {
@@ -46,8 +45,8 @@ ZOKECC_ONE_COPY bool is_fast_modulus(const mint &p)
            Modulus::fits(p.words, words);
 }
 
-// Runs the operation, a record with a member template over(arithmetic), with the arithmetic of the first
-// modulus that serves p: FastField or Residues. False if none does, or what the operation returns.
+// Calls operation.over(arithmetic), where Arithmetic (FastField or Residues) is that of the first modulus
+// that accepts p, and returns its result. False if no modulus accepts p.
 template <template <class, class> class Arithmetic, class Operation>
 ZOKECC_INLINE bool run_over_first(const mint &p, const Operation &operation)
 {

@@ -1,12 +1,12 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Short limbs in loops, for any width.
+// Multiplication on 29-bit limbs in loops, for any width.
 #include "mint/limbs/modulus_29.h"
 
 namespace zokecc {
 
 namespace {
 
-// out[limbs], 29 bits each, of x[count].
+// out[limbs] = x[count], 29 bits per limb.
 void split(const uint32_t *x, unsigned count, uint32_t *out, unsigned limbs)
 {
     uint64_t bits = 0;
@@ -25,7 +25,7 @@ void split(const uint32_t *x, unsigned count, uint32_t *out, unsigned limbs)
     }
 }
 
-// out[count] = the words of x[limbs].
+// out[count] = x[limbs], 32 bits per word.
 void join(const uint32_t *x, unsigned limbs, uint32_t *out, unsigned count)
 {
     uint64_t bits = 0;
@@ -86,7 +86,7 @@ void ShortModulus::prepare(const uint32_t *p, uint32_t count)
     uint32_t wide[kMaxFastWords + 4];
     shift_limbs_up(p, count, shift, wide);
     top = wide[count - 1];
-    if (scale != 0) shift_limbs_up(wide, count, scale, wide);  // there is nothing above count words yet
+    if (scale != 0) shift_limbs_up(wide, count, scale, wide);  // wide[count] is still zero
     uint32_t borrow = 0;
     for (unsigned i = 0; i <= count; ++i) wide[i] = sub_limb(0u, wide[i], borrow);
     split(wide, count + 1, complement, n);
@@ -99,8 +99,8 @@ bool multiply_looped(const ShortModulus &p, const uint32_t *a, const uint32_t *b
 {
     const unsigned n = short_limbs(p.words);
     uint32_t wide[kMaxFastWords + 1];
-    uint32_t a_limbs[kMaxShortLimbs];  // and the quotient, once they are multiplied
-    uint32_t b_limbs[kMaxShortLimbs];  // and the remainder
+    uint32_t a_limbs[kMaxShortLimbs];  // later the quotient
+    uint32_t b_limbs[kMaxShortLimbs];  // later the remainder
     uint32_t x[2 * kMaxShortLimbs];
     shift_limbs_up(a, p.words, p.shift, wide);
     split(wide, p.words + 1, a_limbs, n);
@@ -118,7 +118,7 @@ bool multiply_looped(const ShortModulus &p, const uint32_t *a, const uint32_t *b
     }
     a_limbs[n - 1] = static_cast<uint32_t>(sum);
 
-    // x + q (B^n - P) in the lowest limbs, which is x - q P: below P, so they are all of it.
+    // The lowest n limbs of x + q (B^n - P) equal x - q P, which is below P and so has no others.
     sum = 0;
     for (unsigned k = 0; k < n; ++k) {
         sum = add_columns(sum + x[k], a_limbs, p.complement, k + 1);

@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Short limbs unrolled for the common widths: 192, 224 and 256 bits.
+// Multiplication on 29-bit limbs, unrolled for the common widths: 192, 224 and 256 bits.
 #include "mint/limbs/modulus_29_columns.h"
 
 namespace zokecc {
@@ -22,7 +22,7 @@ ZOKECC_ONE_COPY bool multiply_seven(const ShortModulus &p, const uint32_t *a, co
     return ColumnLimbs<7>::multiply(p, a, b, out);
 }
 
-// p without its top bits, and the widths that are not unrolled: (a 2^s) b mod p 2^s is (a b mod p) 2^s.
+// For p with zero bits at the top of its top word: (a 2^s) b mod p 2^s is (a b mod p) 2^s.
 ZOKECC_OWN_FRAME bool multiply_shifted(const ShortModulus &p, const uint32_t *a, const uint32_t *b,
                                        uint32_t *out)
 {

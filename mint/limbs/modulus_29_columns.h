@@ -1,9 +1,9 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Products on limbs of 29 bits for six, seven and eight words: three columns at a time.
+// Products on 29-bit limbs for six, seven and eight words: product scanning, three columns at a time.
 //
-// A column is kept times 8: the lower word of its sum is then the limb, times 8, and the upper word is
-// the carry, and closing a column takes two instructions. A limb of one operand is loaded once for the
-// three products that the columns have with it.
+// Columns are stored times 8: the lower word of a sum is then the limb, times 8, the upper word is the
+// carry, and closing a column takes two instructions. A limb of one operand is loaded once for its products
+// in all three columns.
 #ifndef ZOKECC_MINT_LIMBS_MODULUS_29_COLUMNS_H
 #define ZOKECC_MINT_LIMBS_MODULUS_29_COLUMNS_H
 
@@ -15,8 +15,8 @@
 namespace zokecc {
 
 // P = pn 2^(2 H) is the modulus in the terms of barrett.h, for pn of 32 Words bits with its top bit set:
-// both factors are scaled by 2^H, so that the same limbs serve a product and a square. P fills the N
-// limbs, or has one bit more: the remainder's top bit then follows from the guard.
+// both factors are scaled by 2^H, so that a product and a square use the same limbs. P fills the N limbs, or
+// has one bit more; then the remainder's top bit is recovered from the guard.
 template <unsigned Words>
 class ColumnLimbs {
 public:
@@ -24,8 +24,8 @@ public:
     static constexpr unsigned N = short_limbs(Words);
     static constexpr unsigned H = column_scale(Words) / 2;
 
-    // out = a b mod pn for a, b up to pn; out may be a or b, and a square costs less. False
-    // where the guard leaves the quotient open: see OpenQuotients for what is written then.
+    // out = a b mod pn for a, b up to pn; out may be a or b, and a square costs less. False if the guard
+    // leaves the quotient open; see OpenQuotients for what out holds then.
     ZOKECC_INLINE static bool multiply(const ShortModulus &m, const Limb *a, const Limb *b, Limb *out)
     {
         Limb x[2 * N];
@@ -46,12 +46,12 @@ public:
 private:
     static constexpr unsigned kBitsAbove = 32 * Words + 2 * H - kShortBits * N;
     static_assert(kBitsAbove <= 1);
-    static constexpr unsigned kSplitRow = 5;  // of the two lowest columns of the quotient
+    static constexpr unsigned kSplitRow = 5;  // where the quotient's two lowest columns are carried early
 
     ZOKECC_INLINE static void product(const Limb *a, const Limb *b, Limb *x)
     {
         Limb left[N];   // times 8
-        Limb right[N];  // b, or twice a
+        Limb right[N];  // b, or 2 a for a square
         if (a == b) {
             split<0>(a, left);
 #pragma GCC unroll 9
@@ -89,8 +89,8 @@ private:
         return column < b_limbs ? 0 : column - b_limbs + 1;
     }
 
-    // Adds a_i b_(k + c - i) to column k + c, c below width, for i from row to the last. A square has
-    // twice a for b, and each pair once. The first product of a column that has nothing yet is set.
+    // Adds a_i b_(k + c - i) to column k + c, for c < width and i from row to last. A square passes 2 a as b
+    // and adds each pair once. The first product of an empty column is stored, not added.
     template <unsigned k, unsigned width, unsigned row, unsigned last, unsigned limbs, bool square,
               unsigned filled>
     ZOKECC_INLINE static void add_rows(const Limb *a, const Limb *b, ColumnSum *s)
@@ -113,7 +113,7 @@ private:
         }
     }
 
-    // Closes the columns from k on: their limbs, and the carry into the next.
+    // Closes width columns: writes their limbs, returns the carry into the next column.
     template <unsigned width>
     ZOKECC_INLINE static ColumnSum close(ColumnSum *s, Limb *out)
     {
@@ -129,7 +129,7 @@ private:
         return {s[width - 1].high << 3, s[width - 1].high >> 29};
     }
 
-    // x[2 N] = left right, from column k on; the last column has only a carry.
+    // x[2 N] = left right, from column k up; the last column has only a carry.
     template <unsigned k, bool square>
     ZOKECC_INLINE static void columns(const Limb *left, const Limb *right, Limb *x, ColumnSum carry = {})
     {
@@ -146,7 +146,7 @@ private:
             x[2 * N - 1] = carry.low;
     }
 
-    // From the top limbs of x: columns N and on, the quotient from N + 2 on. Returns the guard, times 8.
+    // From the top limbs of x: computes columns N and up; q is those from N + 2. Returns the guard, times 8.
     ZOKECC_INLINE static Limb quotient(const ShortModulus &m, const Limb *top, Limb *q)
     {
         ColumnSum s[3];
@@ -178,7 +178,7 @@ private:
             q[N - 1] = carry.low;
     }
 
-    // r[N] = x + q (2^(29 N) - P) in the lowest N limbs, which is x - q P but for a bit above.
+    // r[N] = the lowest N limbs of x + q (2^(29 N) - P): x - q P without the one bit it may have above.
     template <unsigned k>
     ZOKECC_INLINE static void remainder(const Limb *x, const Limb *q, const Limb *complement, Limb *r,
                                         ColumnSum carry = {})
@@ -194,7 +194,7 @@ private:
         if constexpr (k + width < N) remainder<k + width>(x, q, complement, r, carry);
     }
 
-    // 32 bits of r from bit position on, for limbs times 8; they lie in two limbs.
+    // Returns 32 bits of r from the given bit position up, spread over two limbs that are stored times 8.
     ZOKECC_INLINE static Limb word_from(const Limb *r, unsigned position)
     {
         const unsigned limb = position / kShortBits;
@@ -202,20 +202,20 @@ private:
         return r[limb] >> (bit + 3) | (bit <= 26 ? r[limb + 1] << (26 - bit) : r[limb + 1] >> (bit - 26));
     }
 
-    // The top bit of the remainder's top word, of which the others are known. The remainder is pn times
-    // the fraction of the quotient, and the guard is that but for N + 5 units of 2^-29: the estimate is
-    // right to less than 8 (N + 6) units, far less than half of what the bit stands for.
+    // Returns the missing top bit of the remainder's top word. The remainder is pn times the fraction of the
+    // quotient, and the guard is that fraction to within N + 5 units of 2^-29: the estimate is off by less
+    // than 8 (N + 6) units, far less than half the bit's weight.
     ZOKECC_INLINE static Limb top_bit(const ShortModulus &m, Limb guard, Limb word)
     {
         const Limb estimate = static_cast<Limb>(uint64_t{guard} * m.top >> 32);
         return (estimate - word + 0x40000000u) & 0x80000000u;
     }
 
-    // ---- Bounds: no column grows beyond 64 bits ----
+    // ---- Bounds: no column exceeds 64 bits ----
 
     using Limits = std::array<uint64_t, N + 1>;
 
-    // The largest limbs, times scale, of a number of so many bits.
+    // The largest limbs, times scale, that a number of the given bits can have.
     static constexpr Limits limits(unsigned limbs, unsigned bits, uint64_t scale)
     {
         Limits out{};
@@ -226,7 +226,7 @@ private:
         return out;
     }
 
-    // True if rows `row` to `last` of column k fit beside a carry and a word.
+    // True if rows `row` to `last` of column k, a carry and a word fit 64 bits together.
     static constexpr bool fits(const Limits &a, const Limits &b, unsigned limbs, unsigned k, unsigned row,
                                unsigned last, bool square = false)
     {

@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Multiplication on whole words, for every width that a fast field serves.
+// Multiplication on whole words, for every width that a fast field accepts.
 #include "mint/limbs/modulus_32.h"
 
 namespace zokecc {
@@ -27,7 +27,7 @@ ZOKECC_ONE_COPY bool multiply_words(const WordModulus &p, const uint32_t *a, con
     }
 }
 
-// p without its top bits: (a 2^s) b mod p 2^s is (a b mod p) 2^s.
+// For p with zero bits at the top of its top word: (a 2^s) b mod p 2^s is (a b mod p) 2^s.
 ZOKECC_OWN_FRAME bool multiply_shifted(const WordModulus &p, const uint32_t *a, const uint32_t *b,
                                        uint32_t *out)
 {

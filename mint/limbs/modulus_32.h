@@ -1,9 +1,8 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Multiplication modulo p on whole 32-bit words, for machines that multiply and add two words at once.
 //
-// a b + c + d of words a, b, c, d always fits two words, and on ARM from version 6 on it is one
-// instruction: rows of products need no carries of their own, and the words of a mint are the limbs as
-// they stand.
+// a b + c + d always fits two words for words a, b, c, d, and from ARMv6 on it is one instruction: rows of
+// products need no separate carry handling, and the words of a mint are used as limbs directly.
 #ifndef ZOKECC_MINT_LIMBS_MODULUS_32_H
 #define ZOKECC_MINT_LIMBS_MODULUS_32_H
 
@@ -14,11 +13,11 @@
 
 namespace zokecc {
 
-// p in the terms of barrett.h, with B = 2^32 and N = words. Of M = floor(B^(2N+1) / pn), which has one
-// bit more than N + 1 words, the half is kept: the quotient comes out halved, and is doubled.
+// p in the terms of barrett.h, with B = 2^32 and N = words. M = floor(B^(2N+1) / pn) has one bit more than
+// N + 1 words, so half of it is stored; the quotient comes out halved and is doubled.
 struct WordModulus {
     uint32_t words;
-    uint32_t kernel;                              // words, where nothing is shifted
+    uint32_t kernel;                              // words if there is no shift, otherwise 0
     uint32_t shift;                               // s
     uint32_t complement[kMaxFastWords];           // B^N - pn
     uint32_t half_reciprocal[kMaxFastWords + 1];  // floor(M / 2)
@@ -47,17 +46,17 @@ class WordLimbs {
 public:
     using Limb = uint32_t;
 
-    // out = a b mod pn for a, b up to pn; out may be a or b. False where the guard leaves the quotient
-    // open: see OpenQuotients for what is written then.
+    // out = a b mod pn for a, b up to pn; out may be a or b. False if the guard leaves the quotient open; see
+    // OpenQuotients for what out holds then.
     ZOKECC_INLINE static bool multiply(const WordModulus &m, const Limb *a, const Limb *b, Limb *out)
     {
         Limb x[2 * N];
         product(a, b, x);
-        Limb columns[N + 2];  // from N on: the guard is the next one, and the quotient those above
+        Limb columns[N + 2];  // columns N and up: [1] is the guard, [2] and up are the quotient
         quotient(m, x + N - 1, columns);
-        // Half the quotient lacks less than N + 3 units of the guard column (barrett.h; of the low
-        // limbs of x times half of M less than one), and a fraction that the guard column had: less
-        // than 2 (N + 4) when it is doubled.
+        // Half the quotient is too small by less than N + 3 units of the guard column (barrett.h; with half
+        // of M the low limbs of x count for less than one), and by a fraction of such a unit: doubled, by
+        // less than 2 (N + 4).
         const Limb guard = columns[1] << 1;
         const uint32_t open = OpenQuotients::is_open(guard, 0u - 2 * (N + 4));
         if (m.open_quotients.give_up(open)) [[unlikely]]
@@ -75,7 +74,7 @@ public:
     {
 #pragma GCC unroll 5
         for (unsigned i = 0; i + 1 < N; i += 2) {
-            // The analyzer does not see that the words above the shifted number are set.
+            // The analyser does not see that the words above the shifted number are set.
             // NOLINTBEGIN(clang-analyzer-core.uninitialized.Assign)
             const Limb a0 = a[i];
             const Limb a1 = a[i + 1];
@@ -112,7 +111,7 @@ private:
         high = static_cast<Limb>(product >> 32);
     }
 
-    // columns[N + 2] = those from N on of top[N + 1] times half of M.
+    // columns[N + 2] = columns N and up of top[N + 1] times half of M.
     ZOKECC_INLINE static void quotient(const WordModulus &m, const Limb *top, Limb *columns)
     {
         const Limb *const r = m.half_reciprocal;
@@ -141,7 +140,7 @@ private:
         }
     }
 
-    // x + q (B^N - pn) in the lowest N words, which is x - q pn: below pn, so they are all of it.
+    // x[N] = the lowest N words of x + q (B^N - pn): they equal x - q pn, which is below pn.
     ZOKECC_INLINE static void remainder(const WordModulus &m, const Limb *q, Limb *x)
     {
 #pragma GCC unroll 5
@@ -160,8 +159,8 @@ private:
     }
 };
 
-// out = a b mod p for a, b up to p; out may be a or b. False where the guard leaves the quotient open:
-// see OpenQuotients for what is written then. For p of 256 bits, the most usual, and for any p.
+// out = a b mod p for a, b up to p; out may be a or b. False if the guard leaves the quotient open; see
+// OpenQuotients for what out holds then. For p of exactly 256 bits, the most common case, and for any p.
 bool multiply_eight(const WordModulus &p, const uint32_t *a, const uint32_t *b, uint32_t *out);
 bool multiply_chosen(const WordModulus &p, const uint32_t *a, const uint32_t *b, uint32_t *out);
 

@@ -8,8 +8,8 @@
 
 namespace zokecc {
 
-// p of N limbs, its top limb not zero; see reciprocal.h. Of M the limb above N + 1, which is 1
-// (p is odd, so pn is above B^N / 2), is not stored.
+// p of N limbs, its top limb not zero; see barrett.h. The top limb of M, above N + 1 others, is always 1 (p
+// is odd, so pn is above B^N / 2) and not stored.
 template <unsigned Limbs, class Sum = NativeSum>
 class FullLimbs {
 public:
@@ -36,8 +36,8 @@ public:
         std::memcpy(reciprocal_, padded, sizeof reciprocal_);
     }
 
-    // out = a b mod p for a, b up to p; out may be a or b. False where the guard leaves the quotient
-    // open: see OpenQuotients for what is written then.
+    // out = a b mod p for a, b up to p; out may be a or b. False if the guard leaves the quotient open; see
+    // OpenQuotients for what out holds then.
     ZOKECC_INLINE bool multiply(const Limb *a, const Limb *b, Limb *out) const
     {
         if constexpr (kHasRows) {
@@ -92,10 +92,10 @@ private:
         x[2 * N - 1] = sum.low;
     }
 
-    // 1 for a guard that leaves the quotient open, else 0.
+    // 1 if this guard leaves the quotient open, otherwise 0.
     static uint32_t is_open(Limb guard) { return static_cast<Limb>(guard + (N + 4)) < guard ? 1 : 0; }
 
-    // From the top limbs of x. Returns is_open of its guard.
+    // q = the quotient, from the top limbs of x. Returns is_open of its guard.
     uint32_t quotient(const Limb *top, Limb *q) const
     {
         Sum sum;
@@ -104,7 +104,7 @@ private:
         for (unsigned k = N; k <= 2 * N; ++k) {
 #pragma GCC unroll 6
             for (unsigned i = k - N; i <= N; ++i) sum.add_product(top[i], reciprocal_[k - i]);
-            if (k > N) sum.add(top[k - N - 1]);  // times the one above the reciprocal
+            if (k > N) sum.add(top[k - N - 1]);  // times M's top limb, 1
             const Limb limb = sum.shift();
             if (k == N + 1) guard = limb;
             if (k > N + 1) q[k - N - 2] = limb;
@@ -113,7 +113,7 @@ private:
         return is_open(guard);
     }
 
-    // (x - q pn) / 2^s. Below pn, so the low limbs are all of it.
+    // out = (x - q pn) / 2^s. The difference is below pn, so only the low limbs are computed.
     void remainder(const Limb *x, const Limb *q, Limb *out) const
     {
         Sum sum;
@@ -147,7 +147,7 @@ private:
         out[N - 1] = r[N - 1] >> shift_;
     }
 
-    // The same as multiply, with the products added row by row instead of column by column.
+    // As multiply_by_columns, with operand scanning instead of product scanning.
     ZOKECC_INLINE bool multiply_by_rows(const Limb *a, const Limb *b, Limb *out) const
     {
         Limb scaled[N];
@@ -158,7 +158,7 @@ private:
         return remainder_by_rows(x, out);
     }
 
-    // Each product of two different limbs once, doubled, and the squares of the limbs.
+    // Each product of two different limbs is computed once and doubled, then the squares are added.
     ZOKECC_INLINE bool square_by_rows(const Limb *a, Limb *out) const
     {
         Limb x[2 * N];
@@ -171,7 +171,7 @@ private:
         return remainder_by_rows(x, out);
     }
 
-    // a 2^s, in scaled where that is not a itself.
+    // Returns a 2^s: in scaled, or a itself for s = 0.
     const Limb *scale(const Limb *a, Limb *scaled) const
     {
         if (shift_ == 0) return a;
@@ -185,10 +185,10 @@ private:
         x[0] <<= shift_;
     }
 
-    // out = x mod pn / 2^s. The remainder is x + q (B^N - pn) modulo B^N, and below it.
+    // out = (x mod pn) / 2^s. The remainder is x + q (B^N - pn) modulo B^N.
     ZOKECC_INLINE bool remainder_by_rows(Limb *x, Limb *out) const
     {
-        Limb columns[N + 2];  // from N on; the guard, and the quotient from the next one on
+        Limb columns[N + 2];  // columns N and up: [1] is the guard, [2] and up are the quotient
         Sum::template set_row<1>(x[N - 1], reciprocal_ + N, columns);
         quotient_rows<1>(x + N - 1, columns);
         const uint32_t open = is_open(columns[1]);
@@ -220,13 +220,13 @@ private:
     ZOKECC_INLINE void quotient_rows(const Limb *top, Limb *columns) const
     {
         columns[i + 1] = 0;
-        // Times the one above the reciprocal, ahead of what waits for the last limb.
+        // Times M's top limb, 1: before the last row, which has to wait for a limb.
         if constexpr (i == N) add_limbs(columns + 1, top, N + 1, columns + 1);
         Sum::template add_row<i + 1>(top[i], reciprocal_ + N - i, columns);
         if constexpr (i < N) quotient_rows<i + 1>(top, columns);
     }
 
-    // Limbs above the lowest N are not needed.
+    // Only the lowest N limbs are computed.
     template <unsigned i>
     ZOKECC_INLINE void remainder_rows(const Limb *q, Limb *x) const
     {
@@ -235,7 +235,7 @@ private:
         if constexpr (i + 1 < N) remainder_rows<i + 1>(q, x);
     }
 
-    // out = a 2^bits, 0 < bits < 64, nothing lost. out may be a.
+    // out = a 2^bits, 0 < bits < 64; the result must fit. out may be a.
     static void shift_up(const Limb *a, unsigned bits, Limb *out)
     {
         Limb below = 0;

@@ -1,8 +1,8 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Products and powers modulo p, on the same modulus context as the points.
+// Products and powers modulo p, with the same modular multiplications as the point arithmetic.
 //
-// For odd moduli of five to nine words. Only products are computed, and those are true remainders by any
-// method: the borrow rule plays no part.
+// For odd moduli of five to nine words. Products alone are true remainders whatever the method: the borrow
+// rule does not apply.
 #ifndef ZOKECC_MINT_LIMBS_RESIDUES_H
 #define ZOKECC_MINT_LIMBS_RESIDUES_H
 
@@ -21,7 +21,7 @@ public:
     using Limb = typename Modulus::Limb;
     using Element = ModulusElement<Modulus>;
 
-    // True if p is a modulus for these.
+    // True if p is a modulus for this class.
     static bool serves(const mint &p) { return is_fast_modulus<Modulus>(p); }
 
     explicit Residues(const mint &p) : p_(p) { modulus_.prepare(p.words, p.len); }
@@ -29,13 +29,13 @@ public:
     // out = a mod p, for any a.
     void load(const mint &a, Element &out) const
     {
-        mint rest{};
-        mint_mod(&a, &p_, &rest);
+        mint remainder{};
+        mint_mod(&a, &p_, &remainder);
         std::memset(out.limb, 0, sizeof out.limb);
-        std::memcpy(out.limb, rest.words, 4 * trimmed_words(rest));
+        std::memcpy(out.limb, remainder.words, 4 * trimmed_words(remainder));
     }
 
-    // Trimmed.
+    // out = a, trimmed.
     void store(const Element &a, mint &out) const
     {
         const unsigned words = used_words_of(a.limb, modulus_.limbs());
@@ -55,7 +55,7 @@ public:
             multiply_by_division(a, b, out);
     }
 
-    // out = a^2, by a squaring where the modulus has one; out may be a.
+    // out = a^2, by the modulus's squaring if it has one; out may be a.
     ZOKECC_ONE_COPY void square(const Element &a, Element &out) const
     {
         bool done;
@@ -67,8 +67,8 @@ public:
             multiply_by_division(a, a, out);
     }
 
-    // out = base^exponent for an exponent other than zero, by windows over its bits from the top
-    // down; out may be base.
+    // out = base^exponent for a nonzero exponent, with sliding windows from the top bit down; out may be
+    // base.
     void power(const Element &base, const mint &exponent, Element &out) const
     {
         const int32_t bits = get_mint_bit_len(&exponent);
@@ -86,7 +86,7 @@ public:
                 square(out, out);
                 continue;
             }
-            // The window of bits high to low, both of them ones.
+            // The window is bits high to low; both ends are ones.
             int32_t low = high >= width ? high - width + 1 : 0;
             while (!has_bit(exponent, low)) ++low;
             uint32_t window = 0;
@@ -121,8 +121,7 @@ private:
     Modulus modulus_;
 };
 
-// Runs the operation, a record with a member template over(residues), with the residues that serve p.
-// False if none do.
+// Calls operation.over(residues) with the residues of the first modulus that accepts p. False if none does.
 template <class Operation>
 ZOKECC_OWN_FRAME bool run_over_residues(const mint &p, const Operation &operation)
 {

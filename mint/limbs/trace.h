@@ -6,13 +6,13 @@
 namespace zokecc {
 
 struct NoTrace {
-    static void quotient_unsure() {}        // the guard of an exact quotient left two answers
+    static void quotient_unsure() {}        // the guard left the quotient open
     static void first_difference() {}       // a word of all ones in a - b
     static void second_difference() {}      // one in p - (b - a)
     static void doubled_difference() {}     // one in 2 a - p
     static void difference_in_place() {}    // one in the inverse's u or v
     static void last_difference() {}        // one in m - x
-    static void inverse_by_definition() {}  // an inverse that the fast one left to the definition
+    static void inverse_by_definition() {}  // the fast inverse gave up and the reference ran
 };
 
 }  // namespace zokecc
