@@ -1,11 +1,10 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Clearing of the stack that a call has used.
+// Clears the stack that a call has used.
 //
-// Variables that hold a secret are wiped where they are declared (base/wipe.h), but the compiler makes copies
-// of its own: spilled registers, temporaries of results. They lie below the frame of the call when it
-// returns. Scalar multiplications use most of the stack and clear it themselves; a call clears no deeper than
-// it has been, so the stack that a thread needs does not grow. tests/secrets verifies that the sizes are
-// enough.
+// Variables that hold a secret are wiped where they are declared (base/wipe.h), but the compiler makes
+// further copies: spilled registers, temporaries. When the call returns they remain below its frame. Scalar
+// multiplications use the most stack and clear it themselves; a call clears no deeper than it has been, so a
+// thread needs no more stack for it. tests/secrets verifies that the sizes are large enough.
 #ifndef ZOKECC_BASE_BURN_H
 #define ZOKECC_BASE_BURN_H
 
@@ -16,8 +15,8 @@
 
 namespace zokecc {
 
-// Bytes below a frame: for sums of points, and for scalar multiplications with their inversion. The
-// reference path goes deeper, since its frames hold numbers of 80 bytes.
+// Bytes to clear below a frame: for point additions, and for scalar multiplications with their inversion. The
+// reference path goes deeper, because its frames hold numbers of 80 bytes.
 #ifdef __LP64__
 constexpr size_t kStackOfShaInstructions = 256;
 constexpr size_t kStackOfDigest = 768;
@@ -40,9 +39,9 @@ constexpr size_t kStackOfSecretProduct = 2848;
 constexpr size_t kStackOfCall = 2304;
 #endif
 
-// The two functions save no register but the return address: the caller's registers still hold what it
-// computed with, and nothing would clear the place where they are saved. That rules out memset, and in
-// Thumb-1 a frame of that size, which needs one more register.
+// These two functions must save no register except the return address: the caller's registers may still hold
+// secrets, and nothing would clear the place where they are saved. That rules out memset, and in Thumb-1 a
+// frame of this size, which needs one more register.
 #if defined(__thumb__) && !defined(__thumb2__) && defined(__GNUC__) && !defined(__clang__)
 #define ZOKECC_PLAIN_FRAME __attribute__((noinline, target("arm")))
 #else
@@ -77,7 +76,7 @@ ZOKECC_PLAIN_FRAME void burn_stack()
     burn_area(area, size / (sizeof(Burned) * kBurnedAtOnce));
 }
 
-// To be declared first in a function, so that it is destroyed last.
+// Declare it first in a function, so that it is destroyed last.
 template <size_t size>
 class StackBurn {
 public:
@@ -85,7 +84,7 @@ public:
     ~StackBurn()
     {
         burn_stack<size>();
-        __asm__ __volatile__("");  // not a jump: the caller's frame has to stay where it is
+        __asm__ __volatile__("");  // no tail call: this frame must stay in place
     }
     StackBurn(const StackBurn &) = delete;
     StackBurn &operator=(const StackBurn &) = delete;

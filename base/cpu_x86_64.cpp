@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// What CPUID reports about them.
+// Detects the instruction sets with CPUID.
 #include "base/cpu_x86_64.h"
 
 #include <cpuid.h>
@@ -13,9 +13,9 @@ namespace {
 enum Answer : uint32_t { kAsked = 1, kSha = 2, kVectors = 4, kRows = 8, kRotating = 16 };
 
 constexpr uint32_t kSavesAvx = 0x06;     // XCR0: the 128-bit and the 256-bit registers
-constexpr uint32_t kSavesAvx512 = 0xE6;  // and the masks and the 512-bit registers
+constexpr uint32_t kSavesAvx512 = 0xE6;  // also the mask and the 512-bit registers
 
-// XCR0, what the operating system saves.
+// XCR0: the registers that the operating system saves.
 uint32_t saved_registers()
 {
     uint32_t low;
@@ -47,8 +47,8 @@ uint32_t ask_processor()
            (vectors && rotating ? kRotating : 0u) | (bmi2 && adx ? kRows : 0u);
 }
 
-// Queried once, since CPUID is slow under virtual machines. Threads that come at the same time query it
-// too and get the same answer.
+// Queried once, because CPUID is slow in virtual machines. Threads that get here at the same time all query
+// it and get the same answer.
 uint32_t known_answer()
 {
     static uint32_t answer = 0;

@@ -11,10 +11,10 @@ bool has_sha_instructions();
 // AVX, BMI1 and BMI2.
 bool has_vector_instructions();
 
-// These and AVX-512 on 128-bit vectors, which has vector rotations and three-input logic.
+// The above and AVX-512 on 128-bit vectors, with vector rotations and three-input logic.
 bool has_rotating_vectors();
 
-// BMI2 and ADX: multiplications and additions that keep the other carry flags.
+// BMI2 and ADX: multiplications that leave the flags alone, and two independent carry chains.
 bool has_row_instructions();
 
 }  // namespace zokecc

@@ -1,12 +1,12 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Marks where control flow may depend on a secret, because the outcome is public anyway, as a status or a
+// Marks where control flow may depend on a secret because the outcome becomes public anyway, as a status or a
 // length.
 #ifndef ZOKECC_BASE_DECLASSIFY_H
 #define ZOKECC_BASE_DECLASSIFY_H
 
 #include <cstddef>
 
-// For builds in which valgrind's memcheck, or clang's memory sanitizer, looks for jumps and addresses that
+// For builds in which valgrind's memcheck or clang's memory sanitizer looks for branches and addresses that
 // depend on secrets.
 #ifdef __has_feature
 #if __has_feature(memory_sanitizer)
@@ -21,14 +21,15 @@
 
 namespace zokecc {
 
-// The sanitizer takes what a line of assembly reads for something that is printed: such lines are left out.
+// The sanitizer treats every input of inline assembly as a use that must be initialised: such lines are left
+// out.
 #ifdef ZOKECC_MEMORY_SANITIZER
 constexpr bool kMemorySanitizer = true;
 #else
 constexpr bool kMemorySanitizer = false;
 #endif
 
-// These bytes are public from here on. Does nothing outside of test builds.
+// The bytes are public from here on. Does nothing outside test builds.
 inline void declassify([[maybe_unused]] void *bytes, [[maybe_unused]] size_t size)
 {
 #if defined(ZOKECC_MEMORY_SANITIZER)

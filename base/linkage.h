@@ -1,6 +1,6 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Linkage of functions and objects that several folders share under a C name but the shared library does not
-// export; and which functions are inlined.
+// export, and attributes that control inlining.
 #ifndef ZOKECC_BASE_LINKAGE_H
 #define ZOKECC_BASE_LINKAGE_H
 

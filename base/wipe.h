@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Wiping of secrets that the compiler cannot optimise away.
+// Wipes secrets in a way that the compiler cannot optimise away.
 #ifndef ZOKECC_BASE_WIPE_H
 #define ZOKECC_BASE_WIPE_H
 
@@ -9,7 +9,7 @@
 
 namespace zokecc {
 
-// Overwrites size bytes with zero. The barrier makes the compiler assume that they are read afterwards, so
+// Overwrites size bytes with zeros. The barrier makes the compiler assume that they are read afterwards, so
 // the stores stay even if the memory is about to go out of scope.
 inline void wipe(void *memory, size_t size)
 {
@@ -17,8 +17,8 @@ inline void wipe(void *memory, size_t size)
     __asm__ __volatile__("" : : "r"(memory) : "memory");
 }
 
-// Holds a secret (scalar, nonce, shared point, key stream) and clears it at the end of the
-// scope, on every return path. Starts as zero.
+// Holds a secret (scalar, nonce, shared point, key stream) and wipes it at the end of the scope, on every
+// return path. Starts as zero.
 template <class T>
 class Wiping {
     static_assert(std::is_trivially_copyable_v<T>);

@@ -11,8 +11,8 @@
 
 namespace zokecc {
 
-// Allocates size zero bytes; converts to false if the allocation failed. Wiped and freed at the end of the
-// scope, unless release() lets the block outlive the call.
+// Allocates size zero bytes; converts to false if the allocation failed. The block is wiped and freed at the
+// end of the scope, unless release() lets it outlive the call.
 class WorkBuffer {
 public:
     explicit WorkBuffer(size_t size) : bytes_(static_cast<uint8_t *>(std::calloc(size, 1))), size_(size) {}
@@ -33,7 +33,7 @@ public:
     {
         if (bytes_ != nullptr) wipe(bytes_, size_);
         bytes_ = nullptr;
-    }  // NOLINT(clang-analyzer-unix.Malloc): that is what it is for
+    }  // NOLINT(clang-analyzer-unix.Malloc): the leak is intended
 
 private:
     uint8_t *bytes_;

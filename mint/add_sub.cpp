@@ -12,7 +12,7 @@ namespace zokecc {
 
 void add_values(const mint &a, const mint &b, mint &out)
 {
-    // Both lengths are read before out, which may be an operand, gets its own.
+    // Both lengths are read before out.len is written: out may be an operand.
     const uint32_t a_count = trimmed_words(a);
     const uint32_t b_count = trimmed_words(b);
     const uint32_t *longer = a_count >= b_count ? a.words : b.words;
@@ -44,13 +44,13 @@ namespace {
 // X - Y for X > Y, word by word.
 //
 // KEPT: equal words under a borrow give FFFFFFFE, one below the true FFFFFFFF. Devices in the
-// field compute it so, and keys and signatures they hold went through this step; the true word
-// would make us disagree with them. Held by MintSub.KeptEqualWordsUnderBorrowGiveFffffffe.
+// field compute it this way, and the keys and signatures they hold went through this step; with
+// the true word we would disagree with them. Held by
+// MintSub.KeptEqualWordsUnderBorrowGiveFffffffe.
 //
-// KEPT: above Y's words the borrow is decided by reading X again after the store. Where the
-// output is X that reads the stored word, so a borrow is lost one word above Y's last.
-// Inverses on deployed devices rest on it. Held by
-// MintSub.KeptBorrowLostAboveShorterOperandInPlace.
+// KEPT: above Y's words the borrow is found by reading X again after the store. If the output is
+// X, that reads the stored word, so a borrow is lost one word above Y's last. Inverses computed
+// by deployed devices depend on it. Held by MintSub.KeptBorrowLostAboveShorterOperandInPlace.
 ZOKECC_OWN_FRAME void subtract_word_by_word(const uint32_t *x_words, uint32_t X_used, const uint32_t *y_words,
                                             uint32_t Y_used, uint32_t *out)
 {
@@ -76,7 +76,7 @@ ZOKECC_OWN_FRAME void subtract_word_by_word(const uint32_t *x_words, uint32_t X_
 
 namespace zokecc {
 
-// If no word of the true difference is all ones, it is the result: mint/limbs/borrow_rule.h.
+// If no word of the true difference is all ones, it is the result; see mint/limbs/borrow_rule.h.
 void subtract_smaller(const mint &X, const mint &Y, mint &out)
 {
     const uint32_t X_used = used_words(X);

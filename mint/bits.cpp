@@ -11,7 +11,7 @@ int32_t get_mint_bit_len(const mint *value)
     return static_cast<int32_t>(32 * (used - 1) + bit_length(value->words[used - 1]));
 }
 
-// Reads a bit, despite its name.
+// Tests a bit, despite its name.
 int32_t mint_bit_set(const mint *value, int32_t bit_index)
 {
     if (bit_index < 0) return 0;

@@ -23,26 +23,26 @@ void shift_up(const uint32_t *x, uint32_t count, uint32_t bits, uint32_t *out)
     out[count] = below;
 }
 
-// out[count] = x[count + 1] / 2^bits, bits below 32, for an x whose quotient fits.
+// out[count] = x[count + 1] / 2^bits, bits below 32; the quotient must fit.
 void shift_down(const uint32_t *x, uint32_t count, uint32_t bits, uint32_t *out)
 {
     for (uint32_t i = 0; i < count; ++i) out[i] = low_half((uint64_t{x[i + 1]} << 32 | x[i]) >> bits);
 }
 
-// The quotient digit for the three top words u0:u1:u2 of the span over the divisor's two top
-// words d1:d2, at most one too large; d1's top bit is set and u0 <= d1. For u0 == d1 the digit
-// is taken as 2^32 - 1: the span is at least d1 * 2^32 words high and the divisor is below
-// d1 + 1, so the true digit is above 2^32 - 2^32 / (d1 + 1) >= 2^32 - 2, one less at most.
+// Returns the quotient digit of the span's three top words u0:u1:u2 by the divisor's two top words
+// d1:d2, at most one too large; d1's top bit is set and u0 <= d1. For u0 == d1 the estimate is
+// 2^32 - 1: in units of the divisor's top word the span is at least d1 * 2^32 and the divisor below
+// d1 + 1, so the quotient is above 2^32 - 2^32 / (d1 + 1) > 2^32 - 2: the true digit is at most one less.
 uint32_t estimate_digit(uint32_t u0, uint32_t u1, uint32_t u2, uint32_t d1, uint32_t d2)
 {
     if (u0 == d1) return kAllOnes;
     const uint64_t top = uint64_t{u0} << 32 | u1;
     uint32_t digit = low_half(top / d1);  // u0 < d1, so it is one word
-    uint32_t rest = u1 - digit * d1;
-    while (uint64_t{digit} * d2 > (uint64_t{rest} << 32 | u2)) {
+    uint32_t remainder = u1 - digit * d1;
+    while (uint64_t{digit} * d2 > (uint64_t{remainder} << 32 | u2)) {
         --digit;
-        rest += d1;
-        if (rest < d1) break;
+        remainder += d1;
+        if (remainder < d1) break;
     }
     return digit;
 }
@@ -120,7 +120,7 @@ int32_t mint_div(const mint *dividend, const mint *divisor, mint *quotient, mint
         if (quotient != nullptr) set_zero(*quotient);
         return 1;
     }
-    // The comparison considers len first; from here on the trimmed values decide.
+    // mint_compare goes by len first; from here on only the trimmed values count.
     const uint32_t u_count = trimmed_words(*dividend);
     const uint32_t v_count = trimmed_words(*divisor);
     if (v_count == 0) return 0;

@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// The hexadecimal dump, the only routine that prints.
+// Hexadecimal dump, the only routine that prints.
 #include <zokecc/mint.h>
 
 #include <cstdio>

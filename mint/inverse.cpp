@@ -1,7 +1,7 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// The modular inverse: a binary extended Euclid for odd moduli, one with division for even ones.
+// Modular inverse by the extended Euclidean algorithm: binary for odd moduli, with divisions for even ones.
 //
-// Neither tests that the inverse exists. Their results are those of deployed devices: every subtraction goes
+// Neither checks that the inverse exists. Their results are those of deployed devices: every subtraction goes
 // through mint_sub, and the odd method subtracts in place.
 #include "mint/limbs/inverse.h"
 #include "base/config.h"
@@ -29,7 +29,7 @@ void write_negated(mint &x, const mint &m, mint &out)
     mint_sub(&m, &x, &out);
 }
 
-// For a trimmed value other than zero.
+// value must be trimmed and nonzero.
 uint32_t trailing_zero_bits(const mint &value)
 {
     uint32_t i = 0;
@@ -48,9 +48,9 @@ void make_odd(mint &value, mint &cofactor, const mint &m)
     }
 }
 
-// KEPT: both subtractions go into their larger operand, so the borrow rules of mint_sub act in
-// full and inverses of small numbers modulo common orders differ from the mathematical ones
-// (1/2 modulo the order of the recommended SM2 curve, for one). Keys and signatures on deployed
+// KEPT: both subtractions overwrite their larger operand, so all borrow rules of mint_sub apply
+// and inverses of small numbers modulo common orders differ from the mathematical ones (1/2
+// modulo the order of the recommended SM2 curve, for one). Keys and signatures on deployed
 // devices went through this iteration. Held by MintEeaAlgo.KeptSmallInverseOfTwoModuloTheSm2Order
 // and MintEeaAlgo.KeptSmallInverseOfElevenModuloP256NeedsSubtractionInPlace.
 ZOKECC_OWN_FRAME void invert_modulo_odd(mint &u, const mint &m, mint &out)
@@ -76,7 +76,7 @@ ZOKECC_OWN_FRAME void invert_modulo_odd(mint &u, const mint &m, mint &out)
     write_negated(x2, m, out);
 }
 
-// The same on limbs; false if the fast inverse does not serve these numbers.
+// The same on limbs; false if the fast inverse does not accept these numbers.
 [[maybe_unused]] ZOKECC_OWN_FRAME bool invert_on_limbs(const mint &a, const mint &m, mint &out)
 {
     using L = NativeLimb;
@@ -97,7 +97,7 @@ ZOKECC_OWN_FRAME void invert_modulo_odd(mint &u, const mint &m, mint &out)
     return done;
 }
 
-// r0 >= 3 * r1, where 3 * r1 may be one word longer than a record.
+// Returns whether r0 >= 3 * r1; 3 * r1 may be one word longer than a record.
 bool holds_three_times(const mint &r0, const mint &r1)
 {
     constexpr int32_t width = MINT_WORDS + 1;
@@ -109,8 +109,8 @@ bool holds_three_times(const mint &r0, const mint &r1)
     return compare_words(dividend, divisor, width) >= 0;
 }
 
-// Quotient and remainder of r0 by r1. Where the bit lengths are equal or one apart the quotient
-// is 1, 2 or 3 and the remainder comes from mint_sub.
+// Quotient and remainder of r0 by r1. If the bit lengths are equal or one apart, the quotient is 1,
+// 2 or 3 and the remainder comes from mint_sub.
 ZOKECC_OWN_FRAME void divide_by_bit_lengths(const mint &r0, const mint &r1, mint &quotient, mint &remainder)
 {
     const int32_t longer_by = get_mint_bit_len(&r0) - get_mint_bit_len(&r1);
@@ -127,10 +127,10 @@ ZOKECC_OWN_FRAME void divide_by_bit_lengths(const mint &r0, const mint &r1, mint
         set_small(quotient, 2);
         mint_sub(&r0, &twice_r1, &remainder);
     } else {
-        mint rest{};
+        mint difference{};
         set_small(quotient, 3);
-        mint_sub(&r0, &twice_r1, &rest);
-        mint_sub(&rest, &r1, &remainder);
+        mint_sub(&r0, &twice_r1, &difference);
+        mint_sub(&difference, &r1, &remainder);
     }
 }
 

@@ -11,7 +11,7 @@ using namespace zokecc;
 
 namespace {
 
-// Copies an operand that is the output array. Returns where to read it.
+// Copies an operand that is also the output array. Returns where to read it.
 const uint32_t *apart_from(const uint32_t *out, const uint32_t *operand, int32_t count, uint32_t *copy)
 {
     if (operand != out || count < 1 || count > static_cast<int32_t>(kProductWords)) return operand;

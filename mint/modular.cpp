@@ -1,7 +1,7 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Modular addition, subtraction, multiplication and doubling.
 //
-// Operands should be reduced, which is not checked. With a zero modulus nothing is written.
+// Operands should be reduced; this is not checked. With a zero modulus nothing is written.
 #include "mint/limbs/division.h"
 #include "mint/plain.h"
 #include "mint/value.h"
@@ -16,12 +16,12 @@ void reduce_sum(const mint &sum, const mint &p, mint &out)
     // For reduced operands the quotient is 0 or 1.
     const uint32_t n = p.len;
     if (n - 1 < kMintWords && p.words[n - 1] != 0 && (sum.len == n || sum.len == n + 1)) {
-        uint32_t rest[kMintWords];
+        uint32_t remainder[kMintWords];
         uint32_t ones;
-        const uint32_t borrow = sub_limbs(sum.words, p.words, n, rest, ones);
+        const uint32_t borrow = sub_limbs(sum.words, p.words, n, remainder, ones);
         const uint32_t above = sum.len > n ? sum.words[n] : 0;
-        if (above == borrow && is_below(rest, p.words, n)) {
-            set_words(out, rest, n);
+        if (above == borrow && is_below(remainder, p.words, n)) {
+            set_words(out, remainder, n);
             return;
         }
     }
@@ -49,8 +49,8 @@ int32_t mint_mod_add(mint *a, mint *b, const mint *p, mint *out)
     return 0;
 }
 
-// KEPT: for a < b with b - a a multiple of p the answer is p, not 0. Only operands that are not
-// reduced get there; deployed devices answer p. Held by
+// KEPT: for a < b with b - a a multiple of p the result is p, not 0. Only unreduced operands can
+// cause it; deployed devices return p. Held by
 // MintModSub.KeptDifferenceMultipleOfModulusGivesModulus.
 int32_t mint_mod_sub(const mint *a, const mint *b, const mint *p, mint *out)
 {
@@ -71,7 +71,7 @@ int32_t mint_mod_sub(const mint *a, const mint *b, const mint *p, mint *out)
 
 namespace {
 
-// The full product, then its remainder: for moduli of one limb or with a zero top word.
+// The full product, then a division: for moduli of one limb or with a zero top word.
 ZOKECC_OWN_FRAME void multiply_and_reduce(const mint &a, const mint &b, const mint &p, mint &out)
 {
     const uint32_t a_used = used_words(a);
@@ -87,7 +87,7 @@ int32_t mint_mod_mul(const mint *a, const mint *b, const mint *p, mint *out)
 {
     const uint32_t a_used = used_words(*a);
     const uint32_t b_used = used_words(*b);
-    if (a_used < 2 || b_used < 2) {  // else neither is zero
+    if (a_used < 2 || b_used < 2) {  // otherwise is_zero is false for both
         if (is_zero(*a) || is_zero(*b)) {
             set_zero(*out);
             return 0;
@@ -118,7 +118,7 @@ int32_t mint_mod_left_move_n(mint *out, const mint *a, const mint *p, int32_t bi
     while (bit_count > 0) {
         const int32_t room = get_mint_bit_len(p) - get_mint_bit_len(out);
         if (room < 0) return 0;
-        // Up to p's bit length in one go, then bit by bit.
+        // Up to p's bit length in one shift, then bit by bit.
         int32_t step = room == 0 ? 1 : room;
         if (step > bit_count) step = bit_count;
         mint_left_move(out, static_cast<uint32_t>(step));

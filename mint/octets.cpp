@@ -35,8 +35,8 @@ int32_t mint_to_octetstring(const mint *value, uint32_t capacity, uint8_t *out, 
     return 0;
 }
 
-// The capacity is compared with the shortest encoding and not with fixed_len: with a capacity below
-// fixed_len, fixed_len bytes are still written. Calls within the library pass equal values.
+// The capacity is compared with the shortest encoding, not with fixed_len: with a capacity below
+// fixed_len, fixed_len bytes are still written. Callers inside the library pass equal values.
 int32_t mint_to_fixedlen_os(const mint *value, uint32_t fixed_len, uint32_t capacity, uint32_t *out_len,
                             uint8_t *out)
 {

@@ -9,7 +9,7 @@ using namespace zokecc;
 
 namespace {
 
-// Powers from the second on, by fast multiplications.
+// Powers with an exponent of at least 2, by fast multiplications.
 struct FastPower {
     const mint &base, &exponent;
     mint &out;
@@ -42,9 +42,9 @@ void power_by_definition(const mint &base, const mint &exponent, const mint &p, 
 
 }  // namespace zokecc
 
-// KEPT: the exponent is reduced modulo p - 1 in every call, which is right for a prime p only,
-// and the base is never reduced by itself: with exponent 1 it comes back as it is. Callers on
-// deployed devices see both. Held by MintExp.KeptExponentReducedModuloPMinusOne and
+// KEPT: the exponent is always reduced modulo p - 1, which is right only for a prime p, and the
+// base is never reduced by itself: with exponent 1 it is returned unreduced. Callers on deployed
+// devices get both. Held by MintExp.KeptExponentReducedModuloPMinusOne and
 // MintExp.KeptBaseNotReduced.
 int32_t mint_exp(const mint *base, const mint *exponent, const mint *p, mint *out)
 {
@@ -59,7 +59,7 @@ int32_t mint_exp(const mint *base, const mint *exponent, const mint *p, mint *ou
         set_small(*out, 1);
         return 0;
     }
-    // From the second power on every result is reduced, whatever the base was.
+    // From the second power on every result is reduced, even if the base is not.
     if (is_one(e) || !run_over_residues(*p, FastPower{*base, e, *out}))
         power_by_definition(*base, e, *p, *out);
     return 0;

@@ -6,7 +6,7 @@ using namespace zokecc;
 
 namespace {
 
-// Word i of value shifted left by bits (0 to 31), where index used and above reads as zero.
+// Word i of value shifted left by bits (0 to 31); words at used and above count as zero.
 uint32_t shifted_left_word(const mint &value, uint32_t used, uint32_t i, uint32_t bits)
 {
     const uint32_t here = i < used ? value.words[i] : 0;

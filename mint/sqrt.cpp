@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Square roots modulo a prime, by the residue of the prime.
+// Square roots modulo a prime p, by cases of p mod 8.
 //
 // This file makes the one upward call of the library: if p is 1 modulo 8 and no small number is a
 // non-residue, candidates come from the random generator.
@@ -60,9 +60,9 @@ mint power(const mint &base, const mint &exponent, const mint &p)
 
 bool divisible(const mint &value, const mint &p)
 {
-    mint rest{};
-    mint_mod(&value, &p, &rest);
-    return is_zero(rest);
+    mint remainder{};
+    mint_mod(&value, &p, &remainder);
+    return is_zero(remainder);
 }
 
 // p = 3 (mod 4): a^((p+1)/4), if its square is a.
@@ -78,7 +78,7 @@ int32_t root_three_mod_four(const mint &a, const mint &p, mint &out)
 
 // p = 5 (mod 8), with u = (p-5)/8 and z = a^(2u+1): a^(u+1) for z = 1, 2a (4a)^u for z = -1.
 //
-// KEPT: zero has no root here, since its z is neither. Held by
+// KEPT: zero has no root here, because its z is neither 1 nor -1. Held by
 // MintSqrt.KeptZeroHasNoRootForFiveModEight.
 int32_t root_five_mod_eight(const mint &a, const mint &p, mint &out)
 {
@@ -101,8 +101,7 @@ int32_t root_five_mod_eight(const mint &a, const mint &p, mint &out)
     return kFound;
 }
 
-// Random numbers are drawn only when no fixed candidate qualifies; a zero among them ends the
-// search.
+// Random numbers are drawn only if no fixed candidate qualifies; drawing a zero ends the search.
 bool find_non_residue(const mint &p, const mint &half, const mint &p_minus_1, mint &g)
 {
     for (uint32_t i = 0; i < kFixedCandidates + kRandomCandidates; ++i) {
@@ -116,7 +115,7 @@ bool find_non_residue(const mint &p, const mint &half, const mint &p_minus_1, mi
     return false;
 }
 
-// Halves every exponent in the table and multiplies c by g to each of them.
+// Halves every exponent in the table and multiplies c by g to the power of each.
 void apply_exponents(uint32_t count, const mint &g, const mint &p, mint &c)
 {
     for (uint32_t i = 0; i < count; ++i) {
@@ -126,13 +125,13 @@ void apply_exponents(uint32_t count, const mint &g, const mint &p, mint &c)
     }
 }
 
-// The walk of root_by_table with one running exponent. With p - 1 = 2^s q for an odd q, and t for the
-// sum of the exponents over q, c is (a^q (g^q)^t)^(2^i): i is s - 2 at first and goes down by one in
-// each round, and the halvings of e and of every exponent, which are exact, only take a power of two
-// out. An exponent that joins in round j = s - 2 - i is one more 2^(j+1) in t, and in the end the
-// half of q t is what g is raised to. So the powers are not computed again:
+// The iteration of root_by_table with one running exponent. Let p - 1 = 2^s q for an odd q, and let t be
+// the sum of the exponents divided by q. Then c is (a^q (g^q)^t)^(2^i), where i starts at s - 2 and drops
+// by one per round, because the halvings of e and of every exponent are exact and only take out a power of
+// two. An exponent added in round j = s - 2 - i adds 2^(j+1) to t, and in the end g is raised to half of
+// q t. So instead of recomputing powers, the loop keeps
 //     w = a^q (g^q)^t,   out = a^((q+1)/2) (g^q)^(t/2),   z = (g^q)^(2^j)
-// are carried along, and a round takes the i squarings that lead from w to c.
+// and each round takes the i squarings from w to c.
 struct RootByOneExponent {
     const mint &a, &p, &p_minus_1, &g;
     mint &out;
@@ -141,7 +140,7 @@ struct RootByOneExponent {
     template <class Residues>
     bool over(const Residues &residues) const
     {
-        mint half_of_q = p_minus_1;  // (q - 1) / 2 in the end
+        mint half_of_q = p_minus_1;  // ends up as (q - 1) / 2
         uint32_t s = 0;
         while (!is_odd(half_of_q)) {
             mint_right_move(&half_of_q, 1);
@@ -187,8 +186,8 @@ struct RootByOneExponent {
 
 // p = 1 (mod 8).
 //
-// KEPT: the result is not squared again, so a number without a root gets a meaningless one.
-// Decoding of compressed points relies on a later curve test instead. Held by
+// KEPT: the result is not verified by squaring, so for a number without a root it is meaningless.
+// Point decompression relies on a later test of the curve equation instead. Held by
 // MintSqrt.KeptRootUnverifiedForOneModEight.
 int32_t root_one_mod_eight(const mint &a, const mint &p, mint &out)
 {
@@ -205,8 +204,8 @@ int32_t root_one_mod_eight(const mint &a, const mint &p, mint &out)
 
 namespace zokecc {
 
-// With e from (p-1)/4 halved down to its odd part, c = a^e g^(sum of exponents) stays a root of
-// unity; each time it is -1, an exponent (p-1)/2 joins and turns it to 1.
+// As e is halved from (p-1)/4 down to its odd part, c = a^e g^(sum of exponents) stays a root of
+// unity; each time it is -1, adding an exponent (p-1)/2 makes it 1.
 int32_t root_by_table(const mint &a, const mint &p, const mint &g, mint &out)
 {
     const mint p_minus_1 = lowered_and_shifted(p, 1, 0);

@@ -14,7 +14,7 @@ int32_t mint_copy(mint *dst, const mint *src)
     return 0;
 }
 
-// The longer value is the greater one, whatever its top word: callers trim before they compare.
+// The value with the larger len is greater, even if its top word is zero: callers trim first.
 int32_t mint_compare(const mint *a, const mint *b)
 {
     const int32_t a_len = signed_len(*a);

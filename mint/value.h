@@ -1,9 +1,9 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// What every reader of a mint agrees on.
+// Basic helpers for mint records.
 //
-// A mint has 19 words, least significant first, and counts the used ones in len. Words at
-// len and above are garbage. A trimmed value has a non-zero top word or len 0; zero is met as
-// len 0 and as len 1 with word 0 zero.
+// A mint has 19 words, least significant first; len counts those in use. Words at len and above
+// are garbage. A trimmed value has a nonzero top word or len 0. Zero occurs both as len 0 and as
+// len 1 with word 0 zero.
 #ifndef ZOKECC_MINT_VALUE_H
 #define ZOKECC_MINT_VALUE_H
 
@@ -20,10 +20,10 @@ constexpr uint32_t kMintBytes = 4 * kMintWords;
 constexpr uint32_t kProductWords = 2 * kMintWords;  // no product of two records is longer
 constexpr uint32_t kAllOnes = 0xFFFFFFFFu;
 
-// len as the comparison reads it.
+// len as mint_compare reads it.
 inline int32_t signed_len(const mint &value) { return static_cast<int32_t>(value.len); }
 
-// The number of words that may be read: len, held within the record.
+// The number of words that may be read: len, limited to the record, and 0 if it is negative.
 inline uint32_t used_words(const mint &value)
 {
     if (signed_len(value) < 0) return 0;
@@ -38,7 +38,7 @@ inline uint32_t trimmed_count(const uint32_t *words, uint32_t count)
 }
 inline uint32_t trimmed_words(const mint &value) { return trimmed_count(value.words, used_words(value)); }
 
-// The test of a mint against zero that holds everywhere except in mint_compare.
+// The test for zero used everywhere except in mint_compare.
 inline bool is_zero(const mint &value)
 {
     const uint32_t used = used_words(value);
@@ -63,7 +63,7 @@ inline void set_small(mint &value, uint32_t number)
     value.len = 1;
 }
 
-// Takes over count words; what does not fit 19 is dropped. Trimmed.
+// Sets value to words[count], trimmed; words beyond 19 are dropped.
 inline void set_words(mint &value, const uint32_t *words, uint32_t count)
 {
     if (count > kMintWords) count = kMintWords;

@@ -26,7 +26,7 @@ inline uint32_t add_words(const uint32_t *x, const uint32_t *y, int32_t n, uint3
     return carry;
 }
 
-// out[n] = x[n] - y[n]; returns the borrow. This is the true difference.
+// out[n] = x[n] - y[n]; returns the borrow. This is the true difference, without the kept rule.
 inline uint32_t sub_words(const uint32_t *x, const uint32_t *y, int32_t n, uint32_t *out)
 {
     uint32_t borrow = 0;
