@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Byte strings: words in them, and operations on whole strings.
+// Byte strings: loading and storing words, and operations on whole strings.
 #ifndef ZOKECC_HASH_BYTES_H
 #define ZOKECC_HASH_BYTES_H
 
@@ -13,7 +13,7 @@
 
 namespace zokecc {
 
-// A view of a byte string: its start and length, no ownership.
+// A view of a byte string: start and length, not owned.
 using Bytes = std::span<const uint8_t>;
 
 bool is_all_zero(const uint8_t *bytes, uint32_t count);
@@ -29,7 +29,7 @@ inline uint32_t load_big_endian(const uint8_t *bytes)
     return ((uint32_t{bytes[0]} << 8 | bytes[1]) << 8 | bytes[2]) << 8 | bytes[3];
 }
 
-// The same for an aligned word: three ARM instructions, where the compiler's own byte reversal takes four.
+// The same for an aligned word, in three ARM instructions; the compiler's own byte reversal takes four.
 // even_bytes is 00FF00FF, hidden from the compiler.
 inline uint32_t load_aligned_big_endian(const uint8_t *bytes, uint32_t even_bytes)
 {
@@ -38,7 +38,7 @@ inline uint32_t load_aligned_big_endian(const uint8_t *bytes, uint32_t even_byte
     return (std::rotl(word, 8) & even_bytes) | std::rotr(word & even_bytes, 8);
 }
 
-// The 16 words of a 64-byte block. Processors without unaligned loads must assemble each word from bytes
+// w[16] = the words of a 64-byte block. Processors without unaligned loads must assemble each word from bytes
 // unless the block is word-aligned.
 ZOKECC_ONE_COPY inline void load_block(const uint8_t *block, uint32_t *w)
 {
@@ -75,12 +75,12 @@ inline void store_big_endian(uint32_t word, uint8_t *bytes)
     }
 }
 
-constexpr uint32_t kHashBlockBytes = 64;  // of both hashes
+constexpr uint32_t kHashBlockBytes = 64;  // for both hashes
 
 // The padded end of a message of length bytes, the same for both hashes (FIPS 180-4, section 5.1.1): the
-// length % 64 bytes of rest, 0x80, zero bytes and the length in bits. Fills all 128 bytes of end and returns
-// how many blocks of it count, 1 or 2.
-uint32_t pad_end(const uint8_t *rest, uint64_t length, uint8_t *end);
+// message's last length % 64 bytes, at tail, then 0x80, zero bytes and the length in bits. Fills all 128
+// bytes of end and returns how many of its blocks to hash, 1 or 2.
+uint32_t pad_end(const uint8_t *tail, uint64_t length, uint8_t *end);
 
 // Working area for the digest of a whole message.
 struct DigestWork {

@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// What both hashes have in common: the digest size and the selectors.
+// Common to both hashes: the digest size and the selectors.
 #ifndef ZOKECC_HASH_DIGEST_H
 #define ZOKECC_HASH_DIGEST_H
 

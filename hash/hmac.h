@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// What HMAC (RFC 2104) and the chained key derivation share over both hashes.
+// Common to HMAC (RFC 2104) and the chained key derivation with either hash.
 #ifndef ZOKECC_HASH_HMAC_H
 #define ZOKECC_HASH_HMAC_H
 
@@ -20,9 +20,9 @@ inline void build_pad(const uint8_t *key, uint32_t key_len, uint8_t pad_byte, ui
         out[i] = static_cast<uint8_t>((i < key_len ? key[i] : 0) ^ pad_byte);
 }
 
-// The chain of 32-byte MACs behind key derivation: block 1 is the MAC of the message, every
-// further block the MAC of the block before it, read back from out. mac(message, message_len,
-// out, out_len) makes one; the last one, after the whole blocks, is asked for last_len bytes.
+// Key derivation as a chain of 32-byte MACs: block 1 is the MAC of the message, every further
+// block the MAC of the block before it, read back from out. mac(message, message_len, out,
+// out_len) computes one; a partial last block is requested with last_len bytes.
 template <class Mac, class Length>
 void derive_chained(const uint8_t *message, Length message_len, uint8_t *out, uint32_t out_len,
                     uint32_t last_len, Mac mac)

@@ -36,9 +36,8 @@ bool compute_mac(const uint8_t *text, uint32_t text_len, const uint8_t *key, uin
 
 }  // namespace
 
-// KEPT: out_len has no bound. Above 32 the MAC is followed by zero bytes, as many as asked for;
-// the key derivation below relies on it. Held by
-// MhmacSha256.KeptOutputLongerThanTheMacIsZeroFilled.
+// KEPT: out_len has no bound. If it is above 32, zero bytes follow the MAC up to out_len; the key
+// derivation below relies on it. Held by MhmacSha256.KeptOutputLongerThanTheMacIsZeroFilled.
 int32_t mhmac_sha256(const uint8_t *text, int32_t text_len, const uint8_t *key, int32_t key_len, uint8_t *out,
                      uint32_t out_len)
 {
@@ -62,9 +61,9 @@ int32_t mhmac_sha256(const uint8_t *text, int32_t text_len, const uint8_t *key, 
     return 0;
 }
 
-// KEPT: behind whole blocks the last MAC is asked for out_len bytes and not for the rest only,
-// so the area written reaches beyond out_len. Deployed callers size their buffers for it. Held
-// by KdHmacSha256.KeptLastCallAsksForTheWholeLength.
+// KEPT: after whole blocks the last MAC is requested with all of out_len, not with the remaining
+// bytes only, so the area written extends past out_len. Deployed callers size their buffers for
+// it. Held by KdHmacSha256.KeptLastCallAsksForTheWholeLength.
 int32_t KD_hmac_sha256(const uint8_t *text, int32_t text_len, const uint8_t *key, int32_t key_len,
                        uint8_t *out, uint32_t out_len)
 {

@@ -59,8 +59,8 @@ uint32_t ZOK_HMAC_SM3(void *session, const uint8_t *data, uint32_t data_len, con
     return ZOK_OK;
 }
 
-// KEPT: the status of the MACs is not passed on; a block that could not be made keeps its bytes
-// and the answer is still 0. Held by ZokKdHmacSm3.KeptInnerFailureIsNotReported.
+// KEPT: the status of the MACs is ignored; a block whose MAC failed keeps its old bytes and the
+// result is still 0. Held by ZokKdHmacSm3.KeptInnerFailureIsNotReported.
 uint32_t ZOK_KD_HMAC_SM3(void *session, const uint8_t *data, uint32_t data_len, const uint8_t *key,
                          uint32_t key_len, uint8_t *out, uint32_t out_len)
 {

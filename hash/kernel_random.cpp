@@ -9,7 +9,7 @@
 #include "base/wipe.h"
 #include "hash/entropy.h"
 
-// glibc has the call and the header since 2.25, musl since 1.1.20.
+// glibc has had the call and the header since 2.25, musl since 1.1.20.
 #if __has_include(<sys/random.h>)
 #include <sys/random.h>
 #else
@@ -30,8 +30,8 @@ constexpr dev_t kRandomDevice = 1 << 8 | 9;  // major 1, minor 9, on every Linux
 
 enum class Outcome { filled, failed, no_such_call };
 
-// Calls take(bytes, count) until size bytes are read. It may return fewer than requested, and a signal may
-// interrupt it.
+// Calls take(bytes, count) until size bytes are read; a call may deliver fewer than requested or be
+// interrupted by a signal.
 template <class Take>
 Outcome fill(uint8_t *out, size_t size, const Take &take)
 {
@@ -51,7 +51,8 @@ Outcome fill_by_call(uint8_t *out, size_t size)
     return fill(out, size, [](uint8_t *bytes, size_t count) { return getrandom(bytes, count, 0); });
 }
 
-// A file of that name may have been put there before the devices were, and give the same bytes for ever.
+// A regular file of that name, left from before the devices were created, would return the same bytes for
+// ever.
 bool is_random_device(int descriptor)
 {
     struct stat file;

@@ -3,9 +3,9 @@
 
 namespace zokecc {
 
-// KEPT: whether the derivation did what it was asked to is not reported. An unknown hash gives a key of zero
-// bytes, or leaves it as it was where the steps are whole, as Z values too long for the derivation do. Held
-// by Sm2KeyExChg.KeptUnknownSelectorGivesAZeroKey and
+// KEPT: a failed derivation is not reported. An unknown hash gives a key of zero bytes, or leaves the key
+// unchanged if klen is a multiple of the step length; Z values that are too long for the derivation leave it
+// unchanged, too. Held by Sm2KeyExChg.KeptUnknownSelectorGivesAZeroKey and
 // ZokGenerateKeyWithEcc.KeptRefusedDerivationIsNotReported.
 void KeySink::derive(const PointBytes &U, Bytes ZA, Bytes ZB)
 {

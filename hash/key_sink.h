@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// The destination of a derived key.
+// Destination of a derived key.
 #ifndef ZOKECC_HASH_KEY_SINK_H
 #define ZOKECC_HASH_KEY_SINK_H
 
@@ -13,15 +13,15 @@
 
 namespace zokecc {
 
-// True if the key derivation writes anything for this request; an unknown hash and whole steps
-// leave the key as it is, and so does a length below 1.
+// True if the key derivation writes anything for this request. It does not if klen is below 1, or if the hash
+// is unknown and klen is a multiple of step_len.
 inline bool derivation_writes(int32_t klen, uint32_t step_len, uint32_t alg)
 {
     return klen > 0 && (is_known_hash(alg) || static_cast<uint32_t>(klen) % step_len != 0);
 }
 
-// Callers are promised klen bytes, but the derivation fills its steps with whole digests. If that is more, it
-// first goes to a heap block, which is wiped and freed at the end of the scope.
+// Callers expect klen bytes, but the derivation fills its steps with whole digests. If that is more, it
+// writes to a heap block first, which is wiped and freed at the end of the scope.
 class KeySink {
 public:
     KeySink(uint8_t *key, int32_t klen, uint32_t step_len, uint32_t alg)
@@ -49,11 +49,11 @@ public:
     // True if the key would be written but the caller gave no buffer.
     bool lacks_key() const { return key_ == nullptr && derivation_writes(klen_, step_len_, alg_); }
 
-    // The key of SM2's exchange, KDF(xU || yU || ZA || ZB). Z values that are too long for the derivation
-    // leave the key as it is.
+    // Derives the key of SM2's exchange, KDF(xU || yU || ZA || ZB). Z values that are too long for the
+    // derivation leave the key unchanged.
     void derive(const PointBytes &U, Bytes ZA, Bytes ZB);
 
-    // Where to derive to; then deliver() hands the key over.
+    // Derive to target(), then call deliver().
     uint8_t *target() { return block_ != nullptr ? block_ : key_; }
     void deliver()
     {

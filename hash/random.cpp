@@ -1,6 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Random bytes and numbers: seed blocks whitened with SHA-256, with feedback of the kind that
-// ANSI X9.17 describes.
+// Random bytes and numbers: seed blocks whitened with SHA-256, with feedback as in ANSI X9.17.
 #include <zokecc/hash.h>
 
 #include <cstring>
@@ -22,10 +21,9 @@ struct Block {
     uint8_t bytes[kBlockBytes];
 };
 
-// Functions that compute with a block have frames of their own, which gen_random clears.
+// Functions that compute on a block have their own frames, which gen_random clears.
 //
-// The functions here that return a bool fail only if gen_random_seed does, so never in the default
-// build.
+// Functions here that return a bool fail only if gen_random_seed does, so never in the default build.
 ZOKECC_OWN_FRAME bool seed(Block &block)
 {
     Wiping<uint32_t[kBlockBytes / 4]> words;
@@ -49,7 +47,7 @@ ZOKECC_OWN_FRAME void hash_of_xor(const Block &a, const Block &b, Block &out)
     hash(*mixed, out);
 }
 
-// One output block from the state and fresh seed material; leaves the intermediate value.
+// One output block from the state and fresh seed material; also returns the intermediate value.
 ZOKECC_OWN_FRAME bool next_output(const Block &state, Block &intermediate, Block &output)
 {
     Wiping<Block> fresh;
@@ -83,8 +81,8 @@ int32_t gen_random(uint8_t *out, uint32_t len)
     return 0;
 }
 
-// KEPT: the drawn value is reduced, not drawn again, so small values are a little likelier and
-// zero is possible. Held by GenRandomNumber.KeptDrawnValueIsReducedAndMayBeZero.
+// KEPT: the drawn value is reduced, not redrawn, so small values are slightly likelier and zero is
+// possible. Held by GenRandomNumber.KeptDrawnValueIsReducedAndMayBeZero.
 int32_t gen_random_number(mint *out, const mint *bound)
 {
     const HashBurn burn;

@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// The hash by selector: every hash in a scheme goes through one of these two calls.
+// Hashing by selector: every hash in a scheme goes through one of these two calls.
 #include <zokecc/hash.h>
 
 #include <cstddef>
@@ -18,8 +18,7 @@ namespace {
 
 constexpr uint32_t kDigestWords = kDigestBytes / 4;
 
-// KEPT: SHA-256 looks at the low word of the length only. Held by
-// HashByte.KeptSha256IgnoresLenHigh.
+// KEPT: SHA-256 uses only the low word of the length. Held by HashByte.KeptSha256IgnoresLenHigh.
 bool digest_of(const hash_msg &msg, uint8_t *digest)
 {
     if (msg.alg == HASH_ALG_SM3) {
@@ -41,8 +40,8 @@ int32_t hash_byte(const hash_msg *msg, uint8_t *out)
     return digest_of(*msg, out) ? static_cast<int32_t>(kDigestBytes) : 0;
 }
 
-// KEPT: the whole digest is taken, never cut to the modulus' size; and SHA-256 always counts
-// eight words, also with zero words at the top, where SM3 trims. Held by
+// KEPT: the whole digest is used, never truncated to the modulus' size; and a SHA-256 value always
+// has len 8, even with zero words at the top, while an SM3 value is trimmed. Held by
 // HashMintValue.KeptWholeDigestWithoutTruncation and HashMintValue.KeptSha256ValueIsNotTrimmed.
 int32_t hash_mint_value(const hash_msg *msg, const mint *modulus, mint *out)
 {

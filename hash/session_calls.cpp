@@ -17,7 +17,7 @@ uint32_t ZOK_Sha256(void *session, const uint8_t *data, uint32_t data_len, uint8
 
 // The key comes before the data here, after it in mhmac_sha256.
 //
-// KEPT: once there is a session the answer is 0, whatever the MAC reported. Held by
+// KEPT: with a session the result is 0, even if the MAC failed. Held by
 // ZokHmacSha256.KeptInnerFailureIsNotReported.
 uint32_t ZOK_HmacSha256(void *session, const uint8_t *key, int32_t key_len, const uint8_t *data,
                         int32_t data_len, uint8_t *out, uint32_t out_len)

@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// SHA-256 as a stream, FIPS 180-4 sections 5.1.1, 5.3.3 and 6.2.
+// Streaming SHA-256, FIPS 180-4 sections 5.1.1, 5.3.3 and 6.2.
 #include "hash/sha256.h"
 
 #include <zokecc/hash.h>
@@ -47,7 +47,7 @@ void absorb(sha256_ctx *ctx, const uint8_t *data, uint32_t len)
     }
 }
 
-// 0x80, zero bytes, and the bit length in the last 8 bytes of a block.
+// Appends 0x80, zero bytes, and the bit length in the last 8 bytes of a block.
 void pad(sha256_ctx *ctx)
 {
     ctx->block[ctx->block_index++] = 0x80;
@@ -106,7 +106,8 @@ int32_t sha256_update(sha256_ctx *ctx, const uint8_t *data, uint32_t len)
     const uint64_t before = uint64_t{ctx->length_high} << 32 | ctx->length_low;
     uint64_t after = before + 8 * uint64_t{len};
     if (after < before) {
-        // The length exceeds 2^64 bits: the byte that crosses the limit is still absorbed, the rest is not.
+        // The length exceeds 2^64 bits: the byte that crosses the limit is still absorbed, those after it are
+        // not.
         const uint64_t bits_left = 0 - before;
         len = static_cast<uint32_t>((bits_left + 7) / 8);
         after = before + 8 * uint64_t{len};
@@ -138,7 +139,7 @@ int32_t sha256_result(sha256_ctx *ctx, uint8_t *out)
     return sha256_final(ctx, out);
 }
 
-// KEPT: answers 0 whatever the steps reported, so a null message of some length hashes as the
+// KEPT: returns 0 even if a step fails, so a null message with a nonzero length hashes like the
 // empty one. Callers in the field ignore the result. Held by
 // MhashSha256.KeptInnerFailuresAreNotReported.
 uint32_t mhash_sha256(const uint8_t *data, uint32_t len, uint8_t *out)
@@ -150,7 +151,7 @@ uint32_t mhash_sha256(const uint8_t *data, uint32_t len, uint8_t *out)
     std::memcpy(work.state, kInitialHash, sizeof work.state);
 
     const uint32_t blocks = len / kHashBlockBytes;
-    // Early, since wide loads right after narrow stores to the same bytes stall.
+    // Early, because wide loads right after narrow stores to the same bytes stall.
     const uint32_t end_blocks = pad_end(data + kHashBlockBytes * blocks, len, work.end);
     if (blocks > 0) sha256_blocks(work.state, data, blocks);
     sha256_blocks(work.state, work.end, end_blocks);

@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// SHA-256 (FIPS 180-4) as a stream.
+// Streaming SHA-256 (FIPS 180-4).
 #ifndef ZOKECC_HASH_SHA256_H
 #define ZOKECC_HASH_SHA256_H
 
@@ -23,23 +23,23 @@ static_assert(sizeof(sha256_ctx) == 116);
 static_assert(offsetof(sha256_ctx, length_high) == 32 && offsetof(sha256_ctx, block_index) == 40);
 static_assert(offsetof(sha256_ctx, block) == 42 && offsetof(sha256_ctx, computed) == 108);
 
-// Starts a computation. Returns 1 if ctx is null, else 0.
+// Starts a computation. Returns 1 if ctx is null, otherwise 0.
 ZOKECC_INTERNAL int32_t sha256_init(sha256_ctx *ctx);
 
-// Appends len bytes. In this order: len 0 returns 0 whatever the pointers are; a null ctx or
-// data returns 1; input after finalisation sets corrupted to 3 and returns 3; a nonzero
-// corrupted is returned. A length that exceeds 2^64 bits sets corrupted to 1, drops the bytes
-// after it and still returns 0.
+// Appends len bytes. Checks, in this order: len 0 returns 0 for any pointers; a null ctx or data
+// returns 1; input after finalisation sets corrupted to 3 and returns 3; a nonzero corrupted is
+// returned. A total length above 2^64 bits sets corrupted to 1, drops the bytes beyond the limit and
+// still returns 0.
 ZOKECC_INTERNAL int32_t sha256_update(sha256_ctx *ctx, const uint8_t *data, uint32_t len);
 
 // Pads and compresses the pending block, once, and writes the 32-byte digest. A second call writes
 // the same digest again. Returns 0.
 ZOKECC_INTERNAL int32_t sha256_final(sha256_ctx *ctx, uint8_t *out);
 
-// sha256_final with checks: 1 if a pointer is null, a nonzero corrupted as it is, else 0.
+// sha256_final with checks: returns 1 if a pointer is null, corrupted if that is nonzero, otherwise 0.
 ZOKECC_INTERNAL int32_t sha256_result(sha256_ctx *ctx, uint8_t *out);
 
-// One block transformation of ctx->block into ctx->hash; block_index becomes 0.
+// Compresses ctx->block into ctx->hash; block_index becomes 0.
 ZOKECC_INTERNAL void sha256_compress(sha256_ctx *ctx);
 
 #endif

@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// SHA-256's block transformation in C++, FIPS 180-4 sections 4.1.2, 4.2.2 and 6.2.2.
+// The block transformation of SHA-256 in C++, FIPS 180-4 sections 4.1.2, 4.2.2 and 6.2.2.
 #include "hash/sha256_blocks.h"
 
 #include <bit>
@@ -38,7 +38,7 @@ inline void expand(uint32_t *w, uint32_t i)
 }
 
 // One round on fixed registers: the callers rotate the names instead. majority(a, b, c) is
-// ((a ^ b) & (b ^ c)) ^ b, and a ^ b of this round is b ^ c of the next one. The sums are written in the
+// ((a ^ b) & (b ^ c)) ^ b, and this round's a ^ b is the next one's b ^ c. The sums are written in the
 // order that needs the fewest registers.
 ZOKECC_INLINE void round(uint32_t a, uint32_t b, uint32_t &d, uint32_t e, uint32_t f, uint32_t g, uint32_t &h,
                          uint32_t &b_xor_c, uint32_t constant, uint32_t w)

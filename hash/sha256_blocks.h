@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// The block transformation of SHA-256 (FIPS 180-4 section 6.2.2), over blocks in place.
+// The block transformation of SHA-256 (FIPS 180-4 section 6.2.2), reading the blocks where they are.
 #ifndef ZOKECC_HASH_SHA256_BLOCKS_H
 #define ZOKECC_HASH_SHA256_BLOCKS_H
 
@@ -27,7 +27,7 @@ void sha256_blocks(uint32_t *hash, const uint8_t *data, uint32_t count);
 
 void sha256_blocks_portable(uint32_t *hash, const uint8_t *data, uint32_t count);
 
-// Only where sha256_takes_instructions().
+// Only if sha256_takes_instructions().
 void sha256_blocks_x86(uint32_t *hash, const uint8_t *data, uint32_t count);
 
 }  // namespace zokecc

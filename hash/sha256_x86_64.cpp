@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// SHA-256's block transformation with the processor's SHA instructions.
+// The block transformation of SHA-256 with the processor's SHA instructions.
 #include <immintrin.h>
 
 #include "hash/sha256_blocks.h"
@@ -8,8 +8,8 @@ namespace zokecc {
 
 namespace {
 
-// Four rounds: the instruction computes two, from the state's halves ABEF and CDGH and two words W + K, and
-// returns the half that changes.
+// Four rounds: an instruction computes two of them, from the state's halves ABEF and CDGH and two words W +
+// K, and returns the half that changes.
 __attribute__((target("sha,sse4.1"))) inline void four_rounds(__m128i &abef, __m128i &cdgh, __m128i w,
                                                               const uint32_t *constants)
 {
@@ -25,7 +25,7 @@ __attribute__((target("sha,sse4.1"))) void sha256_blocks_x86(uint32_t *hash, con
 {
     const __m128i swap_bytes = _mm_set_epi64x(0x0C0D0E0F08090A0B, 0x0405060700010203);
     __m128i *const halves = reinterpret_cast<__m128i *>(hash);
-    // From ABCD and EFGH, highest lane last, to ABEF and CDGH with A and C in the highest.
+    // From ABCD and EFGH, highest lane last, to ABEF and CDGH with A and C in the highest lane.
     const __m128i cdab = _mm_shuffle_epi32(_mm_loadu_si128(halves), 0xB1);
     const __m128i efgh = _mm_shuffle_epi32(_mm_loadu_si128(halves + 1), 0x1B);
     __m128i abef = _mm_alignr_epi8(cdab, efgh, 8);

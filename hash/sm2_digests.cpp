@@ -5,7 +5,7 @@ namespace zokecc {
 
 Transcript &Transcript::put(const uint8_t *bytes, uint32_t count)
 {
-    // Callers bound their parts so that the sum fits; nothing is ever written past the end.
+    // Callers limit their parts so that the total fits; nothing is ever written past the end.
     if (count == 0 || count > kTranscriptBytes - used_) return *this;
     std::memcpy(bytes_ + used_, bytes, count);
     used_ += count;

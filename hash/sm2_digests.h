@@ -17,7 +17,7 @@ namespace zokecc {
 constexpr uint32_t kMaxCoordinateBytes = 32;  // L of every curve that can be installed
 constexpr uint32_t kTranscriptBytes = 448;
 
-// A coordinate pair as it goes into hashes: x || y, each of len bytes.
+// A coordinate pair as it is hashed: x || y, each of len bytes.
 struct PointBytes {
     uint8_t xy[2 * kMaxCoordinateBytes];
     uint32_t len;
@@ -29,7 +29,7 @@ struct PointBytes {
 // A concatenation of byte strings, up to 448 bytes, wiped at the end of the scope.
 class Transcript {
 public:
-    // cppcheck-suppress uninitMemberVar ; bytes behind used_ are never read
+    // cppcheck-suppress uninitMemberVar ; bytes after used_ are never read
     Transcript() = default;
     ~Transcript() { wipe(bytes_, sizeof bytes_); }
     Transcript(const Transcript &) = delete;
@@ -41,7 +41,8 @@ public:
     const uint8_t *data() const { return bytes_; }
     uint32_t size() const { return used_; }
 
-    // H of the concatenation. Returns the digest's length; an unknown hash writes nothing and gives 0.
+    // out = H of the concatenation. Returns the digest's length; an unknown hash writes nothing and returns
+    // 0.
     int32_t hash(uint32_t alg, uint8_t *out) const;
 
 private:
@@ -75,7 +76,7 @@ constexpr uint8_t kInitiatorPrefix = 0x03;  // of S2 and SA
 // Both confirmation values, with prefix 02 and with prefix 03.
 void sm2_confirmations(uint32_t alg, const PointBytes &U, Bytes tail, uint8_t *out02, uint8_t *out03);
 
-// Both, over the exchange hash.
+// Both, with the exchange hash as the tail.
 void sm2_exchange_confirmations(uint32_t alg, const PointBytes &U, const ExchangePublics &publics,
                                 uint8_t *out02, uint8_t *out03);
 

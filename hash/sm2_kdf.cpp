@@ -18,13 +18,13 @@ namespace {
 constexpr int32_t kMaxSecretBytes = 300;
 constexpr uint32_t kCounterBytes = 4;
 
-// z with room for the counter after it.
+// z, with room for the counter after it.
 struct CountedSecret {
     uint8_t bytes[kMaxSecretBytes + kCounterBytes];
     uint32_t z_len;
 };
 
-// H(z || counter). Returns the digest's length, 0 for an unknown hash.
+// digest = H(z || counter). Returns the digest's length, 0 for an unknown hash.
 int32_t hash_with_counter(CountedSecret &secret, uint32_t counter, uint32_t alg, uint8_t *digest)
 {
     store_big_endian(counter, secret.bytes + secret.z_len);
@@ -34,7 +34,7 @@ int32_t hash_with_counter(CountedSecret &secret, uint32_t counter, uint32_t alg,
 
 int32_t smaller(int32_t a, int32_t b) { return a < b ? a : b; }
 
-// count bytes of the digest, and zero bytes where it is shorter.
+// Copies count bytes of the digest; past its end, writes zeros.
 void copy_digest(const uint8_t *digest, int64_t count, uint8_t *out)
 {
     const size_t size = static_cast<size_t>(count);
@@ -43,9 +43,10 @@ void copy_digest(const uint8_t *digest, int64_t count, uint8_t *out)
     if (size > from_digest) std::memset(out + from_digest, 0, size - from_digest);
 }
 
-// KEPT: steps are counted in step_len and filled in whole digests. Key buffers of deployed
-// callers on curves shorter than 32 bytes have room for it. An unknown hash gives zero bytes.
-// Held by Sm2Kdf.KeptStepsAreFilledWithWholeDigests and Sm2Kdf.KeptUnknownSelectorGivesZeros.
+// KEPT: steps are counted in units of step_len but filled with whole digests. Key buffers of
+// deployed callers on curves shorter than 32 bytes have room for it. An unknown hash gives zero
+// bytes. Held by Sm2Kdf.KeptStepsAreFilledWithWholeDigests and
+// Sm2Kdf.KeptUnknownSelectorGivesZeros.
 int32_t derive(const uint8_t *z, int32_t z_len, int32_t klen, int32_t step_len, uint32_t alg, uint8_t *out)
 {
     const HashBurn burn;
@@ -59,14 +60,14 @@ int32_t derive(const uint8_t *z, int32_t z_len, int32_t klen, int32_t step_len, 
     // div_2 is linked anyway; on ARM another division would add 500 bytes of libgcc.
     const uint32_t steps =
         static_cast<uint32_t>(div_2(0, static_cast<uint32_t>(klen), static_cast<uint32_t>(step_len)));
-    const uint32_t rest = static_cast<uint32_t>(klen) - steps * static_cast<uint32_t>(step_len);
+    const uint32_t remainder = static_cast<uint32_t>(klen) - steps * static_cast<uint32_t>(step_len);
     int32_t part = 0;
     for (uint32_t i = 0; i < steps; ++i) {
         part = smaller(klen, hash_with_counter(*secret, i + 1, alg, *digest));
         if (part == 0) break;
         copy_digest(*digest, part, out + int64_t{i} * part);
     }
-    if (rest == 0) return 0;
+    if (remainder == 0) return 0;
     part = smaller(klen, hash_with_counter(*secret, steps + 1, alg, *digest));
     // Whole digests may already exceed klen; then nothing is left to copy.
     const int64_t done = int64_t{steps} * part;

@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// SM3, GB/T 32905-2016 (GM/T 0004-2012), over a message held whole in memory.
+// SM3, GB/T 32905-2016 (GM/T 0004-2012), of a message that is entirely in memory.
 #include "hash/sm3.h"
 
 #include <zokecc/hash.h>
@@ -22,13 +22,13 @@ namespace {
 constexpr uint32_t kInitialState[8] = {0x7380166f, 0x4914b2b9, 0x172442d7, 0xda8a0600,
                                        0xa96f30bc, 0x163138aa, 0xe38dee4d, 0xb0fb0e4e};
 
-constexpr uint32_t kEarlyConstant = 0x79cc4519;  // rounds 0 to 15, rotated by one more in each
+constexpr uint32_t kEarlyConstant = 0x79cc4519;  // rounds 0 to 15, rotated by one more bit each round
 constexpr uint32_t kLateConstant = 0x7a879d8a;
 
 constexpr uint32_t p0(uint32_t x) { return x ^ std::rotl(x ^ std::rotl(x, 8), 9); }   // x, x <<< 9, x <<< 17
 constexpr uint32_t p1(uint32_t x) { return x ^ std::rotl(x ^ std::rotl(x, 8), 15); }  // x, x <<< 15, x <<< 23
 
-// W[16 + i]; the second expansion W' is W[j] ^ W[j + 4].
+// Computes W[16 + i]; the second expansion W' is W[j] ^ W[j + 4].
 ZOKECC_INLINE uint32_t expand(uint32_t *w, int i)
 {
     uint32_t x = w[i] ^ w[7 + i];
@@ -40,13 +40,13 @@ ZOKECC_INLINE uint32_t expand(uint32_t *w, int i)
     return x;
 }
 
-// c and d are kept without their rotation by 9, and g and h without theirs by 19: on ARM a rotated operand
-// is free.
+// c and d are stored without their rotation by 9, g and h without theirs by 19: on ARM a rotated operand is
+// free.
 struct State {
     uint32_t a, b, c, d, e, f, g, h;
 };
 
-// Keeps the compiler from computing a rotation of x once for several uses.
+// Keeps the compiler from sharing one rotation of x between several uses.
 ZOKECC_INLINE void rotate_anew(uint32_t &x)
 {
     if constexpr (!kMemorySanitizer) __asm__("" : "+r"(x));
@@ -61,7 +61,7 @@ ZOKECC_INLINE void round(uint32_t a, uint32_t b, uint32_t &c, uint32_t &d, uint3
     d = (w ^ fourth) + std::rotl(d, 9);
     h = w + std::rotl(h, 19);
     uint32_t ss1 = e + std::rotl(constant, j);
-    ss1 += std::rotl(a, 12);  // SS1 before its rotation by 7, which the uses make
+    ss1 += std::rotl(a, 12);  // SS1 before its rotation by 7, which is done at each use
     h += std::rotl(ss1, 7);
     ss1 ^= std::rotl(a, 5);
     d += std::rotl(ss1, 7);  // SS2
@@ -88,7 +88,7 @@ ZOKECC_INLINE void four_early_rounds(State &s, uint32_t constant, const uint32_t
     round<true, 3>(s.b, s.c, s.d, s.a, s.f, s.g, s.h, s.e, constant, w[3], w[7]);
 }
 
-// Interleaved with the words W[j + 4], which these rounds are the first to use.
+// Interleaved with the expansion of W[j + 4], which these rounds are the first to use.
 ZOKECC_INLINE void four_late_rounds(State &s, uint32_t constant, uint32_t *w)
 {
     round<false, 0>(s.a, s.b, s.c, s.d, s.e, s.f, s.g, s.h, constant, w[12], expand(w, 0));
@@ -161,7 +161,7 @@ uint32_t sm3_hash(const sm3_msg *msg, uint8_t *out)
     std::memcpy(work.state, kInitialState, sizeof work.state);
 
     const uint64_t blocks = length / kHashBlockBytes;
-    // Early, since wide loads right after narrow stores to the same bytes stall.
+    // Early, because wide loads right after narrow stores to the same bytes stall.
     const uint32_t end_blocks = pad_end(msg->data + kHashBlockBytes * blocks, length, work.end);
     const auto routine = best_routine();
     routine(work.state, msg->data, blocks);

@@ -12,10 +12,10 @@ ZOKECC_INTERNAL void sm3_compress(uint32_t *state, const uint8_t *block);
 
 namespace zokecc {
 
-// sm3_compress for count blocks, one after the other.
+// sm3_compress for count consecutive blocks.
 void sm3_blocks_portable(uint32_t *state, const uint8_t *data, uint64_t count);
 
-// Likewise, in builds with kShaInstructions: where has_vector_instructions(), and where
+// The same, in builds with kShaInstructions: one if has_vector_instructions(), the other if
 // has_rotating_vectors().
 void sm3_blocks_avx(uint32_t *state, const uint8_t *data, uint64_t count);
 void sm3_blocks_avx512(uint32_t *state, const uint8_t *data, uint64_t count);

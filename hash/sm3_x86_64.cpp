@@ -1,6 +1,6 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// SM3's block transformation. The message is expanded four words at a time in vector registers, interleaved
-// with the rounds and twelve rounds ahead.
+// The block transformation of SM3. The message is expanded four words at a time in vector registers,
+// interleaved with the rounds and twelve rounds ahead of them.
 #include <bit>
 #include <cstring>
 
@@ -11,7 +11,7 @@ namespace zokecc {
 
 namespace {
 
-// Always-inlined functions are compiled for the instruction set of each caller at the end.
+// Always-inlined functions are compiled for the instruction set of their caller, at the end of this file.
 using Vector = uint32_t __attribute__((vector_size(16)));
 using Bytes = uint8_t __attribute__((vector_size(16)));
 
@@ -37,7 +37,7 @@ struct Schedule {
     template <int i>
     ZOKECC_INLINE void set_w(Vector words)
     {
-        // cppcheck-suppress pointerOutOfBounds ; in branches that the template discards
+        // cppcheck-suppress pointerOutOfBounds ; only in branches that the template discards
         std::memcpy(w + 4 * i, &words, sizeof words);
     }
     template <int i>
@@ -56,14 +56,14 @@ ZOKECC_INLINE void expand(Schedule &schedule, Vector &a, Vector b, Vector c, Vec
     const Vector third = __builtin_shufflevector(a, b, 3, 4, 5, 6);          // W[t - 13] in each lane
     const Vector seventh = __builtin_shufflevector(b, c, 3, 4, 5, 6);        // W[t - 9]
     const Vector tenth = __builtin_shufflevector(c, d, 2, 3, 4, 5);          // W[t - 6]
-    const Vector thirteenth = __builtin_shufflevector(d, zero, 1, 2, 3, 4);  // W[t - 3], but in the last
+    const Vector thirteenth = __builtin_shufflevector(d, zero, 1, 2, 3, 4);  // W[t - 3], 0 in the last lane
     const Vector words = p1(a ^ seventh ^ rotate(thirteenth, 15)) ^ (rotate(third, 7) ^ tenth);
-    // The last lane still lacks the newest word, the first lane; p1 is linear over xor.
+    // The last lane still lacks the newest word, which is in the first lane; p1 is linear over xor.
     const Vector newest = __builtin_shufflevector(words, zero, 4, 4, 4, 0);
     a = words ^ p1(rotate(newest, 15));
     schedule.set_w<i>(a);
     schedule.set_w_prime<i - 1>(d ^ a);
-    // The rounds read the words from memory: taking them out of the vectors costs more.
+    // The rounds read the words from memory: extracting them from the vectors costs more.
     __asm__("" : "+m"(schedule));
 }
 
@@ -71,8 +71,8 @@ struct State {
     uint32_t a, b, c, d, e, f, g, h;
 };
 
-// One round on fixed registers: the callers rotate the names instead. Everything that depends on e comes
-// last in its sum.
+// One round on fixed registers: the callers rotate the names instead. Terms that depend on e come last in
+// each sum.
 template <int j>
 ZOKECC_INLINE void round(uint32_t a, uint32_t &b, uint32_t c, uint32_t &d, uint32_t e, uint32_t &f,
                          uint32_t g, uint32_t &h, const Schedule &schedule)
@@ -82,16 +82,16 @@ ZOKECC_INLINE void round(uint32_t a, uint32_t &b, uint32_t c, uint32_t &d, uint3
     d += schedule.w_prime[j];
     const uint32_t rotated = std::rotl(a, 12);
     uint32_t early = rotated + kConstant;
-    __asm__("" : "+r"(early));  // or one lea adds all three, which takes three cycles after e is known
+    __asm__("" : "+r"(early));  // otherwise one lea adds all three, three cycles after e is known
     const uint32_t ss1 = std::rotl(early + e, 7);
     if constexpr (j < 16) {
         h += e ^ (f ^ g);
         d += (b ^ c) ^ a;
     } else {
         h += g & ~e;
-        h += f & e;  // no bit in common: the two sums are the choice
+        h += f & e;  // no bits in common: the sum is the choice
         d += b & c;
-        d += (b ^ c) & a;  // has no bit of b & c, so the sum is the majority
+        d += (b ^ c) & a;  // no bits in common with b & c: the sum is the majority
     }
     d += ss1 ^ rotated;
     h = p0(h + ss1);
@@ -108,7 +108,7 @@ ZOKECC_INLINE void four_rounds(State &s, const Schedule &schedule)
     round<j + 3>(s.b, s.c, s.d, s.a, s.f, s.g, s.h, s.e, schedule);
 }
 
-// Four rounds, interleaved with the words for those 16 rounds later.
+// Four rounds, interleaved with expanding the words for those 16 rounds later.
 template <int j>
 ZOKECC_INLINE void step(State &s, Schedule &schedule, Vector &a, Vector b, Vector c, Vector d)
 {
