@@ -34,7 +34,7 @@ void curve_right_side(const mint &x, const mint &a, const mint &b, const mint &p
 
 }  // namespace zokecc
 
-// The infinity flag is not looked at, and coordinates of p and above are taken as they are.
+// The infinity flag is ignored, and coordinates of p and above are accepted.
 int32_t ecc_test_point(const ecc_point *P, const mint *a, const mint *b, const mint *p)
 {
     mint left{};

@@ -1,13 +1,13 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Point arithmetic on y^2 = x^3 + a x + b, as templates over the field.
 //
-// The order of the steps is part of what the library promises: it decides what comes out for
-// infinity, for equal and for opposite points, and for operands that are not reduced. The
-// coefficient b is never used, and there is no shortcut for a = -3.
+// The order of the steps is part of the contract: it decides the results for infinity, for equal and
+// opposite points, and for unreduced operands. The coefficient b is never used, and there is no shortcut
+// for a = -3.
 //
-// Outputs may be inputs: each output coordinate is written after its namesake was last read. Products that
-// do not depend on each other stand side by side, so that a processor can work on two at a time.
-// Costs: M multiplications, S squarings, I inversions.
+// Outputs may be inputs: each output coordinate is written after the last read of that coordinate.
+// Independent products are adjacent, so that a processor can work on two at a time. Costs: M multiplications,
+// S squarings, I inversions.
 #ifndef ZOKECC_ECC_AFFINE_FORMULAS_H
 #define ZOKECC_ECC_AFFINE_FORMULAS_H
 
@@ -80,7 +80,7 @@ void affine_to_jacobian(const Field &f, const Affine<Field> &in, Jacobian<Field>
     f.set_one(out.Z);
 }
 
-// P becomes -P.
+// P = -P
 template <class Field>
 void jacobian_negate(const Field &f, Jacobian<Field> &P)
 {
@@ -106,8 +106,8 @@ ZOKECC_ONE_COPY void jacobian_to_affine(const Field &f, const Jacobian<Field> &i
     f.mul(in.Y, t, out.y);  // y = Y / Z^3
 }
 
-// The chord or tangent of slope lambda through (x1, y1), meeting the curve at x2 as well. A
-// result of (0, 0) counts as infinity.
+// The sum from the slope lambda of the chord or tangent through P = (x1, y1) and the point at x2. A result
+// of (0, 0) counts as infinity.
 template <class Field>
 ZOKECC_ONE_COPY void affine_from_slope(const Field &f, const Element<Field> &lambda, const Affine<Field> &P,
                                        const Element<Field> &x2, Affine<Field> &out)
@@ -130,7 +130,7 @@ ZOKECC_ONE_COPY void affine_from_slope(const Field &f, const Element<Field> &lam
     f.copy(y3, out.y);
 }
 
-// The doubling, for P = Q by value; P's y is compared with p - y of Q. 1 I + 2 M + 2 S
+// Doubles P, which equals Q by value. Infinity if P's y equals p - y of Q. 1 I + 2 M + 2 S
 template <class Field>
 ZOKECC_OWN_FRAME void affine_tangent(const Field &f, const Affine<Field> &P, const Affine<Field> &Q,
                                      const Element<Field> &a, Affine<Field> &out)
@@ -153,11 +153,11 @@ ZOKECC_OWN_FRAME void affine_tangent(const Field &f, const Affine<Field> &P, con
     affine_from_slope(f, v, P, P.x, out);
 }
 
-// The sum of two affine points. 1 I + 2 M + 1 S, or a doubling for equal points.
+// out = P + Q. 1 I + 2 M + 1 S, or a doubling for equal points.
 //
-// KEPT: P + (-P) has no case of its own. The inverse of zero is p, so the slope is 0 and the sum
-// is the finite point (-2 x1, -y1). Table building and signature checks on deployed devices
-// meet it the same way. Held by EccPointAdd.KeptOppositePointsGiveFinitePoint.
+// KEPT: P + (-P) is not a special case. The inverse of zero is p, so the slope is 0 and the sum
+// is the finite point (-2 x1, -y1). Deployed devices get the same when they build tables and verify
+// signatures. Held by EccPointAdd.KeptOppositePointsGiveFinitePoint.
 template <class Field>
 ZOKECC_ONE_COPY void affine_add(const Field &f, const Affine<Field> &P, const Affine<Field> &Q,
                                 const Element<Field> &a, Affine<Field> &out)

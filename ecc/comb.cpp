@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Multiples of the base point: a comb over the precomputed table.
+// Fixed-base scalar multiplication: a comb over the precomputed table.
 #include "ecc/comb.h"
 
 #include "ecc/curve.h"
@@ -10,7 +10,7 @@ using namespace zokecc;
 
 namespace {
 
-// True if k has a bit above the m words that the table covers.
+// True if k needs more than the m words that the table covers.
 bool is_wider_than(const mint &k, uint32_t m) { return trimmed_words(k) > m; }
 
 }  // namespace
@@ -24,7 +24,7 @@ int32_t ecc_fix_point_mul_1(const mint *k, const ecc_point *, const mint *a, con
         return 0;
     }
     if (is_wider_than(*k, m)) {
-        // Callers that test the range of a scalar afterwards come here: the true product.
+        // The true product, for callers that check the range of a scalar only afterwards.
         ecc_point product{};
         if (ecc_unknown_point_mul(k, &table[1], a, b, p, &product) < 0) set_infinity(product);
         *out = product;

@@ -1,9 +1,9 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The comb over the precomputed table, as a template over the field.
 //
-// Each 32-bit word of the scalar is split in two halves of 16 bits. Round i takes bit 15 - i of
+// Each 32-bit word of the scalar is split into two halves of 16 bits. Round i takes bit 15 - i of
 // every low half at once (first half of the table) and bit 31 - i of every high half (second
-// half), so at most 16 doublings and 32 mixed additions serve a scalar of any size up to p's.
+// half), so a scalar of up to p's words costs at most 16 doublings and 32 mixed additions.
 #ifndef ZOKECC_ECC_COMB_H
 #define ZOKECC_ECC_COMB_H
 
@@ -16,7 +16,7 @@ namespace zokecc {
 
 constexpr uint32_t kCombRounds = 16;
 
-// Bit number bit of words 0..m-1, side by side.
+// Collects bit number bit of words 0 to m - 1: bit j of the result comes from word j.
 inline uint32_t comb_column(const mint &k, uint32_t m, uint32_t bit)
 {
     const uint32_t count = used_words(k) < m ? used_words(k) : m;
@@ -25,7 +25,7 @@ inline uint32_t comb_column(const mint &k, uint32_t m, uint32_t bit)
     return out;
 }
 
-// out = k times the point that table was made for; k has at most m words.
+// out = k times the point the table was built for; k has at most m words.
 struct CombMultiple {
     const mint &k;
     uint32_t m;
@@ -33,7 +33,7 @@ struct CombMultiple {
     const mint &a;
     ecc_point &out;
 
-    // False, with nothing written, where the field does not take a number of the table or a.
+    // False, with nothing written, if the field refuses a number of the table or a.
     template <class Field>
     ZOKECC_OWN_FRAME bool over(const Field &f) const;
 };
@@ -46,10 +46,10 @@ bool CombMultiple::over(const Field &f) const
     if (!f.load(a, constant)) return false;
     const Element<Field> &a_element = f.number(constant);
     Wiping<Jacobian<Field>> sum;
-    Wiping<Affine<Field>> entry;  // of the table, and then the product
+    Wiping<Affine<Field>> entry;  // a table entry, finally the product
     set_jacobian_infinity(f, *sum);
     for (uint32_t i = 0; i < kCombRounds; ++i) {
-        if (!f.is_zero(sum->Z)) jacobian_double(f, *sum, a_element, *sum);  // infinity would stay infinity
+        if (!f.is_zero(sum->Z)) jacobian_double(f, *sum, a_element, *sum);  // skipped while sum is infinity
         const uint32_t low = comb_column(k, m, 15 - i);
         const uint32_t high = comb_column(k, m, 31 - i);
         if (low != 0) {

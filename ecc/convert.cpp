@@ -1,12 +1,12 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Conversions between affine and Jacobian points, and what needs no arithmetic or next to none.
+// Conversions between affine and Jacobian points, and other calls with little or no arithmetic.
 #include "ecc/points.h"
 
 using namespace zokecc;
 
 namespace {
 
-// For what copies and does not calculate.
+// For functions that only copy.
 constexpr mint kZero{};
 constexpr ReferenceField kNoModulus{kZero};
 

@@ -10,23 +10,23 @@
 
 #include "base/linkage.h"
 
-// Multiples of a base point G for the fixed-base comb. With m used words in p, and
+// Multiples of a base point G for the fixed-base comb. With m used words in p and
 // B[j] = 2^(32j) G, entry i (0 < i < 2^m) is the sum of B[j] over the set bits j of i, and
-// entry 2^m + i is 2^16 times entry i. Entry 0 is G, entry 2^m is all zero and entry
-// 2^(m+1) is infinity; none of the three is read.
+// entry 2^m + i is 2^16 times entry i. Entry 0 is G, entry 2^m is all zeros and entry
+// 2^(m+1) is infinity; these three are never read.
 struct PrecompTable {
     ecc_point entry[PRECOMP_TABLE_ENTRIES];
 };
 
 namespace zokecc {
 constexpr uint32_t kDeviceOpen = 1;
-constexpr uint32_t kDeviceClosed = 2;  // by its owner, while sessions still point to it
+constexpr uint32_t kDeviceClosed = 2;  // closed while sessions still point to it
 }  // namespace zokecc
 
 struct DeviceContext {
     uint32_t state;  // kDeviceOpen or kDeviceClosed
     uint32_t session_count;
-    CurvePara *curve;  // null, or the record that new sessions are configured from
+    CurvePara *curve;  // null, or the record that configures new sessions
 };
 
 struct SessionContext {
@@ -45,8 +45,8 @@ struct SessionContext {
     PrecompTable table;
     mint h;      // p / n
     uint32_t w;  // width of the key exchange's x-bar
-    // 1 while record is the device's: such a record is never freed or written here. Takes the
-    // first of twelve spare words at the end of the record.
+    // 1 while record is the device's: the session never frees or writes it then. Takes the first
+    // of twelve spare words at the end of the record.
     uint32_t record_is_borrowed;
     uint32_t reserved[11];
 };

@@ -1,6 +1,6 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Octet strings of points (SEC 1 version 2, sections 2.3.3 and 2.3.4; ANSI X9.62 for the hybrid
-// form) and the square root behind the compressed one.
+// form), and point decompression.
 #include <cstring>
 
 #include "ecc/curve.h"
@@ -25,7 +25,7 @@ bool y_is_odd(const ecc_point_bytes &point)
     return point.length > 0 && (point.y[point.length - 1] & 1) != 0;
 }
 
-// Prefix 2 or 3. y is written at the curve's length, so x has to have it as well.
+// Prefix 2 or 3. y is written with the curve's length, so x must have that length, too.
 bool read_compressed(const uint8_t *in, uint32_t count, ecc_point_bytes &out)
 {
     const GlobalCurve &g = global_curve;
@@ -58,7 +58,7 @@ bool read_both(const uint8_t *in, uint32_t count, ecc_point_bytes &out)
 
 }  // namespace
 
-// KEPT: for root 0 and parity 1 the answer is y = p, not reduced. Held by
+// KEPT: for root 0 and parity 1 the result is y = p, unreduced. Held by
 // EccPointUnpress.KeptRootZeroWithParityOneGivesP.
 int32_t ecc_point_unpress(mint *out_y, const mint *x, const mint *a, const mint *b, const mint *p,
                           uint32_t parity)

@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// The field of 32-bit machines: built for speed.
+// The fast field of 32-bit machines, compiled for speed.
 #include "ecc/fields.h"
 
 namespace zokecc {

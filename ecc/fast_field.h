@@ -1,9 +1,9 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// The prime field on limbs: the bits of ReferenceField, several times faster.
+// The prime field on limbs: the same bits as ReferenceField, several times faster.
 //
-// For odd moduli of 5 to 9 words and for reduced, trimmed numbers only; load() refuses the rest and
-// leaves it to ReferenceField. Results stay reduced, so a number is its limbs and needs no length. The
-// one that is not, the inverse of zero, is p, and only products take it: they reduce it.
+// Only for odd moduli of 5 to 9 words and for reduced, trimmed numbers; load() refuses others, which
+// ReferenceField then handles. Results stay reduced, so a number is just its limbs, without a length. The
+// only exception, the inverse of zero, is p; it is used only in products, which reduce it.
 #ifndef ZOKECC_ECC_FAST_FIELD_H
 #define ZOKECC_ECC_FAST_FIELD_H
 
@@ -50,7 +50,7 @@ public:
         copy_words(p, p_);
     }
 
-    // A record's number, or false for one that is not below p or not trimmed.
+    // out = a record's number. False if it is not below p or not trimmed.
     ZOKECC_SHORT_BODY bool load(const mint &in, Element &out) const
     {
         const uint32_t words = in.len;
@@ -84,8 +84,8 @@ public:
         Sums::add(a.limb, b.limb, p_.limb, limbs(), out.limb);
     }
 
-    // KEPT: like ReferenceField, word for word: for a < b there are two differences, b - a and its
-    // distance from p, and the borrow rule acts on each. Held by
+    // KEPT: as in ReferenceField, word for word: for a < b there are two subtractions, d = b - a and
+    // p - d, and the borrow rule applies to each. Held by
     // FastField.KeptBorrowRuleInModularSubtraction.
     ZOKECC_SHORT_BODY void sub(const Element &a, const Element &b, Element &out) const
     {
@@ -93,7 +93,7 @@ public:
             sub_by_rule(a, b, out);
     }
 
-    // p - a as the definition subtracts it from p: 0 for 0.
+    // out = p - a as the reference computes it: 0 for 0.
     void negate(const Element &a, Element &out) const
     {
         if (is_zero(a))
@@ -115,7 +115,7 @@ public:
         copy(d, out);
     }
 
-    // One body: a dozen of them side by side would fill the instruction cache.
+    // Never inlined: a dozen copies in a row would fill the instruction cache.
     ZOKECC_ONE_COPY void mul(const Element &a, const Element &b, Element &out) const
     {
         if (!modulus_.multiply(a.limb, b.limb, out.limb)) [[unlikely]]
@@ -134,8 +134,8 @@ public:
 
     void twice(const Element &a, Element &out) const { shift_left(a, 1, out); }
 
-    // The definition shifts up to p's bit length in one go. Until there nothing has to be
-    // subtracted, so one bit after the other meets the same subtractions.
+    // The reference shifts up to p's bit length in one step. Nothing is subtracted before that, so
+    // shifting bit by bit makes the same subtractions.
     ZOKECC_SHORT_BODY void shift_left(const Element &a, int32_t bits, Element &out) const
     {
         if (!Sums::try_double(a.limb, static_cast<unsigned>(bits), p_.limb, limbs(), out.limb)) [[unlikely]]
@@ -156,7 +156,7 @@ public:
     ZOKECC_SHORT_BODY void invert(const Element &a, Element &out) const
     {
         if (is_zero(a)) {
-            out = p_;  // what the definition leaves for zero
+            out = p_;  // what the reference leaves for zero
             return;
         }
         FastInverse<Limb, Trace> inverse(a.limb, p_.limb, limbs());
@@ -170,7 +170,7 @@ public:
         for (unsigned i = 0; i < limbs(); ++i) difference |= a.limb[i] ^ b.limb[i];
         return difference == 0;
     }
-    // Most numbers differ in the first word.
+    // Most numbers already differ in the lowest limb.
     ZOKECC_SHORT_BODY bool is_zero(const Element &a) const { return is_small(a, 0); }
     ZOKECC_SHORT_BODY bool is_one(const Element &a) const { return is_small(a, 1); }
     static void clear(Element &a) { set_small(a, 0); }

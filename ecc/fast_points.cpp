@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// The point formulas over the field of 32-bit machines: built for size, unlike the field itself.
+// The point formulas over the fast field of 32-bit machines, compiled for size, unlike the field itself.
 #include "ecc/points.h"
 
 namespace zokecc {

@@ -25,7 +25,7 @@ namespace {
 
 constexpr int32_t kUnknownType = 1;
 
-// Types 2 and 3, 384 and 512 bits, would need a table far beyond the record's and are refused.
+// Types 2 and 3, 384 and 512 bits, are refused: their table would be far larger than the record's.
 uint32_t byte_length_of_type(uint32_t type)
 {
     switch (type) {

@@ -1,7 +1,7 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Jacobian points: doubling, mixed and full addition, as templates over the field.
 //
-// ecc/affine_formulas.h says what holds for all formulas.
+// ecc/affine_formulas.h states what all formulas have in common.
 #ifndef ZOKECC_ECC_JACOBIAN_FORMULAS_H
 #define ZOKECC_ECC_JACOBIAN_FORMULAS_H
 
@@ -9,7 +9,8 @@
 
 namespace zokecc {
 
-// 2 P. 2 M + 4 S for Z = 1, else 4 M + 6 S. For Z = 0 the formula gives Z3 = 0 by itself.
+// out = 2 P. 2 M + 4 S for Z = 1, otherwise 4 M + 6 S. For Z = 0 the formula yields Z3 = 0 without a special
+// case.
 template <class Field>
 ZOKECC_ONE_COPY void jacobian_double(const Field &f, const Jacobian<Field> &P, const Element<Field> &a,
                                      Jacobian<Field> &out)
@@ -45,7 +46,7 @@ ZOKECC_ONE_COPY void jacobian_double(const Field &f, const Jacobian<Field> &P, c
     f.sub(t, u, out.Y);  // Y3 = M (S - X3) - 8 Y^4
 }
 
-// 2 Q for an affine Q.
+// out = 2 Q for an affine Q.
 template <class Field>
 ZOKECC_OWN_FRAME void double_affine(const Field &f, const Affine<Field> &Q, const Element<Field> &a,
                                     Jacobian<Field> &out)
@@ -55,7 +56,7 @@ ZOKECC_OWN_FRAME void double_affine(const Field &f, const Affine<Field> &Q, cons
     jacobian_double(f, Q_jacobian, a, out);
 }
 
-// How far Q lies from P over the denominator of P: H in x, r in y.
+// The differences of Q and P in x (H) and y (r), scaled to P's denominator.
 template <class Field>
 void mixed_differences(const Field &f, const Jacobian<Field> &P, const Affine<Field> &Q, Element<Field> &H,
                        Element<Field> &r)
@@ -68,7 +69,7 @@ void mixed_differences(const Field &f, const Jacobian<Field> &P, const Affine<Fi
     f.sub(r, P.Y, r);  // r = y2 Z1^3 - Y1
 }
 
-// P plus the point that lies H and r away.
+// out = P + Q, from the differences H and r.
 template <class Field>
 void add_mixed_differences(const Field &f, const Jacobian<Field> &P, const Element<Field> &H,
                            const Element<Field> &r, Jacobian<Field> &out)
@@ -90,7 +91,7 @@ void add_mixed_differences(const Field &f, const Jacobian<Field> &P, const Eleme
     f.sub(V, H3, out.Y);  // Y3 = r (V - X3) - Y1 H^3
 }
 
-// P + Q for an affine Q. 8 M + 3 S
+// out = P + Q for an affine Q. 8 M + 3 S
 template <class Field>
 ZOKECC_ONE_COPY void jacobian_add_affine(const Field &f, const Jacobian<Field> &P, const Affine<Field> &Q,
                                          const Element<Field> &a, Jacobian<Field> &out)
@@ -114,7 +115,7 @@ ZOKECC_ONE_COPY void jacobian_add_affine(const Field &f, const Jacobian<Field> &
         double_affine(f, Q, a, out);
 }
 
-// Coordinates of point over the denominator of other: U = X Z'^2, S = Y Z'^3.
+// Scales point's coordinates by other's denominator: U = X Z'^2, S = Y Z'^3.
 template <class Field>
 ZOKECC_ONE_COPY void bring_to_denominator(const Field &f, const Jacobian<Field> &point,
                                           const Jacobian<Field> &other, Element<Field> &U, Element<Field> &S)
@@ -130,7 +131,7 @@ ZOKECC_ONE_COPY void bring_to_denominator(const Field &f, const Jacobian<Field> 
     f.mul(point.Y, S, S);
 }
 
-// Both points over the product of their denominators.
+// Brings both points to the product of their denominators.
 template <class Field>
 void bring_to_common_denominator(const Field &f, const Jacobian<Field> &P, const Jacobian<Field> &Q,
                                  Element<Field> &U1, Element<Field> &S1, Element<Field> &U0,
@@ -151,7 +152,7 @@ void bring_to_common_denominator(const Field &f, const Jacobian<Field> &P, const
     f.mul(P.Y, S1, S1);
 }
 
-// Z3 of the full addition: (Z1 Z2) W without the factors that are one.
+// Z3 of the full addition, (Z1 Z2) W; factors that are one are skipped.
 template <class Field>
 ZOKECC_OWN_FRAME void multiply_denominators(const Field &f, const Jacobian<Field> &P,
                                             const Jacobian<Field> &Q, const Element<Field> &W,
@@ -171,7 +172,7 @@ ZOKECC_OWN_FRAME void multiply_denominators(const Field &f, const Jacobian<Field
     }
 }
 
-// From u and v to their difference u - v and their sum u + v.
+// Replaces u and v by their difference u - v and their sum u + v.
 template <class Field>
 void to_difference_and_sum(const Field &f, Element<Field> &u, Element<Field> &v, Element<Field> &spare)
 {
@@ -181,7 +182,7 @@ void to_difference_and_sum(const Field &f, Element<Field> &u, Element<Field> &v,
 }
 
 // X3 and Y3 of the full addition, from W = U1 - U0, R = S1 - S0, T = U1 + U0 and M = S1 + S0, all of which
-// serve as temporaries.
+// are overwritten.
 template <class Field>
 void add_full_differences(const Field &f, Element<Field> &W, Element<Field> &R, Element<Field> &T,
                           Element<Field> &M, Jacobian<Field> &out)
@@ -199,8 +200,8 @@ void add_full_differences(const Field &f, Element<Field> &W, Element<Field> &R, 
     f.halve(W, out.Y);  // Y3 = (R (V - 2 X3) - M W^3) / 2
 }
 
-// P + Q for two records and neither at infinity. 12 M + 4 S, fewer where a Z is one. To save stack, out's
-// coordinates are temporaries once P and Q have been read.
+// out = P + Q for two different records, neither at infinity. 12 M + 4 S, fewer if a Z is one. To save stack,
+// out's coordinates are temporaries once P and Q have been read.
 template <class Field>
 ZOKECC_OWN_FRAME void jacobian_add_finite(const Field &f, const Jacobian<Field> &P, const Jacobian<Field> &Q,
                                           Jacobian<Field> &out)
@@ -216,11 +217,11 @@ ZOKECC_OWN_FRAME void jacobian_add_finite(const Field &f, const Jacobian<Field> 
     add_full_differences(f, U1, S1, U0, S0, out);
 }
 
-// P + Q.
+// out = P + Q
 //
-// KEPT: only the same record doubles. Equal points in two records run through the formula with
-// W = 0 and give Z3 = 0, infinity. The signed-window product ends there for a few scalars just
-// below the order, and deployed devices see infinity. Held by
+// KEPT: it doubles only if both are the same record. Equal points in two records go through the
+// formula with W = 0 and give Z3 = 0, infinity. Scalar multiplication by wNAF ends that way for a few
+// scalars just below the order, and deployed devices get infinity. Held by
 // EccJacPointAdd1.KeptEqualPointsInTwoRecordsGiveInfinity.
 template <class Field>
 ZOKECC_ONE_COPY void jacobian_add(const Field &f, const Jacobian<Field> &P, const Jacobian<Field> &Q,

@@ -9,10 +9,10 @@ namespace zokecc {
 
 constexpr uint32_t kPointFieldBytes = 65;
 
-// True if the record's own length lies within its fields.
+// True if the record's length does not exceed its fields.
 inline bool fits_field(const ecc_point_bytes &point) { return point.length <= kPointFieldBytes; }
 
-// A finite point from the first length bytes of both fields.
+// out = a finite point from the first length bytes of both fields.
 inline void read_point(const ecc_point_bytes &bytes, ecc_point &out)
 {
     out.infinity = 0;

@@ -1,8 +1,8 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// One name for both multiplications.
+// Scalar multiplication of any point, with the table if it is the base point.
 #include <zokecc/ecc.h>
 
-// KEPT: the answer is always 0, also when the multiplication failed. Held by
+// KEPT: returns 0 always, even if the multiplication failed. Held by
 // EccPointMul.KeptFailureIsHidden.
 int32_t ecc_point_mul(const mint *k, const ecc_point *P, const ecc_point *G, const mint *a, const mint *b,
                       const mint *p, ecc_point *out)

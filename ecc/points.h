@@ -1,6 +1,6 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// The point formulas over the library's fields: written out once for the reference, in points.cpp, and for
-// the field of 32-bit machines, in fast_points.cpp. On wide limbs each algorithm has its own copies.
+// The point formulas over the library's fields: instantiated once for the reference, in points.cpp, and once
+// for the fast field of 32-bit machines, in fast_points.cpp. On wide limbs each algorithm has its own copies.
 #ifndef ZOKECC_ECC_POINTS_H
 #define ZOKECC_ECC_POINTS_H
 

@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// A scalar as signed digits, for the product by a sliding window.
+// Recodes a scalar into the signed digits of its wNAF.
 #ifndef ZOKECC_ECC_RECODE_H
 #define ZOKECC_ECC_RECODE_H
 
@@ -11,7 +11,7 @@
 
 namespace zokecc {
 
-// The width of the window for a scalar of so many bits; digits are below 2^width in size.
+// The window width for a scalar of the given bit length; digits are below 2^width in magnitude.
 inline uint32_t window_width(int32_t bits)
 {
     if (bits >= 300) return 4;
@@ -20,9 +20,9 @@ inline uint32_t window_width(int32_t bits)
     return 1;
 }
 
-// Digits, least significant first, each zero or odd and below 2^width in size, with
-// k = sum of digit[j] 2^j. Room for bits + 1 of them, which is enough. Returns how many, and never writes
-// beyond the room: -1 instead.
+// Writes digits, least significant first, each zero or odd and below 2^width in magnitude, with
+// k = sum of digit[j] 2^j. digits must have room for bits + 1 of them, which suffices. Returns their number,
+// or -1 rather than write past the room.
 inline int32_t recode(const mint &k, int32_t bits, uint32_t width, int8_t *digits)
 {
     const int32_t bit = 1 << width;
@@ -35,7 +35,7 @@ inline int32_t recode(const mint &k, int32_t bits, uint32_t width, int8_t *digit
         if ((window & 1) != 0) {
             digit = window;
             if ((window & bit) != 0) {
-                // Near the top a negative digit would only lengthen the number.
+                // Near the top a negative digit would only make the recoding longer.
                 const bool near_top = j + static_cast<int32_t>(width) + 1 >= bits;
                 digit = near_top ? window & (mask >> 1) : window - next;
             }

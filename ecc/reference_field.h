@@ -1,6 +1,6 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// The prime field as the integer layer computes it: the reference that every other field agrees with,
-// word for word.
+// The prime field as the integer layer computes it: the reference that every other field must match word for
+// word.
 #ifndef ZOKECC_ECC_REFERENCE_FIELD_H
 #define ZOKECC_ECC_REFERENCE_FIELD_H
 
@@ -13,8 +13,7 @@
 
 namespace zokecc {
 
-// Outputs may be operands. With p zero nothing is written but zeros, so every output starts as
-// zero.
+// Outputs may be operands. If p is zero, most operations write nothing, so initialise every output to zero.
 struct ReferenceField {
     static constexpr size_t kStackOfSums = kStackOfReferenceSums;
     static constexpr size_t kStackOfProduct = kStackOfReferenceProduct;
@@ -22,14 +21,14 @@ struct ReferenceField {
     using Element = mint;
     using Affine = ecc_point;
     using Jacobian = ecc_jac_point;
-    // A number that is only read while a product is computed: the caller's own.
+    // A number that is only read during a computation: refers to the caller's record.
     struct Constant {
         const mint *record;
     };
 
     const mint &p;
 
-    // Any number is taken as it stands.
+    // Accepts any number unchanged.
     static bool load(const mint &in, mint &out)
     {
         copy(in, out);
@@ -55,7 +54,7 @@ struct ReferenceField {
 
     void add(const mint &a, const mint &b, mint &out) const { mod_add(a, b, p, out); }
     void sub(const mint &a, const mint &b, mint &out) const { mint_mod_sub(&a, &b, &p, &out); }
-    // out = p - a, reduced to 0 for 0
+    // out = p - a, and 0 for 0
     void negate(const mint &a, mint &out) const { sub(p, a, out); }
     // out = p - a, which is p for 0
     void subtract_from_p(const mint &a, mint &out) const { mint_sub(&p, &a, &out); }
@@ -68,7 +67,7 @@ struct ReferenceField {
         mint_mod_left_move_n(&out, &a, &p, bits);
     }
     void invert(const mint &a, mint &out) const { mint_EEA_algo(&a, &p, &out); }
-    // out = a / 2, by way of a + p for an odd a; the sum is not reduced.
+    // out = a / 2, or (a + p) / 2 if a is odd; the sum is not reduced.
     void halve(const mint &a, mint &out) const
     {
         if (is_odd(a))

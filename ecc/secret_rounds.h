@@ -1,8 +1,8 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// What both generations of calls make of the steps with secrets.
+// Signing rounds and the key exchange, shared by both generations of calls.
 //
-// Inline, because the steps have two bodies and that of the hardened build lies above this folder: only what
-// is above both may call them.
+// Inline, because the steps they call have two bodies and the hardened build's is in a layer above this
+// folder: only code above both may call them.
 #ifndef ZOKECC_ECC_SECRET_ROUNDS_H
 #define ZOKECC_ECC_SECRET_ROUNDS_H
 
@@ -13,8 +13,8 @@
 
 namespace zokecc {
 
-// ECDSA's r and s for the digest e, below n, with the key d. False if no nonce gives two numbers other than
-// zero. FIPS 186-4, section 6.4.
+// ECDSA's r and s for the digest e, below n, and the key d. False if no nonce leads to nonzero r and s. FIPS
+// 186-4, section 6.4.
 ZOKECC_OWN_FRAME inline bool ecdsa_sign(const CurveView &curve, const mint &d, const mint &e, mint &r,
                                         mint &s)
 {
@@ -27,17 +27,18 @@ ZOKECC_OWN_FRAME inline bool ecdsa_sign(const CurveView &curve, const mint &d, c
     return false;
 }
 
-// What one side brings to the shared point of SM2's key exchange.
+// One side's input to the shared point of SM2's key exchange.
 struct ExchangeSide {
     const mint &d;          // the private number
-    const mint &r;          // the temporary one
-    const uint8_t *own_x;   // x of r G, in the bytes of a coordinate
+    const mint &r;          // the temporary private number
+    const uint8_t *own_x;   // x of r G, as long as a coordinate
     const uint8_t *peer_x;  // x of the peer's temporary point
     const ecc_point &peer_key;
-    ecc_point &point;  // in: the peer's temporary point; out: the shared one
+    ecc_point &point;  // in: the peer's temporary point; out: the shared point
 };
 
-// The shared point, also as U. len and w are the curve's. False if a step fails. GB/T 32918.3, A4 to A7.
+// Computes the shared point, in side.point and as bytes in U. len and w are the curve's. False if a step
+// fails. GB/T 32918.3, A4 to A7.
 ZOKECC_OWN_FRAME inline bool compute_shared_point(const CurveView &curve, uint32_t len, uint32_t w,
                                                   const ExchangeSide &side, PointBytes &U)
 {

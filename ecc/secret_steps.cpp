@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// The default build's steps with secrets: the numbers and points of the layers below, as they stand.
+// The steps with secrets in the default build, straight on the layers below.
 #include "ecc/secret_steps.h"
 
 #include "base/wipe.h"
@@ -152,8 +152,8 @@ void unmask_by_product(const CurveView &curve, const mint &c, const mint &x, min
     mint_mod_mul(&c, &M, &curve.p, &M);
 }
 
-// KEPT: h t is reduced modulo the field prime and not modulo the order. With a cofactor of one it
-// is t either way; the others agree with deployed peers only like this. Held by
+// KEPT: h t is reduced modulo the field prime, not modulo the order. With a cofactor of one it is t
+// either way; with any other, only this agrees with deployed peers. Held by
 // Sm2KeyExChg.KeptCofactorProductIsReducedModuloP.
 bool sm2_exchange_scalar(const CurveView &curve, const mint &d, const mint &r, const mint &x_bar, mint &ht)
 {

@@ -2,10 +2,10 @@
 // The steps of the schemes that read, draw or compute with a secret: a private or temporary number, a
 // nonce, a shared point.
 //
-// They have two bodies. That of the default build, in secret_steps.cpp, computes as the integers and points
-// of this library do. That of the hardened build, in ct/, is exact, takes the same time whatever the
-// secrets are, and refuses what must not meet a secret. It keeps secret numbers in records that are always
-// as wide as their modulus; so they go from one of these functions to the next and nowhere else.
+// There are two implementations. The default build's, in secret_steps.cpp, uses the library's ordinary
+// integers and points. The hardened build's, in ct/, is exact, runs in constant time, and refuses points that
+// must not be combined with a secret. It holds secret numbers in records that are always as wide as their
+// modulus, so pass them only from one of these functions to another.
 #ifndef ZOKECC_ECC_SECRET_STEPS_H
 #define ZOKECC_ECC_SECRET_STEPS_H
 
@@ -14,57 +14,58 @@
 
 namespace zokecc {
 
-// How a step ended.
+// Outcome of a step.
 enum class Step {
     done,
-    refused,  // a number or point is zero or infinite that must not be
-    failed    // no memory, or, in the hardened build, what was computed is not right
+    refused,  // a number or point that must not be zero or infinite is
+    failed    // out of memory or, in the hardened build, a wrong result was detected
 };
 
 // ---- Numbers
 
-// A private number of the caller. False if it is not below n; in the hardened build also if it is 0, or if
-// there is no such arithmetic for the curve.
+// d = the caller's private number. False if it is not below n; in the hardened build also if it is 0, or if
+// the curve has no constant-time arithmetic.
 bool read_private(const CurveView &curve, const uint8_t *bytes, uint32_t count, mint &d);
 
-// The same for a temporary number, which the default build does not test.
+// The same for a temporary private number, which the default build does not check.
 bool read_temporary(const CurveView &curve, const uint8_t *bytes, uint32_t count, mint &r);
 
-// A private or temporary number. False if there is none.
+// d = a random private or temporary number. False if none could be drawn.
 bool draw_private(const CurveView &curve, mint &d);
 
-// A nonce for the signature of the digest e with the key d.
+// k = a nonce to sign the digest e with the key d. False if none could be drawn.
 bool draw_nonce(const CurveView &curve, const mint &d, const mint &e, mint &k);
 
-// A secret, or a coordinate, in len bytes.
+// Writes a secret or a coordinate in len bytes, big-endian.
 void write_number(const mint &number, uint32_t len, uint8_t *out);
 
-// A secret in as many bytes as it needs; up to kMintBytes. Returns how many.
+// Writes a secret in as many bytes as it needs, at most kMintBytes. Returns how many.
 uint32_t write_shortest(const mint &number, uint8_t *out);
 
-// True for a coordinate of zero.
+// True if the coordinate is zero.
 bool is_zero_coordinate(const mint &coordinate);
 
 // ---- Points
 
-// False, in the hardened build, for a point from outside with a coordinate of p or above, or off the curve.
+// May an outside point be combined with secrets? In the hardened build false if a coordinate is p or above or
+// the point is not on the curve.
 bool may_meet_secrets(const CurveView &curve, const ecc_point &P);
 
 // Q = d G, which is public from here on.
 bool public_point(const CurveView &curve, const mint &d, ecc_point &Q);
 
-// out = d P, both coordinates secret. Refused, in the hardened build, if that is infinite.
+// out = d P, both coordinates secret. The hardened build refuses infinity.
 Step shared_point(const CurveView &curve, const mint &d, const ecc_point &P, ecc_point &out);
 
-// ---- Signatures. False to draw another nonce.
+// ---- Signatures. The halves return false if another nonce must be drawn.
 
 // r = (e + x1) mod n, with (x1, y1) = k G. GB/T 32918.2, A3 to A5.
 bool sm2_first_half(const CurveView &curve, const mint &e, const mint &k, mint &r);
 
-// True for r + k = n.
+// True if r + k = n.
 bool sum_is_order(const CurveView &curve, const mint &r, const mint &k);
 
-// True for d = n - 1: 1 + d has no inverse then, and every s would be zero.
+// True if d = n - 1: 1 + d then has no inverse, and every s would be zero.
 bool is_last_scalar(const CurveView &curve, const mint &d);
 
 // s = (1 + d)^-1 (k - r d) mod n. GB/T 32918.2, A6.
@@ -88,23 +89,23 @@ Step sm2_encryption_points(const CurveView &curve, uint32_t len, const mint &k, 
 Step sm2_decryption_point(const CurveView &curve, uint32_t len, const mint &d, const ecc_point &C1,
                           PointBytes &shared);
 
-// out = a secret message[count] mod p, for any count up to that of a record.
+// out = a secret message[count]; reduced modulo p in the hardened build. count is at most that of a record.
 void read_message(const CurveView &curve, const uint8_t *message, uint32_t count, mint &out);
 
-// c = M x mod p, which is public from here on.
+// c = M x mod p, public from here on.
 void mask_by_product(const CurveView &curve, const mint &M, const mint &x, mint &c);
 
-// M = c / x mod p, for the c of a ciphertext.
+// M = c / x mod p, for c from a ciphertext.
 void unmask_by_product(const CurveView &curve, const mint &c, const mint &x, mint &M);
 
 // ---- Key exchange
 
-// ht = h t, t = (d + x-bar r) mod n for the own scalars and x-bar. GB/T 32918.3, A5. In the hardened build
-// t alone, and false for 0.
+// ht = h t, t = (d + x-bar r) mod n for our own scalars and x-bar. GB/T 32918.3, A5. In the hardened build
+// ht = t, and false if t is 0.
 bool sm2_exchange_scalar(const CurveView &curve, const mint &d, const mint &r, const mint &x_bar, mint &ht);
 
-// U = ht (P' + x-bar' R') for the peer's key P' and x-bar, and its R' in point, which becomes the
-// shared point. Refused if ht, the sum or U is zero or infinite. GB/T 32918.3, A6 to A7.
+// U = ht (P' + x-bar' R') for the peer's key P' and x-bar; point holds R' and becomes the shared
+// point. Refused if ht, the sum or U is zero or infinite. GB/T 32918.3, A6 to A7.
 Step sm2_exchange_point(const CurveView &curve, uint32_t len, const mint &ht, const ecc_point &peer_key,
                         const mint &peer_x_bar, ecc_point &point, PointBytes &U);
 

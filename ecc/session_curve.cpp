@@ -12,8 +12,8 @@ using namespace zokecc;
 
 namespace {
 
-// Puts the caller's record into the session's own copy, which is made where there is none yet. A
-// borrowed record stays with whoever lent it.
+// Copies the caller's record into the session's own record, allocating that if needed. A borrowed
+// record is left untouched.
 bool take_record(SessionContext &session, const CurvePara *record)
 {
     const bool borrowed = session.record_is_borrowed != 0;

@@ -1,7 +1,7 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// The steps of the schemes that need only numbers and points. Those here are about public ones: the point
-// that a verifier recomputes, and forms of writing; those with secrets are in secret_steps.h. Loops, range
-// checks, records and codes stay with the interfaces above.
+// Steps of the schemes on public numbers and points: recomputing a verifier's point, and encodings. Steps
+// with secrets are in secret_steps.h. Loops, range checks, records and result codes belong to the interfaces
+// above.
 #ifndef ZOKECC_ECC_SM2_STEPS_H
 #define ZOKECC_ECC_SM2_STEPS_H
 
@@ -11,9 +11,9 @@
 
 namespace zokecc {
 
-constexpr uint32_t kMaxFruitlessDraws = 1024;  // after so many nonces in vain there is none
+constexpr uint32_t kMaxFruitlessDraws = 1024;  // unusable nonces in a row before signing gives up
 
-// A curve wherever it is kept.
+// A view of a curve, of the process or of a session.
 struct CurveView {
     const mint &p;
     const mint &a;
@@ -24,42 +24,42 @@ struct CurveView {
     const ecc_point *table;
 };
 
-// Out of line: seven references are some 40 bytes of code for each caller.
+// Out of line: filling seven references takes some 40 bytes of code per caller.
 template <class Curve>
 ZOKECC_ONE_COPY CurveView view_of(const Curve &curve)
 {
     return {curve.p, curve.a, curve.b, curve.n, curve.h, curve.G, curve.table.entry};
 }
 
-// out = k G, over the table.
+// out = k G, with the table.
 void multiply_base(const CurveView &curve, const mint &k, ecc_point &out);
 
-// out = k P. False for want of memory.
+// out = k P. False if out of memory.
 bool multiply_any(const CurveView &curve, const mint &k, const ecc_point &P, ecc_point &out);
 
-// x of a point; infinity has none and counts as zero.
+// x of a point; zero for infinity.
 inline const mint &x_of(const ecc_point &point) { return point.x; }
 
-// out = u G + v Q. False if a multiplication failed for want of memory.
+// out = u G + v Q. False if out of memory.
 bool add_multiples(const CurveView &curve, const mint &u, const ecc_point &Q, const mint &v, ecc_point &out);
 
-// R = (e + x) mod n of s G + t Q, t = (r + s) mod n not zero. GB/T 32918.2, B6 and B7.
+// R = (e + x) mod n, x that of s G + t Q; t = (r + s) mod n is not zero. GB/T 32918.2, B6 and B7.
 bool sm2_recomputed_r(const CurveView &curve, const mint &e, const ecc_point &Q, const mint &s, const mint &t,
                       mint &R);
 
-// R = x mod n of (e / s) G + (r / s) Q.
+// R = x mod n, x that of (e / s) G + (r / s) Q.
 bool ecdsa_recomputed_r(const CurveView &curve, const mint &e, const ecc_point &Q, const mint &r,
                         const mint &s, mint &R);
 
-// True for a record whose multiples all have x = 0 or are infinite, so that no nonce masks a message with
-// them: (x, 0) and, on a curve with a = 0, (x, y), for an x that is 0 modulo p. p is not zero.
+// True if every multiple of the point has x = 0 or is infinite, so that no nonce could mask a message:
+// (x, 0) and, on a curve with a = 0, (x, y), for an x that is 0 modulo p. p is not zero.
 bool has_only_zero_multiples(const CurveView &curve, const ecc_point &Q);
 
-// x || y, each in len bytes; infinity gives zero bytes.
+// out = x || y, each in len bytes; zero bytes for infinity.
 void write_point(const ecc_point &point, uint32_t len, PointBytes &out);
 
-// out[len - 1 - w/8 .. len - 1] = 2^w + (x mod 2^w) for the x in x[len]; the bytes before are the
-// caller's to clear. Writes nothing for a w beyond the coordinate. GB/T 32918.3, A5.
+// out[len - 1 - w/8 .. len - 1] = 2^w + (x mod 2^w) for the x in x[len]; the caller must clear the
+// bytes before. Writes nothing if w exceeds the coordinate. GB/T 32918.3, A5.
 void write_x_bar(const uint8_t *x, uint32_t len, uint32_t w, uint8_t *out);
 
 // The same as a number; len is at most kMaxCoordinateBytes.

@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// The table behind fixed-base multiplication.
+// The table for fixed-base multiplication.
 #include "ecc/table.h"
 
 #include <cstring>
@@ -34,7 +34,7 @@ int32_t ecc_precomputation_point_1(const ecc_point *G, const mint *a, const mint
     const uint32_t m = comb_words(*p);
     if (m == 0) return 1;
     const uint32_t size = 1u << m;
-    // Nothing of the caller's record but the number itself, and no coordinates of infinity.
+    // Copy only the words in use, and no coordinates of infinity.
     ecc_point base{};
     base.infinity = G->infinity;
     if (G->infinity != kInfinity) {
@@ -47,8 +47,8 @@ int32_t ecc_precomputation_point_1(const ecc_point *G, const mint *a, const mint
     return 0;
 }
 
-// KEPT: one round more than the table needs: base point 2m is computed and never read. It stands
-// in the curve's record like the others. Held by
+// KEPT: one round more than the table needs: base point 2m is computed and stored in the curve's
+// record like the others, but never read. Held by
 // EccPrecomputationPoint.KeptLastRoundOfBasePointsIsComputed.
 int32_t ecc_precomputation_point(const ecc_point *G, const mint *a, const mint *b, const mint *p)
 {

@@ -13,14 +13,14 @@ namespace zokecc {
 
 constexpr uint32_t kCombMaxWords = 8;  // 2^9 + 1 entries; a ninth word would need 2^10 + 1
 
-// m, the words of p that give the table its shape, or 0 where there is no table: p of no words
-// or of more than eight.
+// m, the number of p's words, which determines the table's shape; 0 if there is no table, because p
+// has no words or more than eight.
 uint32_t comb_words(const mint &p);
 
 }  // namespace zokecc
 
-// In the hardened build alone: the table of the precomputation, in which no entry is spoilt by the word rule
-// of subtraction. False, with nothing written, where G is not on the curve or p has no exact field.
+// Hardened build only: the same table, with no entry spoilt by the borrow rule of subtraction. False, with
+// nothing written, if G is not on the curve or p has no exact field.
 ZOKECC_INTERNAL bool fill_exact_table(const ecc_point *G, const mint *a, const mint *b, const mint *p,
                                       ecc_point *table);
 

@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// The sums behind the table of fixed-base multiplication, as a template over the field.
+// Builds the table for fixed-base multiplication, as a template over the field.
 #ifndef ZOKECC_ECC_TABLE_BUILDER_H
 #define ZOKECC_ECC_TABLE_BUILDER_H
 
@@ -10,7 +10,7 @@ namespace zokecc {
 constexpr uint32_t kWordShift = 32;      // doublings from one base point to the next
 constexpr uint32_t kHalfWordShift = 16;  // doublings from the first half of the table to the second
 
-// The sums that make a table, as the field sees them. False where it does not take a number.
+// The steps of building a table. Each returns false if the field refuses a number.
 template <class Field>
 class TableBuilder {
 public:
@@ -29,8 +29,8 @@ public:
         return true;
     }
 
-    // From base points at the powers of two, entry i for every other i below size: the sum of its
-    // base points from the lowest bit up, which is the entry without the top bit plus the last one.
+    // Fills every other entry i below size from the base points at the powers of two: the sum of i's
+    // base points from the lowest bit up, that is the entry without the top bit plus the top base point.
     bool fill_sums(ecc_point *half, uint32_t size)
     {
         Affine<Field> P{};
@@ -63,7 +63,7 @@ private:
     Element<Field> a_{};
 };
 
-// table = all that is read of the table of G, with size entries to each half.
+// table = all entries of G's table that are ever read, size entries in each half.
 struct TableOfMultiples {
     const ecc_point &G;
     const mint &a;

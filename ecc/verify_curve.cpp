@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// The check of a whole curve record.
+// Checks a whole curve record.
 #include <zokecc/ecc.h>
 
 #include "base/config.h"
@@ -9,9 +9,9 @@
 
 using namespace zokecc;
 
-// Neither that p or n is prime nor the discriminant is looked at.
+// Does not check that p and n are prime or that the discriminant is nonzero.
 //
-// KEPT: without memory n = 0 passes as well, but for the hardened build. Held by
+// KEPT: without memory n = 0 passes, too, except in the hardened build. Held by
 // ZokCurveVerify.KeptFailedDigitBufferOfOrderZeroIsNotSeen.
 //
 // KEPT: n = 0 makes n G infinite and passes. Held by ZokCurveVerify.KeptOrderZeroIsAccepted.

@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Multiples of any point: signed digits in a sliding window, and a table of odd multiples.
+// Scalar multiplication of any point by wNAF: signed digits and a table of odd multiples.
 #include "ecc/wnaf.h"
 
 #include <zokecc/ecc.h>
@@ -11,14 +11,14 @@
 
 using namespace zokecc;
 
-// KEPT: the digit buffer stays allocated. Deployed systems account for it as part of this call's
-// footprint. It is cleared, so no digit of the scalar stays behind. The hardened build frees it. Held by
+// KEPT: the digit buffer is never freed; deployed systems count it as part of this call's footprint. It is
+// wiped, so no digit of the scalar remains. The hardened build frees it. Held by
 // EccUnknownPointMul.KeptDigitBufferStaysAllocated.
 int32_t ecc_unknown_point_mul(const mint *k, const ecc_point *P, const mint *a, const mint *, const mint *p,
                               ecc_point *out)
 {
     const bool k_is_zero = is_zero(*k);
-    // Where out is P, P is infinity from here on, and so is its every multiple.
+    // If out is P, then P is infinity from here on, and so is every multiple.
     if (k_is_zero || P->infinity == kInfinity) set_infinity(*out);
 
     const int32_t bits = k_is_zero ? 0 : get_mint_bit_len(k);

@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// The product by a signed sliding window, as templates over the field.
+// Scalar multiplication by wNAF, as templates over the field.
 #ifndef ZOKECC_ECC_WNAF_H
 #define ZOKECC_ECC_WNAF_H
 
@@ -9,7 +9,7 @@
 
 namespace zokecc {
 
-// 608 bits are the most a scalar has, so the width is 4 at most and the odd multiples are eight.
+// A scalar has at most 608 bits, so the width is at most 4 and there are at most eight odd multiples.
 constexpr uint32_t kMaxWindowWidth = 4;
 constexpr uint32_t kMaxOddMultiples = 1u << (kMaxWindowWidth - 1);
 
@@ -20,7 +20,7 @@ struct WindowDigits {
     uint32_t width;
 };
 
-// False, with nothing written, where the field does not take P.
+// False, with nothing written, if the field refuses P.
 template <class Field>
 ZOKECC_OWN_FRAME bool load_jacobian(const Field &f, const ecc_point &P, Jacobian<Field> &out)
 {
@@ -39,7 +39,7 @@ ZOKECC_OWN_FRAME void store_jacobian(const Field &f, const Jacobian<Field> &P, e
     f.store(*point, out);
 }
 
-// out[i] = (2 i + 1) P, P in out[0].
+// out[i] = (2 i + 1) P, with P in out[0].
 template <class Field>
 ZOKECC_OWN_FRAME void odd_multiples(const Field &f, const Element<Field> &a, uint32_t count,
                                     Jacobian<Field> *out)
@@ -49,8 +49,8 @@ ZOKECC_OWN_FRAME void odd_multiples(const Field &f, const Element<Field> &a, uin
     for (uint32_t i = 1; i < count; ++i) jacobian_add(f, out[i - 1], *twice, a, out[i]);
 }
 
-// R = sum of digits[j] 2^j P, from the highest digit down. R is held negated where that saves a
-// negation: an addition of a negative digit to R is one of a positive digit to -R.
+// R = sum of digits[j] 2^j P, from the highest digit down. R is held negated while that saves
+// negations: adding a negative digit to R is adding a positive digit to -R.
 template <class Field>
 ZOKECC_OWN_FRAME void evaluate(const Field &f, const Element<Field> &a, const WindowDigits &digits,
                                const Jacobian<Field> *odd, Jacobian<Field> &R)
@@ -78,8 +78,8 @@ ZOKECC_OWN_FRAME void evaluate(const Field &f, const Element<Field> &a, const Wi
         jacobian_negate(f, R);
 }
 
-// R = the digits' number times P, with room for as many odd multiples as the width takes. False, with
-// nothing written, where the field does not take P or a.
+// R = k P for the k of the digits; odd has room for the odd multiples of that width. False, with R not
+// written, if the field refuses P or a.
 template <class Field>
 ZOKECC_ONE_COPY bool window_multiple_in(const Field &f, const WindowDigits &digits, const ecc_point &P_record,
                                         const mint &a_record, Jacobian<Field> *odd, Jacobian<Field> &R)
@@ -92,7 +92,7 @@ ZOKECC_ONE_COPY bool window_multiple_in(const Field &f, const WindowDigits &digi
     return true;
 }
 
-// Scalars below 300 bits, which is all that the curves of the field have, take four multiples.
+// Scalars below 300 bits, as all curves of the field have, need four odd multiples.
 template <class Field>
 ZOKECC_OWN_FRAME bool narrow_window_multiple(const Field &f, const WindowDigits &digits, const ecc_point &P,
                                              const mint &a, Jacobian<Field> &R)
@@ -111,19 +111,19 @@ ZOKECC_OWN_FRAME bool wide_window_multiple(const Field &f, const WindowDigits &d
     return window_multiple_in(f, digits, P, a, *odd, R);
 }
 
-// out = the digits' number times P.
+// out = k P for the k of the digits.
 struct WindowMultiple {
     const WindowDigits &digits;
     const ecc_point &P;
     const mint &a;
     ecc_point &out;
 
-    // False, with nothing written, where the field does not take P or a.
+    // False, with nothing written, if the field refuses P or a.
     template <class Field>
     ZOKECC_OWN_FRAME bool over(const Field &f) const;
 };
 
-// The odd multiples are gone before the inversion needs its own space.
+// The odd multiples are off the stack before the inversion needs its space.
 template <class Field>
 bool WindowMultiple::over(const Field &f) const
 {
