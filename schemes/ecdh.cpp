@@ -1,14 +1,14 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Diffie-Hellman on the process-wide curve (SEC 1 version 2, section 3.3.1, without the checks).
+// ECDH on the process-wide curve (SEC 1 version 2, section 3.3.1, without the checks).
 #include "base/burn.h"
 #include "base/wipe.h"
 #include "schemes/records.h"
 
 using namespace zokecc;
 
-// KEPT, but in the hardened build: the peer's point is not validated, a key of zero is accepted, and the
-// status of the multiplication is not looked at: without memory the secret is zero bytes and the answer is
-// a success. Held by EcdhKeyExChg.KeptPeerPointIsNotValidated and
+// KEPT, except in the hardened build: the peer's point is not validated, a key of zero is accepted, and the
+// status of the multiplication is ignored: without memory the secret is zero bytes and the call succeeds.
+// Held by EcdhKeyExChg.KeptPeerPointIsNotValidated and
 // EcdhKeyExChg.KeptFailedMultiplicationGivesAZeroSecret.
 int32_t Ecdh_KeyExChg(const ecc_scalar *d, const ecc_point_bytes *peer, uint8_t *out, uint32_t out_capacity)
 {

@@ -12,7 +12,7 @@ namespace {
 
 constexpr uint8_t kPrefix = 0x04;
 
-// The message as an integer modulo p, for any length: word after word from the top.
+// Reads a message of any length as an integer modulo p, word by word from the top.
 void read_reduced(const CurveView &curve, const uint8_t *bytes, uint32_t count, mint &out)
 {
     if (kHardened) return read_message(curve, bytes, count, out);
@@ -25,10 +25,10 @@ void read_reduced(const CurveView &curve, const uint8_t *bytes, uint32_t count, 
         mint_left_move(&out, 32);
         mod_add(out, *word, p, out);
     }
-    mint_mod(&out, &p, &out);  // for fewer than four bytes
+    mint_mod(&out, &p, &out);  // only needed for fewer than four bytes
 }
 
-// Writes numbers one behind the other while there is room for a whole one.
+// Writes numbers one after the other as long as a whole one fits.
 class NumberWriter {
 public:
     NumberWriter(uint8_t *out, uint32_t capacity, uint32_t width)
@@ -54,8 +54,8 @@ private:
     uint32_t total_ = 0;
 };
 
-// C1 = k G and S = k Q with S.x other than zero. False if no nonce gives one; a recipient for whom none can
-// is not worth a thousand of them.
+// C1 = k G and S = k Q with a nonzero S.x. False if no nonce leads to one; if it is clear from Q that none
+// can, no nonce is drawn.
 bool draw_points(const CurveView &curve, const ecc_point &Q, ecc_point &C1, ecc_point &S)
 {
     if (has_only_zero_multiples(curve, Q)) return false;
@@ -99,8 +99,8 @@ int32_t Eces_Encry(const ecc_point_bytes *recipient, const uint8_t *message, uin
     return static_cast<int32_t>(writer.total());
 }
 
-// KEPT: the shortest encoding is given back, so leading zero bytes of the message are lost. Held
-// by EcesDecry.KeptLeadingZeroBytesAreLost.
+// KEPT: returns the shortest encoding, so leading zero bytes of the message are lost. Held by
+// EcesDecry.KeptLeadingZeroBytesAreLost.
 int32_t Eces_Decry(const ecc_scalar *d, const uint8_t *cipher, uint32_t cipher_len, uint8_t *out)
 {
     const CallBurn burn;

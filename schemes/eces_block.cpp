@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Blocks for the multiplicative encryption: padding of random bytes, a zero byte, the message.
+// Blocks for multiplicative encryption: random padding bytes, a zero byte, the message.
 #include <cstring>
 
 #include "schemes/records.h"
@@ -13,8 +13,8 @@ constexpr int32_t kBadBlock = 1;
 
 }  // namespace
 
-// KEPT: the random bytes are taken as drawn; a zero among them ends the padding early for the
-// reader. One byte is drawn also where only the separator remains of the padding. Held by
+// KEPT: zeros among the random bytes are not replaced; for the reader such a zero ends the padding
+// early. One byte is drawn even if there is room for the separator only. Held by
 // EcesFormat.KeptZeroBytesAmongThePaddingAreNotReplaced.
 int32_t eces_format(uint32_t block_len, const uint8_t *message, uint32_t message_len, uint8_t *out,
                     uint32_t *out_len)
@@ -36,13 +36,13 @@ int32_t eces_deformat(const uint8_t *block, uint32_t block_len, uint8_t *out, ui
         return kBadBlock;
     const uint32_t field = L - 2;
     if (block_len <= field) {
-        // Any other length: to the right end of the field.
+        // Any other length: copied to the right end of the field.
         if (block_len > 0 && out == nullptr) return kBadBlock;
         if (block_len > 0) std::memmove(out + (field - block_len), block, block_len);
         *out_len = field;
         return 0;
     }
-    // The block without its leading zero byte: the message stands behind the first zero.
+    // A block without its leading zero byte: the message follows the first zero.
     uint32_t separator = 0;
     while (separator < block_len && block[separator] != 0) ++separator;
     if (separator == block_len) return kBadBlock;

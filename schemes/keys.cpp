@@ -12,7 +12,7 @@ namespace {
 constexpr uint32_t kGenerate = 0;
 constexpr uint32_t kDerive = 1;
 
-// False, in the hardened build, if the curve's numbers are not right.
+// False, in the hardened build, if the product turns out wrong.
 bool write_public_key(const mint &d, ecc_point_bytes &out)
 {
     ecc_point Q{};
@@ -21,14 +21,14 @@ bool write_public_key(const mint &d, ecc_point_bytes &out)
     return true;
 }
 
-// A given key into d. False if there is none below the order.
+// d = the given key. False if it is missing or not below the order.
 bool take_key(const ecc_scalar *key, mint &d)
 {
     if (!curve_is_installed() || !is_readable(key)) return false;
     return read_scalar(*key, d);
 }
 
-// A drawn key. False also if the caller has no place for it.
+// d = a random key. False also if the caller has no buffer for it.
 bool make_key(const ecc_scalar *key, mint &d)
 {
     if (!curve_is_installed() || key == nullptr) return false;
@@ -36,8 +36,8 @@ bool make_key(const ecc_scalar *key, mint &d)
     return draw_private(global_view(), d);
 }
 
-// The drawn key into the caller's buffer, whose count is its capacity. A buffer below the curve's length
-// stays as it is and gets the count 0.
+// Writes the drawn key to the caller's buffer; its length is its capacity. A buffer shorter than the curve's
+// length is left unchanged and gets length 0.
 void write_key(const mint &d, ecc_scalar &key)
 {
     const uint32_t L = global_curve.byte_len;
@@ -56,8 +56,8 @@ int32_t Ecc_GenPubKey(const ecc_scalar *d, ecc_point_bytes *Q_out)
     return write_public_key(*scalar, *Q_out) ? 0 : kFailed;
 }
 
-// KEPT: a mode that does not exist is no failure; the scalar stays zero and the public key is
-// zero bytes. Held by EccKeyPairGen.KeptUnknownModeGivesThePublicKeyOfZero.
+// KEPT: an unknown mode is not an error; the scalar stays zero and the public key is zero bytes.
+// Held by EccKeyPairGen.KeptUnknownModeGivesThePublicKeyOfZero.
 int32_t Ecc_KeyPair_Gen(ecc_scalar *key, ecc_point_bytes *Q_out, uint32_t mode)
 {
     const CallBurn burn;

@@ -1,7 +1,7 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// The bytes behind the prefix and yU in the confirmation values of sm2_KeyExChg: the digest's
-// working area and, directly behind it, the peer's public key as an ecc_point lies in the memory
-// of a 32-bit little-endian device.
+// The bytes after the prefix and yU in the confirmation values of sm2_KeyExChg: the digest's working
+// area and, directly after it, the peer's public key as an ecc_point is laid out in the memory of a
+// 32-bit little-endian device.
 #ifndef ZOKECC_SCHEMES_PEER_IMAGE_H
 #define ZOKECC_SCHEMES_PEER_IMAGE_H
 
@@ -11,7 +11,7 @@
 
 namespace zokecc {
 
-constexpr uint32_t kDigestArea = 100;  // the digest first, zero bytes behind it
+constexpr uint32_t kDigestArea = 100;  // the digest, then zero bytes
 constexpr uint32_t kPointImage = 164;  // flag, x and y
 
 struct PeerImage {
@@ -20,7 +20,7 @@ struct PeerImage {
 };
 static_assert(sizeof(PeerImage) == kDigestArea + kPointImage && sizeof(ecc_point) == kPointImage);
 
-// 19 words and their count, each least significant byte first.
+// 19 words and their count, all little-endian. Returns the end of the image.
 inline uint8_t *write_mint_image(const mint &value, uint8_t *out)
 {
     for (const uint32_t word : value.words) {
@@ -31,14 +31,14 @@ inline uint8_t *write_mint_image(const mint &value, uint8_t *out)
     return out + 4;
 }
 
-// A finite point right after it was read: words above the count are zero.
+// point must be finite and freshly read, so that words above the count are zero.
 inline void write_peer_image(const ecc_point &point, PeerImage &image)
 {
     store_little_endian(0, image.point);
     write_mint_image(point.y, write_mint_image(point.x, image.point + 4));
 }
 
-// The first count bytes: 224 for coordinates of 32 bytes.
+// A view of the first count bytes: 224 for coordinates of 32 bytes.
 inline Bytes bytes_of(const PeerImage &image, uint32_t count)
 {
     return {reinterpret_cast<const uint8_t *>(&image), count};

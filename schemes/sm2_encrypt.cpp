@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// SM2 encryption over the process-wide curve (GB/T 32918.4): 0x04 || x1 || y1 || C2 || C3.
+// SM2 encryption on the process-wide curve (GB/T 32918.4): 0x04 || x1 || y1 || C2 || C3.
 #include "base/burn.h"
 #include "base/wipe.h"
 #include "base/work_buffer.h"
@@ -16,7 +16,7 @@ namespace {
 
 constexpr uint8_t kPrefix = 0x04;
 
-// Buffers for m bytes of message: the key stream, which may be written beyond m, and x2 || M || y2.
+// Buffer sizes for an m-byte message: the key stream, which may be written past m, and x2 || M || y2.
 uint64_t key_stream_size(uint32_t m, uint32_t L) { return kdf_written_bytes(m, L) + 1; }
 uint64_t hash_input_size(uint32_t m, uint32_t L) { return uint64_t{m} + 2 * L + 1; }
 
@@ -27,7 +27,7 @@ bool derive_key_stream(const PointBytes &shared, uint32_t m, uint32_t alg, WorkB
     return !is_all_zero(stream.data(), m);
 }
 
-// Draws until the key stream is not all zero; C1 goes into the ciphertext on the way.
+// Draws nonces until the key stream is not all zero; writes C1 to the ciphertext.
 bool draw_key_stream(const CurveView &curve, const ecc_point &Q, uint32_t m, uint32_t alg, uint8_t *cipher,
                      PointBytes &shared, WorkBuffer &stream)
 {
@@ -51,7 +51,7 @@ int32_t sm2_Encry(const ecc_point_bytes *pub, const sm3_msg *msg, sm3_msg *ciphe
     if (pub == nullptr || msg == nullptr || cipher == nullptr) return kFailed;
     if (msg->data == nullptr || cipher->data == nullptr) return kFailed;
     if (!curve_is_installed() || !fits_field(*pub)) return kFailed;
-    // An empty message or an unknown hash has no key stream and would draw for ever.
+    // With an empty message or an unknown hash there is no key stream, and drawing would never end.
     const uint32_t m = msg->len_low;
     if (static_cast<int32_t>(m) < 1 || !is_known_hash(alg)) return kFailed;
     const CurveView curve = global_view();
@@ -76,7 +76,7 @@ int32_t sm2_Encry(const ecc_point_bytes *pub, const sm3_msg *msg, sm3_msg *ciphe
     return 0;
 }
 
-// KEPT: the check value is looked for where C2 begins, not behind it. Deployed callers use the
+// KEPT: the check value is expected at the start of C2, not after it. Deployed callers use the
 // plaintext and expect -1 here. A key of zero is not refused. Held by
 // Sm2Decry.KeptCheckReadAtStartOfC2 and Sm2Decry.KeptZeroKeyIsNotRefused.
 int32_t sm2_Decry(const ecc_scalar *priv, const sm3_msg *cipher, sm3_msg *plain, uint32_t alg)

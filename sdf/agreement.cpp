@@ -1,9 +1,9 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// SM2 key agreement over a session's curve (GB/T 32918.3).
+// SM2 key agreement on a session's curve (GB/T 32918.3).
 //
-// Two families: one makes both Z values from the users' identities, the other is given them. Each
-// has an initiator's call, a responder's call with a temporary key made before, and a responder's
-// call that makes it.
+// Two families: one computes both Z values from the users' identities, the other takes them as
+// arguments. Each has a call for the initiator, one for a responder that brings its temporary key, and
+// one for a responder whose temporary key is drawn by the call.
 #include <zokecc/sdf.h>
 
 #include "base/burn.h"
@@ -31,7 +31,7 @@ bool make_Z(SessionContext &session, const ECCrefPublicKey &key, Octets id, User
     return ZOK_GenerateUserInfo(&session, &key, id.bytes, id.len, Z.bytes, &length) == ZOK_OK;
 }
 
-// The point of a private scalar.
+// out = r G
 ZOKECC_OWN_FRAME bool make_public_point(const SessionContext &session, const mint &r, ECCrefPublicKey &out)
 {
     ecc_point R{};
@@ -40,14 +40,14 @@ ZOKECC_OWN_FRAME bool make_public_point(const SessionContext &session, const min
     return true;
 }
 
-// Z of the own key, derived from the private scalar.
+// Z of our own key, from the private scalar.
 ZOKECC_OWN_FRAME bool make_own_Z(SessionContext &session, const mint &d, Octets id, UserZ &Z)
 {
     ECCrefPublicKey key{};
     return make_public_point(session, d, key) && make_Z(session, key, id, Z);
 }
 
-// Given Z values whose transcripts fit the working area.
+// True if both Z values are there and their transcript fits the working area.
 bool are_usable(const SessionContext &session, Octets ZA, Octets ZB)
 {
     if (ZA.missing() || ZB.missing()) return false;
@@ -60,7 +60,7 @@ bool are_there(const AgreementRecords &records)
            records.result != nullptr;
 }
 
-// Records that are there, but for the temporary key.
+// Checks all records except the temporary key, which may be absent.
 bool have_lengths_that_fit(const AgreementRecords &records)
 {
     return fits_field(*records.d) && fits_field(*records.peer_key) && fits_field(*records.peer_random);

@@ -15,20 +15,21 @@ using namespace zokecc;
 
 namespace {
 
-constexpr size_t kMaxSecretBytes = 300;  // of which the key derivation takes so many
+constexpr size_t kMaxSecretBytes = 300;  // the longest input of the key derivation
 
 bool is_on_curve(const SessionContext &session, const ecc_point &point)
 {
     return ecc_test_point(&point, &session.a, &session.b, &session.p) == 0;
 }
 
-// For points that the default build takes as they are.
+// The default build accepts every point here.
 bool is_accepted(const SessionContext &session, const ecc_point &point)
 {
     return may_meet_secrets(view_of(session), point);
 }
 
-// The same for the own temporary point, which is handed back. The exchange takes L bytes of it.
+// The same for our own temporary point, which the caller passes back in. The exchange uses L bytes per
+// coordinate.
 ZOKECC_OWN_FRAME bool is_accepted(const SessionContext &session, const ECCrefPublicKey &own_random)
 {
     ecc_point point{};
@@ -44,7 +45,7 @@ int32_t written_len(const SessionContext &session, uint32_t klen, const BothZ &Z
     return fits ? static_cast<int32_t>(klen) : 0;
 }
 
-// The shared point, the key and both confirmation values.
+// Computes the shared point, the key and both confirmation values.
 uint32_t finish(const SessionContext &session, const ExchangeSide &side, const ExchangePublics &publics,
                 KeySink &sink, uint8_t *out02, uint8_t *out03)
 {
@@ -67,7 +68,7 @@ int32_t sm2_x_bar_session(void *session, const uint8_t *x, uint32_t w, uint8_t *
 
 namespace zokecc {
 
-// 02 stands in SB, which the initiator compares; 03 in SA, which it sends.
+// Prefix 02 belongs to SB, which the initiator compares, 03 to SA, which it sends.
 uint32_t initiate(SessionContext &session, uint32_t klen, const BothZ &Z, const mint &d, const mint &r,
                   const ECCrefPublicKey &RA, const AgreementRecords &records)
 {

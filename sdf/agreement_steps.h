@@ -8,13 +8,13 @@
 #include "ecc/curve.h"
 #include "hash/bytes.h"
 
-// 2^w + (x mod 2^w) of the coordinate in the session's L bytes at x, big-endian, at the end of
-// the L bytes of out. The bytes before it are not written: the caller clears them. Returns 0.
+// Writes 2^w + (x mod 2^w) for the coordinate in the session's L bytes at x, big-endian, to the end of
+// the L bytes of out. The bytes before it are not written: the caller must clear them. Returns 0.
 ZOKECC_INTERNAL int32_t sm2_x_bar_session(void *session, const uint8_t *x, uint32_t w, uint8_t *out);
 
 namespace zokecc {
 
-// r = random below n and R = r G. False, with nothing written to R, if no number could be drawn.
+// r = a random number below n, R = r G. False, with nothing written to R, if no number could be drawn.
 bool make_temporary_key(const SessionContext &session, mint &r, ECCrefPublicKey &R_out);
 
 // The two users' Z values.
@@ -23,21 +23,21 @@ struct BothZ {
     Bytes B;
 };
 
-// The records that a call was given and has tested.
+// The records passed to a call, already checked.
 struct AgreementRecords {
     const ECCrefPrivateKey *d;
-    const ECCrefPrivateKey *r;  // null for a responder that draws it
+    const ECCrefPrivateKey *r;  // null if the responder draws it
     const ECCrefPublicKey *peer_key;
     const ECCrefPublicKey *peer_random;
     KeyAgreementResult *result;
 };
 
-// What an initiator's calls do once Z values and own keys are there. klen in bytes.
+// The rest of an initiator's call, once Z values and own keys are known. klen is in bytes.
 uint32_t initiate(SessionContext &session, uint32_t klen, const BothZ &Z, const mint &d, const mint &r,
                   const ECCrefPublicKey &RA, const AgreementRecords &records);
 
-// What a responder's calls do once Z values and the private key are there. Without r the temporary key is
-// made here, once the peer's has passed, and RB written; with it only RB's bits are.
+// The rest of a responder's call, once Z values and the private key are known. If records.r is null, the
+// temporary key is drawn after the checks of the peer's points, and RB is written; otherwise only RB.bits is.
 uint32_t respond(SessionContext &session, uint32_t klen, const BothZ &Z, const mint &d, ECCrefPublicKey &RB,
                  const AgreementRecords &records);
 

@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Devices: a small record in memory, with no hardware behind it (GM/T 0018).
+// Devices: a small record in memory, without any hardware (GM/T 0018).
 #include <zokecc/sdf.h>
 
 #include <cstdlib>
@@ -35,7 +35,7 @@ uint32_t SDF_OpenDevice(void **device_out)
     return ZOK_OK;
 }
 
-// A device with open sessions stays in memory, marked as closed, until the last of them goes.
+// A device with open sessions stays in memory, marked as closed, until the last of them is closed.
 uint32_t SDF_CloseDevice(void *device)
 {
     if (device == nullptr) return ZOK_ERR_CLOSE_DEVICE;

@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Diffie-Hellman over a session's curve.
+// ECDH on a session's curve.
 #include <zokecc/sdf.h>
 
 #include "base/burn.h"
@@ -10,7 +10,7 @@
 
 using namespace zokecc;
 
-// The default build tests neither the peer's point nor the product.
+// The default build checks neither the peer's point nor the product.
 uint32_t ZOK_ExternalEcdhKeyAgreement(void *session, const ECCrefPrivateKey *priv, const ECCrefPublicKey *pub,
                                       uint8_t *out)
 {

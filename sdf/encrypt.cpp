@@ -1,6 +1,6 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Encryption of one coordinate's length into an ECCCipher (GM/T 0018), by SM2 or by masking with
-// a product.
+// Encryption of a message as long as a coordinate into an ECCCipher (GM/T 0018), by SM2 or by
+// multiplicative masking.
 #include <zokecc/hash.h>
 #include <zokecc/sdf.h>
 
@@ -52,12 +52,12 @@ uint32_t decrypt_sm2(const SessionContext &session, const mint &d, const ECCCiph
     return are_equal(*check, cipher.M, kDigestBytes) ? ZOK_OK : ZOK_ERR_INTERNAL;
 }
 
-// C1 = k G and P2 = k Q with an x other than zero.
+// C1 = k G and P2 = k Q with a nonzero x.
 uint32_t draw_mask(const SessionContext &session, const ecc_point &Q, ecc_point &C1, ecc_point &P2)
 {
     if (is_zero(session.n) || is_zero(session.p)) return ZOK_ERR_ARGUMENT;
     const CurveView curve = view_of(session);
-    if (has_only_zero_multiples(curve, Q)) return ZOK_ERR_INTERNAL;  // as after drawing in vain
+    if (has_only_zero_multiples(curve, Q)) return ZOK_ERR_INTERNAL;  // as if every draw had failed
     Wiping<mint> k;
     for (uint32_t draw = 0; draw < kMaxFruitlessDraws; ++draw) {
         if (!draw_private(curve, *k)) return ZOK_ERR_INTERNAL;
@@ -69,7 +69,7 @@ uint32_t draw_mask(const SessionContext &session, const ecc_point &Q, ecc_point 
     return ZOK_ERR_INTERNAL;
 }
 
-// C = M x2 mod p; a message of p and above is reduced.
+// C = M x2 mod p; a message that is not below p is reduced.
 uint32_t encrypt_by_product(const SessionContext &session, const ecc_point &Q, const uint8_t *message,
                             ECCCipher &cipher)
 {
@@ -87,8 +87,8 @@ uint32_t encrypt_by_product(const SessionContext &session, const ecc_point &Q, c
     return ZOK_OK;
 }
 
-// KEPT: nothing tells a wrong key or ciphertext from a right one here, and leading zero bytes of
-// the message are lost. Held by SdfExternalDecryptEcc.KeptProductSchemeHasNoIntegrityCheck.
+// KEPT: a wrong key or ciphertext goes undetected here, and leading zero bytes of the message are
+// lost. Held by SdfExternalDecryptEcc.KeptProductSchemeHasNoIntegrityCheck.
 uint32_t decrypt_by_product(const SessionContext &session, const mint &d, const ECCCipher &cipher,
                             uint8_t *plain_out, uint32_t *plain_len_out)
 {
@@ -127,7 +127,7 @@ uint32_t SDF_ExternalEncrytp_ECC(void *session, uint32_t algorithm, const ECCref
                                             : encrypt_by_product(s, Q, message, *cipher_out);
 }
 
-// KEPT: the plaintext stays written when the check value differs. Held by
+// KEPT: the plaintext remains in the output if the check value differs. Held by
 // SdfExternalDecryptEcc.KeptPlaintextStaysWrittenAfterAMismatch.
 uint32_t SDF_ExternalDecrypt_ECC(void *session, uint32_t algorithm, const ECCrefPrivateKey *priv,
                                  const ECCCipher *cipher, uint8_t *plain_out, uint32_t *plain_len_out)

@@ -15,11 +15,11 @@ using namespace zokecc;
 
 namespace {
 
-// Bytes for the key stream of m bytes, which may be written beyond m, and for x2 || M || y2.
+// Buffer sizes for an m-byte message: the key stream, which may be written past m, and x2 || M || y2.
 size_t key_stream_size(uint32_t m, uint32_t L) { return static_cast<size_t>(kdf_written_bytes(m, L) + 1); }
 size_t check_input_size(uint32_t m, uint32_t L) { return static_cast<size_t>(uint64_t{m} + 2 * L + 1); }
 
-// Sizes that a 32-bit length cannot hold count as failed allocations.
+// Sizes that do not fit a 32-bit length are treated as failed allocations.
 bool sizes_fit(uint32_t m, uint32_t L) { return kdf_written_bytes(m, L) < UINT32_MAX; }
 
 }  // namespace

@@ -11,8 +11,8 @@
 
 using namespace zokecc;
 
-// KEPT: the private key is drawn once and taken as it is; zero is possible, with a public key of
-// zero bytes. Held by SdfGenerateKeyPairEcc.KeptPrivateKeyOfZeroIsPossible.
+// KEPT: the private key is drawn once and not checked; zero is possible, with a public key of zero
+// bytes. Held by SdfGenerateKeyPairEcc.KeptPrivateKeyOfZeroIsPossible.
 uint32_t SDF_GenerateKeyPair_ECC(void *session, uint32_t algorithm, uint32_t key_bits,
                                  ECCrefPublicKey *pub_out, ECCrefPrivateKey *priv_out)
 {

@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Signing and verifying a whole message: hashed here, for SM2 behind the signer's Z.
+// Signing and verifying a whole message, which is hashed here; for SM2 after the signer's Z.
 #include <zokecc/hash.h>
 #include <zokecc/sdf.h>
 
@@ -17,7 +17,7 @@ using namespace zokecc;
 
 namespace {
 
-// e = H(Z || message), with Z of the key and the identity.
+// e = H(Z || message), with Z from the key and the identity.
 uint32_t hash_for_sm2(SessionContext &session, const ECCrefPublicKey &pub, const Octets &message,
                       const Octets &id, uint8_t *e)
 {
@@ -42,8 +42,8 @@ uint32_t hash_for_ecdsa(const SessionContext &session, const Octets &message, ui
     return hash_byte(&whole, e) != 0 ? ZOK_OK : ZOK_ERR_INTERNAL;
 }
 
-// The public key for Z, from a private key whose range is tested later. The hardened build computes with
-// none that is out of range, and leaves the record as it is.
+// The public key for Z, from a private key whose range is checked later. For a key out of range the hardened
+// build computes nothing and leaves the record unchanged.
 void derive_public_key(const SessionContext &session, const ECCrefPrivateKey &priv, ECCrefPublicKey &pub)
 {
     Wiping<mint> d;
@@ -53,7 +53,7 @@ void derive_public_key(const SessionContext &session, const ECCrefPrivateKey &pr
     write_public_key(session, Q, pub);
 }
 
-// e as its signer computes it. In a frame of its own: what is said of the key in it is not to stay.
+// e as the signer computes it. Not inlined, so that its key material does not stay in the caller's frame.
 ZOKECC_OWN_FRAME uint32_t hash_to_sign(SessionContext &session, bool is_sm2, const ECCrefPrivateKey &priv,
                                        const Octets &message, const Octets &id, uint8_t *e)
 {

@@ -1,8 +1,8 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Reading and writing the key and signature records of the session interface.
 //
-// A record is read at its own bits / 8 bytes and written at the session's L; bytes of a field
-// behind those are neither read nor written.
+// A record is read with its own length, bits / 8 bytes, and written with the session's L; the bytes of
+// a field after that are neither read nor written.
 #ifndef ZOKECC_SDF_RECORDS_H
 #define ZOKECC_SDF_RECORDS_H
 
@@ -15,7 +15,7 @@ namespace zokecc {
 
 constexpr uint32_t kFieldBytes = 64;
 
-// A byte string of the caller: a message, an identity, a Z value.
+// A byte string from the caller: a message, an identity, a Z value.
 struct Octets {
     const uint8_t *bytes;
     uint32_t len;
@@ -23,7 +23,7 @@ struct Octets {
     Bytes view() const { return {bytes, len}; }
 };
 
-// True if the record's own length lies within its fields.
+// True if the record's length does not exceed its fields.
 inline bool fits_field(uint32_t bits) { return bits / 8 <= kFieldBytes; }
 
 inline bool fits_field(const ECCrefPublicKey &key) { return fits_field(key.bits); }
@@ -33,7 +33,7 @@ inline bool fits_field(const ECCrefPrivateKey &key) { return fits_field(key.bits
 bool read_private_key(const SessionContext &session, const ECCrefPrivateKey &key, mint &d);
 void read_public_key(const ECCrefPublicKey &key, ecc_point &Q);  // as a finite point
 
-// value in L bytes at the start of a field.
+// Writes value in L bytes at the start of a field.
 void write_field(const SessionContext &session, const mint &value, uint8_t *field);
 
 void write_private_key(const SessionContext &session, const mint &d, ECCrefPrivateKey &key);

@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Sessions: opening and closing, with a device and without.
+// Opening and closing sessions, with and without a device.
 #include <zokecc/sdf.h>
 
 #include <cstdlib>
@@ -21,7 +21,7 @@ void free_session(SessionContext *session)
     std::free(session);
 }
 
-// One session less; a device closed before its sessions goes with the last of them.
+// One session less; a device that was closed before its sessions is freed with the last of them.
 void leave_device(DeviceContext *device)
 {
     if (device->session_count > 0) --device->session_count;
@@ -30,9 +30,9 @@ void leave_device(DeviceContext *device)
 
 }  // namespace
 
-// KEPT: in both opening calls the status of the configuration is lost. A record that is refused
-// leaves a session without a usable curve and the answer 0; callers find out at first use. Held
-// by ZokOpenSession.KeptStatusOfTheConfigurationIsLost.
+// KEPT: both opening calls ignore the status of the configuration. If the record is refused they still
+// return 0, with a session without a usable curve; callers find out at first use. Held by
+// ZokOpenSession.KeptStatusOfTheConfigurationIsLost.
 
 uint32_t SDF_OpenSession(void *device, void **session_out)
 {
@@ -71,8 +71,8 @@ uint32_t ZOK_OpenSession(void **session_out, const CurvePara *record)
     return ZOK_OK;
 }
 
-// Made for sessions without a device. An open device keeps counting a session closed this way; a
-// closed one, which nobody can see any more, is told.
+// Meant for sessions without a device. An open device still counts a session closed this way; only a
+// closed device, which callers can no longer use, has its count adjusted.
 uint32_t ZOK_CloseSession(void *session)
 {
     if (session == nullptr) return ZOK_ERR_CLOSE_SESSION;

@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Signing and verifying a value that the caller has hashed.
+// Signing and verifying a digest computed by the caller.
 #include <zokecc/hash.h>
 #include <zokecc/sdf.h>
 
@@ -14,7 +14,7 @@ using namespace zokecc;
 
 namespace {
 
-// e as an integer. One that fills the whole record is reduced, so that sums with it fit.
+// Reads e as an integer. One that fills the whole record is reduced, so that sums with it fit.
 void read_digest(const uint8_t *e, uint32_t e_len, const mint &n, mint &out)
 {
     octetstring_to_mint(e, e_len, &out);
@@ -23,8 +23,8 @@ void read_digest(const uint8_t *e, uint32_t e_len, const mint &n, mint &out)
 
 bool in_range(const mint &value, const mint &n) { return !is_zero(value) && mint_compare(&value, &n) < 0; }
 
-// KEPT: r = 0 does not start a new round by itself, but directly after a round that ended with r + k = n.
-// Held by SdfExternalSignEcc.KeptZeroRIsAccepted.
+// KEPT: r = 0 starts a new round only directly after a round that ended with r + k = n. Held by
+// SdfExternalSignEcc.KeptZeroRIsAccepted.
 bool sign_sm2(const CurveView &curve, const mint &d, const mint &e, mint &r, mint &s)
 {
     if (is_last_scalar(curve, d)) return false;
@@ -47,7 +47,7 @@ bool sign_ecdsa(const CurveView &curve, const mint &d, const mint &digest, mint 
     return ecdsa_sign(curve, d, e, r, s);
 }
 
-// The recomputed r. r and s are in range.
+// R = the recomputed r. r and s must be in range.
 uint32_t recompute_sm2(const CurveView &curve, const mint &e, const ecc_point &Q, const mint &r,
                        const mint &s, mint &R)
 {
@@ -97,7 +97,7 @@ uint32_t SDF_ExternalSign_ECC(void *session, uint32_t algorithm, const ECCrefPri
     return ZOK_OK;
 }
 
-// KEPT: the public key is not tested to lie on the curve. Held by
+// KEPT: the public key is not checked to be on the curve. Held by
 // SdfExternalVerifyEcc.KeptPublicKeyOffTheCurveIsNotRefused.
 uint32_t SDF_ExternalVerify_ECC(void *session, uint32_t algorithm, const ECCrefPublicKey *pub,
                                 const uint8_t *e, uint32_t e_len, const ECCSignature *sig)

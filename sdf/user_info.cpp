@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// The value Z that ties a signature to its signer's identity (GB/T 32918.2, section 5.5).
+// The value Z, which binds a signature to its signer's identity (GB/T 32918.2, section 5.5).
 #include <zokecc/hash.h>
 #include <zokecc/sdf.h>
 
@@ -29,8 +29,8 @@ private:
 
 }  // namespace
 
-// a, b and G are taken from the record that the session was given last, also when that
-// configuration failed; the key's bits are not looked at.
+// a, b and G come from the record last passed to the session, even if that configuration failed;
+// the key's bits are ignored.
 uint32_t ZOK_GenerateUserInfo(void *session, const ECCrefPublicKey *pub, const uint8_t *id, uint32_t id_len,
                               uint8_t *Z_out, uint32_t *Z_len_out)
 {
@@ -46,7 +46,7 @@ uint32_t ZOK_GenerateUserInfo(void *session, const ECCrefPublicKey *pub, const u
     WorkBuffer buffer(static_cast<uint32_t>(size));
     if (!buffer) return ZOK_ERR_INTERNAL;
 
-    const uint32_t id_bits = id_len * 8;  // of which 16 bits count
+    const uint32_t id_bits = id_len * 8;  // only the low 16 bits count
     Writer writer(buffer.data());
     writer.put(id_bits >> 8);
     writer.put(id_bits);
