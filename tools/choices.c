@@ -24,11 +24,11 @@ const named_curve *chosen_curve(const options *o, int *status)
     const named_curve *curve = o->curve == NULL ? NULL : curve_by_name(o->curve);
     *status = DONE;
     if (o->curve != NULL && curve == NULL)
-        *status = misuse("there is no curve %s: `zokecc help curves` lists them", o->curve);
+        *status = misuse("unknown curve %s: see `zokecc help curves`", o->curve);
     return curve;
 }
 
-/* A private key that others can read is no longer one. */
+/* Warns if others can read a private key. */
 static void look_at_mode(const options *o, const char *path, const ec_key *key)
 {
     struct stat info;
@@ -61,7 +61,7 @@ static int load_key(const options *o, const char *path, ec_key *key)
 int load_private_key(const options *o, ec_key *key, ECCrefPrivateKey *priv)
 {
     ECCrefPublicKey pub;
-    if (o->key == NULL) return misuse("say -k FILE: the private key");
+    if (o->key == NULL) return misuse("missing -k FILE, the private key");
     const int status = load_key(o, o->key, key);
     if (status != DONE) return status;
     const char *fault = private_to_record(key, priv);
@@ -90,8 +90,8 @@ int chosen_hash(const options *o, uint32_t fallback, uint32_t *selector)
 {
     static const char *const names[] = {"sm3", "sha256", NULL};
     const int index = o->hash == NULL ? (int)fallback : index_of(o->hash, names);
-    if (index < 0) return misuse("there is no hash %s: sm3 and sha256 are served", o->hash);
-    *selector = (uint32_t)index; /* as HASH_ALG_SM3 and HASH_ALG_SHA256 are numbered */
+    if (index < 0) return misuse("unknown hash %s: use sm3 or sha256", o->hash);
+    *selector = (uint32_t)index; /* the values of HASH_ALG_SM3 and HASH_ALG_SHA256 */
     return DONE;
 }
 
@@ -117,11 +117,11 @@ static int id_from_hex(const char *text, uint8_t id[MAX_ID], uint32_t *size)
 int chosen_id(const options *o, uint8_t id[MAX_ID], uint32_t *size)
 {
     const char *text = o->id != NULL ? o->id : "1234567812345678";
-    if (o->id != NULL && o->id_hex != NULL) return misuse("say -i or -I, not both");
+    if (o->id != NULL && o->id_hex != NULL) return misuse("-i and -I exclude each other");
     if (o->id_hex != NULL) return id_from_hex(o->id_hex, id, size);
     const size_t length = strlen(text);
     if (length > MAX_ID) return misuse("the identity has more than %d bytes", (int)MAX_ID);
-    memcpy(id, text, length); /* NOLINT: bytes with a length, and no string */
+    memcpy(id, text, length); /* NOLINT: bytes with a length, not a string */
     *size = (uint32_t)length;
     return DONE;
 }
@@ -142,6 +142,6 @@ int hash_content(uint32_t selector, const uint8_t *bytes, size_t size, uint8_t d
 {
     const hash_msg message = {selector, bytes, (uint32_t)((uint64_t)size >> 32), (uint32_t)size};
     if (selector == HASH_ALG_SHA256 && message.len_high != 0)
-        return misuse("SHA-256 serves less than 4 gigabytes here: hash with another tool and say -d");
-    return hash_byte(&message, digest) == DIGEST_SIZE ? DONE : misuse("the hash failed");
+        return misuse("SHA-256 is limited to less than 4 gigabytes: hash with another tool and use -d");
+    return hash_byte(&message, digest) == DIGEST_SIZE ? DONE : misuse("hashing failed");
 }

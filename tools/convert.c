@@ -1,6 +1,6 @@
 /* Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0 */
-/* convert: keys, signatures and ciphertexts from one form into another. Nothing is verified but what the form
- * says, and that a point lies on its curve. */
+/* convert: keys, signatures and ciphertexts from one form into another. Only the form is checked,
+ * and that a point lies on its curve. */
 #include <stdlib.h>
 #include <string.h>
 
@@ -18,19 +18,19 @@ static const char *read_bare_key(ec_key *key, int form, const content *in)
     const size_t L = key->curve->size;
     const uint8_t *bytes = in->bytes;
     if (form == D) {
-        if (in->size != L) return "the number has not the length of the curve's order";
+        if (in->size != L) return "the number does not have the length of the curve's order";
         memcpy(key->d, bytes, L);
         key->has_private = 1;
         return NULL;
     }
     if (form == XY) {
-        if (in->size != 2 * L) return "x and y have not the length of the curve's coordinates";
+        if (in->size != 2 * L) return "x and y do not have the length of the curve's coordinates";
         key->point[0] = 4;
         memcpy(key->point + 1, bytes, 2 * L);
         key->point_size = 1 + 2 * L;
         return NULL;
     }
-    if (in->size == 0 || in->size > MAX_POINT) return "the point has a wrong length for its curve";
+    if (in->size == 0 || in->size > MAX_POINT) return "the point has the wrong length for its curve";
     memcpy(key->point, bytes, in->size);
     key->point_size = in->size;
     return NULL;
@@ -43,7 +43,7 @@ static int write_converted_key(const options *o, ec_key *key, const ECCrefPublic
     const key_form file_form = form == SEC1 ? KEY_SEC1 : form == PKCS8 ? KEY_PKCS8 : KEY_SPKI;
     const int private = form == SEC1 || form == PKCS8 || form == D;
     size_t size = 0;
-    if (private && !key->has_private) return misuse("a public key cannot become a private one");
+    if (private && !key->has_private) return misuse("a public key cannot be converted to a private one");
     key->point_size = record_to_point(key->curve, pub, compressed, key->point);
     if (form == D) {
         size = key->curve->size;
@@ -59,7 +59,7 @@ static int write_converted_key(const options *o, ec_key *key, const ECCrefPublic
     }
     int status = MISUSE;
     if (private && o->out == NULL)
-        status = misuse("say -o FILE for a private key, or -o - for standard output");
+        status = misuse("a private key needs -o FILE, or -o - for standard output");
     else if (form >= POINT && !private)
         status = write_result(o, (const uint8_t *)text, size);
     else
@@ -74,11 +74,11 @@ static int convert_key(const options *o, const named_curve *curve, const content
     ECCrefPublicKey pub;
     const int from = o->from == NULL ? SPKI : index_of(o->from, key_forms);
     const int to = index_of(o->format, key_forms);
-    if (from < 0 || to < 0) return misuse("there is no form %s for a key", from < 0 ? o->from : o->format);
-    if (from >= POINT && curve == NULL) return misuse("the form %s does not name a curve: say -c", o->from);
+    if (from < 0 || to < 0) return misuse("unknown key form %s", from < 0 ? o->from : o->format);
+    if (from >= POINT && curve == NULL) return misuse("the form %s does not name its curve: use -c", o->from);
     memset(&key, 0, sizeof key);
     key.curve = curve;
-    /* PEM and DER say themselves what they are. */
+    /* PEM and DER identify themselves. */
     const char *fault =
         from >= POINT ? read_bare_key(&key, from, in) : ec_key_from_file(&key, in->bytes, in->size);
     if (fault == NULL) fault = public_to_record(&key, &pub);
@@ -94,7 +94,7 @@ static int convert_signature(const options *o, const named_curve *curve, const c
     ECCSignature sig;
     const int from = o->from == NULL ? -1 : index_of(o->from, signature_forms);
     const int to = index_of(o->format, signature_forms);
-    if (from < 0 || to < 0) return misuse("say -F and -f, each der or raw, for a signature");
+    if (from < 0 || to < 0) return misuse("a signature needs -F and -f, each der or raw");
     const char *fault = read_signature(curve, (signature_form)from, in->bytes, in->size, &sig);
     if (fault != NULL) return invalid("%s", fault);
     return write_result(o, out, write_signature(curve, (signature_form)to, &sig, out));
@@ -106,7 +106,7 @@ static int convert_cipher(const options *o, const named_curve *curve, const cont
     const int from = o->from == NULL ? -1 : index_of(o->from, cipher_forms);
     const int to = index_of(o->format, cipher_forms);
     if (from < 0 || to < 0)
-        return misuse("say -F and -f, each der, c1c3c2, c1c2c3, c1c3c2-no04 or c1c2c3-no04");
+        return misuse("use -F and -f, each with der, c1c3c2, c1c2c3, c1c3c2-no04 or c1c2c3-no04");
     const char *fault = read_cipher(curve, (cipher_form)from, in->bytes, in->size, &parts);
     if (fault == NULL) fault = coordinates_fault(curve, parts.x, parts.y);
     if (fault != NULL) return invalid("%s", fault);
@@ -126,8 +126,8 @@ int run_convert(const options *o)
     int status = DONE;
     const named_curve *curve = chosen_curve(o, &status);
     if (status != DONE) return status;
-    if (type < 0) return misuse("there is no type %s: say key, signature or cipher", o->type);
-    if (o->format == NULL) return misuse("say -f FORM: what is wanted");
+    if (type < 0) return misuse("unknown type %s: use key, signature or cipher", o->type);
+    if (o->format == NULL) return misuse("missing -f FORM, the form to write");
     if (type > 0 && curve == NULL) curve = curve_by_name("sm2p256v1");
     status = read_content(o, argument(o, 0), type == 0 ? (uint64_t)MAX_KEY_FILE : 0x7fffffff, &in);
     if (status != DONE) return status;

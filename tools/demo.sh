@@ -1,13 +1,13 @@
 #!/bin/sh
 # Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-# Shows the tool and openssl side by side: each signs what the other verifies, and each decrypts what the
+# Runs the tool and openssl together: each verifies what the other has signed, and decrypts what the
 # other has encrypted.
 #
 #     demo.sh FILE ZOKECC...
 #
-# ZOKECC is the command of the tool. The exit status is 0 if all of it went well, refusals included.
+# ZOKECC is the command that runs the tool. The exit status is 0 if everything went as expected, refusals
 set -eu
-# Digits and file names are the same everywhere; so is what openssl says.
+# included.
 LC_ALL=C
 export LC_ALL
 
@@ -30,7 +30,7 @@ show() {
     printf '\n'
     (cd "$work" && "$@")
 }
-# zokecc ARGUMENTS...: the same for the tool, wherever it lies, its own name included.
+# zokecc ARGUMENTS...: the same for the tool, printed as plain zokecc wherever it is installed.
 tool=$*
 zokecc() {
     printf '$ zokecc'
@@ -39,12 +39,12 @@ zokecc() {
     # shellcheck disable=SC2086 # the tool with its emulator
     (cd "$work" && command $tool "$@")
 }
-# refused COMMAND...: it says that something is not valid, and not that it could not be tried.
+# refused COMMAND...: the command must report something invalid, rather than that it could not run.
 refused() {
     status=0
     "$@" || status=$?
     if [ "$status" -ne 1 ]; then
-        echo "this should have been refused, and gave $status" >&2
+        echo "this should have been refused, but the status is $status" >&2
         exit 1
     fi
 }
@@ -54,10 +54,10 @@ echo "==> a key pair, and a signature of $file by $identity"
 zokecc keygen -c sm2 -o alice.pem -P alice.pub
 zokecc sign -k alice.pem -i "$identity" -o letter.sig letter
 zokecc verify -k alice.pub -i "$identity" -s letter.sig letter
-echo '==> what openssl says of it'
+echo '==> openssl verifies it'
 show openssl pkeyutl -verify -pubin -inkey alice.pub -rawin -digest sm3 -pkeyopt "distid:$identity" \
     -in letter -sigfile letter.sig
-echo '==> another identity, and another letter'
+echo '==> refused: a different identity, and a different letter'
 refused zokecc verify -k alice.pub -i bob@example.org -s letter.sig letter
 (cat "$file" && echo) > "$work/changed"
 refused zokecc verify -k alice.pub -i "$identity" -s letter.sig changed

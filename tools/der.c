@@ -15,7 +15,7 @@ static int read_length(der_reader *in, size_t *length)
         return 1;
     }
     const size_t bytes = first & 0x7fu;
-    /* 0 would be an indefinite length; four bytes are more than any file that is read here has. */
+    /* 0 would be an indefinite length; no file read here needs more than four bytes. */
     if (bytes == 0 || bytes > 4 || bytes > in->left || in->at[0] == 0) return 0;
     uint32_t value = 0;
     for (size_t i = 0; i < bytes; ++i) value = value << 8 | in->at[i];
@@ -47,7 +47,7 @@ int der_read_uint(der_reader *in, uint8_t *out, size_t size)
     if (!der_read(&rest, DER_INTEGER, &number) || number.left == 0) return 0;
     if (number.at[0] >= 0x80) return 0; /* negative */
     if (number.left > 1 && number.at[0] == 0) {
-        if (number.at[1] < 0x80) return 0; /* the zero byte says nothing */
+        if (number.at[1] < 0x80) return 0; /* the zero byte is redundant */
         ++number.at;
         --number.left;
     }

@@ -1,6 +1,6 @@
 /* Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0 */
 /*
- * Reading and writing DER, as far as keys, signatures and ciphertexts need it.
+ * Reading and writing DER, as much as keys, signatures and ciphertexts need.
  *
  * Strict: definite lengths in their shortest form, one-byte tags, non-negative integers in their shortest
  * form, bit strings of whole bytes. Nothing is allocated and nothing is read or written out of bounds. The
@@ -28,7 +28,7 @@ enum {
     DER_CONTEXT_1 = 0xa1
 };
 
-/* The bytes that have not been read yet. */
+/* The bytes not yet read. */
 typedef struct der_reader {
     const uint8_t *at;
     size_t left;
@@ -37,11 +37,11 @@ typedef struct der_reader {
 /* True if an element with this tag comes next. */
 int der_is_next(const der_reader *in, uint8_t tag);
 
-/* Reads one element and gives its content, which lies inside the same bytes. */
+/* Reads one element; *content refers to its content, inside the same bytes. */
 int der_read(der_reader *in, uint8_t tag, der_reader *content);
 
 /* Reads a non-negative INTEGER as `size` big-endian bytes, padded with zero bytes on the left. Refuses a
- * longer one, after which nothing has been written. */
+ * longer one and then writes nothing. */
 int der_read_uint(der_reader *in, uint8_t *out, size_t size);
 
 /* Reads a BIT STRING whose bits fill whole bytes. */

@@ -13,7 +13,7 @@
 
 enum { RANDOM_BLOCK = 4096, MAX_MAC_KEY = 1 << 20, MAX_MAC_INPUT = 0x7fffffff - 256 };
 
-/* Without -k the digest of a file; with -k the number e that an SM2 signature is made of. */
+/* Without -k the digest of a file; with -k the number e that SM2 signs. */
 static int digest_of(const options *o, const ec_key *key, const ECCrefPublicKey *pub, const char *path,
                      uint8_t digest[DIGEST_SIZE])
 {
@@ -30,7 +30,7 @@ static int digest_of(const options *o, const ec_key *key, const ECCrefPublicKey 
     return status;
 }
 
-/* The line that sha256sum writes. */
+/* Prints a line as sha256sum does. */
 static int print_digest(const uint8_t digest[DIGEST_SIZE], const char *path)
 {
     for (int i = 0; i < DIGEST_SIZE; ++i) printf("%02x", digest[i]);
@@ -45,7 +45,7 @@ int run_digest(const options *o)
     uint8_t digest[DIGEST_SIZE];
     int status = DONE;
     if (o->key == NULL && (o->id != NULL || o->id_hex != NULL))
-        return misuse("an identity needs the signer's public key: say -k FILE");
+        return misuse("an identity needs the signer's public key: use -k FILE");
     if (o->key != NULL) status = load_public_key(o, o->key, &key, &pub);
     for (int i = 0; status == DONE && (i < o->count || i == 0); ++i) {
         status = digest_of(o, o->key != NULL ? &key : NULL, &pub, argument(o, i), digest);
@@ -56,12 +56,12 @@ int run_digest(const options *o)
 
 static int hmac(uint32_t hash, const content *key, const content *input, uint8_t code[DIGEST_SIZE])
 {
-    static int any_handle; /* the call only looks whether there is one */
+    static int any_handle; /* the call only tests for null */
     if (hash == HASH_ALG_SHA256)
         return mhmac_sha256(input->bytes, (int32_t)input->size, key->bytes, (int32_t)key->size, code,
                             DIGEST_SIZE) == 0
                    ? DONE
-                   : misuse("the code could not be computed");
+                   : misuse("computing the HMAC failed");
     const uint32_t result = ZOK_HMAC_SM3(&any_handle, input->bytes, (uint32_t)input->size, key->bytes,
                                          (uint32_t)key->size, code, DIGEST_SIZE);
     return result == ZOK_OK ? DONE : misuse("%s", zokecc_status_text(result));
@@ -72,8 +72,7 @@ int run_mac(const options *o)
     content key, input;
     uint32_t hash = 0;
     uint8_t code[DIGEST_SIZE];
-    if (o->key == NULL)
-        return misuse("say -k FILE: all bytes of it are the key, a line feed at its end, too");
+    if (o->key == NULL) return misuse("missing -k FILE; all its bytes are the key, even a final newline");
     int status = chosen_hash(o, HASH_ALG_SM3, &hash);
     if (status == DONE) status = read_content(o, o->key, MAX_MAC_KEY, &key);
     if (status != DONE) return status;
@@ -95,10 +94,10 @@ int run_rand(const options *o)
     static int any_handle;
     char *end = NULL;
     const char *text = argument(o, 0);
-    if (text == NULL) return misuse("say how many bytes");
+    if (text == NULL) return misuse("missing the number of bytes");
     const unsigned long count = strtoul(text, &end, 10);
     if (text[0] < '0' || text[0] > '9' || *end != '\0' || count == 0 || count > 1ul << 26)
-        return misuse("%s is no number from 1 to %lu", text, 1ul << 26);
+        return misuse("%s is not a number from 1 to %lu", text, 1ul << 26);
     content bytes = {NULL, count, malloc(count), count};
     if (bytes.block == NULL) return misuse("no memory for %s bytes", text);
     bytes.bytes = bytes.block;

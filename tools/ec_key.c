@@ -10,7 +10,7 @@
 static const uint8_t id_ec_public_key[] = {0x2a, 0x86, 0x48, 0xce, 0x3d, 2, 1};
 static const uint8_t version_0 = 0, version_1 = 1;
 
-static const char damaged[] = "the key is damaged: its DER is not as it should be";
+static const char damaged[] = "the key is damaged: its DER is malformed";
 
 void clear_secret(void *memory, size_t size)
 {
@@ -18,7 +18,7 @@ void clear_secret(void *memory, size_t size)
     __asm__ __volatile__("" : : "r"(memory) : "memory");
 }
 
-/* The curve of a key that is being read, which must be the one it is expected on. */
+/* Sets the curve of a key that is being read; it must be the expected one, if any. */
 static const char *set_curve(ec_key *key, const named_curve *curve)
 {
     if (key->curve != NULL && key->curve != curve) return "the key belongs to another curve";
@@ -28,7 +28,7 @@ static const char *set_curve(ec_key *key, const named_curve *curve)
 
 static const char *set_point(ec_key *key, const der_reader *bits)
 {
-    if (bits->left == 0 || bits->left > MAX_POINT) return "the public key in it has a wrong length";
+    if (bits->left == 0 || bits->left > MAX_POINT) return "its public key has the wrong length";
     memcpy(key->point, bits->at, bits->left);
     key->point_size = bits->left;
     return NULL;
@@ -40,14 +40,14 @@ static const char *read_algorithm(ec_key *key, der_reader *in)
     der_reader algorithm, oid;
     if (!der_read(in, DER_SEQUENCE, &algorithm) || !der_read(&algorithm, DER_OID, &oid)) return damaged;
     if (!der_equals(&oid, id_ec_public_key, sizeof id_ec_public_key))
-        return "the key is not an unencrypted elliptic-curve key (`openssl pkey` tells what it is)";
+        return "the key is not an unencrypted elliptic-curve key (`openssl pkey` shows what it is)";
     const named_curve *curve = NULL;
     const char *fault = read_parameters(&algorithm, &curve);
     if (fault != NULL) return fault;
     return algorithm.left != 0 ? damaged : set_curve(key, curve);
 }
 
-/* What follows the version in an ECPrivateKey. */
+/* Reads an ECPrivateKey after its version. */
 static const char *read_sec1(ec_key *key, der_reader *in)
 {
     der_reader d, tagged, point;
@@ -59,25 +59,25 @@ static const char *read_sec1(ec_key *key, der_reader *in)
         if (fault == NULL) fault = tagged.left != 0 ? damaged : set_curve(key, curve);
         if (fault != NULL) return fault;
     }
-    if (key->curve == NULL) return "the key does not name its curve: say -c CURVE";
+    if (key->curve == NULL) return "the key does not name its curve: use -c CURVE";
     if (der_read(in, DER_CONTEXT_1, &tagged)) {
         if (!der_read_bits(&tagged, &point) || tagged.left != 0) return damaged;
         fault = set_point(key, &point);
     }
     if (fault != NULL || in->left != 0) return fault != NULL ? fault : damaged;
-    /* RFC 5915 fills the number up to the curve's length; some writers do not, or add zero bytes. */
+    /* RFC 5915 pads the number to the curve's length; some writers do not, or add zero bytes. */
     const size_t size = key->curve->size;
     while (d.left > size && d.at[0] == 0) {
         ++d.at;
         --d.left;
     }
-    if (d.left == 0 || d.left > size) return "the private key has a wrong length for its curve";
+    if (d.left == 0 || d.left > size) return "the private key has the wrong length for its curve";
     memcpy(key->d + (size - d.left), d.at, d.left);
     key->has_private = 1;
     return NULL;
 }
 
-/* What follows the version in a PrivateKeyInfo. */
+/* Reads a PrivateKeyInfo after its version. */
 static const char *read_pkcs8(ec_key *key, der_reader *in)
 {
     der_reader wrapped, sequence, skipped;
@@ -116,13 +116,13 @@ const char *ec_key_from_der(ec_key *key, const uint8_t *der, size_t size)
         else if (der_read_uint(&sequence, &version, 1))
             fault = version == 1 && der_is_next(&sequence, DER_OCTET_STRING) ? read_sec1(key, &sequence)
                     : version == 0                                           ? read_pkcs8(key, &sequence)
-                                   : "the key has a version that is not known";
+                                   : "the key has an unknown version";
     }
     if (fault != NULL) clear_secret(key, sizeof *key);
     return fault;
 }
 
-/* Null for a label of a key that can be read. */
+/* Null for the label of a readable key. */
 static const char *label_fault(const char *label)
 {
     static const char *const served[] = {"PUBLIC KEY", "PRIVATE KEY", "EC PRIVATE KEY", "SM2 PRIVATE KEY"};
@@ -131,11 +131,11 @@ static const char *label_fault(const char *label)
     if (strcmp(label, "ENCRYPTED PRIVATE KEY") == 0)
         return "the key is encrypted: decrypt it with `openssl pkey -in FILE -out FILE`";
     if (strstr(label, "CERTIFICATE") != NULL)
-        return "this is a certificate: take its key with `openssl x509 -pubkey -noout -in FILE`";
-    return "the file holds no elliptic-curve key";
+        return "this is a certificate: extract its key with `openssl x509 -pubkey -noout -in FILE`";
+    return "the file contains no elliptic-curve key";
 }
 
-/* The key's own block; those of curve parameters before it say nothing more. */
+/* Reads the key's own block; curve parameter blocks before it are skipped. */
 static const char *from_pem(ec_key *key, const uint8_t *bytes, size_t size, uint8_t der[MAX_KEY_DER])
 {
     pem_reader in = {(const char *)bytes, size};
@@ -151,7 +151,7 @@ static const char *from_pem(ec_key *key, const uint8_t *bytes, size_t size, uint
         if (fault == NULL) fault = ec_key_from_der(key, der, der_size);
         if (fault != NULL) return fault;
         if ((strcmp(label, "PUBLIC KEY") == 0) == key->has_private)
-            return "the BEGIN line calls the key something that it is not";
+            return "the BEGIN line does not match the kind of key";
         return NULL;
     }
 }
@@ -174,7 +174,7 @@ static void put_algorithm(der_writer *w, const named_curve *curve)
     der_wrap(w, DER_SEQUENCE, before);
 }
 
-/* PKCS #8 has named the curve already. */
+/* Inside PKCS #8 the curve has already been named. */
 static void put_sec1(der_writer *w, const ec_key *key, int with_curve)
 {
     const size_t before = der_length(w);
@@ -211,7 +211,7 @@ size_t ec_key_to_der(const ec_key *key, key_form form, uint8_t *out, size_t capa
         der_wrap(&w, DER_SEQUENCE, 0);
     }
     const size_t size = der_finish(&w);
-    /* Copies of the private key lie behind the result: the writer began at the other end. */
+    /* Copies of the private key remain after the result: the writer works backwards. */
     clear_secret(out + size, capacity - size);
     return size;
 }

@@ -5,10 +5,10 @@
 
 static const uint8_t prime_field[] = {0x2a, 0x86, 0x48, 0xce, 0x3d, 1, 1};
 
-static const char unknown[] = "the key's curve is none of those that `zokecc help curves` lists";
+static const char unknown[] = "the key's curve is not one of those in `zokecc help curves`";
 static const char damaged[] = "the key's curve parameters are damaged";
 
-/* Big-endian bytes that may lack leading zero bytes, as some writers leave them out. */
+/* Compares big-endian bytes; leading zero bytes may be missing, as some writers omit them. */
 static int is_number(const der_reader *value, const uint8_t *number, size_t size)
 {
     size_t zeros = 0;
@@ -49,7 +49,7 @@ static int read_explicit(der_reader *in, explicit_curve *out)
     if (curve.left != 0 || !der_read(in, DER_OCTET_STRING, &out->base)) return 0;
     if (!der_read_uint(in, out->n, sizeof out->n)) return 0;
     if (in->left != 0 && (!der_read_uint(in, &cofactor, 1) || in->left != 0)) return 0;
-    return cofactor == 1; /* as every curve here has it */
+    return cofactor == 1; /* as for every curve here */
 }
 
 static int is_curve(const explicit_curve *e, const named_curve *curve)

@@ -1,5 +1,5 @@
 /* Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0 */
-/* Curve parameters inside keys: a named curve, or numbers that are exactly those of one. */
+/* Curve parameters inside keys: a named curve, or exactly the numbers of one. */
 #ifndef ZOKECC_TOOLS_EC_PARAMETERS_H
 #define ZOKECC_TOOLS_EC_PARAMETERS_H
 
@@ -11,8 +11,8 @@ extern "C" {
 #endif
 
 /* Reads ECParameters (RFC 5480, SEC 1 annex C). Explicit numbers are accepted only if p, a, b, the base point
- * and the order are all those of one known curve: a key must not bring a curve of its own. Returns null, or
- * what is wrong in words. */
+ * and the order are all those of one known curve: a key must not bring its own curve. Returns null, or
+ * a message. */
 const char *read_parameters(der_reader *in, const named_curve **curve);
 
 #ifdef __cplusplus

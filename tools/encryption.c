@@ -10,19 +10,19 @@
 #include "formats.h"
 #include "key_math.h"
 
-/* What the library counts in 31 bits has room for the rest of a ciphertext. */
+/* The library's lengths have 31 bits; this leaves room for the rest of a ciphertext. */
 enum { MAX_PLAIN = 0x7fffffff - 1024 };
 
 static int chosen_form(const options *o, cipher_form *form)
 {
     const int index = o->format == NULL ? CIPHER_DER : index_of(o->format, cipher_forms);
     if (index < 0)
-        return misuse("there is no form %s: say der, c1c3c2, c1c2c3, c1c3c2-no04 or c1c2c3-no04", o->format);
+        return misuse("unknown form %s: use der, c1c3c2, c1c2c3, c1c3c2-no04 or c1c2c3-no04", o->format);
     *form = (cipher_form)index;
     return DONE;
 }
 
-/* The library writes and reads 04, C1, C2, C3. */
+/* The library's own form is 04, C1, C2, C3. */
 static int encrypt_native(const options *o, const ec_key *key, const ECCrefPublicKey *pub,
                           const content *plain, uint8_t *native, uint32_t *native_size)
 {
@@ -59,14 +59,14 @@ int run_encrypt(const options *o)
     content plain;
     cipher_form form = CIPHER_DER;
     uint32_t native_size = 0;
-    if (o->key == NULL) return misuse("say -k FILE: the recipient's public key");
+    if (o->key == NULL) return misuse("missing -k FILE, the recipient's public key");
     int status = chosen_form(o, &form);
     if (status == DONE) status = load_public_key(o, o->key, &key, &pub);
     if (status == DONE) status = read_content(o, argument(o, 0), MAX_PLAIN, &plain);
     if (status != DONE) return status;
     uint8_t *native = plain.size > 0 ? malloc(plain.size + CIPHER_OVERHEAD) : NULL;
     if (plain.size == 0)
-        status = misuse("there is nothing to encrypt: SM2 takes one byte at least");
+        status = misuse("nothing to encrypt: SM2 needs at least one byte");
     else if (native == NULL)
         status = misuse("no memory for the ciphertext");
     else
@@ -92,10 +92,10 @@ static int decrypt_native(const options *o, const named_curve *curve, const ECCr
     ZOK_CloseSession(session);
     plain->size = plain_size;
     if (result == ZOK_OK) return DONE;
-    return invalid("the ciphertext does not belong to this key, or is damaged, or has another form (-f)");
+    return invalid("the ciphertext is not for this key, is damaged, or has another form (-f)");
 }
 
-/* Nothing of a message whose check value differs is written. */
+/* Writes nothing if the check value differs. */
 static int decrypt_parts(const options *o, const named_curve *curve, const ECCrefPrivateKey *priv,
                          const cipher_parts *parts)
 {
@@ -131,7 +131,7 @@ int run_decrypt(const options *o)
     status = read_content(o, argument(o, 0), MAX_PLAIN, &file);
     if (status == DONE) {
         const char *fault = read_cipher(key.curve, form, file.bytes, file.size, &parts);
-        /* The library does not test C1, and a point of another curve would tell about the key. */
+        /* The library does not check C1, and a point off the curve would reveal something about the key. */
         if (fault == NULL && coordinates_fault(key.curve, parts.x, parts.y) != NULL)
             fault = "C1 of the ciphertext is not on the key's curve: another form (-f), or damaged";
         status = fault != NULL ? invalid("%s", fault) : decrypt_parts(o, key.curve, &priv, &parts);

@@ -13,7 +13,7 @@ static char expected_text[ROOM];
 static char found_text[ROOM];
 static const char *failed_condition = "";
 
-/* As many bytes as there is room for, in hexadecimal digits. */
+/* Writes as many bytes as fit, in hexadecimal digits. */
 static void write_hex(char *text, const uint8_t *bytes, size_t size)
 {
     static const char digits[] = "0123456789abcdef";

@@ -41,7 +41,7 @@ void drop_content(content *c)
     memset(c, 0, sizeof *c);
 }
 
-/* Makes room for more; what was there is cleared, since it may be secret. */
+/* Makes room for more; the old copy is wiped, because it may be secret. */
 static int grow(content *c, size_t block_size)
 {
     uint8_t *block = block_size > c->block_size ? malloc(block_size) : NULL;
@@ -57,7 +57,7 @@ static int grow(content *c, size_t block_size)
     return 1;
 }
 
-/* How much to allocate at first: a regular file tells its size. */
+/* How much to allocate first: for a regular file its size. */
 static size_t first_block(int fd, uint64_t limit)
 {
     struct stat info;
@@ -100,7 +100,7 @@ int read_content(const options *o, const char *path, uint64_t limit, content *ou
     if (error == 0) return DONE;
     drop_content(out);
     if (error == EFBIG)
-        return misuse("%s is too long: at most %llu bytes are served here", name_of_input(path),
+        return misuse("%s is too long: the limit is %llu bytes", name_of_input(path),
                       (unsigned long long)limit);
     return misuse("cannot read %s: %s", name_of_input(path), strerror(error));
 }
@@ -119,7 +119,7 @@ static int write_all(int fd, const uint8_t *bytes, size_t size)
     return 1;
 }
 
-/* Writes and closes; a file that could not be written whole is removed. */
+/* Writes and closes; removes a file that could not be written completely. */
 static int write_and_close(int fd, const char *path, const void *bytes, size_t size)
 {
     const int written = write_all(fd, bytes, size);
@@ -152,7 +152,7 @@ int write_result(const options *o, const uint8_t *bytes, size_t size)
         text = to_hex(bytes, size);
         if (text == NULL) return misuse("no memory for the result");
     } else if (is_standard(o->out) && isatty(STDOUT_FILENO)) {
-        return misuse("the result is no text for a terminal: say -o FILE, or -x for hexadecimal digits");
+        return misuse("not writing binary data to a terminal: use -o FILE, or -x for hexadecimal digits");
     }
     if (!is_standard(o->out)) fd = open(o->out, O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
     if (fd < 0)
@@ -164,7 +164,7 @@ int write_result(const options *o, const uint8_t *bytes, size_t size)
     return status;
 }
 
-/* Beside the old file, and then in its place: at no time is there half a key. */
+/* Writes a temporary file and renames it over the old one, so that a key is never half written. */
 static int replace_file(const char *path, const void *bytes, size_t size, int private)
 {
     static const char suffix[] = ".XXXXXX";
@@ -176,7 +176,7 @@ static int replace_file(const char *path, const void *bytes, size_t size, int pr
     int status = DONE;
     const int fd = mkstemp(temporary); /* mode 0600 */
     if (fd < 0) {
-        status = misuse("cannot write beside %s: %s", path, strerror(errno));
+        status = misuse("cannot create a temporary file for %s: %s", path, strerror(errno));
     } else {
         const int public_mode = private ? 0 : fchmod(fd, 0644);
         status = write_and_close(fd, temporary, bytes, size);

@@ -14,7 +14,7 @@ const char *read_signature(const named_curve *curve, signature_form form, const 
     const size_t L = curve->size;
     memset(out, 0, sizeof *out);
     if (form == SIGNATURE_RAW) {
-        if (size != 2 * L) return "the signature has not the length of r and s";
+        if (size != 2 * L) return "the signature does not have the length of r and s";
         memcpy(out->r, bytes, L);
         memcpy(out->s, bytes + L, L);
         return NULL;
@@ -25,7 +25,7 @@ const char *read_signature(const named_curve *curve, signature_form form, const 
         der_read_uint(&sequence, out->s, L) && sequence.left == 0)
         return NULL;
     memset(out, 0, sizeof *out);
-    return size == 2 * L ? "the signature is not DER; its length is that of a raw one: say -f raw"
+    return size == 2 * L ? "the signature is not DER but has the length of a raw one: use -f raw"
                          : "the signature is not DER with r and s of the curve's length";
 }
 
@@ -50,12 +50,12 @@ static const char *read_der_cipher(const named_curve *curve, const uint8_t *byte
 {
     der_reader in = {bytes, size};
     der_reader sequence, c3, c2;
-    if (!der_read(&in, DER_SEQUENCE, &sequence)) return "the ciphertext is not DER: say its form with -f";
+    if (!der_read(&in, DER_SEQUENCE, &sequence)) return "the ciphertext is not DER: give its form with -f";
     if (in.left != 0 || !der_read_uint(&sequence, out->x, curve->size) ||
         !der_read_uint(&sequence, out->y, curve->size) || !der_read(&sequence, DER_OCTET_STRING, &c3) ||
         !der_read(&sequence, DER_OCTET_STRING, &c2) || sequence.left != 0)
         return "the ciphertext's DER is damaged, or of another curve";
-    if (c3.left != CHECK_BYTES) return "the ciphertext's check value has not 32 bytes";
+    if (c3.left != CHECK_BYTES) return "the ciphertext's check value does not have 32 bytes";
     if (c2.left == 0) return "the ciphertext has no message";
     out->c3 = c3.at;
     out->c2 = c2.at;
@@ -73,7 +73,7 @@ const char *read_cipher(const named_curve *curve, cipher_form form, const uint8_
     if (form == CIPHER_DER) return read_der_cipher(curve, bytes, size, out);
     const size_t mark = has_04(form) ? 1 : 0;
     if (size <= mark + 2 * L + CHECK_BYTES) return "the ciphertext is too short";
-    if (mark == 1 && bytes[0] != 4) return "the ciphertext does not start with 04: try the form's -no04";
+    if (mark == 1 && bytes[0] != 4) return "the ciphertext does not start with 04: try the form with -no04";
     bytes += mark;
     memcpy(out->x, bytes, L);
     memcpy(out->y, bytes + L, L);

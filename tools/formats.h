@@ -1,6 +1,6 @@
 /* Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0 */
 /*
- * Signatures and SM2 ciphertexts in the forms in which they travel.
+ * Signatures and SM2 ciphertexts in the forms in which they are exchanged.
  *
  * Signature: DER, a SEQUENCE of the INTEGERs r and s (RFC 3279, GM/T 0009), or raw, r and s in L bytes each.
  * Ciphertext: DER, a SEQUENCE of the INTEGERs x and y of C1 and the OCTET STRINGs C3 and C2 (GM/T 0009), or
@@ -21,16 +21,16 @@ extern "C" {
 enum {
     CHECK_BYTES = 32,         /* of C3 */
     MAX_SIGNATURE_BYTES = 80, /* of either form */
-    CIPHER_OVERHEAD = 128     /* more than any form has beside the message */
+    CIPHER_OVERHEAD = 128     /* more than any form adds to the message */
 };
 
 typedef enum signature_form { SIGNATURE_DER, SIGNATURE_RAW } signature_form;
 
-/* The names of the forms in their order, and null. */
+/* The names of the forms in order, then null. */
 extern const char *const signature_forms[];
 extern const char *const cipher_forms[];
 
-/* Returns null, or what is wrong in words. The ranges of r and s are left to the verification. */
+/* Returns null, or a message. The ranges of r and s are left to the verification. */
 const char *read_signature(const named_curve *curve, signature_form form, const uint8_t *bytes, size_t size,
                            ECCSignature *out);
 
@@ -45,15 +45,15 @@ typedef enum cipher_form {
     CIPHER_C1C2C3_NO04
 } cipher_form;
 
-/* The pieces of a ciphertext. C2 and C3 lie where they were read. */
+/* The parts of a ciphertext. c2 and c3 point into the input. */
 typedef struct cipher_parts {
     uint8_t x[MAX_COORDINATE], y[MAX_COORDINATE]; /* L bytes each */
     const uint8_t *c3;                            /* CHECK_BYTES */
     const uint8_t *c2;
-    size_t c2_size; /* 1 at least */
+    size_t c2_size; /* at least 1 */
 } cipher_parts;
 
-/* Returns null, or what is wrong in words. Whether C1 is a point of the curve is not looked at. */
+/* Returns null, or a message. Does not check that C1 is on the curve. */
 const char *read_cipher(const named_curve *curve, cipher_form form, const uint8_t *bytes, size_t size,
                         cipher_parts *out);
 

@@ -34,7 +34,7 @@ const char *point_to_record(const named_curve *curve, const uint8_t *point, size
     const int compressed = form == 2 || form == 3;
     if (!compressed && form != 4 && form != 6 && form != 7)
         return "the point does not start with 02, 03, 04, 06 or 07";
-    if (size != (compressed ? 1 + L : 1 + 2 * L)) return "the point has a wrong length for its curve";
+    if (size != (compressed ? 1 + L : 1 + 2 * L)) return "the point has the wrong length for its curve";
 
     curve_numbers c;
     ecc_point P;
@@ -106,7 +106,7 @@ const char *public_of_private(const named_curve *curve, const ECCrefPrivateKey *
     ecc_point G, Q;
     mint d;
     ecc_point *table = calloc(PRECOMP_TABLE_ENTRIES, sizeof *table);
-    if (table == NULL) return "there is no memory for a table of 85 kilobytes";
+    if (table == NULL) return "no memory for a table of 85 kilobytes";
     load_curve(curve, &c);
     G.infinity = 0;
     octetstring_to_mint(curve->record->Gx, curve->size, &G.x);

@@ -1,6 +1,6 @@
 /* Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0 */
-/* What needs the library to tell about keys: points on their curve, numbers in range, the public key of a
- * private one. Each returns null, or what is wrong in words. */
+/* Checks of keys that need the library: points on their curve, numbers in range, the public key of a
+ * private one. Each returns null, or a message. */
 #ifndef ZOKECC_TOOLS_KEY_MATH_H
 #define ZOKECC_TOOLS_KEY_MATH_H
 
@@ -12,7 +12,7 @@
 extern "C" {
 #endif
 
-/* Reads a point in any form of SEC 1: uncompressed, compressed or hybrid. Accepts only points of the curve,
+/* Reads a point in any form of SEC 1: uncompressed, compressed or hybrid. Accepts only points on the curve,
  * with both coordinates below p. Not infinity, which has no such form. */
 const char *point_to_record(const named_curve *curve, const uint8_t *point, size_t size,
                             ECCrefPublicKey *out);
@@ -24,14 +24,14 @@ const char *coordinates_fault(const named_curve *curve, const uint8_t *x, const 
 size_t record_to_point(const named_curve *curve, const ECCrefPublicKey *pub, int compressed,
                        uint8_t out[MAX_POINT]);
 
-/* Takes the private number of a key: above 0 and below the order, on the SM2 curve also below the order less
- * one, for which there are no signatures. */
+/* Reads the private number of a key: above 0 and below the order, on the SM2 curve also below the order minus
+ * one, with which SM2 cannot sign. */
 const char *private_to_record(const ec_key *key, ECCrefPrivateKey *out);
 
-/* Computes d * G. */
+/* Computes d G. */
 const char *public_of_private(const named_curve *curve, const ECCrefPrivateKey *priv, ECCrefPublicKey *out);
 
-/* Takes the public key out of a key, or computes it. If there is a private part, both have to agree. */
+/* Reads the public key of a key, or computes it. If there is a private part, both must agree. */
 const char *public_to_record(const ec_key *key, ECCrefPublicKey *out);
 
 #ifdef __cplusplus

@@ -28,7 +28,7 @@ static int write_key(const options *o, const char *path, const ec_key *key, key_
     return status;
 }
 
-/* True if a signature made with the key verifies, and the library's own way gives the same public key. */
+/* True if a signature made with the private key verifies with the public key. */
 static int works(void *session, const named_curve *curve, const ECCrefPrivateKey *priv,
                  const ECCrefPublicKey *pub)
 {
@@ -39,7 +39,7 @@ static int works(void *session, const named_curve *curve, const ECCrefPrivateKey
            SDF_ExternalVerify_ECC(session, algorithm, pub, e, curve->size, &sig) == ZOK_OK;
 }
 
-/* The library draws once and tests nothing; a key that is of no use is drawn anew. */
+/* The library draws once and checks nothing; an unusable key is drawn again. */
 static int generate(const named_curve *curve, ec_key *key)
 {
     void *session = NULL;
@@ -65,7 +65,7 @@ static int generate(const named_curve *curve, ec_key *key)
     }
     clear_secret(&priv, sizeof priv);
     ZOK_CloseSession(session);
-    if (status == DONE && !key->has_private) status = misuse("no usable key came out");
+    if (status == DONE && !key->has_private) status = misuse("no usable key was generated");
     return status;
 }
 
@@ -76,9 +76,9 @@ int run_keygen(const options *o)
     const named_curve *curve = chosen_curve(o, &status);
     const int form = o->format == NULL ? KEY_PKCS8 : index_of(o->format, private_forms);
     if (status != DONE) return status;
-    if (curve == NULL) return misuse("say -c CURVE: `zokecc help curves` lists them");
-    if (form < 0) return misuse("there is no form %s: a new key is sec1 or pkcs8", o->format);
-    if (o->out == NULL) return misuse("say -o FILE, or -o - for standard output");
+    if (curve == NULL) return misuse("missing -c CURVE: see `zokecc help curves`");
+    if (form < 0) return misuse("unknown form %s: a new key is sec1 or pkcs8", o->format);
+    if (o->out == NULL) return misuse("missing -o FILE, or -o - for standard output");
     status = generate(curve, &key);
     if (status == DONE) status = write_key(o, o->out, &key, (key_form)form);
     if (status == DONE && o->pub != NULL) status = write_key(o, o->pub, &key, KEY_SPKI);
@@ -91,7 +91,7 @@ int run_pubkey(const options *o)
     ec_key key;
     ECCrefPublicKey pub;
     const int form = o->format == NULL ? 0 : index_of(o->format, public_forms);
-    if (form < 0) return misuse("there is no form %s: say spki, spki-compressed, or use convert", o->format);
+    if (form < 0) return misuse("unknown form %s: use spki, spki-compressed or convert", o->format);
     const int status = load_public_key(o, argument(o, 0), &key, &pub);
     if (status != DONE) return status;
     key.point_size = record_to_point(key.curve, &pub, form, key.point);

@@ -15,10 +15,10 @@ const char *pem_status_text(pem_status status)
         "",
         "no BEGIN line was found",
         "a BEGIN line has no valid label",
-        "the block has headers, as encrypted keys of the old form have",
+        "the block has headers, as encrypted keys in the old form do",
         "the base64 text is damaged",
         "the END line is missing",
-        "BEGIN and END lines do not agree",
+        "BEGIN and END lines do not match",
         "the block is empty",
         "the block is too long for a key",
     };
@@ -30,7 +30,7 @@ typedef struct line {
     size_t length; /* without the line's end */
 } line;
 
-/* Takes a line off the text. Returns 0 at its end. */
+/* Reads the next line. Returns 0 at the end of the text. */
 static int next_line(pem_reader *in, line *out)
 {
     if (in->left == 0) return 0;
@@ -65,7 +65,7 @@ static int read_label(const line *l, const char *mark, char label[PEM_MAX_LABEL]
     return 1;
 }
 
-/* The six bits of a character, or -1. */
+/* The six bits of a base64 character, or -1. */
 static int six_bits(char c)
 {
     if (c >= 'A' && c <= 'Z') return c - 'A';
@@ -101,7 +101,7 @@ static pem_status decode_line(decoder *d, const line *l)
     for (size_t i = 0; i < l->length; ++i) {
         const int value = six_bits(l->at[i]);
         const int pad = l->at[i] == '=' && d->characters >= 2;
-        /* Nothing follows padding, but more padding in the same four. */
+        /* After padding only more padding may follow, in the same four. */
         if ((value < 0 && !pad) || (d->padding > 0 && (!pad || d->characters == 0))) return PEM_BAD_TEXT;
         if (pad) ++d->padding;
         d->bits = d->bits << 6 | (pad ? 0u : (uint32_t)value);
@@ -153,7 +153,7 @@ pem_status pem_read(pem_reader *in, char label[PEM_MAX_LABEL], uint8_t *out, siz
     return PEM_OK;
 }
 
-/* Where writing goes on; null after an overflow. */
+/* The write position; null after an overflow. */
 typedef struct text {
     char *at;
     size_t left;

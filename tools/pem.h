@@ -2,10 +2,10 @@
 /*
  * Reading and writing PEM, the textual form of RFC 7468: base64 between a BEGIN and an END line.
  *
- * Strict: labels agree, base64 is canonical (padding where it belongs, unused bits zero), nothing but base64
- * stands between the two, in lines of at most 76 characters. Text before the first BEGIN line is skipped.
+ * Strict: labels match, base64 is canonical (padding only at the end, unused bits zero), there is only base64
+ * between the two, in lines of at most 76 characters. Text before the first BEGIN line is skipped.
  * Line ends are LF or CR LF. Nothing is allocated. The two files pem.h and pem.c need nothing else of this
- * project; whoever reads a private key clears the text and the bytes afterwards.
+ * project; after reading a private key the caller must wipe the text and the bytes.
  */
 #ifndef ZOKECC_TOOLS_PEM_H
 #define ZOKECC_TOOLS_PEM_H
@@ -23,7 +23,7 @@ typedef enum pem_status {
     PEM_OK,
     PEM_NO_BEGIN,  /* no (further) BEGIN line */
     PEM_BAD_LABEL, /* a BEGIN line without five dashes at its end, or an empty or too long label */
-    PEM_HEADERS,   /* headers as of RFC 1421, which an encrypted key has */
+    PEM_HEADERS,   /* headers as in RFC 1421, used by encrypted keys */
     PEM_BAD_TEXT,  /* something that is not base64, a line that is too long, or padding out of place */
     PEM_NO_END,    /* the text ends before an END line */
     PEM_OTHER_END, /* the END line has another label */
@@ -31,18 +31,18 @@ typedef enum pem_status {
     PEM_TOO_LONG   /* more bytes than fit */
 } pem_status;
 
-/* What is wrong, in words; for PEM_OK the empty string. */
+/* A message; the empty string for PEM_OK. */
 const char *pem_status_text(pem_status status);
 
-/* The text that has not been read yet. */
+/* The text not yet read. */
 typedef struct pem_reader {
     const char *at;
     size_t left;
 } pem_reader;
 
 /* Reads the next block: its label as a string, and its bytes into out, which has room for capacity bytes.
- * After PEM_OK the reader stands behind the END line; otherwise it is not moved, and what was written to out
- * has no meaning. */
+ * After PEM_OK the reader is after the END line; otherwise it has not moved, and the content of out
+ * is meaningless. */
 pem_status pem_read(pem_reader *in, char label[PEM_MAX_LABEL], uint8_t *out, size_t capacity, size_t *size);
 
 /* Writes one block with lines of 64 characters. Returns its length, without a zero byte at the end; 0 if it

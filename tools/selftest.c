@@ -4,8 +4,8 @@
  *
  *     zokecc-selftest [PART]
  *
- * Prints what is tested, and one line for each case, or for each whose name contains PART. The exit status
- * is 0 if all of them went well, 1 if one failed, and 2, with a list of the parts, if there is no such PART.
+ * Prints the configuration and one line for each case, or for each whose name contains PART. The exit status
+ * is 0 if all passed, 1 if one failed, and 2, with a list of the names, if none contains PART.
  */
 #include "selftest.h"
 
@@ -16,7 +16,7 @@
 #include "about.h"
 
 typedef struct selftest_family {
-    const char *file; /* where a failing line is to be looked up */
+    const char *file; /* the source file of a failing line */
     const selftest_case *cases;
 } selftest_family;
 
@@ -70,7 +70,7 @@ int main(int argc, char **argv)
         }
     }
     if (passed + failed == 0) {
-        fprintf(stderr, "zokecc-selftest: no case has '%s' in its name; there are\n", part);
+        fprintf(stderr, "zokecc-selftest: no case has '%s' in its name; the cases are\n", part);
         list_parts(stderr);
         return 2;
     }

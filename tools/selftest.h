@@ -6,7 +6,7 @@
 #include "common.h"
 #include "expect.h"
 
-/* A case answers 0 if all is well, else the line where it is not. */
+/* A case returns 0 if it passes, otherwise the line that failed. */
 typedef struct selftest_case {
     const char *name;
     int (*run)(void);
@@ -18,7 +18,7 @@ typedef struct selftest_case {
         if (!(condition)) return keep_condition(#condition, __LINE__); \
     } while (0)
 
-/* Each ends with a case without a name. */
+/* Each table ends with a case without a name. */
 extern const selftest_case mint_cases[], hash_cases[], ecc_cases[], signature_cases[], encryption_cases[],
     exchange_cases[], session_cases[], session_encryption_cases[], agreement_cases[];
 

@@ -1,5 +1,5 @@
 /* Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0 */
-/* Diffie-Hellman and SM2 key agreement of sessions. */
+/* ECDH and SM2 key agreement in sessions. */
 #include "selftest.h"
 
 #include <string.h>
@@ -10,7 +10,7 @@ enum { KEY_BITS = 128, KEY_BYTES = KEY_BITS / 8 };
 static const uint8_t identity[] = "1234567812345678";
 enum { ID_LEN = sizeof identity - 1 };
 
-/* Both users of the standard's example, and what comes out. */
+/* Both users of the standard's example, and the results. */
 typedef struct users {
     void *session;
     ECCrefPrivateKey dA, dB, rA, rB;
@@ -37,7 +37,7 @@ static int set_up(users *u)
     return ZOK_OpenSession(&u->session, &sm2_of_session) == ZOK_OK;
 }
 
-/* True if the standard's results are there, and forgets them. The initiator receives the value with 02. */
+/* True if the results are the standard's; then clears them. The initiator receives the value with 02. */
 static int are_standard(users *u, const char *check, const char *send)
 {
     const int result =
@@ -97,7 +97,7 @@ static int with_given_values(void)
     return 0;
 }
 
-/* Temporary keys that are drawn: both sides have to come to the same. */
+/* With random temporary keys both sides must agree. */
 static int with_drawn_keys(void)
 {
     users u;

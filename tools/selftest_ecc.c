@@ -9,14 +9,14 @@
 #define P256_3GX "5ecbe4d1a6330a44c8f7ef951d4bf165e6c6b721efada985fb41661bc6e7fd6c"
 #define P256_3GY "8734640c4998ff7e374b06ce1a64a2ecd82ab036384fb83d9a79b127a27d5032"
 
-/* sm2p256v1: MULTIPLE = FACTOR * POINT, worked out with OpenSSL and with Python. */
+/* sm2p256v1: MULTIPLE = FACTOR * POINT, computed with OpenSSL and with Python. */
 #define FACTOR "01e942a824590ed223b6ea139027a25f0de3008d0fa80d2b0754423b8d36acd0"
 #define POINT_X "e3ffb9635584b501fc90746a4510915602007772cab1f6b0e9314a57b5e2cdf5"
 #define POINT_Y "395947b955b944e93cca525ee4ae9dfde51c3e568c05f3df8363b7dd869465d6"
 #define MULTIPLE_X "71a21cefee34710b4c64795c945466c1a7d04b9f483423a41356f0cb17c6543e"
 #define MULTIPLE_Y "4b5a850888d2e3cb36dc619e14bb44116653876ffada67cccd9cdbbbcfa375ae"
 
-/* The numbers of a curve as the point calls take them. */
+/* The numbers of a curve in the form that the point calls take. */
 typedef struct curve {
     mint p, a, b;
     ecc_point G;
@@ -58,7 +58,7 @@ static int curve_checks(void)
     return 0;
 }
 
-/* G, 2 G and 3 G in both systems of coordinates. */
+/* G, 2 G and 3 G in both coordinate systems. */
 static int sums_of_points(void)
 {
     const curve c = curve_of(&p256_of_process);
@@ -83,7 +83,7 @@ static int sums_of_points(void)
     return 0;
 }
 
-/* The public key and the C1 of the standard's example, with both kinds of table. */
+/* The public key and C1 of the standard's example, with both kinds of table. */
 static int products_of_base_point(void)
 {
     static ecc_point table[PRECOMP_TABLE_ENTRIES];

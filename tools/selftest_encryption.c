@@ -1,17 +1,17 @@
 /* Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0 */
-/* Encryption over the curve of the process. */
+/* Encryption on the process-wide curve. */
 #include "selftest.h"
 
 #include <string.h>
 
-/* message * x2 modulo p for the shared point of the standard's example, worked out with Python. */
+/* message * x2 modulo p for the shared point of the standard's example, computed with Python. */
 #define NUMBER_MESSAGE "0102030405060708090a0b0c0d0e0f101112131415161718191a1b1c1d1e1f20"
 #define NUMBER_CIPHER "c3542f0a723c8455dd7290eac3749b033881914456efa1cb133f2db82b88e845"
 
 static uint8_t text[] = "encryption standard";
 enum { TEXT_BYTES = sizeof text - 1 };
 
-/* Kept: -1 with the right plaintext, since the check value is looked for elsewhere. */
+/* Kept: -1 with the right plaintext, because the check value is expected in another place. */
 static int sm2_decrypt(void)
 {
     uint8_t cipher_bytes[TEXT_BYTES + FLAT_OVERHEAD];
@@ -26,7 +26,7 @@ static int sm2_decrypt(void)
     return 0;
 }
 
-/* What sm2_Encry makes is read, and its check value compared, by a session. */
+/* A session decrypts the ciphertext of sm2_Encry and verifies its check value. */
 static int sm2_encrypt(void)
 {
     uint8_t cipher_bytes[TEXT_BYTES + FLAT_OVERHEAD];
@@ -59,7 +59,7 @@ static int eces_decrypt(void)
     return 0;
 }
 
-/* A block with padding there and back. Its first byte is the caller's. */
+/* A padded block, there and back. Its first byte is set by the caller. */
 static int eces_encrypt(void)
 {
     uint8_t block[L];

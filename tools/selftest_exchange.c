@@ -1,5 +1,5 @@
 /* Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0 */
-/* Diffie-Hellman and the SM2 key exchange over the curve of the process. */
+/* ECDH and the SM2 key exchange on the process-wide curve. */
 #include "selftest.h"
 
 #include <string.h>
@@ -62,7 +62,7 @@ static int initiator(void)
     return 0;
 }
 
-/* The responder draws rB itself: both sides have to come to the same. */
+/* The responder draws rB itself: both sides must agree. */
 static int responder(void)
 {
     users u;
@@ -84,7 +84,7 @@ static int responder(void)
     return 0;
 }
 
-/* The key is the standard's on both sides. Kept: the confirmation values are not, and differ. */
+/* Both sides get the standard's key. Kept: the confirmation values are not the standard's and differ. */
 static int both_sides_in_one_call(void)
 {
     users u;

@@ -65,7 +65,7 @@ static int hmac_sha256(void)
     return 0;
 }
 
-/* The first two examples of GM/T 0042-2015, appendix D.3, and case 7 of RFC 4231 with SM3, worked out
+/* The first two examples of GM/T 0042-2015, appendix D.3, and case 7 of RFC 4231 with SM3, computed
  * with OpenSSL and with Python. */
 static int hmac_sm3(void)
 {
@@ -87,8 +87,8 @@ static int hmac_sm3(void)
     return 0;
 }
 
-/* Block 1 is the HMAC of the text, block 2 the HMAC of block 1; worked out with Python's hmac module
- * and an SM3 of its own. */
+/* Block 1 is the HMAC of the text, block 2 the HMAC of block 1; computed with Python's hmac module
+ * and an independent SM3. */
 static int key_derivation(void)
 {
     uint8_t out[72];
@@ -109,7 +109,7 @@ static int key_derivation(void)
     return 0;
 }
 
-/* Kept: 40 bytes asked for, 72 written, docs/compatibility.md. */
+/* Kept: 40 bytes requested, 72 written; see docs/compatibility.md. */
 static int kept_derivation_length(void)
 {
     uint8_t out[73];
@@ -120,7 +120,7 @@ static int kept_derivation_length(void)
     return 0;
 }
 
-/* By selector, to bytes and to a number. */
+/* By selector, as bytes and as a number. */
 static int hash_by_selector(void)
 {
     const hash_msg with_sm3 = {HASH_ALG_SM3, bytes("abc"), 0, 3};
@@ -135,11 +135,11 @@ static int hash_by_selector(void)
     REQUIRE(is_hex(out, "ba7816bf8f01cfea414140de5dae2223b00361a396177a9cb410ff61f20015ad"));
     REQUIRE(is(hash_byte(&unknown, out), 0) && is(hash_mint_value(&unknown, NULL, &value), -1));
     REQUIRE(is(hash_mint_value(&with_sha256, &modulus, &value), 0));
-    REQUIRE(is(value.len, 1) && is(value.words[0], 26215u)); /* the digest modulo 65537, by Python */
+    REQUIRE(is(value.len, 1) && is(value.words[0], 26215u)); /* the digest modulo 65537, from Python */
     return 0;
 }
 
-/* Nothing can be known of these but that they differ and keep within their bound. */
+/* All that can be checked is that they differ and stay below their bound. */
 static int random_numbers(void)
 {
     uint8_t first[33];

@@ -70,7 +70,7 @@ static int modular_arithmetic(void)
     return 0;
 }
 
-/* y of the standard's public key from its x: the root, and the same as a power. */
+/* y of the standard's public key from its x: by square root, and the same by a power. */
 static int square_root(void)
 {
     const mint p = number(SM2_P);
@@ -95,7 +95,7 @@ static int square_root(void)
     return 0;
 }
 
-/* The other way to a root, which draws random numbers where the first twenty candidates do not serve. */
+/* The other method, which draws random numbers if none of the first twenty candidates is suitable. */
 static int square_root_one_mod_eight(void)
 {
     const mint p = number(P224_P);
@@ -121,7 +121,7 @@ static int bytes_and_numbers(void)
     return 0;
 }
 
-/* Two results that differ from a textbook and stay so: docs/compatibility.md. */
+/* Two results that differ from the textbook and are kept: see docs/compatibility.md. */
 static int kept_results(void)
 {
     const mint greater = number("000000010000000500000001");

@@ -27,7 +27,7 @@ static int device_and_session(void)
     return 0;
 }
 
-/* A new pair belongs together if what one half signs the other verifies. */
+/* A new pair matches if one half verifies what the other signs. */
 static int key_pair(void)
 {
     void *session = NULL;

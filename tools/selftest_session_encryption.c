@@ -1,10 +1,10 @@
 /* Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0 */
-/* Encryption over the curve of a session. */
+/* Encryption on a session's curve. */
 #include "selftest.h"
 
 #include <string.h>
 
-/* A ciphertext of 32 bytes that OpenSSL 3.0 made with its command line, on sm2p256v1 with SM3. */
+/* A ciphertext of 32 bytes from OpenSSL 3.0's command line, on sm2p256v1 with SM3. */
 #define RECORD_D "86635782241cc96b583337c7e3b7b11c6f77afaa819491ff623d54c934ffef81"
 #define RECORD_C1X "d9bc8e63ec26d4f473570c8181aafb0351700e453d32a8ef5077b53172f09d81"
 #define RECORD_C1Y "c2bf72cca2e6b92d2168fd4af25af3dac00aa88779241597c8923c3bb70ac2a9"
@@ -12,14 +12,14 @@
 #define RECORD_C3 "67070cea7e8eab5cf444888faaa73f1bcb59cdadb099c1e65a4e256e97238aa4"
 #define RECORD_MESSAGE "624d5e10ead937a27070c3b220bebe29537cc3c3d1ce1aeea58fa428ae0cf7e5"
 
-/* message * x2 modulo p for the shared point of the standard's example, worked out with Python. */
+/* message * x2 modulo p for the shared point of the standard's example, computed with Python. */
 #define NUMBER_MESSAGE "0102030405060708090a0b0c0d0e0f101112131415161718191a1b1c1d1e1f20"
 #define NUMBER_CIPHER "c3542f0a723c8455dd7290eac3749b033881914456efa1cb133f2db82b88e845"
 
 static const uint8_t text[] = "encryption standard";
 enum { TEXT_BYTES = sizeof text - 1 };
 
-/* The standard's ciphertext, and the same with another check value. */
+/* The standard's ciphertext, and the same with a wrong check value. */
 static int sm2_decrypt(void)
 {
     void *session = NULL;
@@ -56,7 +56,7 @@ static int sm2_encrypt(void)
     return 0;
 }
 
-/* The record of a message of L bytes: a known one, and there and back. */
+/* The record of a message of L bytes: a known one, and a round trip. */
 static int sm2_record(void)
 {
     void *session = NULL;

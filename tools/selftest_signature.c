@@ -1,5 +1,5 @@
 /* Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0 */
-/* Keys and signatures over the curve of the process. */
+/* Keys and signatures on the process-wide curve. */
 #include "selftest.h"
 
 #include <string.h>
@@ -54,7 +54,7 @@ static int sm2_sign(void)
     REQUIRE(is(Curve_Init(&sm2_of_process), 0));
     REQUIRE(is(sm2_DigitalSign(&d, &digest_message, Z, &first, HASH_ALG_SM3), 0));
     REQUIRE(is(sm2_DigitalSign(&d, &digest_message, Z, &second, HASH_ALG_SM3), 0));
-    REQUIRE(memcmp(first.x, second.x, L) != 0); /* no nonce twice */
+    REQUIRE(memcmp(first.x, second.x, L) != 0); /* never the same nonce twice */
     REQUIRE(is(sm2_DigitalVeriy(&P, &digest_message, &first, Z, HASH_ALG_SM3), 0));
     REQUIRE(is(sm2_DigitalVeriy(&P, &digest_message, &second, Z, HASH_ALG_SM3), 0));
     return 0;

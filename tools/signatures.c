@@ -1,5 +1,5 @@
 /* Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0 */
-/* sign and verify, and what is signed. */
+/* sign and verify, and computing what is signed. */
 #include <stdio.h>
 #include <string.h>
 
@@ -14,7 +14,7 @@ enum { TRIES = 8, Z_SIZE = DIGEST_SIZE };
 
 static const char *const algorithms[] = {"sm2", "ecdsa", NULL};
 
-/* What -k, -a, -f and -d say. */
+/* The choices made by -k, -a, -f and -d. */
 typedef struct scheme {
     ec_key key;
     ECCrefPublicKey pub;
@@ -27,13 +27,13 @@ static int choose_scheme(const options *o, scheme *s)
 {
     const int form = o->format == NULL ? SIGNATURE_DER : index_of(o->format, signature_forms);
     const int algorithm = o->algorithm == NULL ? 0 : index_of(o->algorithm, algorithms);
-    if (form < 0) return misuse("there is no form %s: a signature is der or raw", o->format);
-    if (algorithm < 0) return misuse("there is no algorithm %s: say sm2 or ecdsa", o->algorithm);
+    if (form < 0) return misuse("unknown form %s: a signature is der or raw", o->format);
+    if (algorithm < 0) return misuse("unknown algorithm %s: use sm2 or ecdsa", o->algorithm);
     s->form = (signature_form)form;
     s->sm2 = o->algorithm == NULL ? s->key.curve->is_sm2 : algorithm == 0;
     s->algorithm = s->sm2 ? ZOK_ALG_SM2_SIGN : ZOK_ALG_ECDSA_SIGN;
     if (!s->sm2 && (o->id != NULL || o->id_hex != NULL))
-        return misuse("ECDSA knows no identity: drop -i, or say -a sm2");
+        return misuse("ECDSA has no identity: drop -i, or use -a sm2");
     return DONE;
 }
 
@@ -69,13 +69,13 @@ int make_e(const options *o, const ec_key *key, const ECCrefPublicKey *pub, int 
     return status;
 }
 
-/* With -d the input is what would be signed. */
+/* With -d the input is the value to sign. */
 static int take_e(const options *o, const content *input, uint8_t e[DIGEST_SIZE], uint32_t *e_size, int sm2)
 {
     if (o->hash != NULL || o->id != NULL || o->id_hex != NULL)
-        return misuse("with -d nothing is hashed here: drop -H and -i");
+        return misuse("with -d nothing is hashed: drop -H and -i");
     if (sm2 && input->size != DIGEST_SIZE)
-        return misuse("e has 32 bytes, the hash of Z and the message; %lu bytes were given",
+        return misuse("e has 32 bytes, the hash of Z and the message; got %lu bytes",
                       (unsigned long)input->size);
     if (input->size == 0 || input->size > 64) return misuse("a digest has 1 to 64 bytes");
     *e_size = input->size < DIGEST_SIZE ? (uint32_t)input->size : DIGEST_SIZE;
@@ -83,7 +83,7 @@ static int take_e(const options *o, const content *input, uint8_t e[DIGEST_SIZE]
     return DONE;
 }
 
-/* Reads the input and makes e of it. */
+/* Reads the input and computes e from it. */
 static int read_e(const options *o, const scheme *s, uint8_t e[DIGEST_SIZE], uint32_t *e_size)
 {
     content input;
@@ -92,13 +92,13 @@ static int read_e(const options *o, const scheme *s, uint8_t e[DIGEST_SIZE], uin
     status = o->prehashed ? take_e(o, &input, e, e_size, s->sm2)
                           : make_e(o, &s->key, &s->pub, s->sm2, &input, e, e_size);
     drop_content(&input);
-    /* Other implementations of ECDSA cut the digest to the size of the order; every order here fills its
+    /* Other implementations of ECDSA truncate the digest to the size of the order; every order here fills its
      * bytes. */
     if (!s->sm2 && *e_size > s->key.curve->size) *e_size = s->key.curve->size;
     return status;
 }
 
-/* A few signatures in a million come out wrong, as the library's documents say: each is verified. */
+/* A few signatures in a million come out wrong, as the library's documents say, so each is verified. */
 static int sign_e(const scheme *s, const ECCrefPrivateKey *priv, const uint8_t *e, uint32_t e_size,
                   ECCSignature *sig)
 {
@@ -151,8 +151,8 @@ int run_verify(const options *o)
     uint8_t e[DIGEST_SIZE];
     uint32_t e_size = 0;
     void *session = NULL;
-    if (o->key == NULL) return misuse("say -k FILE: the public key");
-    if (o->signature == NULL) return misuse("say -s FILE: the signature");
+    if (o->key == NULL) return misuse("missing -k FILE, the public key");
+    if (o->signature == NULL) return misuse("missing -s FILE, the signature");
     if (strcmp(o->signature, "-") == 0) return misuse("the signature cannot come from standard input");
     int status = load_public_key(o, o->key, &s.key, &s.pub);
     if (status == DONE) status = choose_scheme(o, &s);

@@ -1,17 +1,17 @@
 /* Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0 */
 /*
- * Measures how many operations the library does in a second, family by family.
+ * Measures how many operations per second the library does, family by family.
  *
  *     zokecc-speed [SECONDS [PART [FILE]]]
  *
- * Prints what is measured. Each operation, or each whose name contains PART, is repeated for SECONDS (1;
- * 0.1 will do) of processor time. FILE is what an earlier run has printed, with the other build for example:
- * its times get a column, and how many times as long an operation takes now another one. The exit status is
- * 0 if all of them did what they should, 1 if one failed, and 2 for wrong arguments, with a list of the parts
- * if there is no such PART.
+ * Prints the configuration first. Each operation, or each whose name contains PART, is repeated for SECONDS
+ * (1; 0.1 will do) of processor time. FILE is the output of an earlier run, with the other build for example:
+ * its times are shown in one column, and the ratio of the new times to them in another. The exit status is 0
+ * if all operations worked, 1 if one failed, and 2 for wrong arguments, with a list of the names if none
+ * contains PART.
  *
  * In the default build an operation that multiplies a point other than the base point leaves its digit
- * buffer allocated, some 260 bytes; a long run needs memory for these.
+ * buffer allocated, some 260 bytes; a long run needs that much memory.
  */
 #include "speed.h"
 
@@ -22,7 +22,7 @@
 
 #include "about.h"
 
-enum { NAME_COLUMNS = 34 }; /* of a line, for the name of an operation */
+enum { NAME_COLUMNS = 34 }; /* width of an operation's name */
 
 typedef struct speed_family {
     int (*prepare)(void);
@@ -64,7 +64,7 @@ static void print_time(double seconds)
         printf("%10.3f ms", seconds * 1e3);
 }
 
-/* The seconds of one that an earlier run has printed for an operation, or 0 if there are none. */
+/* The seconds of one operation in the output of an earlier run, or 0 if it is not there. */
 static double earlier_seconds(FILE *earlier, const char *name)
 {
     char line[128];
@@ -74,7 +74,7 @@ static double earlier_seconds(FILE *earlier, const char *name)
     while (fgets(line, sizeof line, earlier) != NULL) {
         char *end = NULL;
         if (strncmp(line, wanted, NAME_COLUMNS + 1) != 0) continue;
-        strtod(line + NAME_COLUMNS + 1, &end); /* how many in a second */
+        strtod(line + NAME_COLUMNS + 1, &end); /* operations per second */
         const double time = strtod(end, &end);
         return strncmp(end, " ms", 3) == 0 ? time * 1e-3 : time * 1e-6;
     }
@@ -116,7 +116,7 @@ static void list_parts(FILE *out)
             fprintf(out, "    %s\n", o->name);
 }
 
-/* Those operations of a family whose names have the part in them. Returns how many, and counts failures. */
+/* Measures the operations of a family whose names contain the part. Returns how many; counts failures. */
 static unsigned measure_family(const speed_family *family, const char *part, double enough, FILE *earlier,
                                unsigned *failed)
 {
@@ -144,7 +144,7 @@ int main(int argc, char **argv)
         return 2;
     }
     if (argc > 3 && (earlier = fopen(argv[3], "r")) == NULL) {
-        fprintf(stderr, "zokecc-speed: %s cannot be read\n", argv[3]);
+        fprintf(stderr, "zokecc-speed: cannot read %s\n", argv[3]);
         return 2;
     }
     print_about("zokecc-speed");
@@ -154,7 +154,7 @@ int main(int argc, char **argv)
         measured += measure_family(&families[i], part, enough, earlier, &failed);
     if (earlier != NULL) fclose(earlier);
     if (measured == 0) {
-        fprintf(stderr, "zokecc-speed: no operation has '%s' in its name; there are\n", part);
+        fprintf(stderr, "zokecc-speed: no operation has '%s' in its name; the operations are\n", part);
         list_parts(stderr);
         return 2;
     }

@@ -5,17 +5,17 @@
 
 #include "common.h"
 
-/* An operation answers 1 if it did what it should. */
+/* An operation returns 1 if it worked. */
 typedef struct speed_operation {
     const char *name;
     int (*run)(void);
 } speed_operation;
 
-/* Each ends with an operation without a name. */
+/* Each table ends with an operation without a name. */
 extern const speed_operation number_operations[], hash_operations[], point_operations[],
     process_p256_operations[], process_sm2_operations[], session_operations[];
 
-/* Fills what the operations work on. Answer 1 on success. */
+/* These prepare the data of the operations. They return 1 on success. */
 int prepare_numbers(void);
 int prepare_hashes(void);
 int prepare_points(void);

@@ -22,7 +22,7 @@ static int modular_product(void) { return mint_mod_mul(&x, &b, &p, &out) == 0; }
 static int modular_inverse(void) { return mint_EEA_algo(&x, &p, &out) == 0; }
 static int plain_product(void) { return mint_mul(&x, &b, &out) == 1; }
 
-/* b is x^3 + ax + b for x = 0, and a square. */
+/* b is x^3 + a x + b for x = 0, and it is a square. */
 static int square_root(void) { return mint_sqrt(&b, &p, &out) == 1; }
 
 const speed_operation number_operations[] = {

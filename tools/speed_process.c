@@ -1,5 +1,5 @@
 /* Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0 */
-/* The schemes over the curve of the process: ECDSA and Diffie-Hellman on P-256, the others on sm2p256v1. */
+/* The schemes on the process-wide curve: ECDSA and ECDH on P-256, the others on sm2p256v1. */
 #include "speed.h"
 
 #include <string.h>
@@ -14,7 +14,7 @@ static ecc_point_bytes Q, sig, drawn_R;
 static sm3_msg message = {text, 0, sizeof text};
 static sm3_msg cipher = {flat, 0, 0};
 
-/* Installs a curve, which may have been another, and makes a key pair on it. */
+/* Installs a curve and makes a key pair on it. */
 static int prepare_keys(const ecc_curve_bytes *curve)
 {
     memset(text, 0x5a, sizeof text);
@@ -53,7 +53,7 @@ static int sm2_verify(void) { return sm2_DigitalVeriy(&Q, &message, &sig, Z, HAS
 
 static int sm2_encrypt(void) { return sm2_Encry(&Q, &message, &cipher, HASH_ALG_SM3) == 0; }
 
-/* Answers -1 with the plaintext written. */
+/* Returns -1, with the plaintext written. */
 static int sm2_decrypt(void)
 {
     sm3_msg out = {plain, 0, 0};
@@ -69,7 +69,7 @@ static int eces_decrypt(void)
     return Eces_Decry(&d, number_cipher, 3 * L, out) > 0;
 }
 
-/* Both users have one key: the work is the same. */
+/* Both users have the same key; that does not change the work. */
 static int exchange_initiator(void)
 {
     return sm2_KeyExChg_A4_10(&d, &Q, &d, &Q, &Q, Z, Z, KEY_BYTES, confirmations[0], confirmations[1], key,

@@ -9,7 +9,7 @@ enum { KEY_BITS = 128, KEY_BYTES = KEY_BITS / 8 };
 static const uint8_t identity[] = "1234567812345678";
 enum { ID_LEN = sizeof identity - 1 };
 
-/* A session, a key pair on its curve, and what the pair signed. */
+/* A session, a key pair on its curve, and signatures made with it. */
 typedef struct side {
     void *session;
     uint32_t algorithm;
@@ -50,7 +50,7 @@ static int verify_digest(const side *s)
                                   &s->over_digest) == ZOK_OK;
 }
 
-/* The two kinds of key pair are made alike. */
+/* Both kinds of key pair are made in the same way. */
 static int open_side(side *s, const CurvePara *curve, uint32_t algorithm)
 {
     s->algorithm = algorithm;
@@ -105,7 +105,7 @@ static int ecdh(void)
     return ZOK_ExternalEcdhKeyAgreement(p256.session, &p256.priv, &p256.pub, secret) == ZOK_OK;
 }
 
-/* Both users have one key: the work is the same. */
+/* Both users have the same key; that does not change the work. */
 static int agreement_initiator(void)
 {
     return ZOK_SM2_GenerateKeyWithECC(sm2.session, KEY_BITS, identity, ID_LEN, identity, ID_LEN, &sm2.priv,

@@ -1,8 +1,8 @@
 /* Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0 */
 /*
- * The rand of the programs that only measure and test: the default build of the library draws from whatever
- * is called rand, here from xorshift. The hardened build asks the kernel. Nothing that makes a key for use
- * may be linked with this file; zokecc has own_random.c.
+ * rand for programs that only measure and test: the default build of the library calls whatever
+ * is named rand, here xorshift. The hardened build asks the kernel. Never link this file into a program that
+ * makes keys for use; zokecc has own_random.c.
  */
 #include <stdint.h>
 #include <stdlib.h>

@@ -22,7 +22,7 @@ int speed_main(int argc, char **argv);
 typedef struct command {
     const char *name;
     int (*run)(const options *);
-    const char *allowed; /* letters of the options that mean something to it */
+    const char *allowed; /* letters of its options */
     int max_arguments;
     const char *usage;
 } command;
@@ -51,7 +51,7 @@ static void say(const char *kind, const char *format, va_list arguments)
 {
     end_long_work();
     fprintf(stderr, "zokecc%s%s: %s", running[0] != '\0' ? " " : "", running, kind);
-    vfprintf(stderr, format, arguments); /* NOLINT: the callers have started it */
+    vfprintf(stderr, format, arguments); /* NOLINT: started by the callers */
     fputc('\n', stderr);
 }
 
@@ -100,10 +100,10 @@ static int help(const char *topic)
     if (topic == NULL)
         printf("zokecc selftest [PART]\nzokecc speed [SECONDS [PART [FILE]]]\n"
                "zokecc help [COMMAND|curves]\nzokecc --version\n\n"
-               "IN, KEY: a file; - or nothing is standard input. FILE: - is standard output.\n"
+               "IN, KEY: a file; standard input if - or omitted. FILE: - is standard output.\n"
                "Key forms: sec1 pkcs8 spki spki-compressed point point-compressed xy d\n"
                "Ciphertext forms: der c1c3c2 c1c2c3 c1c3c2-no04 c1c2c3-no04\n"
-               "Exit status: 0 done or valid, 1 not valid, 2 not tried. zokecc(1) tells more.\n");
+               "Exit status: 0 done or valid, 1 not valid, 2 not done. See zokecc(1).\n");
     return DONE;
 }
 
@@ -117,7 +117,15 @@ static const struct option long_options[] = {
     {"force", 0, NULL, FORCE}, {"help", 0, NULL, 'h'},      {NULL, 0, NULL, 0},
 };
 
-/* Where an option with a value, or one without, is kept. */
+/* The long name of an option, which must exist. */
+static const char *name_of_option(int letter)
+{
+    const struct option *found = long_options;
+    while (found->val != letter) ++found;
+    return found->name;
+}
+
+/* These return where the value of an option, or the flag of one without a value, is stored. */
 static const char **value_of(options *o, int letter)
 {
     switch (letter) {
@@ -159,10 +167,10 @@ static int parse(const command *c, int argc, char **argv, options *o)
             exit(DONE);
         }
         if (letter == ':') return misuse("%s needs a value; see `zokecc help %s`", argv[optind - 1], c->name);
-        if (letter == '?') return misuse("%s is no option; see `zokecc help %s`", argv[optind - 1], c->name);
+        if (letter == '?')
+            return misuse("unknown option %s; see `zokecc help %s`", argv[optind - 1], c->name);
         if (strchr(c->allowed, letter) == NULL)
-            return misuse("%s means nothing here; see `zokecc help %s`", argv[optind - (optarg != NULL)],
-                          c->name);
+            return misuse("--%s does not apply here; see `zokecc help %s`", name_of_option(letter), c->name);
         const char **value = value_of(o, letter);
         int *flag = flag_of(o, letter);
         if (value != NULL) *value = optarg;
@@ -170,15 +178,14 @@ static int parse(const command *c, int argc, char **argv, options *o)
     }
     o->args = argv + optind;
     o->count = argc - optind;
-    if (o->count > c->max_arguments)
-        return misuse("there are too many arguments; see `zokecc help %s`", c->name);
+    if (o->count > c->max_arguments) return misuse("too many arguments; see `zokecc help %s`", c->name);
     const char *in = argument(o, 0);
     if (o->key != NULL && strcmp(o->key, "-") == 0 && (in == NULL || strcmp(in, "-") == 0))
         return misuse("key and input cannot both come from standard input");
     return DONE;
 }
 
-/* Where the caller has closed one of the three, a key file would take its number and get messages. */
+/* If one of the three were closed, a key file could get its descriptor and receive messages. */
 static void open_standard_files(void)
 {
     int fd = 0;
@@ -211,6 +218,6 @@ int main(int argc, char **argv)
         if (status == DONE && fflush(stdout) != 0) status = misuse("cannot write to standard output");
         return status;
     }
-    if (name[0] == '\0') return misuse("say what to do: `zokecc help` lists the commands");
-    return misuse("there is no command %s: `zokecc help` lists them", name);
+    if (name[0] == '\0') return misuse("missing a command: see `zokecc help`");
+    return misuse("unknown command %s: see `zokecc help`", name);
 }

@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// DER: what is read is in its only valid form, and what is written is read again.
+// DER: only the one valid form is accepted, and what is written can be read back.
 #include "der.h"
 
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Signatures and ciphertexts in all their forms.
+// Signatures and ciphertexts in all forms.
 #include "formats.h"
 
 #include <gtest/gtest.h>
@@ -46,7 +46,7 @@ TEST(SignatureForms, LongestOneFitsAndNoPartOfItIsRead) {
     EXPECT_NE(nullptr, read_signature(&sm2(), SIGNATURE_RAW, out, 65, &again));
 }
 
-// 33 bytes that do not start with 00 are a number of another curve.
+// 33 bytes that do not start with 00 are a number too large for the curve.
 TEST(SignatureForms, NumbersThatAreTooLongAreRefused) {
     ByteString der = from_hex("30260201010221"
                               "01" +
@@ -106,7 +106,7 @@ TEST(CipherForms, AreReadAgainAndNoPartOfThemIs) {
             EXPECT_EQ(one.c3, ByteString(got.c3, got.c3 + CHECK_BYTES));
             ByteString small(out.size() - 1);
             EXPECT_EQ(0u, write_cipher(&sm2(), form, &one.parts, small.data(), small.size()));
-            // A raw one has no length of its own: only without a message it is refused.
+            // A raw one contains no length: it is refused only if there is no message left.
             const size_t least = form == CIPHER_DER ? out.size() : out.size() - size + 1;
             for (size_t part = 0; part < least && part < 300; ++part)
                 ASSERT_NE(nullptr, read_cipher(&sm2(), form, out.data(), part, &got)) << part;

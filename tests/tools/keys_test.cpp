@@ -1,6 +1,6 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Keys in their three forms: read again as they were written, and nothing else is taken for a key. Curves
-// that a key brings with it are accepted only if they are known ones, number for number.
+// Keys in their three forms: what is written can be read back, and nothing else is accepted. Curves
+// embedded in a key are accepted only if they are known ones, number for number.
 #include <gtest/gtest.h>
 
 #include <cstring>
@@ -19,7 +19,7 @@ using zokecc_test::to_hex;
 
 const key_form kForms[] = {KEY_SEC1, KEY_PKCS8, KEY_SPKI};
 
-// d = 02 03 04 ... and its public key, by the library.
+// d = 02 03 04 ... and its public key, from the library.
 ec_key key_on(const named_curve &curve) {
     ec_key key{};
     ECCrefPublicKey pub{};
@@ -78,7 +78,7 @@ TEST(EcKey, NoBeginningOfAKeyIsAKeyAndNothingMayFollow) {
     }
 }
 
-// A changed bit is noticed, or it stands in the number or the point, or it makes the name of another curve.
+// A changed bit is detected, unless it is in the number or the point, or yields the name of another curve.
 TEST(EcKey, EveryChangedBitOutsideTheNumbersIsRefused) {
     for (key_form form : kForms) {
         const ec_key good = key_on(named_curves[5]);
@@ -95,7 +95,7 @@ TEST(EcKey, EveryChangedBitOutsideTheNumbersIsRefused) {
             const bool other_number = std::memcmp(key.d, good.d, sizeof key.d) != 0;
             const bool other_point = std::memcmp(key.point, good.point, sizeof key.point) != 0;
             ASSERT_TRUE(other_number || other_point || key.curve != good.curve) << bit;
-            // On another curve the number gets other zero bytes before it.
+            // On another curve the number has a different number of leading zero bytes.
             if (key.curve != good.curve) continue;
             ASSERT_EQ(to_hex(changed), to_hex(der_of(key, form))) << bit;
         }
@@ -167,7 +167,7 @@ TEST(ExplicitParameters, AreTakenIfTheyAreThoseOfAKnownCurve) {
     }
 }
 
-// With a base point of its own choice a key could pass for anybody's.
+// With a base point of its choice a key could pass for anybody's.
 TEST(ExplicitParameters, WithOneOtherNumberAreRefused) {
     for (size_t i = 0; i < named_curve_count; ++i) {
         for (ByteString Explicit::*field :

@@ -1,11 +1,11 @@
 #!/usr/bin/env python3
 # Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-"""What openssl writes zokecc reads, and the other way round.
+"""zokecc reads what openssl writes, and vice versa.
 
     matrix_check.py [--curves NAME,NAME] ZOKECC...
 
-ZOKECC is the command of the tool, with an emulator before it where one is needed. For each of the nine curves
-keys in every form, as PEM and as DER, signatures and, on the SM2 curve, ciphertexts go in both directions.
+ZOKECC is the command that runs the tool, after an emulator if one is needed. For each of the nine curves
+keys in every form, as PEM and as DER, signatures and, on the SM2 curve, ciphertexts are passed both ways.
 Each direction is one cell of the matrix, and the number of cells is printed. Changed data must be refused.
 """
 import concurrent.futures
@@ -86,13 +86,13 @@ class Curve:
         self.check_point(path, self.point)
         if not public:
             self.tool("convert", "-f", "d", path, "-o", again)
-            assert (self.folder / "again").read_bytes() == self.secret, "another private key"
+            assert (self.folder / "again").read_bytes() == self.secret, "a different private key"
 
     def read_key_after_parameters(self):
         path = self.file("key")
         self.openssl("ecparam", "-name", OPENSSL_NAMES[self.name], "-genkey", "-out", path)
         text = (self.folder / "key").read_text()
-        if "PRIVATE" not in text:  # some releases write the parameters of SM2 alone
+        if "PRIVATE" not in text:  # for SM2 some releases write only the parameters
             self.file("key", (text + pathlib.Path(self.theirs).read_text()).encode())
         os.chmod(path, 0o600)
         self.check_point(path, self.point_by_openssl(path))
@@ -100,10 +100,10 @@ class Curve:
     def write_key(self, form, der):
         path, public = self.file("key"), form.startswith("spki")
         self.tool("convert", "-f", form, *(["-D"] if der else []), self.ours, "-o", path)
-        assert self.point_by_openssl(path, "DER" if der else "PEM", public) == self.our_point, "another point"
+        assert self.point_by_openssl(path, "DER" if der else "PEM", public) == self.our_point, "other point"
         if not public:
             number = self.number_by_openssl(path, "DER" if der else "PEM")
-            assert number == int.from_bytes(self.our_secret, "big"), "another private key"
+            assert number == int.from_bytes(self.our_secret, "big"), "a different private key"
 
     def number_by_openssl(self, path, form="PEM"):
         text = self.openssl("ec", "-in", path, "-inform", form, "-noout", "-text").decode()
@@ -198,12 +198,12 @@ class Curve:
 
     def signatures(self):
         for form in ("der", "raw"):
-            for digest in ("sm3",) if self.sm2 else ("sm3", "sha256"):  # openssl signs SM2 with SM3 alone
+            for digest in ("sm3",) if self.sm2 else ("sm3", "sha256"):  # for SM2 openssl signs only with SM3
                 for identity in (USUAL_ID, OTHER_ID) if self.sm2 else (USUAL_ID,):
                     what = f"{form}, {digest}, {identity}"
                     self.cell(f"our signature, {what}", self.sign_ours, form, digest, identity)
                     self.cell(f"openssl's signature, {what}", self.verify_theirs, form, digest, identity)
-        # Made elsewhere, among them longer ones than the order; for SM2 the digest is e.
+        # Digests computed elsewhere, some longer than the order; for SM2 the digest is e.
         for digest in ("sm3", "sha256") if self.sm2 else ("sha1", "sha224", "sha256", "sha384", "sha512"):
             self.cell(f"our signature of a {digest} digest", self.sign_digest, digest)
             self.cell(f"openssl's signature of a {digest} digest", self.verify_digest, digest)
@@ -217,7 +217,7 @@ class Curve:
         self.convert("cipher", form, "der", "cipher", "cipher.der")
         got = self.openssl("pkeyutl", "-decrypt", "-inkey", self.ours, "-in", self.file("cipher.der"),
                            "-pkeyopt", f"digest:{digest}")
-        assert got == MESSAGE[:size], "another message"
+        assert got == MESSAGE[:size], "a different message"
 
     def decrypt_theirs(self, form, digest, size):
         plain = self.file("plain", MESSAGE[:size])
@@ -225,7 +225,7 @@ class Curve:
                      self.file("cipher.der"), "-pkeyopt", f"digest:{digest}")
         self.convert("cipher", "der", form, "cipher.der", "cipher")
         decrypt = ["decrypt", "-k", self.theirs, "-f", form, "-H", digest, self.file("cipher")]
-        assert self.tool(*decrypt) == MESSAGE[:size], "another message"
+        assert self.tool(*decrypt) == MESSAGE[:size], "a different message"
         damaged = bytearray((self.folder / "cipher").read_bytes())
         damaged[-1] ^= 1
         self.file("cipher", damaged)
@@ -234,11 +234,11 @@ class Curve:
     def own_round_trip(self, form):
         self.tool("encrypt", "-k", self.our_public, "-f", form, self.message, "-o", self.file("cipher"))
         got = self.tool("decrypt", "-k", self.ours, "-f", form, self.file("cipher"))
-        assert got == MESSAGE, "another message"
+        assert got == MESSAGE, "a different message"
 
     def encryption(self):
         for form in CIPHER_FORMS:
-            if not self.sm2:  # openssl encrypts on the SM2 curve alone
+            if not self.sm2:  # openssl encrypts only on the SM2 curve
                 self.cell(f"encryption, {form}", self.own_round_trip, form)
                 continue
             for digest, size in (("sm3", 1), ("sm3", 32), ("sm3", 1000), ("sha256", 33)):

@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// PEM: canonical text alone is read, what is written is read again, and nothing is written out of bounds.
+// PEM: only canonical text is accepted, what is written can be read back, nothing is written out of bounds.
 #include "pem.h"
 
 #include <gtest/gtest.h>
