@@ -11,7 +11,7 @@ namespace zokecc_bench {
 
 namespace {
 
-// Where both records keep their numbers: at the start of their fields.
+// Both kinds of record hold numbers at the start of their fields.
 template <class Record>
 void write_numbers(Record &record, const Curve &from)
 {

@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Curves and keys in the formats of both sides. A curve has the numbers that OpenSSL has under its name;
+// Curves and keys in the formats of both sides. A curve's numbers are OpenSSL's for its name;
 // keys are derived from the curve's name, so they are the same in every run.
 #ifndef ZOKECC_BENCH_CURVES_H
 #define ZOKECC_BENCH_CURVES_H
@@ -36,7 +36,7 @@ using Point = Owned<EC_POINT, EC_POINT_free>;
 using CurveKey = Owned<EC_KEY, EC_KEY_free>;
 using Key = Owned<EVP_PKEY, EVP_PKEY_free>;
 
-// Pseudo-random bytes, always the same for a label.
+// Pseudo-random bytes, fixed for a label.
 Bytes fixed_bytes(const std::string &label, size_t count);
 Number number_of(const Bytes &bytes);
 mint mint_of(const Bytes &bytes);
@@ -63,7 +63,7 @@ const Curve &curve(const std::string &name);
 // A session on the curve, opened at first use and never closed.
 void *session_on(const std::string &curve_name);
 
-// Installs the curve of the process unless it is installed already.
+// Installs the process-wide curve unless it is already installed.
 void install(const std::string &curve_name);
 
 // A key pair on both sides.

@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Points: multiplication by a scalar with and without a table, addition, and decoding. OpenSSL's
+// Points: scalar multiplication with and without a table, addition, and decoding. OpenSSL's
 // results are converted to affine coordinates, as ours are.
 #include <zokecc/ecc.h>
 
@@ -124,7 +124,7 @@ Sides decode(const std::string &curve_name)
                 [curve_name] { install(curve_name); }};
     sides.before_ours();
     sides.ours(1);
-    require(Bytes(out->y, out->y + s->on.L) == s->key->y, "another point was decoded");
+    require(Bytes(out->y, out->y + s->on.L) == s->key->y, "a different point was decoded");
     return sides;
 }
 

@@ -1,6 +1,6 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // SM3, SHA-256 and their HMACs over a short and a long message. OpenSSL hashes with a fetched
-// algorithm and a reused context, and computes HMACs with HMAC_CTX: the fastest of its interfaces that
+// algorithm and a reused context, and computes HMACs with HMAC_CTX: its fastest interfaces that
 // are not tied to one algorithm.
 #include <openssl/hmac.h>
 #include <zokecc/hash.h>

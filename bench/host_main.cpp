@@ -1,6 +1,6 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Measures the operations that are linked into the program with Google Benchmark, each as
-// NAME/zokecc, NAME/openssl and NAME/PEER for each other peer that has it.
+// NAME/zokecc, NAME/openssl and NAME/PEER for each other peer that supports it.
 #include <benchmark/benchmark.h>
 #include <openssl/crypto.h>
 
@@ -16,7 +16,7 @@ namespace {
 
 using namespace zokecc_bench;
 
-// Set up once: with random interleaving an operation starts many times.
+// Set up only once: with random interleaving an operation starts many times.
 const Sides &sides_of(const Operation &operation)
 {
     static std::map<const Operation *, Sides> made;
@@ -33,7 +33,7 @@ const Loop &loop_of(const OtherPeer &peer)
     return made.emplace(&peer, peer.make()).first->second;
 }
 
-// `prepared` makes the loop; what it does besides is not measured.
+// `prepared` returns the loop; its other work is not measured.
 template <class Prepared>
 void measure(benchmark::State &state, unsigned batch, Prepared prepared)
 {

@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Integers of 256 bits and their products, compared with OpenSSL's big numbers. The modulus is the prime of
+// 256-bit integers and their products, compared with OpenSSL's big numbers. The modulus is the prime of
 // the SM2 curve; operands are fixed and look random.
 #include <zokecc/mint.h>
 
@@ -11,7 +11,7 @@ namespace {
 
 constexpr unsigned kBatch = 32;
 
-// The same numbers on both sides, and room for the results.
+// The same numbers on both sides, and buffers for the results.
 struct Numbers {
     explicit Numbers(const std::string &prime_of = "SM2") : Numbers(prime_of, curve(prime_of).L) {}
     Numbers(const std::string &prime_of, size_t size)
@@ -27,7 +27,7 @@ struct Numbers {
     {
     }
 
-    // Below the prime: its top byte is 255 on the curves used here.
+    // Below the prime, whose top byte is 255 on the curves used here.
     static Bytes reduced(const std::string &label, const std::string &prime_of, size_t size)
     {
         Bytes out = fixed_bytes(label + " for " + prime_of, size);

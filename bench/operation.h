@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// What is measured: named operations, each as the library does it and as its peer, OpenSSL, does.
+// Named operations to measure, each as done by the library and by its peer, OpenSSL.
 //
 // Shared by the programs that measure time and the one that counts instructions. Operations call only the
 // public interfaces of both sides.
@@ -15,7 +15,7 @@
 
 namespace zokecc_bench {
 
-// Throws unless good.
+// Throws if good is false.
 inline void require(bool good, const std::string &what)
 {
     if (!good) throw std::runtime_error(what);
@@ -37,8 +37,8 @@ Loop repeat(Call call)
 
 struct Sides {
     Loop ours;
-    Loop peer = {};                          // empty where nothing compares
-    std::function<void()> before_ours = {};  // not measured; installs the curve of the process
+    Loop peer = {};                          // empty if nothing is comparable
+    std::function<void()> before_ours = {};  // not measured; installs the process-wide curve
 };
 
 struct Operation {
@@ -48,7 +48,7 @@ struct Operation {
     bool has_peer = true;
 };
 
-// All operations that are linked into the program, in the order of their files.
+// All operations linked into the program, in the order of their files.
 std::vector<Operation> &operations();
 
 // Adds operations before main starts.

@@ -1,9 +1,9 @@
 # Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-"""What is measured, in the order of the reports: names as in the programs, and the goals.
+"""The measured operations, in the order of the reports: names as in the programs, and goals.
 
-`host` is how many times as fast as OpenSSL an operation has to be at least. `arm` and `armv7a` are how
-many instructions it may take at most on either machine, per byte where the operation has a number of
-`bytes`. `hardened` has the same three for the hardened build. What never varies and takes long is counted
+`host` is how many times as fast as OpenSSL an operation must be at least. `arm` and `armv7a` are how
+many instructions it may take at most on either machine, per byte if the operation has a number of
+`bytes`. `hardened` has the same three for the hardened build. Long operations that never vary are counted
 with fewer `repetitions`.
 """
 from typing import NamedTuple, Optional
@@ -119,7 +119,7 @@ GROUPS = {
     ],
 }
 
-# What takes or makes secrets is measured in the hardened build, too: the calls of these groups.
+# Calls that take or make secrets are measured in the hardened build, too: those of these groups.
 HARDENED_GROUPS = ("Sessions", "The curve of the process")
 
 OPERATIONS = [operation for group in GROUPS.values() for operation in group]

@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Peers besides OpenSSL, for some of the operations: libgcrypt and nettle, where the machine has them.
+// Peers besides OpenSSL for some of the operations: libgcrypt and nettle, if installed.
 //
 // Their headers and ours use the same names for different things, so inputs are passed as byte strings.
 #ifndef ZOKECC_BENCH_OTHER_PEERS_H
@@ -22,7 +22,7 @@ struct OtherPeer {
 
 std::vector<OtherPeer> &other_peers();
 
-// "libgcrypt 1.10.1, nettle 3.8"; empty without any.
+// For example "libgcrypt 1.10.1, nettle 3.8"; empty if there are none.
 std::string &other_versions();
 
 // Adds the peers of one library before main starts.
@@ -33,7 +33,7 @@ struct RegisterPeers {
 constexpr size_t kShortMessage = 64, kLongMessage = 16384;  // of the hashes
 constexpr size_t kSignedMessage = 100;
 
-// The inputs of the operations, and what this library makes of them.
+// The inputs of the operations, and this library's results.
 Bytes peer_message(size_t size);
 Bytes sm3_of(const Bytes &message);
 Bytes sha256_of(const Bytes &message);
@@ -43,7 +43,7 @@ struct KeyNumbers {
 };
 KeyNumbers key_numbers(const std::string &curve_name, const std::string &label = "own");
 
-// x of the other key's scalar times the own point.
+// x of the other key's scalar times our own point.
 Bytes shared_x(const std::string &curve_name);
 
 }  // namespace zokecc_bench

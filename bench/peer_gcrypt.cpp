@@ -24,7 +24,7 @@ using Integer = std::unique_ptr<gcry_mpi, Release<gcry_mpi_release>>;
 using Point = std::unique_ptr<gcry_mpi_point, Release<gcry_mpi_point_release>>;
 using Context = std::unique_ptr<gcry_context, Release<gcry_ctx_release>>;
 
-// Before anything else is called.
+// Must be called before anything else.
 std::string started()
 {
     const std::string version = gcry_check_version(nullptr);

@@ -1,6 +1,6 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // nettle: hashes in a context on the stack, points in the curve's own representation. Its signatures
-// take random numbers from a function of the caller.
+// get random numbers from a function of the caller.
 #include <nettle/ecc-curve.h>
 #include <nettle/ecdsa.h>
 #include <nettle/sha2.h>
@@ -126,7 +126,7 @@ Loop product(const ecc_curve *curve, const std::string &ours, bool is_base_point
     return loop;
 }
 
-// Cheap: the cost of a generator is not to be measured.
+// Cheap, because the cost of a generator must not be measured.
 void fill(void *state, size_t count, uint8_t *out)
 {
     uint64_t &x = *static_cast<uint64_t *>(state);

@@ -1,6 +1,6 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// The schemes as an efficient OpenSSL 3.0 program would call them: keys and contexts are made once, and
-// of two ways to the same result the faster one is used.
+// The schemes as an efficient OpenSSL 3.0 program would call them: keys and contexts are set up once, and
+// the faster of two ways to the same result is used.
 #ifndef ZOKECC_BENCH_PEER_SCHEMES_H
 #define ZOKECC_BENCH_PEER_SCHEMES_H
 
@@ -26,11 +26,11 @@ Loop peer_verify_for(const SharedKey &key, const Bytes &id, const Bytes &message
 Loop peer_encrypt(const SharedKey &key, const Bytes &message);
 Loop peer_decrypt(const SharedKey &key, const Bytes &message);
 
-// Diffie-Hellman (ECDH_compute_key; EVP_PKEY_derive is slower and not there for the SM2 curve).
+// ECDH (ECDH_compute_key; EVP_PKEY_derive is slower and not available for the SM2 curve).
 // The secret is left in *out.
 Loop peer_agree(const SharedKey &own, const SharedKey &other, const std::shared_ptr<Bytes> &out);
 
-// Encryption by multiplication, composed of calls on points and numbers.
+// Multiplicative encryption, composed of calls on points and numbers.
 Loop peer_multiply_encrypt(const SharedKey &key, const Bytes &message);
 Loop peer_multiply_decrypt(const SharedKey &key, const Bytes &message);
 

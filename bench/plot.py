@@ -46,7 +46,7 @@ class Plot:
             self.text(self.x(tick), HEAD - 11, f"{tick:g}", "m")
 
     def other(self, x, y, index):
-        """A circle for the first of the other peers, a square on its corner for the second."""
+        """A circle for the first of the other peers, a diamond for the second."""
         shape = (f'<circle cx="{x:.1f}" cy="{y}" r="3.5"' if index == 0 else
                  f'<path d="M{x - 4.5:.1f} {y}l4.5 -4.5l4.5 4.5l-4.5 4.5z"')
         self.lines.append(f'{shape} fill="#fff" stroke="{DARK}" stroke-width="1.5"/>')
@@ -65,7 +65,7 @@ class Plot:
 def svg(title, names, rows):
     """rows are (label, ratio, goal, ratios to the peers of these names).
 
-    The ratio is None for a heading, and what is not there is None.
+    The ratio is None for a heading; missing values are None, too.
     """
     plot = Plot(rows)
     plot.text(10, 16, title, "h")

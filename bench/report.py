@@ -5,10 +5,10 @@
     bench/report.py host RESULT.json... PLOT.svg [--partial | --update]
     bench/report.py arm RESULT.json... PLOT.svg [--partial | --update]   and likewise armv7a
 
-A RESULT in a folder whose name ends in -hardened is the hardened build's, which has columns of its own. The
-result fails if an operation is missing, unknown or was not measured on both sides; --partial allows for
+A RESULT in a folder whose name ends in -hardened belongs to the hardened build, which has its own columns. It
+fails if an operation is missing, unknown or was not measured on both sides; --partial allows for
 missing ones. --update also writes the tables into docs/performance.md, that of the calls into
-docs/benchmarks.md, and the plot beside them. Peers besides OpenSSL have a table of their own, and marks
+docs/benchmarks.md, and the plot next to them. Peers besides OpenSSL have their own table, and marks
 in the plot.
 """
 import json
@@ -20,8 +20,8 @@ import plot
 from operations import GROUPS, HARDENED_OPERATIONS, OPERATIONS
 
 DOCS = pathlib.Path(__file__).resolve().parent.parent / "docs"
-ALONE = {"session_open", "curve_init"}  # OpenSSL has nothing that compares
-OTHERS = ("libgcrypt", "nettle")  # where the machine has them
+ALONE = {"session_open", "curve_init"}  # OpenSSL has nothing comparable
+OTHERS = ("libgcrypt", "nettle")  # if installed
 PLOTS = {"host": DOCS / "performance.svg", "arm": DOCS / "performance-arm.svg",
          "armv7a": DOCS / "performance-armv7a.svg"}
 TITLES = {"host": "Times as fast as OpenSSL (mark: goal)",
@@ -34,7 +34,7 @@ def read_host(paths):
     context, samples, faults = {}, {}, []
     for path in paths:
         text = pathlib.Path(path).read_text(encoding="utf-8")
-        result = json.loads(text) if text.strip() else {"benchmarks": []}  # empty where a filter took all
+        result = json.loads(text) if text.strip() else {"benchmarks": []}  # empty if all was filtered out
         context.update(result.get("context", {}))
         for run in result["benchmarks"]:
             name, side = run["run_name"].split("/")[:2]
@@ -65,7 +65,7 @@ def completeness(samples, operations, partial):
 
 
 def scaled(value, units):
-    """Three digits with the greatest unit that leaves something before the point."""
+    """Three digits with the largest unit that leaves a digit before the point."""
     factor, unit = next(((f, u) for f, u in units if value >= f), units[-1])
     value /= factor
     digits = 0 if value >= 99.95 else 1 if value >= 9.995 else 2
@@ -128,7 +128,7 @@ class Measured:
 
 
 class Row:
-    """An operation in both builds; `hardened` has its samples there, or nothing."""
+    """An operation in both builds; `hardened` has its samples there, or is empty."""
 
     def __init__(self, operation, sides, hardened):
         self.operation = operation
@@ -163,7 +163,7 @@ class Row:
 
 
 def grouped(samples, hardened):
-    """(heading, rows) of what was measured."""
+    """(heading, rows) of the measured operations."""
     for heading, group in GROUPS.items():
         rows = [Row(operation, samples[operation.name], hardened.get(operation.name)) for operation in group
                 if operation.name in samples]
@@ -208,7 +208,7 @@ def calls():
 
 
 def update(target, text, name="performance.md"):
-    """Replaces what stands between the markers of the target in a page."""
+    """Replaces the text between the target's markers in a page."""
     page = DOCS / name
     begin, end = f"<!-- {target}: begin -->\n", f"<!-- {target}: end -->\n"
     before, rest = page.read_text(encoding="ascii").split(begin)

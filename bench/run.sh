@@ -2,18 +2,18 @@
 # Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 # Runs the benchmarks that `./build.sh bench` and `./build.sh bench-arm` have built, and reports.
 #
-#     bench/run.sh host [--update | FILTER]    times, beside OpenSSL's
-#     bench/run.sh host --leak [RUNS]          whether times tell a private key, in either build
-#     bench/run.sh arm  [--update | FILTER]    executed instructions on ARMv5TE and ARMv7-A, beside OpenSSL's
-#     bench/run.sh check                       both for a moment: proves that they work, measures nothing
+#     bench/run.sh host [--update | FILTER]    times, compared with OpenSSL's
+#     bench/run.sh host --leak [RUNS]          whether times reveal a private key, in either build
+#     bench/run.sh arm  [--update | FILTER]    instructions on ARMv5TE and ARMv7-A, compared with OpenSSL's
+#     bench/run.sh check                       both, briefly: shows that they work, measures nothing
 #
-# FILTER is a regular expression for names, which bench/operations.py lists. --update puts tables and
-# plots into docs/. Calls with secrets are measured in the hardened build, too. A test for leaks takes RUNS
-# of each operation, a million unless told otherwise; a tenth in the default build, which keeps memory.
+# FILTER is a regular expression for the names in bench/operations.py. --update writes tables and
+# plots to docs/. Calls with secrets are measured in the hardened build, too. The test for leaks makes RUNS
+# of each operation, by default a million; a tenth in the default build, which never frees some memory.
 set -eu
 cd "$(dirname "$0")/.."
 
-# run_host BUILD LAYERS OPTION...: programs of layers, one file of results each.
+# run_host BUILD LAYERS OPTION...: the layers' programs, one file of results each.
 run_host() {
     build=build/$1
     layers=$2
@@ -31,7 +31,7 @@ run_host() {
     done
 }
 
-# run_builds OPTION...: the default build, and what differs in the hardened one.
+# run_builds OPTION...: the default build, and the operations that differ in the hardened one.
 run_builds() {
     run_host bench 'mint hash ecc session scheme' "$@"
     run_host bench-hardened 'session scheme' "$@"
@@ -46,7 +46,7 @@ count_build() {
     python3 -B bench/arm/count.py "$folder/bench" "$processor" "$folder/counts.json" "$filter" "$@"
 }
 
-# count_machine TARGET BUILD PROCESSOR: both builds; the default one alone for a moment's check.
+# count_machine TARGET BUILD PROCESSOR: both builds; only the default one for a brief check.
 count_machine() {
     count_build "$2" "$3"
     if [ "$command" = check ]; then
@@ -63,7 +63,7 @@ count() {
     count_machine armv7a bench-armv7a cortex-a8
 }
 
-# leaks RUNS RUNS: the table of Welch's t, with so many runs of the default and of the hardened build.
+# leaks RUNS RUNS: the table of Welch's t, with these numbers of runs of the default and the hardened build.
 leaks() {
     echo '| Operation | Build | Runs | t |'
     echo '|---|---|--:|--:|'
@@ -73,7 +73,7 @@ leaks() {
     done
 }
 
-# report TARGET RESULT...: the table, and the plot beside the results.
+# report TARGET RESULT...: the table, and the plot next to the results.
 report() {
     target=$1
     shift
@@ -99,7 +99,7 @@ esac
 
 case $command in
 host)
-    # Many short rounds in a random order: whatever else the machine does meets both sides alike.
+    # Many short rounds in random order: other load on the machine affects both sides alike.
     run_builds --benchmark_min_time=0.02 --benchmark_repetitions=25 \
         --benchmark_enable_random_interleaving=true
     report host build/bench/results/*.json build/bench-hardened/results/*.json
@@ -123,5 +123,5 @@ check)
 esac
 
 if [ "$command" != check ] && [ "$report_option" != --update ]; then
-    echo '==> the plots are build/bench-*.svg; --update puts them and the tables into docs/' >&2
+    echo '==> the plots are build/bench-*.svg; --update writes them and the tables to docs/' >&2
 fi

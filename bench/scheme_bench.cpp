@@ -1,6 +1,6 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// The calls over the curve of the process, which is installed before each of them, unmeasured. The
-// yardsticks of key exchange and of encryption by multiplication are those of session_bench.cpp.
+// The calls on the process-wide curve, which is installed before each of them, unmeasured. The
+// yardsticks for key exchange and multiplicative encryption are those of session_bench.cpp.
 #include <zokecc/schemes.h>
 
 #include <algorithm>
@@ -15,7 +15,7 @@ constexpr uint32_t kMessageSize = 100;
 constexpr int32_t kKeySize = 16;
 constexpr uint32_t kNewKey = 0;
 
-// A key pair on the curve of the process, inputs, and buffers for the results.
+// A key pair on the process-wide curve, inputs, and buffers for the results.
 struct Work {
     explicit Work(const std::string &curve_name)
         : key(key_on(curve_name)),
@@ -37,7 +37,7 @@ struct Work {
     bool ecdsa_sign() { return Ecdsa_DigitalSign(&scalar, &text, &sig, hash) == 0; }
     bool ecdsa_verify() const { return Ecdsa_DigitalVeriy(&pub, &text, &sig, hash) == 1; }
     bool encrypt() { return sm2_Encry(&pub, &short_text, &sealed, hash) == 0; }
-    // The return value does not tell success; the length does.
+    // The length shows success; the return value does not.
     bool decrypt()
     {
         opened.len_low = 0;
@@ -60,7 +60,7 @@ using SharedWork = std::shared_ptr<Work>;
 // On the work's curve, after one call of `first` unless that is null.
 Sides measured(const SharedWork &w, bool (Work::*first)(), Loop ours, Loop peer)
 {
-    require(first == nullptr || (w.get()->*first)(), "what the call works on");
+    require(first == nullptr || (w.get()->*first)(), "prepare the call");
     return {std::move(ours), std::move(peer), [name = w->key->on.name] { install(name); }};
 }
 
@@ -152,7 +152,7 @@ Sides diffie_hellman(const std::string &curve_name)
     return sides;
 }
 
-// Both sides of an exchange. The temporary key of the initiator is made once.
+// Both sides of an exchange. The initiator's temporary key is made once.
 struct Exchange {
     Exchange()
         : own(key_on("SM2")),

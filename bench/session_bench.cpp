@@ -1,6 +1,6 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// The calls over a session's curve. Key agreement has no counterpart in OpenSSL: its yardstick is
-// one Diffie-Hellman on the same curve. That of encryption by multiplication is composed of the same
+// The calls on a session's curve. Key agreement has no counterpart in OpenSSL: its yardstick is
+// one ECDH on the same curve. That of multiplicative encryption is composed of the same
 // steps.
 #include <zokecc/sdf.h>
 

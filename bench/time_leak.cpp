@@ -1,13 +1,13 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Whether the time of an operation tells something of its private key: Welch's t between runs with one fixed
+// Tests whether the time of an operation reveals its private key: Welch's t between runs with one fixed
 // key and runs with random keys, after O. Reparaz, J. Balasch and I. Verbauwhede, "Dude, is my code constant
 // time?" (2017).
 //
-//     time_leak sign|decrypt|agree [RUNS]        a million runs unless told otherwise
+//     time_leak sign|decrypt|agree [RUNS]        by default a million runs
 //
 // Prints a row of a table: the operation, the build, the runs, and the greatest |t| over all times and those
-// below twenty percentiles. Everything public is the same in all runs; which kind a run is of is drawn for
-// each. Above 4.5 the times differ. The exit status is 0 whatever t is.
+// below twenty percentiles. All public data is the same in all runs; the kind of each run is drawn at
+// random. Above 4.5 the times differ. The exit status is 0 for any t.
 #include <zokecc/curves.h>
 #include <zokecc/ecc.h>
 #include <zokecc/hash.h>
@@ -36,12 +36,12 @@ namespace {
 using zokecc_bench::require;
 
 constexpr uint32_t kL = 32;
-constexpr size_t kKeys = 1024;   // random ones that are taken in turn
-constexpr size_t kBatch = 4096;  // runs that are laid out before they are measured
+constexpr size_t kKeys = 1024;   // random keys, used in turn
+constexpr size_t kBatch = 4096;  // runs prepared before they are measured
 constexpr unsigned kCrops = 20;
 constexpr double kEnough = 10000;  // runs of each kind below a percentile
 
-// Ticks of the processor's clock; nothing before is still at work, and nothing after begins early.
+// The processor's cycle counter, serialised with the instructions before and after.
 uint64_t ticks()
 {
 #ifdef __x86_64__
@@ -65,7 +65,7 @@ struct Slot {
     bool is_fixed;
 };
 
-// Mean and variance, one value after the other.
+// Running mean and variance.
 class Moments {
 public:
     void add(double value)
@@ -85,7 +85,7 @@ private:
     double squares_ = 0;
 };
 
-// Both kinds of runs, as far as they took no longer than a limit.
+// Both kinds of runs, restricted to those within a time limit.
 struct Comparison {
     double limit;
     Moments of[2];
@@ -123,8 +123,8 @@ public:
         std::memset(digest_, 0x5A, sizeof digest_);
     }
 
-    // A new key pair, and a ciphertext of the digest for it with the peer's point as C1. The product of one
-    // key in some hundred thousand is wrong, for which the hardened build refuses the ciphertext.
+    // A new key pair, and a ciphertext of the digest for it with the peer's point as C1. For one key
+    // in some hundred thousand the product is wrong, and the hardened build refuses the ciphertext.
     Case made_case()
     {
         Case out{};
@@ -161,7 +161,7 @@ private:
         return pub;
     }
 
-    // With the peer's point.
+    // The product with the peer's point.
     ecc_point product(const mint &d) const
     {
         const mint p = number(zokecc_sm2p256v1.p);
@@ -253,7 +253,7 @@ private:
         }
     }
 
-    // None, and those below which half of the times lie, and more and more of them.
+    // No limit, then twenty percentiles that approach the maximum.
     void set_limits(std::vector<double> &times)
     {
         std::sort(times.begin(), times.end());

@@ -4,8 +4,8 @@
 
     bench/arm/count.py BUILD_FOLDER PROCESSOR RESULT.json [FILTER [--hardened]]
 
-Each operation runs in a process of its own with nothing from the environment, so that its count
-depends on no other and is the same in every run. PROCESSOR is one that QEMU knows, FILTER a regular
+Each operation runs in its own process with an empty environment, so that its count
+depends on no other and is the same in every run. PROCESSOR is one of QEMU's, FILTER a regular
 expression for names. --hardened leaves out what is the same in the hardened build.
 """
 import concurrent.futures

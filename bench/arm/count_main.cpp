@@ -3,8 +3,8 @@
 //
 //     count_operation NAME REPETITIONS        count_operation --list        count_operation --about
 //
-// Each side runs once before the count starts, so that loading, binding and what OpenSSL fetches at
-// the first use are not in it. The loop around the calls is: some five instructions each.
+// Each side runs once before counting starts, which excludes loading, binding and what OpenSSL fetches at
+// first use. The loop around the calls is included: some five instructions each.
 #include <openssl/crypto.h>
 #include <unistd.h>
 
@@ -47,7 +47,7 @@ int run(const std::string &name, uint64_t repetitions)
                       peer.library == "nettle" ? ZOKECC_MARK_NETTLE : ZOKECC_MARK_LIBGCRYPT);
         return 0;
     }
-    throw std::runtime_error("there is no such operation");
+    throw std::runtime_error("unknown operation");
 }
 
 int list()

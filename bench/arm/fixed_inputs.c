@@ -1,6 +1,6 @@
 /* Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0 */
 /*
- * The clock, the process and the randomness of the counted program stand still, for both libraries:
+ * Fixes the clock, the process and the randomness of the counted program for both libraries:
  * the same nonces in each run, and so the same number of instructions.
  */
 #include <stddef.h>

@@ -2,10 +2,10 @@
 /*
  * A plugin for QEMU's user-mode emulation: counts the guest's instructions between two marks.
  *
- * A mark is a system call with a number that no kernel knows. The guest's own code goes on unchanged
- * and nothing has to be found in it; and since a system call ends a block of translated code, the
- * count, which is kept per block, is exact where a mark is. Each mark prints its argument and the
- * instructions since the mark before it:
+ * A mark is a system call with a number that no kernel uses. The guest's code runs unchanged
+ * and need not be searched; and because a system call ends a block of translated code, the
+ * count, which is kept per block, is exact at a mark. Each mark prints its argument and the
+ * instructions since the previous mark:
  *
  *     mark ARGUMENT COUNT
  */

@@ -1,7 +1,7 @@
 /* Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0 */
 /*
- * What the plugins use of QEMU's interface for them, version 1, which Debian 12 does not package a header
- * of. The emulated programs have one thread.
+ * The part of QEMU's plugin interface, version 1, that the plugins use; Debian 12 packages no header
+ * for it. The emulated programs have one thread.
  */
 #ifndef ZOKECC_BENCH_ARM_QEMU_PLUGIN_H
 #define ZOKECC_BENCH_ARM_QEMU_PLUGIN_H

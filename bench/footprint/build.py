@@ -1,5 +1,5 @@
 # Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-"""Builds the library for the devices in each of the ways, and runs the program that measures it."""
+"""Builds the library for the devices in each configuration, and runs the program that measures it."""
 import os
 import pathlib
 import subprocess
@@ -11,10 +11,10 @@ BUILDS = {"os": "-Os", "o2": "-O2", "v7": "ARMv7-A -O2"}
 PRESETS = {"os": "armv5te-os", "o2": "armv5te-o2", "v7": "armv7a-o2"}
 PROCESSORS = {"os": "arm926", "o2": "arm926", "v7": "cortex-a8"}
 TOOLS = "arm-linux-gnueabi-"
-# A compiler cache does not keep the list of calls.
+# A compiler cache does not store the list of calls.
 LAUNCHERS = ("CMAKE_C_COMPILER_LAUNCHER", "CMAKE_CXX_COMPILER_LAUNCHER")
 MAP = "libzokecc.map"
-# The linker's list of what it placed where, and the compiler's of which function calls which.
+# The linker's map, and the compiler's list of which function calls which.
 EXTRA = {"CXXFLAGS": "-fcallgraph-info=su", "LDFLAGS": f"-Wl,-Map={MAP}"}
 PROBE_FLAGS = ["-std=c99", "-O1", "-march=armv5te", "-mfloat-abi=soft", "-Wall", "-Wextra", "-Werror",
                "-static", "-Wl,--wrap=malloc,--wrap=calloc,--wrap=free"]
@@ -40,14 +40,14 @@ def configure(build, target, environment):
 
 
 def library(build):
-    """Builds it; the shared library."""
+    """Builds it. Returns the shared library."""
     configure(build, folder(build), EXTRA)
     run("cmake", "--build", folder(build), "--target", "zokecc", "zokecc_static")
     return folder(build) / "libzokecc.so"
 
 
 def objects(build):
-    """The library's object files, as the linker was given them."""
+    """The library's object files, in the linker's order."""
     prefix = "LOAD CMakeFiles/zokecc_objects.dir/"
     for line in (folder(build) / MAP).read_text(encoding="utf-8").split("\n"):
         if line.startswith(prefix):

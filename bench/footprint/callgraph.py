@@ -1,8 +1,8 @@
 # Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-"""Bounds on stacks from what the compiler says: the frame of each function, and which it calls.
+"""Stack bounds from the compiler's data: the frame of each function, and its calls.
 
-A bound is the greatest sum of frames along calls. It takes every call that is written down for one
-that can happen, and leaves out what the C library and the compiler's helpers take for themselves.
+A bound is the greatest sum of frames along a chain of calls. It assumes that every call in the code
+can happen, and leaves out the frames of the C library and the compiler's helpers.
 """
 import re
 
@@ -17,7 +17,7 @@ OUTSIDE = re.compile(r"__aeabi_\w+|__c[lt]zsi2|mem(cpy|move|set|cmp)|malloc|call
 
 
 def plain(title):
-    """Without the file of a local function, and one name for what a compiler may have two for."""
+    """Without the file of a local function, and with one name where a compiler may have two."""
     name = title.rsplit(":", 1)[-1].replace(".localalias", "")
     return name.replace("C1E", "C2E").replace("D1Ev", "D2Ev")
 
@@ -54,7 +54,7 @@ class CallGraph:
         self.names[title] = shown(label)
 
     def _connect(self, edges):
-        """Ties a call of a function that another file holds to that function."""
+        """Resolves a call of a function in another file."""
         known = {}
         for title in self.frames:
             known.setdefault(plain(title), []).append(title)
@@ -63,12 +63,12 @@ class CallGraph:
                 self.faults.append(f"{self.names[caller]}: a call through a pointer")
             found = [callee] if callee in self.frames else known.get(plain(callee), [])
             if not found and callee != INDIRECT and not OUTSIDE.fullmatch(callee):
-                self.faults.append(f"{self.names[caller]}: calls {callee}, of which no frame is known")
+                self.faults.append(f"{self.names[caller]}: calls {callee}, whose frame is unknown")
             here = [title for title in found if title.rpartition(":")[0] == callee.rpartition(":")[0]]
             self.calls.setdefault(caller, set()).update(here or found)
 
     def deepest(self, title, above=()):
-        """(bytes, [title, ...]) of the deepest way down from a function."""
+        """(bytes, [title, ...]) of the deepest chain of calls from a function."""
         if title in above:
             self.faults.append(f"{self.names[title]}: recursion")
             return 0, []
@@ -82,11 +82,11 @@ class CallGraph:
         return self.deepest(call)[0]
 
     def chain(self, call):
-        """The deepest way in words: name and frame of each function."""
+        """The deepest chain as text: name and frame of each function."""
         return " > ".join(f"{self.names[title]} {self.frames[title]}" for title in self.deepest(call)[1])
 
     def large_frames(self, least):
-        """{name: bytes}; of functions that are shown alike, the larger."""
+        """{name: bytes}; the larger one of functions with the same name."""
         frames = {}
         for title, size in self.frames.items():
             if size > least:

@@ -4,10 +4,10 @@
 
     bench/footprint/footprint.py            prints the tables
     bench/footprint/footprint.py --update   also writes them into docs/footprint.md and footprint.json
-    bench/footprint/footprint.py --check    fails on a goal that is missed, or on growth above 5 %
+    bench/footprint/footprint.py --check    fails if a goal is missed, or on growth above 5 %
     bench/footprint/footprint.py --chains   code by source file, and the deepest calls of each family
 
-docs/footprint.md tells what is counted. Needs what `./build.sh footprint` installs.
+docs/footprint.md explains what is counted. Needs what `./build.sh footprint` installs.
 """
 import json
 import sys
@@ -25,7 +25,7 @@ EXPORTS = build.ROOT / "tests" / "boundary" / "exports.txt"
 
 
 def measure_calls(lines, graph):
-    """Stack and heap of each family, and the calls that are in them."""
+    """Stack and heap of each family, and its calls."""
     stack, heap, calls = {}, {}, {}
     for _, family, call, numbers, depth, peak, kept in lines:
         sizes = stack.setdefault(family, {"usual": 0, "measured": 0, "bound": 0, "deepest": call})
@@ -94,7 +94,7 @@ def update(all_measured):
 
 
 def check(graphs, all_measured):
-    """Prints what is not as it has to be; true if nothing is."""
+    """Prints what violates a limit; true if nothing does."""
     record = json.loads(RECORD.read_text(encoding="ascii")) if RECORD.exists() else {"builds": {}}
     failed = False
     for name, measured in all_measured.items():

@@ -38,7 +38,7 @@ static void *counted(void *block, size_t size)
 void *__wrap_malloc(size_t size) { return counted(__real_malloc(size), size); }
 void *__wrap_calloc(size_t count, size_t size) { return counted(__real_calloc(count, size), count * size); }
 
-/* The latest blocks go first. One that is not in the list came from before or from elsewhere. */
+/* The latest blocks are usually freed first. A block not in the list was allocated before or elsewhere. */
 void __wrap_free(void *block)
 {
     for (size_t i = blocks; i-- > 0;) {

@@ -5,7 +5,7 @@
 
 #include <stddef.h>
 
-/* Bytes that were asked for and not given back, the most of them at once, and in how many blocks. */
+/* Bytes allocated and not freed, their maximum, and the number of blocks. */
 size_t heap_bytes(void);
 size_t heap_peak(void);
 size_t heap_blocks(void);

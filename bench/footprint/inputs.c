@@ -1,5 +1,5 @@
 /* Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0 */
-/* Keys, signatures and ciphertexts over each set of numbers. */
+/* Keys, signatures and ciphertexts for each set of numbers. */
 #include "probe.h"
 
 #include <stdlib.h>
@@ -7,7 +7,7 @@
 
 inputs in;
 
-/* Digits into the first bytes of a field; the number of bytes. */
+/* Writes digits to the first bytes of a field. Returns the number of bytes. */
 static uint32_t from_hex(uint8_t *bytes, const char *digits)
 {
     uint32_t count = 0;
@@ -126,7 +126,7 @@ static void prepare_side(side *s, uint32_t part)
     memset(s->Z, (int)part, sizeof s->Z);
 }
 
-/* Where a set of numbers is no curve, a signature is at least in range. */
+/* If a set of numbers is not a curve, a signature is at least in range. */
 static void prepare_results(void)
 {
     in.signature.r[in.bytes - 1] = in.signature.s[in.bytes - 1] = 7;

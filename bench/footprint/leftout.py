@@ -1,5 +1,5 @@
 # Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-"""What a program takes of the archive: links with nothing but some calls, and looks at the sizes."""
+"""What a program pulls in from the archive: links with just a few calls and reports the sizes."""
 import build
 
 # The archive as it is, and built so that the linker can drop single functions.
@@ -25,7 +25,7 @@ def section_sizes(path):
 
 
 def linked(archive, calls, *flags):
-    """Code and constants, zeroed data of a program that is nothing but these calls."""
+    """Code and constants, zeroed data of a program with only these calls."""
     program = archive.with_name("linked")
     build.run(f"{build.TOOLS}gcc", "-nostartfiles", "-no-pie", *flags, f"-Wl,-e,{calls[0]}",
               *(f"-Wl,-u,{call}" for call in calls), "-o", program, archive)

@@ -1,7 +1,7 @@
 /* Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0 */
 /*
- * The numbers that the calls are measured with. Between them they take the fast paths with 8, 7, 6
- * and 9 words, those by definition, and every kind of square root.
+ * The numbers that the calls are measured with. Together they cover the fast paths with 8, 7, 6
+ * and 9 words, the reference path, and every kind of square root.
  */
 #include "probe.h"
 
@@ -24,25 +24,25 @@ const number_set number_sets[] = {
      "fffffffffffffffffffffffffffffffeffffffffffffffff", "fffffffffffffffffffffffffffffffefffffffffffffffc",
      "64210519e59c80e70fa7e9ab72243049feb8deecc146b9b1", "188da80eb03090f67cbf20eb43a18800f4ff0afd82ff1012",
      "07192b95ffc8da78631011ed6b24cdd573f977a11e794811", "ffffffffffffffffffffffff99def836146bc9b1b4d22831"},
-    {"secp128r1", 24, 2, 0, /* SEC 2: four words are computed by definition */
+    {"secp128r1", 24, 2, 0, /* SEC 2: four words use the reference path */
      "0000000000000000fffffffdffffffffffffffffffffffff", "0000000000000000fffffffdfffffffffffffffffffffffc",
      "0000000000000000e87579c11079f43dd824993c2cee5ed3", "0000000000000000161ff7528b899b2d0c28607ca52c5b86",
      "0000000000000000cf5ac8395bafeb13c02da292dded7a83", "0000000000000000fffffffe0000000075a30d1b9038a115"},
-    {"p = 5 (mod 8)", 32, 4, 1, /* 2^255 - 19, an own point and the b that goes with it */
+    {"p = 5 (mod 8)", 32, 4, 1, /* 2^255 - 19, an arbitrary point and the b that fits it */
      "7fffffffffffffffffffffffffffffffffffffffffffffffffffffffffffffed",
      "7fffffffffffffffffffffffffffffffffffffffffffffffffffffffffffffea",
      "36ce03fefe5d141d0b3ab4b67dae329cff3f64d125e30dfcbcad1948e022477a",
      "32c4ae2c1f1981195f9904466a39c9948fe30bbff2660be1715a4589334c74c7",
      "3c3736a2f4f6779c59bdcee36b692153d0a9877cc62a474002df32e52139f0b3",
      "7fffffffffffffffffffffffffffffff7203df6b21c6052b53bbf40939d54123"},
-    {"even p", 32, 4, 1, /* no field at all, and by definition; b as above */
+    {"even p", 32, 4, 1, /* not a field; reference path; b as above */
      "fffffffeffffffffffffffffffffffffffffffff00000000fffffffffffffffe",
      "fffffffeffffffffffffffffffffffffffffffff00000000fffffffffffffffb",
      "e8f4beb1f8b84886bdd4c185eb252f12951b0a1639a9609cc98fe208568460c0",
      "32c4ae2c1f1981195f9904466a39c9948fe30bbff2660be1715a4589334c74c7",
      "bc3736a2f4f6779c59bdcee36b692153d0a9877cc62a474002df32e52139f0a0",
      "fffffffeffffffffffffffffffffffff7203df6b21c6052b53bbf40939d54123"},
-    {"288 bits", 36, 0, 0, /* 2^288 - 167, for the calls that take p itself; b as above */
+    {"288 bits", 36, 0, 0, /* 2^288 - 167, for calls with p as an argument; b as above */
      "ffffffffffffffffffffffffffffffffffffffffffffffffffffffffffffffffffffff59",
      "ffffffffffffffffffffffffffffffffffffffffffffffffffffffffffffffffffffff56",
      "d7c8b6a2e3caadfca378230acf17b9721cb044a6f3707dba886973a233688c5e4a9b1a32",

@@ -1,7 +1,7 @@
 /* Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0 */
 /*
- * Measures how deep the stack of each call reaches, and what it takes from the heap: runs it on an area
- * full of paint and looks how far the paint is gone. A line for each call and set of numbers:
+ * Measures how deep the stack of each call gets, and its use of the heap: runs it on an area
+ * filled with a pattern and checks how far that was overwritten. A line for each call and set of numbers:
  *
  *     stack <tab> family <tab> call <tab> set <tab> bytes of stack <tab> of heap <tab> kept from the heap
  */
@@ -24,7 +24,7 @@ static ucontext_t caller, callee;
 static void (*call)(void);
 static size_t reached;
 
-/* Runs on the area; nothing but the call has written below this function's own frame. */
+/* Runs on the area; only the call has written below this function's frame. */
 static void run_and_look(void)
 {
     size_t untouched = 0;
@@ -45,7 +45,7 @@ static size_t run_on_paint(void (*run)(void))
     callee.uc_link = &caller;
     makecontext(&callee, run_and_look, 0);
     swapcontext(&caller, &callee);
-    if (reached == sizeof area) abort(); /* and beyond, perhaps */
+    if (reached == sizeof area) abort(); /* perhaps even further */
     return reached;
 }
 
@@ -61,7 +61,7 @@ static void measure(const probe *probes, const char *set)
     }
 }
 
-/* What stays allocated after a call, and how many blocks. */
+/* The memory left allocated after a call, and the number of blocks. */
 static void measure_kept(const char *what, uint32_t (*call)(void))
 {
     const size_t bytes = heap_bytes();
@@ -91,7 +91,7 @@ time_t time(time_t *out)
 int main(void)
 {
     static char room[BUFSIZ];
-    setvbuf(stdout, room, _IOFBF, sizeof room); /* no block of the C library's among ours */
+    setvbuf(stdout, room, _IOFBF, sizeof room); /* keeps the C library's blocks out of the count */
     for (const number_set *set = number_sets; set->name != NULL; ++set) {
         prepare(set);
         measure(number_probes, set->name);

@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-/* What the program that measures stack and heap is made of: calls, and numbers to call them with. */
+/* The program that measures stack and heap: calls, and numbers to call them with. */
 #ifndef ZOKECC_BENCH_FOOTPRINT_PROBE_H
 #define ZOKECC_BENCH_FOOTPRINT_PROBE_H
 
@@ -7,7 +7,7 @@
 
 #include <zokecc/zokecc.h>
 
-/* A call of the library with its arguments, of a family that docs/footprint.md has a row for. */
+/* A call of the library with its arguments, in a family with a row in docs/footprint.md. */
 typedef struct probe {
     const char *family, *call;
     void (*run)(void);
@@ -21,10 +21,10 @@ typedef struct probe {
     static void run_##call(void) { (void)call arguments; }
 #define PROBE_ROW(family, call, arguments) {family, #call, run_##call},
 
-/* Each ends with a row without a name. The last two need curves of at most 256 bits. */
+/* Each table ends with a row without a name. The last two need curves of at most 256 bits. */
 extern const probe number_probes[], hash_probes[], point_probes[], process_probes[], session_probes[];
 
-/* A set of numbers. Without a name the list ends; type 0 of a session: p is too long for a record. */
+/* A set of numbers. The list ends with a null name; session type 0 means that p is too long for a record. */
 typedef struct number_set {
     const char *name;
     uint32_t bytes, session_type, process_type;
@@ -44,7 +44,7 @@ typedef struct side {
     ECCrefPublicKey P_record, R_record;
 } side;
 
-/* What the calls get. Results go into the fields whose names start with out. */
+/* The arguments of the calls. Results go to the fields whose names start with out. */
 typedef struct inputs {
     uint32_t bytes;
     mint p, a, b, n, k;
@@ -87,7 +87,7 @@ typedef struct inputs {
 
 extern inputs in;
 
-/* Fills in with a set of numbers, and makes the keys, signatures and ciphertexts that go with it. */
+/* Fills `in` from a set of numbers, and makes matching keys, signatures and ciphertexts. */
 void prepare(const number_set *set);
 
 #endif

@@ -1,10 +1,10 @@
 /* Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0 */
-/* The curve of the process. */
+/* The process-wide curve. */
 #include "probe.h"
 
 enum { NEW_KEY = 0, INITIATOR = 1, KEY_BYTES = KEY_BITS / 8 };
 
-/* Room for a key is given anew each time: the call replaces it by the length. */
+/* The capacity is set each time, because the call overwrites it with the length. */
 static ecc_scalar *new_key(void)
 {
     in.out_scalar.length = in.bytes;

@@ -1,5 +1,5 @@
 # Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-"""Sizes of the linked library's parts, from the linker's map: {part: {kind: bytes}}.
+"""Sizes of the linked library's parts, from the linker map: {part: {kind: bytes}}.
 
 A part is a folder of the sources, or REST: the compiler's helpers, start-up code and gaps.
 """
@@ -10,7 +10,7 @@ import build
 PARTS = ["base", "mint", "hash", "ecc", "schemes", "sdf"]
 REST = "helpers of the compiler, start-up"
 KINDS = {".text": "code", ".rodata": "constants", ".data": "data", ".bss": "zeroed"}
-# A name may be too long for its column; then the rest of the line follows on the next one.
+# If a name is too long for its column, the line continues on the next one.
 PLACED = re.compile(r"^ (\.\w[\w.$]*)\s+0x[0-9a-f]+\s+0x([0-9a-f]+) (\S+)$", re.M)
 OUTPUT = re.compile(r"^(\.\w+)\s+0x[0-9a-f]+\s+0x([0-9a-f]+)", re.M)
 OBJECT = re.compile(r"CMakeFiles/zokecc_objects\.dir/((\w+)/\S+)\.o$")
@@ -21,7 +21,7 @@ def kind_of(section):
 
 
 def placed(text):
-    """(kind, bytes, source) of everything that the linker kept of the library's objects."""
+    """(kind, bytes, source) of everything the linker kept from the library's objects."""
     for section, size, path in PLACED.findall(text):
         source = OBJECT.search(path)
         if source and kind_of(section):
@@ -55,13 +55,13 @@ def by_source(name):
 
 
 def code(sizes):
-    """Code and constants of each part, and of all."""
+    """Code and constants of each part, and in total."""
     result = {part: kinds["code"] + kinds["constants"] for part, kinds in sizes.items()}
     return {**result, "all": sum(result.values())}
 
 
 def zeroed_objects(name):
-    """[(bytes, name)] of the zeroed data above 16 bytes."""
+    """[(bytes, name)] of zeroed data above 16 bytes."""
     lines = build.run(f"{build.TOOLS}nm", "-S", "-C", build.folder(name) / "libzokecc.so").split("\n")
     rows = [line.split(None, 3) for line in lines]
     return sorted((int(row[1], 16), row[3]) for row in rows

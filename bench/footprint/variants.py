@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 # Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-"""The builds that a device can choose from, beside each other: size and speed.
+"""Compares the builds that a device can choose from: size and speed.
 
     bench/footprint/variants.py            prints the table
     bench/footprint/variants.py --update   also writes it into docs/footprint.md
