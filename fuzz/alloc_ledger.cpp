@@ -69,9 +69,9 @@ AllocLedger::AllocLedger(unsigned digit_buffers) : digit_buffers_(digit_buffers)
 
 AllocLedger::~AllocLedger() {
     active = false;
-    check(blocks().size() <= digit_buffers_, "more memory is left than digit buffers");
+    check(blocks().size() <= digit_buffers_, "more than digit buffers left allocated");
     for (const Block &left : blocks()) {
-        check(left.size <= kLongestDigitBuffer, "memory is left that is no digit buffer");
+        check(left.size <= kLongestDigitBuffer, "memory left that is not a digit buffer");
         __real_free(left.address);
     }
     blocks().clear();

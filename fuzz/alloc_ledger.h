@@ -1,9 +1,9 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Watches the allocations of the library while one input runs.
+// Tracks the library's allocations while one input runs.
 //
-// What is still allocated at the end may only be digit buffers of signed-window products, which
-// stay on purpose: at most 609 bytes each. They are then given back, so that millions of inputs
-// fit into memory. Anything else ends the process.
+// Only digit buffers of scalar multiplications may remain allocated at the end, which is
+// intended: at most 609 bytes each. They are then freed, so that millions of inputs
+// fit into memory. Anything else aborts the process.
 #ifndef ZOKECC_FUZZ_ALLOC_LEDGER_H
 #define ZOKECC_FUZZ_ALLOC_LEDGER_H
 
@@ -11,7 +11,7 @@ namespace zokecc_fuzz {
 
 class AllocLedger {
 public:
-    // At most that many digit buffers may be left.
+    // At most digit_buffers of them may be left.
     explicit AllocLedger(unsigned digit_buffers = 0);
     ~AllocLedger();
     AllocLedger(const AllocLedger &) = delete;
@@ -21,7 +21,7 @@ private:
     unsigned digit_buffers_;
 };
 
-// While an object lives nothing is noted: for sessions that outlive the input.
+// Suspends tracking during its lifetime: for sessions that outlive the input.
 class LedgerPause {
 public:
     LedgerPause();

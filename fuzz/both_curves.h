@@ -1,6 +1,6 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Curves that both generations of the interface serve, with what a call on either needs: the
-// curve of the process installed, sessions that stay open, and records in either layout.
+// Curves supported by both generations of the interface, with what a call on either needs: the
+// process-wide curve installed, sessions that stay open, and records in both layouts.
 #ifndef ZOKECC_FUZZ_BOTH_CURVES_H
 #define ZOKECC_FUZZ_BOTH_CURVES_H
 
@@ -31,7 +31,7 @@ inline const Curve &small_of(unsigned byte_len, uint32_t session_type) {
     return curves.at(byte_len);
 }
 
-// Mostly a small one, 991 points over 1009 elements: a product there takes no time.
+// Usually a small one, 991 points over 1009 elements, where scalar multiplication takes no time.
 inline const Curve &both_curve(FuzzInput &input) {
     const Curve *const wide[] = {&curve("sm2p256v1"), &curve("secp192r1")};
     const Curve *const curves[] = {&small_of(32, 4), &small_of(24, 2), &small_of(32, 4), &small_of(24, 2),
@@ -73,14 +73,14 @@ inline Coordinates multiple_of_G(const Curve &c, const mint &k) {
     ecc_fix_point_mul(&k, nullptr, &c.a, nullptr, &c.p, &out);
     return written_as(out, c.byte_len);
 }
-// L bytes each: a multiple of G as a rule, else anything.
+// L bytes each: usually a multiple of G, otherwise anything.
 inline Coordinates point_bytes(FuzzInput &input, const Curve &c) {
     if (input.below(4) != 3) return multiple_of_G(c, input.reduced(c.n));
     const ByteString x = input.bytes(c.byte_len);
     return {x, input.bytes(c.byte_len)};
 }
 
-// Any product of a point, by the public call; infinity is zero bytes.
+// A scalar multiplication by the public call; infinity is zero bytes.
 inline Coordinates product(const Curve &c, const ByteString &k, const Coordinates &P) {
     const mint scalar = number_of(k);
     const ecc_point point{0, number_of(P.x), number_of(P.y)};

@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Numbers and points to byte strings and back: nothing is lost, nothing is written beside the
+// Numbers and points to byte strings and back: nothing is lost, nothing is written outside the
 // result, and short buffers are refused.
 #include <zokecc/ecc.h>
 
@@ -11,7 +11,7 @@ using namespace zokecc_fuzz;
 
 namespace {
 
-// Big-endian and as short as the words allow: a zero top word counts for one byte.
+// Big-endian and as short as the words allow: a zero top word counts as one byte.
 ByteString shortest(const mint &value) {
     ByteString out;
     for (uint32_t i = value.len; i-- > 0;)
@@ -36,14 +36,14 @@ void check_reading(FuzzInput &input) {
 
     GuardedBuffer out(80);
     uint32_t length = 0;
-    check(mint_to_octetstring(&value, 80, out.data(), &length) == 0, "writing what was read");
+    check(mint_to_octetstring(&value, 80, out.data(), &length) == 0, "writing back");
     mint again{};
     octetstring_to_mint(out.data(), length, &again);
     check(same_record(again, value), "reading, writing and reading again");
-    check(out.untouched_from(length), "nothing behind the string");
+    check(out.untouched_from(length), "nothing after the string");
 }
 
-// Any size, or one that just fits or just does not.
+// Any size, often one that just fits or just does not.
 uint32_t near(FuzzInput &input, uint32_t size) {
     return input.flag() ? input.below(100) : std::max(size, 1u) - 1 + input.below(3);
 }
@@ -59,7 +59,7 @@ void check_writing(FuzzInput &input) {
     if (mint_to_octetstring(&value, capacity, out.data(), &length) == 0) {
         check(size <= capacity && length == size, "the shortest string fits");
         check_bytes(out.first(size), want, "mint_to_octetstring");
-        check(out.untouched_from(size), "nothing behind it");
+        check(out.untouched_from(size), "nothing after it");
     } else {
         check(size > capacity && length == 0xABCDEF01u && out.untouched(), "too short, and nothing written");
     }
@@ -73,7 +73,7 @@ void check_writing(FuzzInput &input) {
         ByteString expected(fixed - size, 0);
         expected.insert(expected.end(), want.begin(), want.end());
         check_bytes(padded.first(fixed), expected, "mint_to_fixedlen_os");
-        check(padded.untouched_from(fixed), "nothing behind the padded string");
+        check(padded.untouched_from(fixed), "nothing after the padded string");
     }
 }
 
@@ -122,7 +122,7 @@ void check_points(FuzzInput &input) {
     if (form != 1) want.insert(want.end(), point.y, point.y + used);
     check(written == needed, "the bytes of a point");
     check_bytes(out.first(want.size()), want, "ecc_PointToByte");
-    check(out.untouched_from(want.size()), "nothing behind the point");
+    check(out.untouched_from(want.size()), "nothing after the point");
 }
 
 }  // namespace

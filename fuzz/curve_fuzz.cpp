@@ -1,14 +1,14 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Curves nobody has checked: any record is configured, in a session and for the process, and every
-// call is made on it. All of them come to an end, answer with a code of theirs, and write no further
-// than they say.
+// Unchecked curves: any record is installed, in a session and for the process, and every
+// call is made on it. Each call must terminate, return one of its documented codes, and write no further
+// than documented.
 #include "fuzz/both_curves.h"
 
 using namespace zokecc_fuzz;
 
 namespace {
 
-// Field primes are short as a rule: the table of an eight-word one takes longer than all the rest.
+// Field primes are usually short: the table of an eight-word prime takes longer than everything else.
 void fill_field(FuzzInput &input, uint8_t *field, size_t L) {
     const size_t used = input.below(16) == 15 ? L : input.below(9);
     const ByteString bytes = input.bytes(used);
@@ -51,7 +51,7 @@ void signing_calls(const SessionCase &x, uint32_t algorithm) {
     check(
         known_status(ZOK_ExternalSignHash_ECC(x.session, algorithm, &x.d, text, size, text, size, sig.get())),
         "hashing and signing");
-    check(sig.guards_intact(), "nothing beside a signature");
+    check(sig.guards_intact(), "nothing outside a signature");
     check(known_status(SDF_ExternalVerify_ECC(x.session, algorithm, &x.P, text, size, sig.get())),
           "verifying");
     check(known_status(
@@ -70,7 +70,7 @@ void encryption_calls(const SessionCase &x, uint32_t algorithm) {
     check(known_status(
               SDF_ExternalDecrypt_ECC(x.session, algorithm, &x.d, cipher.get(), plain.data(), &length)),
           "decrypting a record");
-    check(plain.untouched_from(x.L), "nothing beside the plaintext");
+    check(plain.untouched_from(x.L), "nothing outside the plaintext");
     check(known_status(ZOK_ExternalEncrytp_ECC(x.session, &x.P, x.text.data(),
                                                static_cast<int32_t>(x.text.size()), flat.data(), &length)),
           "encrypting a string");
@@ -91,12 +91,12 @@ void key_calls(const SessionCase &x) {
           "keys");
     check(known_status(ZOK_GenerateResponseTmpKeyWithECC(x.session, priv.get(), pub.get())),
           "temporary keys");
-    check(pub.guards_intact() && priv.guards_intact(), "nothing beside the keys");
+    check(pub.guards_intact() && priv.guards_intact(), "nothing outside the keys");
     check(known_status(ZOK_ExternalEcdhKeyAgreement(x.session, &x.d, &x.P, secret.data())), "ECDH");
     check(known_status(
               ZOK_GenerateUserInfo(x.session, &x.P, x.text.data(), length_of(x.text), Z.data(), &length)),
           "Z");
-    check(secret.untouched_from(x.L) && Z.untouched_from(32), "nothing beside secret and Z");
+    check(secret.untouched_from(x.L) && Z.untouched_from(32), "nothing outside secret and Z");
 }
 
 void agreement_calls(const SessionCase &x, uint32_t bits) {
@@ -121,7 +121,7 @@ void agreement_calls(const SessionCase &x, uint32_t bits) {
     check(known_status(ZOK_GenerateAgreementDataAndKeyWithECC(x.session, bits, text, size, text, size, &x.d,
                                                               &x.P, &x.R, &R, result.get())),
           "the responder with Z");
-    check(key.untouched_from(bits / 8) && result.guards_intact(), "nothing beside the key");
+    check(key.untouched_from(bits / 8) && result.guards_intact(), "nothing outside the key");
 }
 
 template <class T>
@@ -239,7 +239,7 @@ void check_process(FuzzInput &input) {
 
 int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
     FuzzInput input(data, size);
-    AllocLedger ledger(20000);  // up to 1,024 nonces in vain, with a product or two each
+    AllocLedger ledger(20000);  // up to 1,024 unusable nonces, with a product or two each
     FakeEntropy entropy;
     entropy.stuck = input.below(4) == 3;
     if (input.flag())

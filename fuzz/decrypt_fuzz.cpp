@@ -1,6 +1,6 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Decryption of anything, by every call: both generations give the same bytes, these are what the
-// standard's key stream makes of the ciphertext, and what was encrypted comes back.
+// Decryption of arbitrary input, by every call: both generations give the same bytes, those that the
+// standard's key stream yields, and decryption inverts encryption.
 #include "fuzz/both_curves.h"
 #include "tests/mint/kept_rules.h"
 #include "tests/support/kdf_model.h"
@@ -19,12 +19,12 @@ struct Answer {
 
 Answer answer(uint32_t status, uint32_t length, const GuardedBuffer &out) {
     const bool written = length != kUntouched;
-    check(!written || length <= out.size(), "a length within the area");
-    check(out.untouched_from(written ? length : 0), "nothing beside the plaintext");
+    check(!written || length <= out.size(), "a length within the buffer");
+    check(out.untouched_from(written ? length : 0), "nothing outside the plaintext");
     return {status, written, out.first(written ? length : 0)};
 }
 
-// sm2_Decry and ZOK_ExternalDecrypt_ECC; in areas of the exact size.
+// sm2_Decry and ZOK_ExternalDecrypt_ECC, in buffers of the exact size.
 Answer flat_session(void *session, const ByteString &d, const ByteString &cipher) {
     const ECCrefPrivateKey key = private_record(d);
     GuardedBuffer out(cipher.size());
@@ -85,13 +85,13 @@ void check_sm2(const Curve &c, uint32_t selector, const ByteString &d, const Byt
     const bool fits = value == slice(cipher, 1 + 2 * L + m, 32);
     check(got.status == (fits ? ZOK_OK : ZOK_ERR_INTERNAL), "the check value decides");
     const bool legacy_fits = value == slice(cipher, 1 + 2 * L, 32);
-    check(legacy.status == (legacy_fits ? 0 : 0xFFFFFFFFu), "KEPT: compared where C2 begins");
+    check(legacy.status == (legacy_fits ? 0 : 0xFFFFFFFFu), "KEPT: compared at the start of C2");
     if (m != L) return;
     const Answer record = record_session(session, ZOK_ALG_SM2_ENCRYPT, d, cipher_record(cipher, L));
-    check(record.status == got.status && record.plain == got.plain, "the record form says the same");
+    check(record.status == got.status && record.plain == got.plain, "the record form agrees");
 }
 
-// message * x2 modulo p, divided again by the deployed inverse.
+// message * x2 modulo p, then divided by the deployed inverse.
 void check_product(const Curve &c, const ByteString &d, const ByteString &numbers) {
     const size_t L = c.byte_len, W = 4 * c.p.len;
     const ECCCipher cipher = cipher_record(joined({{4}, numbers, ByteString(32)}), L);
@@ -109,10 +109,10 @@ void check_product(const Curve &c, const ByteString &d, const ByteString &number
     const ecc_scalar scalar{key.data(), length_of(key)};
     GuardedBuffer out(L + 1);
     const int32_t length = Eces_Decry(&scalar, octets.data(), static_cast<uint32_t>(3 * W), out.data());
-    check(length >= 0 && out.first(static_cast<size_t>(length)) == got.plain, "Eces_Decry says the same");
+    check(length >= 0 && out.first(static_cast<size_t>(length)) == got.plain, "Eces_Decry agrees");
 }
 
-// Any length that the record may state, also one that fits no curve.
+// Any length in the record, even one that fits no curve.
 void check_eces_lengths(FuzzInput &input, const Curve &c) {
     ByteString d = scalar_bytes(input, c);
     const uint32_t cipher_len = input.below(300);
@@ -138,14 +138,14 @@ void check_deformat(FuzzInput &input, const Curve &c) {
         check(out.untouched() && length == kUntouched, "nothing written");
     } else if (size == L - 1) {
         const ByteString want(zero + 1, block.end());
-        check(length == want.size() && out.first(length) == want, "what stands behind the zero");
+        check(length == want.size() && out.first(length) == want, "the bytes after the zero");
         check(out.untouched_from(length), "and nothing else");
     } else {
         check(length == L - 2 && slice(out.all(), L - 2 - size, size) == block, "right-aligned");
     }
 }
 
-// A ciphertext of either call, unspoilt or with some bytes changed.
+// A ciphertext of either call, intact or with some bytes changed.
 void check_round_trip(FuzzInput &input, const Curve &c) {
     const uint32_t selector = input.below(2);
     const ByteString d = fixed_bytes(input.reduced(c.n), c.byte_len),
@@ -174,7 +174,7 @@ void check_round_trip(FuzzInput &input, const Curve &c) {
     const Coordinates sent = product(c, fixed_bytes(k, c.byte_len), Q), received = product(c, d, C1);
     if (sent.x == received.x && sent.y == received.y) {
         const Answer back = flat_session(session_of(c, selector), d, cipher);
-        check(back.status == ZOK_OK && back.plain == message, "what was encrypted comes back");
+        check(back.status == ZOK_OK && back.plain == message, "decryption inverts encryption");
     }
     for (uint32_t changes = input.below(4); changes > 0; --changes) {
         uint8_t &changed = cipher[input.word() % cipher.size()];

@@ -1,6 +1,6 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Division and reduction: quotient and remainder make up the dividend, the remainder is below the
-// divisor, and all three routines agree with long division bit by bit, wherever they store.
+// Division and reduction: dividend = quotient * divisor + remainder, the remainder is below the
+// divisor, and all three routines agree with bitwise long division, wherever they store.
 #include "fuzz/fuzz_check.h"
 #include "fuzz/fuzz_input.h"
 #include "tests/mint/kept_rules.h"
@@ -13,7 +13,7 @@ struct Division {
     mint quotient, remainder;
 };
 
-// What mint_div answers: a dividend below the divisor, as mint_compare has it, is handed on as it is.
+// The result of mint_div: a dividend below the divisor, by mint_compare, is returned unchanged.
 Division model_division(const mint &a, const mint &m) {
     if (kept_compare(a, m) < 0) return {Natural().to_mint(), a};
     Natural quotient, remainder;
@@ -21,7 +21,7 @@ Division model_division(const mint &a, const mint &m) {
     return {quotient.to_mint(), remainder.to_mint()};
 }
 
-// Zero in several words is seen only behind the comparison, which may find the dividend smaller.
+// Zero in several words is detected only after the comparison, which may find the dividend smaller.
 bool refused_as_zero(const mint &a, const mint &m) {
     return Natural(m).is_zero() && (m.len < 2 || kept_compare(a, m) >= 0);
 }
@@ -34,16 +34,16 @@ void check_zero_divisor(const mint &a, const mint &m) {
     mint_mod_reduce(&a, &m, &reduced);
 }
 
-// The quotient and the remainder in every place that they may go to.
+// The quotient and the remainder in every permitted output.
 void check_places(const mint &a, const mint &m, const Division &want) {
     mint quotient{}, remainder{};
     check(mint_div(&a, &m, nullptr, &remainder) == 1, "a dropped quotient");
-    check_value(remainder, want.remainder, "the remainder beside a dropped quotient");
+    check_value(remainder, want.remainder, "the remainder with a dropped quotient");
 
     mint over_a = a;
     check(mint_div(&over_a, &m, &quotient, &over_a) == 1, "a remainder over the dividend");
     check_value(over_a, want.remainder, "the remainder over the dividend");
-    check_value(quotient, want.quotient, "the quotient beside it");
+    check_value(quotient, want.quotient, "the quotient with it");
 
     over_a = a;
     check(mint_div(&over_a, &m, &over_a, &remainder) == 1, "a quotient over the dividend");
@@ -51,7 +51,7 @@ void check_places(const mint &a, const mint &m, const Division &want) {
     mint over_m = m;
     check(mint_div(&a, &over_m, &over_m, &remainder) == 1, "a quotient over the divisor");
     check_value(over_m, want.quotient, "the quotient over the divisor");
-    check_value(remainder, want.remainder, "the remainder beside it");
+    check_value(remainder, want.remainder, "the remainder with it");
 }
 
 void check_reductions(const mint &a, const mint &m, const Division &want) {
@@ -92,6 +92,6 @@ int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
     check_value(remainder, want.remainder, "remainder");
     check_places(a, m, want);
     check_reductions(a, m, want);
-    check(same_record(a, a_given) && same_record(m, m_given), "the operands stay as they were");
+    check(same_record(a, a_given) && same_record(m, m_given), "the operands are unchanged");
     return 0;
 }

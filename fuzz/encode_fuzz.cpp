@@ -1,6 +1,6 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Points read from byte strings: what is accepted lies on the curve and is what the string says,
-// and a point that was written is read back.
+// Points from byte strings: an accepted point is on the curve and is the one in the string,
+// and a written point can be read back.
 #include "fuzz/both_curves.h"
 
 using namespace zokecc_fuzz;
@@ -19,7 +19,7 @@ bool on_curve(const Curve &c, const ecc_point_bytes &P) {
 
 bool compressed(uint8_t first) { return first == 2 || first == 3; }
 
-// Whether the length and the first byte belong together; the point itself is not looked at.
+// Whether length and first byte match; the point itself is not checked.
 bool fits_a_form(const ByteString &octets, size_t L) {
     const size_t size = octets.size();
     if (size == 0 || size % 2 == 0) return false;
@@ -31,9 +31,9 @@ void check_reading(const Curve &c, const ByteString &octets) {
     const size_t L = c.byte_len;
     GuardedRecord<ecc_point_bytes> out;
     const int32_t status = ecc_ByteToPoint(octets.data(), length_of(octets), out.get());
-    check(out.guards_intact(), "nothing beside the record");
+    check(out.guards_intact(), "nothing outside the record");
     if (!fits_a_form(octets, L)) {
-        check(status == -1 && out.unchanged(), "no form of a point: refused, and nothing written");
+        check(status == -1 && out.unchanged(), "not a point: refused, and nothing written");
         return;
     }
     if (status != 0 && out.unchanged()) {
@@ -45,13 +45,13 @@ void check_reading(const Curve &c, const ByteString &octets) {
     check((status == 0) == on_curve(c, *out.get()), "accepted if it is on the curve");
     check(ByteString(out->x, out->x + l) ==
               ByteString(octets.begin() + 1, octets.begin() + 1 + static_cast<std::ptrdiff_t>(l)),
-          "x as it stands");
+          "x unchanged");
     for (size_t i = l; i < 65; ++i) check(out->x[i] == 0xA5 && out->y[i] == 0xA5, "the rest of the fields");
     if (!compressed(octets[0])) {
         check(std::equal(out->y, out->y + l, octets.begin() + 1 + static_cast<std::ptrdiff_t>(l)),
-              "y as it stands");
+              "y unchanged");
     } else if (status == 0 && !residue_of(out->y, l, Natural(c.p)).is_zero()) {
-        check((out->y[l - 1] & 1) == (octets[0] & 1), "y has the parity that was asked for");
+        check((out->y[l - 1] & 1) == (octets[0] & 1), "y has the requested parity");
     }
 }
 

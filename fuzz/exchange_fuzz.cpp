@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Key exchange and Diffie-Hellman with any points and scalars: the generations and the calls within
+// Key exchange and ECDH with any points and scalars: both generations and the calls within
 // them give the same keys and confirmation values, and two honest sides agree.
 #include "fuzz/both_curves.h"
 
@@ -19,7 +19,7 @@ struct Context {
     size_t klen;
 };
 
-// What a call gave: 0 if it succeeded, the key, and the values with 02 and 03.
+// The result of a call: 0 if it succeeded, the key, and the values with 02 and 03.
 struct Result {
     uint32_t status;
     ByteString key, with02, with03;
@@ -31,9 +31,9 @@ struct Areas {
     GuardedBuffer key, with02{32}, with03{32};
     Result result(uint32_t status) const {
         check(key.untouched_from(key.size()) && with02.untouched_from(32) && with03.untouched_from(32),
-              "nothing beside the outputs");
+              "nothing outside the outputs");
         check(status == 0 || (key.untouched() && with02.untouched() && with03.untouched()),
-              "a failed call gives nothing");
+              "a failed call writes nothing");
         return {status, key.all(), with02.all(), with03.all()};
     }
 };
@@ -55,7 +55,7 @@ Result legacy_initiator(const Context &x, const Side &side) {
     return out.result(static_cast<uint32_t>(status));
 }
 
-// With r as the number that is drawn.
+// With r as the drawn number.
 Result legacy_responder(const Context &x, const Side &side) {
     const Scalar d(side.d);
     const ecc_point_bytes P = point_record(side.peerP), peer = point_record(side.peerR);
@@ -69,7 +69,7 @@ Result legacy_responder(const Context &x, const Side &side) {
     return out.result(static_cast<uint32_t>(status));
 }
 
-// The key alone: this call's confirmation values are its own.
+// Only the key: this call's confirmation values differ from the others'.
 Result legacy_whole(const Context &x, const Side &side, bool initiator) {
     const Scalar d(side.d), r(side.r);
     const ecc_point_bytes R = point_record(side.R), P = point_record(side.peerP),
@@ -121,7 +121,7 @@ void check_same(const Result &legacy, const Result &session, bool zero_refused) 
         return;
     }
     check((legacy.status == 0) == (session.status == 0), "both generations succeed or fail");
-    if (legacy.status == 0) check(legacy == session, "and give the same");
+    if (legacy.status == 0) check(legacy == session, "and their results are equal");
 }
 
 void check_generations(const Context &x, const Side &side) {
@@ -137,7 +137,7 @@ void check_generations(const Context &x, const Side &side) {
         check(initiator.status == 0 && initiator.key == whole.key, "the call for both roles");
 }
 
-// Two honest sides over a curve where no multiple gets lost.
+// Two honest sides on a curve where no multiple is lost.
 void check_agreement(FuzzInput &input, const Context &x) {
     const Curve &c = x.c;
     auto scalar = [&] { return fixed_bytes(input.reduced(c.n), c.byte_len); };
@@ -147,7 +147,7 @@ void check_agreement(FuzzInput &input, const Context &x) {
     const Side A{dA, rA, RA, PB, RB}, B{dB, rB, RB, PA, RA};
     check_generations(x, A);
     const Result first = session_call(x, A, Call::kInitiate), second = session_call(x, B, Call::kRespond);
-    // The public key of d = 0 is the record of zero bytes, which is no point of the curve.
+    // The public key of d = 0 is a record of zero bytes, not a point on the curve.
     const bool honest = !all_zero(dA) && !all_zero(dB);
     if (honest && first.status == 0 && second.status == 0 && !is_small(c))
         check(first == second, "the sides agree");
@@ -165,7 +165,7 @@ void check_agreement(FuzzInput &input, const Context &x) {
     check_bytes(key_out, product(c, dA, PB).x, "the x of the product");
 }
 
-// Values Z and keys of any length: refused, or nothing but the key is written.
+// Values Z and keys of any length: refused, or only the key is written.
 void check_lengths(FuzzInput &input, const Curve &c) {
     const uint32_t selector = input.below(3);
     const size_t za = input.below(400), zb = input.below(100), klen = input.below(200);

@@ -1,6 +1,6 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Keys, signatures, ciphertexts and PEM as the command-line tool reads them: what is accepted is written
-// again as it was read, or, where more than one form is accepted, reads as the same.
+// Keys, signatures, ciphertexts and PEM as the command-line tool reads them: accepted input is written
+// back unchanged or, if more than one form is accepted, reads as the same.
 #include <cstring>
 
 #include "fuzz/fuzz_check.h"
@@ -25,7 +25,7 @@ void check_written(const ec_key &key) {
         ByteString der(MAX_KEY_DER);
         der.resize(ec_key_to_der(&key, form, der.data(), der.size()));
         check(der.empty() == (form == KEY_SPKI ? key.point_size == 0 : key.has_private == 0),
-              "written if there is what the form has");
+              "written if the key has the parts of the form");
         if (der.empty()) continue;
         ec_key want = key, again{};
         if (form == KEY_SPKI) {
@@ -50,8 +50,8 @@ void check_key(const ByteString &bytes, const named_curve *expected) {
         check(same(key, nothing), "a key that is refused is cleared");
         return;
     }
-    check(key.curve != nullptr && (key.has_private || key.point_size > 0), "an accepted key is one");
-    check(expected == nullptr || key.curve == expected, "of the curve that was asked for");
+    check(key.curve != nullptr && (key.has_private || key.point_size > 0), "an accepted key is complete");
+    check(expected == nullptr || key.curve == expected, "on the requested curve");
     check_written(key);
     ECCrefPublicKey pub{};
     // secp224r1: a compressed point without a root takes long to refuse.
@@ -59,7 +59,7 @@ void check_key(const ByteString &bytes, const named_curve *expected) {
     if (point_to_record(key.curve, key.point, key.point_size, &pub) != nullptr) return;
     uint8_t point[MAX_POINT];
     check(record_to_point(key.curve, &pub, 0, point) == key.point_size, "the size of a point");
-    check(std::memcmp(point + 1, key.point + 1, key.point_size - 1) == 0, "a point as it stood");
+    check(std::memcmp(point + 1, key.point + 1, key.point_size - 1) == 0, "the point unchanged");
 }
 
 void check_pem(const ByteString &bytes, size_t capacity) {
@@ -87,7 +87,7 @@ void check_signature(const named_curve &curve, signature_form form, const ByteSt
     if (read_signature(&curve, form, bytes.data(), bytes.size(), &sig) != nullptr) return;
     ByteString out(MAX_SIGNATURE_BYTES);
     out.resize(write_signature(&curve, form, &sig, out.data()));
-    check_bytes(out, bytes, "a signature as it stood");
+    check_bytes(out, bytes, "the signature unchanged");
 }
 
 void check_cipher(const named_curve &curve, cipher_form form, const ByteString &bytes) {
@@ -99,7 +99,7 @@ void check_cipher(const named_curve &curve, cipher_form form, const ByteString &
           "the parts lie in the ciphertext");
     ByteString out(bytes.size());
     check(write_cipher(&curve, form, &parts, out.data(), out.size()) == bytes.size(), "the same size");
-    check_bytes(out, bytes, "a ciphertext as it stood");
+    check_bytes(out, bytes, "the ciphertext unchanged");
 }
 
 }  // namespace

@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// How a fuzz target says that something is wrong, and what every target compares.
+// How fuzz targets report a finding, and the comparisons they share.
 #ifndef ZOKECC_FUZZ_FUZZ_CHECK_H
 #define ZOKECC_FUZZ_FUZZ_CHECK_H
 
@@ -11,14 +11,14 @@
 #include "tests/support/hex.h"
 #include "tests/support/naive_int.h"
 
-// One input. Always returns 0; a finding ends the process.
+// Runs one input. Always returns 0; a finding aborts the process.
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size);
 
 namespace zokecc_fuzz {
 
 using namespace zokecc_test;
 
-// The line is that of the caller.
+// line is the caller's.
 inline void check(bool holds, const char *what, int line = __builtin_LINE()) {
     if (holds) return;
     std::fprintf(stderr, "line %d: %s\n", line, what);

@@ -1,9 +1,9 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Takes numbers, lengths and byte strings out of one fuzz input, in order; behind its end come
-// bytes that depend on the whole input, so that a short one fills keys and points as well.
+// Takes numbers, lengths and byte strings from one fuzz input, in order; after its end come
+// bytes that depend on the whole input, so that even a short one fills keys and points.
 //
-// Integers come in shapes, not only as raw words: the arithmetic is hardest where words are all
-// ones, all zero or equal to their neighbours, and a mutation seldom finds those by itself.
+// Integers come in special shapes, not only as raw words: the arithmetic is hardest if words are all
+// ones, all zeros or equal to their neighbours, which mutations rarely find.
 #ifndef ZOKECC_FUZZ_FUZZ_INPUT_H
 #define ZOKECC_FUZZ_FUZZ_INPUT_H
 
@@ -50,10 +50,10 @@ public:
         for (uint8_t &each : out) each = byte();
         return out;
     }
-    // What is left, up to a limit.
+    // The remaining bytes, up to a limit.
     ByteString rest(size_t limit) { return bytes(std::min(limit, left_)); }
 
-    // Up to max_len words, the top ones possibly zero; the unused words are not.
+    // Up to max_len words, the top ones possibly zero; the unused words are nonzero.
     mint untrimmed(uint32_t max_len) {
         mint out = rubbish();
         out.len = below(max_len + 1);
@@ -65,7 +65,7 @@ public:
     mint trimmed(uint32_t max_len) { return trim(untrimmed(max_len)); }
     mint number(uint32_t max_len) { return flag() ? untrimmed(max_len) : trimmed(max_len); }
 
-    // Trimmed; shares most words with the other number, so that a borrow meets equal ones.
+    // Trimmed; has most words in common with the other number, so that borrows meet equal words.
     mint relative_of(const mint &other) {
         mint out = rubbish();
         out.len = std::min<uint32_t>(other.len, MINT_WORDS);
@@ -81,7 +81,7 @@ public:
         return flag() ? relative_of(other) : trimmed(max_len);
     }
 
-    // Trimmed and below a bound that is not zero, often next to it.
+    // Trimmed and below a nonzero bound, often close to it.
     mint reduced(const mint &bound) {
         const Natural limit(bound);
         const Natural drawn(flag() ? relative_of(bound) : trimmed(bound.len));

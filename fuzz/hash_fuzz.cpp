@@ -1,6 +1,6 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Digests, codes and derived keys against a second, plain statement of the hashes, with exactly
-// the bytes written that the calls announce.
+// Digests, MACs and derived keys, compared with a second, simple implementation of the hashes; exactly
+// the documented bytes are written.
 #include <zokecc/hash.h>
 
 #include "fuzz/alloc_ledger.h"
@@ -47,7 +47,7 @@ void check_digests(FuzzInput &input) {
     check(Natural(value) == Natural::from_hex(to_hex(digests[selector])) % Natural(modulus), "its value");
 }
 
-// The chain of codes: each over the 32 bytes before it.
+// The chain of MACs: each over the 32 bytes before it.
 ByteString chain(bool sm3, const ByteString &key, ByteString text, size_t length) {
     ByteString out;
     while (out.size() < length) {
@@ -65,7 +65,7 @@ void check_codes(FuzzInput &input) {
 
     GuardedBuffer sha(length), sm3(length);
     ByteString want = model_hmac_sha256(key, text);
-    want.resize(length);  // KEPT: zero bytes behind the code
+    want.resize(length);  // KEPT: zero bytes after the MAC
     check(mhmac_sha256(text.data(), text_len, key.data(), key_len, sha.data(), length) == 0, "mhmac_sha256");
     check_output(sha, want, "mhmac_sha256");
 
@@ -82,7 +82,7 @@ void check_derivation(FuzzInput &input) {
     const ByteString key = input.bytes(input.below(80));
     const uint32_t length = input.below(200);
     const ByteString text = input.rest(150);
-    // KEPT: with SHA-256 the last step writes the whole length where it is no multiple of 32.
+    // KEPT: with SHA-256 the last step writes the whole length if that is not a multiple of 32.
     const uint32_t whole = length / 32 * 32, rest = length - whole;
     ByteString want = chain(false, key, text, length);
     want.resize(rest == 0 ? length : std::min(length, whole + 32));
@@ -113,7 +113,7 @@ void check_random(FuzzInput &input) {
     for (ByteString *out : {&first, &second}) {
         FakeEntropy entropy(now);
         gen_random(out->data(), length);
-        check(entropy.seedings() == 1 + (length + 31) / 32, "one seeding for each begun block");
+        check(entropy.seedings() == 1 + (length + 31) / 32, "one seeding per started block");
     }
     check_bytes(first, second, "the same bytes from the same seed");
     FakeEntropy entropy(now);

@@ -1,6 +1,6 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// The inverse, word for word that of the deployed iteration, for odd and even moduli and for
-// operands without an inverse; where no kept subtraction acted it is also the true one.
+// The inverse matches the deployed iteration word for word, for odd and even moduli and for
+// operands without an inverse; if no kept subtraction applied it is also the true one.
 #include "fuzz/fuzz_check.h"
 #include "fuzz/fuzz_input.h"
 #include "tests/mint/kept_rules.h"
@@ -11,7 +11,7 @@ namespace {
 
 constexpr uint32_t kWords = 9;  // the widest modulus
 
-// Moduli with words of ones, where the kept subtraction shows.
+// Moduli with words of all ones, which expose the kept subtraction.
 const char *const kModuli[] = {
     "fffffffeffffffffffffffffffffffff7203df6b21c6052b53bbf40939d54123",  // order of the SM2 curve
     "fffffffeffffffffffffffffffffffffffffffff00000000ffffffffffffffff",  // its prime
@@ -53,7 +53,7 @@ int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
 
     if (!M.is_zero() && (A % M).is_zero() && M.is_odd() && M != Natural(1))
         check_value(out, M, "a multiple of an odd modulus gives the modulus");
-    // One word cannot meet an equal one under a borrow, so there the inverse is the textbook's.
+    // A single word cannot meet an equal one under a borrow, so the inverse is the textbook's.
     const Natural one(1);
     if (M.word_count() == 1 && M != one && greatest_common_divisor(A % M, M) == one)
         check(mod_mul(A % M, Natural(out), M) == one, "a * x is 1 modulo one word");

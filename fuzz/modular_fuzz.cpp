@@ -1,6 +1,6 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Plain and modular arithmetic against the naive integers and the kept subtraction, with the
-// output apart from the operands and over each of them.
+// Plain and modular arithmetic, compared with naive integers and the kept subtraction, with the
+// output separate from the operands and over each of them.
 #include "fuzz/fuzz_check.h"
 #include "fuzz/fuzz_input.h"
 #include "tests/mint/kept_rules.h"
@@ -11,7 +11,7 @@ namespace {
 
 constexpr unsigned kRecordBits = 32 * MINT_WORDS;
 
-// Runs call(a, b, out) with the output apart, over a and over b, and compares.
+// Runs call(a, b, out) with a separate output, over a and over b, and compares.
 template <class Call>
 void check_places(const mint &a, const mint &b, Call call, const Natural &want, const char *what) {
     mint x = a, y = b, out = Natural(7).to_mint();
@@ -60,7 +60,7 @@ void check_plain(FuzzInput &input) {
     if (bits != 0) check_value(shifted, Natural(a) >> bits, "mint_right_move");
 }
 
-// The calls on bare words, of up to 38.
+// The calls on plain word arrays of up to 38.
 void check_words(FuzzInput &input) {
     const mint a = input.untrimmed(MINT_WORDS), b = input.untrimmed(MINT_WORDS);
     const uint32_t w = input.word();

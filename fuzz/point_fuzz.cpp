@@ -1,6 +1,6 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Points and their multiples by two routes: the library against a second statement of its
-// formulas, word for word, and the comb, the window and plain repeated addition against each other.
+// Points and their multiples, computed in two ways: the library compared with a second version of its
+// formulas, word for word, and the comb, wNAF and plain repeated addition with each other.
 #include <zokecc/ecc.h>
 
 #include "fuzz/alloc_ledger.h"
@@ -15,7 +15,7 @@ using namespace zokecc_fuzz;
 
 namespace {
 
-// Any modulus that is not zero; the formulas do not ask for a prime.
+// Any nonzero modulus; the formulas do not need a prime.
 mint modulus(FuzzInput &input, uint32_t max_len) {
     mint p = input.trimmed(max_len);
     if (p.len == 0) p = FuzzInput::with_rubbish(Natural(97));
@@ -28,7 +28,7 @@ ecc_point point(FuzzInput &input, const mint &p) {
     return {infinity, input.reduced(p), input.reduced(p)};
 }
 
-// The two may share coordinates or be opposite.
+// The two may have coordinates in common or be opposite.
 ecc_point second_point(FuzzInput &input, const mint &p, const ecc_point &first) {
     ecc_point out = point(input, p);
     const uint32_t relation = input.below(4);
@@ -74,7 +74,7 @@ void check_sums(FuzzInput &input) {
     check((ecc_test_point(&P, &a, &b, &p) == 0) == with_b.holds(P), "ecc_test_point");
 }
 
-// Any record as a curve: the window and the comb, word for word.
+// Any record as a curve: wNAF and the comb, word for word.
 void check_products(FuzzInput &input) {
     const mint p = modulus(input, 2), a = input.reduced(p), k = input.number(8);
     const ModelCurve model(a, a, p);
@@ -94,7 +94,7 @@ void check_products(FuzzInput &input) {
     check(same_point(out, want), "ecc_fix_point_mul_1");
 }
 
-// Small groups in plain integers: every step of the window as the library is known to take it.
+// Small groups in plain integers: every step of wNAF as the library takes it.
 void check_tiny(FuzzInput &input) {
     static const TinyCurve curves[] = {{97, 2, 3}, {23, 1, 1}, {101, 100, 7}, {7, 0, 3}, {113, 5, 0}};
     const TinyCurve &curve = input.pick(curves);
@@ -123,7 +123,7 @@ const Known &known_curve(FuzzInput &input) {
     return input.pick(curves);
 }
 
-// KEPT: the window loses the multiple n - 2 * (n mod 16) where n mod 16 is 1, 3, 5 or 7.
+// KEPT: wNAF loses the multiple n - 2 * (n mod 16) if n mod 16 is 1, 3, 5 or 7.
 bool is_lost(const Natural &k, const Natural &n) {
     const uint32_t low = n.word(0) & 15;
     return (low == 1 || low == 3 || low == 5 || low == 7) && k + Natural(2 * low) == n;

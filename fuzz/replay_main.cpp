@@ -1,6 +1,6 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Runs a fuzz target on the files and folders that the command line names, so that its corpus is
-// an ordinary test with every compiler, and a finding can be looked at without libFuzzer.
+// Runs a fuzz target on the files and folders named on the command line, so that its corpus is
+// an ordinary test with every compiler, and findings can be examined without libFuzzer.
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
@@ -29,7 +29,7 @@ int main(int argc, char **argv) {
         }
         const std::vector<char> text{std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
         const std::vector<uint8_t> bytes(text.begin(), text.end());
-        // Named before it runs: a finding ends the process.
+        // Printed before it runs, because a finding aborts the process.
         std::fprintf(stderr, "%s\n", file.c_str());
         LLVMFuzzerTestOneInput(bytes.data(), bytes.size());
     }

@@ -1,8 +1,8 @@
 #!/bin/sh
 # Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 # fuzz/run.sh SECONDS: runs every target of the preset `fuzz` for that long, one per processor, and
-# prints what each did. New inputs go to build/fuzz/corpus/TARGET, findings to build/fuzz/findings
-# under names that begin with the target's. The exit status is not 0 if there are any.
+# prints statistics. New inputs go to build/fuzz/corpus/TARGET, findings to build/fuzz/findings
+# under names that begin with the target's. The exit status is nonzero if there are any.
 set -eu
 cd "$(dirname "$0")/.."
 work=build/fuzz
@@ -10,7 +10,7 @@ work=build/fuzz
 # fuzz_one SECONDS TARGET
 fuzz_one() {
     mkdir -p "$work/corpus/$2" "$work/findings" "$work/logs"
-    # alloc_ledger.h looks after what is left allocated, input by input.
+    # alloc_ledger.h checks for leaks, input by input.
     status=0
     timeout -k 10 "$(($1 + 300))" "$work/fuzz/$2_fuzz" -max_total_time="$1" -max_len=1024 \
         -timeout=25 -report_slow_units=25 -rss_limit_mb=3000 -detect_leaks=0 -print_final_stats=1 \
@@ -27,7 +27,7 @@ table() {
         log=$work/logs/$target.log
         value() { awk -v key="stat::$1:" '$1 == key { number = $2 } END { print number + 0 }' "$log"; }
         findings=$(find "$work/findings" -name "$target-*" | wc -l)
-        # A target that could not start, or was stopped, has left no input behind.
+        # A target that could not start, or was stopped, has left no input.
         if [ "$findings" -eq 0 ] && [ "$(cat "$work/logs/$target.status")" -ne 0 ]; then findings=1; fi
         all=$((all + findings))
         printf '%-10s %12d %8d %11d %9d\n' "$target" "$(value number_of_executed_units)" \

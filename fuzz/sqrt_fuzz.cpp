@@ -1,6 +1,6 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Square roots: what is called a root is one, every square has one, and of two numbers whose
-// quotient is no square exactly one has a root. Other odd moduli only have to come to an end.
+// Square roots: every reported root is one, every square has one, and of two numbers whose
+// quotient is not a square exactly one has a root. With other odd moduli the call only has to terminate.
 #include "fuzz/alloc_ledger.h"
 #include "fuzz/fuzz_check.h"
 #include "fuzz/fuzz_input.h"
@@ -10,7 +10,7 @@ using namespace zokecc_fuzz;
 
 namespace {
 
-// Short ones mostly: a root modulo 256 bits takes a thousand times as long as one modulo 32.
+// Mostly short ones: a root modulo 256 bits takes a thousand times as long as one modulo 32.
 const char *const kPrimes[] = {
     // 3 modulo 4
     "fffffffeffffffffffffffffffffffffffffffff00000000ffffffffffffffff", "1fffffffffffffff", "7fffffff", "13",
@@ -34,7 +34,7 @@ Root root_of(const Natural &a, const mint &p) {
     const int32_t status = mint_sqrt(&operand, &p, &out);
     check(status == 1 || same_record(out, untouched), "without a root nothing is written");
     mint in_place = operand;
-    check(mint_sqrt(&in_place, &p, &in_place) == status, "the same answer in place");
+    check(mint_sqrt(&in_place, &p, &in_place) == status, "the same result in place");
     check_value(in_place, status == 1 ? out : operand, "the same root in place");
     return {status, out};
 }
@@ -54,16 +54,16 @@ void check_prime(FuzzInput &input) {
     }
     check(is_root(root_of(square, p), square, P), "a square has its root");
 
-    // A number times a non-residue. 2 is none for p = 5 modulo 8, -1 none for p = 3 modulo 4.
+    // A number times a non-residue: 2 for p = 5 modulo 8, -1 for p = 3 modulo 4.
     const Root first = root_of(x, p);
     if ((P.word(0) & 7) == 1) {
-        check(first.status == 1, "for p = 1 modulo 8 there always is an answer");
+        check(first.status == 1, "for p = 1 modulo 8 there is always a result");
         return;
     }
     const Natural other = P.bit(1) ? P - x : mod_mul(x, Natural(2), P);
     const Root second = root_of(other, p);
     check(first.status + second.status == 1, "exactly one of the two is a square");
-    check(first.status == 1 ? is_root(first, x, P) : is_root(second, other, P), "and that one has its root");
+    check(first.status == 1 ? is_root(first, x, P) : is_root(second, other, P), "and it has its root");
 }
 
 }  // namespace
@@ -82,7 +82,7 @@ int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
     const mint a = input.number(3);
     entropy.stuck = input.flag();
     const int32_t status = mint_sqrt(&a, &p, &out);
-    check(status >= -1 && status <= 1 && out.len <= MINT_WORDS, "an answer that is listed");
+    check(status >= -1 && status <= 1 && out.len <= MINT_WORDS, "a documented result");
     check(entropy.number_calls <= 60, "at most sixty candidates are drawn");
     return 0;
 }

@@ -1,6 +1,6 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Verification of anything, by every call: both generations give the same verdict, hashing inside
-// is hashing before, and what was signed verifies.
+// Verification of arbitrary input, by every call: both generations give the same verdict, hashing inside
+// the call equals hashing before it, and genuine signatures verify.
 #include "fuzz/both_curves.h"
 #include "tests/mint/kept_rules.h"
 #include "tests/support/kdf_model.h"
@@ -40,7 +40,7 @@ void check_sm2(const Case &given) {
     ByteString text = given.text;
     const sm3_msg message{text.data(), 0, length_of(text)};
     const int32_t legacy = sm2_DigitalVeriy(&pub, &message, &sig, given.Z.data(), given.selector);
-    check(legacy >= -1 && legacy <= 1, "a result that is listed");
+    check(legacy >= -1 && legacy <= 1, "a documented result");
     if (in_range(given)) check((legacy == 0) == (verdict == ZOK_OK), "both generations agree on SM2");
 }
 
@@ -54,13 +54,13 @@ void check_ecdsa(const Case &given) {
     ByteString text = given.text;
     const sm3_msg message{text.data(), 0, length_of(text)};
     const int32_t legacy = Ecdsa_DigitalVeriy(&pub, &message, &sig, given.selector);
-    check(legacy == 0 || legacy == 1, "a result that is listed");
+    check(legacy == 0 || legacy == 1, "a documented result");
     if (in_range(given)) check((legacy == 1) == (verdict == ZOK_OK), "both generations agree on ECDSA");
     if ((Natural(number_of(given.s)) % Natural(given.c.n)).is_zero())
-        check(legacy == 0, "a multiple of n is no s");
+        check(legacy == 0, "a multiple of n is not a valid s");
 }
 
-// ZOK_ExternalVerifyHash_ECC against Z, hash and SDF_ExternalVerify_ECC one by one.
+// ZOK_ExternalVerifyHash_ECC, compared with Z, hash and SDF_ExternalVerify_ECC step by step.
 void check_hashing(const Case &given, const ByteString &id) {
     void *session = session_of(given.c, given.selector);
     const ECCrefPublicKey pub = public_record(given.Q);
@@ -74,14 +74,14 @@ void check_hashing(const Case &given, const ByteString &id) {
     check(ZOK_ExternalVerifyHash_ECC(session, ZOK_ALG_SM2_SIGN, &pub, given.text.data(),
                                      length_of(given.text), id.data(), length_of(id),
                                      &sig) == session_verdict(given, ZOK_ALG_SM2_SIGN, e),
-          "hashing inside is hashing before");
+          "hashing inside equals hashing before");
     check(ZOK_ExternalVerifyHash_ECC(session, ZOK_ALG_ECDSA_SIGN, &pub, given.text.data(),
                                      length_of(given.text), nullptr, 7, &sig) ==
               session_verdict(given, ZOK_ALG_ECDSA_SIGN, selected_digest(given.selector, given.text)),
-          "for ECDSA as well");
+          "for ECDSA, too");
 }
 
-// Records whose stated sizes have nothing to do with the curve.
+// Records whose sizes have nothing to do with the curve.
 void check_sizes(FuzzInput &input, const Curve &c) {
     ECCrefPublicKey pub{};
     pub.bits = input.flag() ? input.word() : input.below(600);
@@ -113,7 +113,7 @@ void check_sizes(FuzzInput &input, const Curve &c) {
     check(!too_long || (ecdsa == 0 && sm2 == -1), "records that are too long are refused");
 }
 
-// KEPT: the signature only verifies if the inverses on its way are the true ones.
+// KEPT: the signature verifies only if all its inverses are the true ones.
 bool inverse_is_true(const Natural &x, const Natural &n) {
     return mod_mul(x % n, kept_inverse(x % n, n), n) == Natural(1);
 }
@@ -141,7 +141,7 @@ void check_signing(FuzzInput &input, const Curve &c) {
     const ECCrefPublicKey pub = public_record(multiple_of_G(c, d));
     check(ZOK_ExternalVerifyHash_ECC(session_of(c, selector), algorithm, &pub, text.data(), length_of(text),
                                      nullptr, 0, &sig) == ZOK_OK,
-          "what was signed verifies");
+          "a genuine signature verifies");
 }
 
 }  // namespace
