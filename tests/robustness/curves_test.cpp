@@ -6,6 +6,7 @@
 
 #include "tests/ecc/tiny_record.h"
 #include "tests/robustness/bad_inputs.h"
+#include "tests/sdf/fixtures.h"
 #include "tests/support/failing_alloc.h"
 #include "tests/support/legacy_curve.h"
 #include "tests/support/legacy_records.h"
@@ -18,26 +19,6 @@ using robustness::bad;
 namespace {
 
 const uint32_t kNoTypes[] = {0, 7, 8, 0x80000000u, 0xFFFFFFFFu};
-
-// A session without a curve.
-class Bare {
-public:
-    Bare() {
-        EXPECT_EQ(SDF_OpenDevice(&device_), ZOK_OK);
-        EXPECT_EQ(SDF_OpenSession(device_, &session_), ZOK_OK);
-    }
-    ~Bare() {
-        EXPECT_EQ(SDF_CloseSession(session_), ZOK_OK);
-        EXPECT_EQ(SDF_CloseDevice(device_), ZOK_OK);
-    }
-    Bare(const Bare &) = delete;
-    Bare &operator=(const Bare &) = delete;
-    void *handle() const { return session_; }
-
-private:
-    void *device_ = nullptr;
-    void *session_ = nullptr;
-};
 
 // Each field with the highest bit of its L bytes set, and with all bits set.
 template <class Record>
@@ -82,25 +63,25 @@ void add_session_curve() {
     bad("ZOK_CurveParaCfg", "no session",
         [] { EXPECT_EQ(ZOK_CurveParaCfg(nullptr, 1, &good), ZOK_ERR_SESSION); });
     bad("ZOK_CurveParaCfg", "no record",
-        [] { EXPECT_EQ(ZOK_CurveParaCfg(Bare().handle(), 1, nullptr), ZOK_ERR_ARGUMENT); });
+        [] { EXPECT_EQ(ZOK_CurveParaCfg(CurvelessSession().handle(), 1, nullptr), ZOK_ERR_ARGUMENT); });
     bad("ZOK_CurveVerify", "no record", [] { EXPECT_EQ(ZOK_CurveVerify(1, nullptr), ZOK_ERR_ARGUMENT); });
     for (uint32_t type : kNoTypes) {
         const std::string what = "type " + std::to_string(type);
         bad("ZOK_CurveVerify", what, [=] { EXPECT_EQ(ZOK_CurveVerify(type, &good), ZOK_ERR_ARGUMENT); });
         bad("ZOK_CurveParaCfg", what, [=] {
-            const Bare session;
-            const ByteString before = record_image(*static_cast<SessionContext *>(session.handle()));
+            const CurvelessSession session;
+            const ByteString before = image(*static_cast<SessionContext *>(session.handle()));
             FailingAlloc counter;
             EXPECT_EQ(ZOK_CurveParaCfg(session.handle(), type, &good), ZOK_ERR_ARGUMENT);
             EXPECT_EQ(counter.allocations, 0u);
-            EXPECT_TRUE(before == record_image(*static_cast<SessionContext *>(session.handle())));
+            EXPECT_TRUE(before == image(*static_cast<SessionContext *>(session.handle())));
         });
     }
     for (const auto &[what, record] : wrong_records(good, 20)) {
         bad("ZOK_CurveVerify", what,
             [record = record] { EXPECT_EQ(ZOK_CurveVerify(1, &record), ZOK_ERR_INTERNAL); });
         bad("ZOK_CurveParaCfg", what, [record = record] {
-            const Bare session;
+            const CurvelessSession session;
             EXPECT_EQ(ZOK_CurveParaCfg(session.handle(), 1, &record), ZOK_ERR_INTERNAL);
             EXPECT_EQ(static_cast<SessionContext *>(session.handle())->curve_type, 0u);
         });

@@ -98,8 +98,7 @@ void add_sizes() {
                 [=](SessionArguments &a) { a.message_len = size; });
     refuses(kEncrypt, ZOK_ERR_ARGUMENT, "a message of 16 bytes on a curve of 32", [](SessionArguments &a) {
         a.session = sm2_session();
-        a.public_record =
-            public_key(fixed_bytes(curve("sm2p256v1").G.x, 32), fixed_bytes(curve("sm2p256v1").G.y, 32));
+        a.public_record = base_point_key(curve("sm2p256v1"));
         a.message_len = 16;
     });
     for (uint32_t size : {0u, 0x80000000u, 0xFFFFFFEBu, 0xFFFFFFFFu})
@@ -141,7 +140,7 @@ void add_scalars() {
         const Curve &c = curve("sm2p256v1");
         a.session = sm2_session();
         a.private_record = private_key(fixed_bytes(c.n, 32));
-        a.public_record = public_key(fixed_bytes(c.G.x, 32), fixed_bytes(c.G.y, 32));
+        a.public_record = base_point_key(c);
     });
     for (const NamedSessionCall &call : {kSign, kSignHash}) {
         refuses(

@@ -23,7 +23,7 @@ struct Outputs {
 };
 
 void expect_pair(const Outputs &out, const ByteString &r, const ByteString &x, const ByteString &y) {
-    EXPECT_EQ(to_hex(out.priv.bytes()), record_text(private_record(r)));
+    EXPECT_EQ(to_hex(out.priv.bytes()), to_hex(image(private_key(r))));
     EXPECT_TRUE(out.priv.guards_intact());
     expect_public_written(out.pub, x, y);
 }
@@ -32,7 +32,7 @@ void expect_pair(const Outputs &out, const ByteString &r, const ByteString &x, c
 
 TEST(ZokSm2GenerateResponseTmpKeyWithEcc, EveryNameWritesTheDrawnNumberAndItsMultipleOfG) {
     for (unsigned byte_len : {20u, 24u, 28u, 32u}) {
-        void *session = session_on(prime_group().curve(byte_len), 0);
+        void *session = shared_session(prime_group().curve(byte_len), 0);
         for (TemporaryCall call : kNames)
             for (uint32_t r : {1u, 37u, 990u}) {
                 Outputs out;
@@ -57,8 +57,8 @@ TEST(ZokSm2GenerateResponseTmpKeyWithEcc, EveryNameDrawsTheSameFromTheSameStart)
     for (TemporaryCall call : kNames) {
         Outputs out;
         FakeEntropy entropy;
-        ASSERT_EQ(call(session_on(sm2, 0), out.priv.get(), out.pub.get()), ZOK_OK);
-        EXPECT_EQ(to_hex(out.priv.bytes()), record_text(private_record(fixed_bytes(r, 32))));
+        ASSERT_EQ(call(shared_session(sm2, 0), out.priv.get(), out.pub.get()), ZOK_OK);
+        EXPECT_EQ(to_hex(out.priv.bytes()), to_hex(image(private_key(fixed_bytes(r, 32)))));
         EXPECT_EQ(entropy.call_order, order);
         if (public_text.empty()) public_text = to_hex(out.pub.bytes());
         EXPECT_EQ(to_hex(out.pub.bytes()), public_text);
@@ -71,7 +71,7 @@ TEST(ZokSm2GenerateResponseTmpKeyWithEcc, DrawnNumberOfTheWorkedExampleGivesItsR
         Outputs out;
         FakeEntropy entropy;
         entropy.queued_numbers.push_back(mint_from_hex(to_hex(party->r)));
-        ASSERT_EQ(ZOK_SM2_GenerateResponseTmpKeyWithECC(session_on(exchange.curve, 0), out.priv.get(),
+        ASSERT_EQ(ZOK_SM2_GenerateResponseTmpKeyWithECC(shared_session(exchange.curve, 0), out.priv.get(),
                                                         out.pub.get()),
                   ZOK_OK);
         expect_pair(out, party->r, party->Rx, party->Ry);
@@ -84,7 +84,7 @@ TEST(ZokSm2GenerateResponseTmpKeyWithEcc, DrawnNumberOfZeroGivesZeroBytes) {
         Outputs out;
         FakeEntropy entropy;
         entropy.queued_numbers.push_back(tiny_number(0));
-        ASSERT_EQ(call(session_on(prime_group().curve(24), 0), out.priv.get(), out.pub.get()), ZOK_OK);
+        ASSERT_EQ(call(shared_session(prime_group().curve(24), 0), out.priv.get(), out.pub.get()), ZOK_OK);
         expect_pair(out, zero, zero, zero);
     }
 }
@@ -95,10 +95,10 @@ TEST(ZokSm2GenerateResponseTmpKeyWithEcc, BothSidesAgreeWithTemporaryKeys) {
     Outputs peer;
     {
         FakeEntropy entropy;
-        ASSERT_EQ(ZOK_SM2_GenerateAgreementDataWithECC(session_on(exchange.curve, 0), own.priv.get(),
+        ASSERT_EQ(ZOK_SM2_GenerateAgreementDataWithECC(shared_session(exchange.curve, 0), own.priv.get(),
                                                        own.pub.get()),
                   ZOK_OK);
-        ASSERT_EQ(ZOK_SM2_GenerateResponseTmpKeyWithECC(session_on(exchange.curve, 0), peer.priv.get(),
+        ASSERT_EQ(ZOK_SM2_GenerateResponseTmpKeyWithECC(shared_session(exchange.curve, 0), peer.priv.get(),
                                                         peer.pub.get()),
                   ZOK_OK);
     }

@@ -1,7 +1,7 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Sessions of a device that holds a curve record. The record belongs to whoever gave it to the
 // device: sessions read it, never free it, never write it.
-#include "tests/sdf/fixtures.h"
+#include "tests/sdf/device.h"
 #include "tests/support/failing_alloc.h"
 
 namespace zokecc_test::device_record_test {
@@ -10,29 +10,21 @@ namespace {
 
 class SdfOpenSessionWithDeviceRecord : public ::testing::Test {
 protected:
-    void SetUp() override {
-        ASSERT_EQ(SDF_OpenDevice(&device_), ZOK_OK);
-        device()->curve = &record_;
-    }
-    void TearDown() override {
+    SdfOpenSessionWithDeviceRecord() { device()->curve = &record_; }
+    ~SdfOpenSessionWithDeviceRecord() override {
         EXPECT_EQ(image(record_), given_);
         device()->curve = nullptr;
-        EXPECT_EQ(SDF_CloseDevice(device_), ZOK_OK);
     }
 
-    DeviceContext *device() { return static_cast<DeviceContext *>(device_); }
-    SessionContext *open() {
-        void *session = nullptr;
-        EXPECT_EQ(SDF_OpenSession(device_, &session), ZOK_OK);
-        return static_cast<SessionContext *>(session);
-    }
-    // Replaces the device's record; TearDown compares with what was given last.
+    DeviceContext *device() { return device_.context(); }
+    SessionContext *open() { return static_cast<SessionContext *>(open_on(device_)); }
+    // Replaces the device's record; in the end it is compared with what was given last.
     void give(const CurvePara &record) {
         record_ = record;
         given_ = image(record_);
     }
 
-    void *device_ = nullptr;
+    Device device_;
     CurvePara record_ = small_curve().record(HASH_ALG_SM3);
     ByteString given_ = image(record_);
 };
@@ -70,7 +62,7 @@ TEST_F(SdfOpenSessionWithDeviceRecord, ConfiguresNewSessionsWithoutACopy) {
 TEST_F(SdfOpenSessionWithDeviceRecord, FailedSessionAllocationReturns1000042) {
     void *session = nullptr;
     FailingAlloc counter(1);
-    EXPECT_EQ(SDF_OpenSession(device_, &session), ZOK_ERR_OPEN_SESSION);
+    EXPECT_EQ(SDF_OpenSession(device_.handle(), &session), ZOK_ERR_OPEN_SESSION);
     EXPECT_EQ(session, nullptr);
     EXPECT_EQ(device()->session_count, 0u);
 }

@@ -1,6 +1,6 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Devices: opening, closing, and the device information record.
-#include "tests/sdf/fixtures.h"
+#include "tests/sdf/device.h"
 #include "tests/support/failing_alloc.h"
 
 namespace zokecc_test::device_test {
@@ -12,35 +12,27 @@ void *not_a_session() { return reinterpret_cast<void *>(uintptr_t{1}); }
 }  // namespace
 
 TEST(SdfOpenDevice, ReturnsAnOpenDeviceWithoutSessionsAndWithoutRecord) {
-    void *handle = nullptr;
-    ASSERT_EQ(SDF_OpenDevice(&handle), ZOK_OK);
-    ASSERT_NE(handle, nullptr);
-    DeviceContext *device = static_cast<DeviceContext *>(handle);
-    EXPECT_EQ(device->state, 1u);
-    EXPECT_EQ(device->session_count, 0u);
-    EXPECT_EQ(device->curve, nullptr);
-    EXPECT_EQ(SDF_CloseDevice(handle), ZOK_OK);
+    Device device;
+    ASSERT_NE(device.handle(), nullptr);
+    EXPECT_EQ(device.context()->state, 1u);
+    EXPECT_EQ(device.context()->session_count, 0u);
+    EXPECT_EQ(device.context()->curve, nullptr);
 }
 
 TEST(SdfOpenDevice, TwoDevicesAreTwoRecords) {
-    void *first = nullptr;
-    void *second = nullptr;
-    ASSERT_EQ(SDF_OpenDevice(&first), ZOK_OK);
-    ASSERT_EQ(SDF_OpenDevice(&second), ZOK_OK);
-    EXPECT_NE(first, second);
-    EXPECT_EQ(SDF_CloseDevice(first), ZOK_OK);
-    EXPECT_EQ(static_cast<DeviceContext *>(second)->state, 1u);
-    EXPECT_EQ(SDF_CloseDevice(second), ZOK_OK);
+    Device first, second;
+    EXPECT_NE(first.handle(), second.handle());
+    first.close();
+    EXPECT_EQ(second.context()->state, 1u);
 }
 
 TEST(SdfOpenDevice, AllocatesOneDeviceRecordWhichClosingFrees) {
     FailingAlloc counter;
-    void *handle = nullptr;
-    ASSERT_EQ(SDF_OpenDevice(&handle), ZOK_OK);
+    Device device;
     EXPECT_EQ(counter.allocations, 1u);
     EXPECT_EQ(counter.last_size, sizeof(DeviceContext));
     EXPECT_EQ(counter.outstanding, 1);
-    EXPECT_EQ(SDF_CloseDevice(handle), ZOK_OK);
+    device.close();
     EXPECT_EQ(counter.outstanding, 0);
 }
 
@@ -51,14 +43,6 @@ TEST(SdfOpenDevice, FailedAllocationReturns100001BAndLeavesTheOutput) {
     EXPECT_EQ(handle, not_a_session());
     EXPECT_EQ(counter.outstanding, 0);
 }
-
-TEST(SdfOpenDevice, NullOutputReturns1000027AndAllocatesNothing) {
-    FailingAlloc counter;
-    EXPECT_EQ(SDF_OpenDevice(nullptr), ZOK_ERR_ARGUMENT);
-    EXPECT_EQ(counter.allocations, 0u);
-}
-
-TEST(SdfCloseDevice, NullDeviceReturns100001D) { EXPECT_EQ(SDF_CloseDevice(nullptr), ZOK_ERR_CLOSE_DEVICE); }
 
 TEST(SdfCloseDevice, StateOtherThanOneReturnsZeroAndFreesNothing) {
     for (uint32_t state : {0u, 2u, 3u, 0xFFFFFFFFu}) {
@@ -71,42 +55,30 @@ TEST(SdfCloseDevice, StateOtherThanOneReturnsZeroAndFreesNothing) {
     }
 }
 
-TEST(SdfCloseDevice, OpenSessionsKeepTheRecordInStateTwo) {
+TEST(SdfCloseDevice, OpenSessionsKeepTheRecordInStateTwoAlsoAfterASecondClose) {
     FailingAlloc counter;
-    void *device = nullptr;
-    void *session = nullptr;
-    ASSERT_EQ(SDF_OpenDevice(&device), ZOK_OK);
-    ASSERT_EQ(SDF_OpenSession(device, &session), ZOK_OK);
-    EXPECT_EQ(SDF_CloseDevice(device), ZOK_OK);
-    EXPECT_EQ(counter.outstanding, 2);
-    EXPECT_EQ(static_cast<DeviceContext *>(device)->state, 2u);
-    EXPECT_EQ(static_cast<DeviceContext *>(device)->session_count, 1u);
-    EXPECT_EQ(SDF_CloseSession(session), ZOK_OK);
-    EXPECT_EQ(counter.outstanding, 0);
-}
-
-TEST(SdfCloseDevice, SecondCloseOfAReferencedDeviceReturnsZeroAndFreesNothing) {
-    FailingAlloc counter;
-    void *device = nullptr;
-    void *session = nullptr;
-    ASSERT_EQ(SDF_OpenDevice(&device), ZOK_OK);
-    ASSERT_EQ(SDF_OpenSession(device, &session), ZOK_OK);
-    EXPECT_EQ(SDF_CloseDevice(device), ZOK_OK);
-    EXPECT_EQ(SDF_CloseDevice(device), ZOK_OK);
-    EXPECT_EQ(counter.outstanding, 2);
+    Device device;
+    DeviceContext *const record = device.context();
+    void *session = open_on(device);
+    device.close();
+    for (int more : {1, 0}) {
+        EXPECT_EQ(counter.outstanding, 2);
+        EXPECT_EQ(record->state, 2u);
+        EXPECT_EQ(record->session_count, 1u);
+        if (more > 0) {
+            EXPECT_EQ(SDF_CloseDevice(record), ZOK_OK);
+        }
+    }
     EXPECT_EQ(SDF_CloseSession(session), ZOK_OK);
     EXPECT_EQ(counter.outstanding, 0);
 }
 
 TEST(SdfCloseDevice, AfterTheLastSessionFreesAtOnce) {
     FailingAlloc counter;
-    void *device = nullptr;
-    void *session = nullptr;
-    ASSERT_EQ(SDF_OpenDevice(&device), ZOK_OK);
-    ASSERT_EQ(SDF_OpenSession(device, &session), ZOK_OK);
-    EXPECT_EQ(SDF_CloseSession(session), ZOK_OK);
+    Device device;
+    EXPECT_EQ(SDF_CloseSession(open_on(device)), ZOK_OK);
     EXPECT_EQ(counter.outstanding, 1);
-    EXPECT_EQ(SDF_CloseDevice(device), ZOK_OK);
+    device.close();
     EXPECT_EQ(counter.outstanding, 0);
 }
 
@@ -142,20 +114,6 @@ TEST(SdfGetDeviceInfo, OnlyTestsTheHandleForNull) {
     EXPECT_EQ(std::string(reinterpret_cast<char *>(info->device_name)), "ZOK-ECC-T200");
     EXPECT_EQ(info->device_version, 1u);
     EXPECT_EQ(info->standard_version, 1u);
-}
-
-TEST(SdfGetDeviceInfo, NullOutputReturns1000027) {
-    EXPECT_EQ(SDF_GetDeviceInfo(small_session(), nullptr), ZOK_ERR_ARGUMENT);
-}
-
-TEST(SdfGetDeviceInfo, NullSessionReturns1000026AndWritesNothing) {
-    GuardedRecord<DEVICEINFO> info;
-    EXPECT_EQ(SDF_GetDeviceInfo(nullptr, info.get()), ZOK_ERR_SESSION);
-    EXPECT_TRUE(info.unchanged());
-}
-
-TEST(SdfGetDeviceInfo, NullSessionWinsOverNullOutput) {
-    EXPECT_EQ(SDF_GetDeviceInfo(nullptr, nullptr), ZOK_ERR_SESSION);
 }
 
 }  // namespace zokecc_test::device_test

@@ -105,8 +105,7 @@ TEST(ZokExternalEcdhKeyAgreement, KeptPrivateKeySixBelowTheOrderGivesZeroBytes) 
     mint d{};
     const mint six = small_number(6);
     mint_sub(&c.n, &six, &d);
-    expect_secret(sm2_session(), private_key(fixed_bytes(d, 32)),
-                  public_key(fixed_bytes(c.G.x, 32), fixed_bytes(c.G.y, 32)), ByteString(32, 0));
+    expect_secret(sm2_session(), private_key(fixed_bytes(d, 32)), base_point_key(c), ByteString(32, 0));
 }
 
 TEST(ZokExternalEcdhKeyAgreement, KeysAreReadAtTheirOwnSizes) {

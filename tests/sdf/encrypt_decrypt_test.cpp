@@ -118,7 +118,7 @@ TEST(SdfExternalDecryptEcc, FlippedBitOfC1IsAMismatch) {
     const Curve &c = curve("sm2p256v1");
     GuardedRecord<ECCCipher> good;
     // The base point is the public key of d = 1.
-    const ECCrefPublicKey key = public_key(fixed_bytes(c.G.x, 32), fixed_bytes(c.G.y, 32));
+    const ECCrefPublicKey key = base_point_key(c);
     const ECCrefPrivateKey priv = private_key({1});
     FakeEntropy entropy;
     queue_numbers(entropy, {0xC0FFEE});

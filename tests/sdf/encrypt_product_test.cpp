@@ -151,7 +151,7 @@ TEST(SdfExternalEncrytpEccProduct, LargeNumbersFollowPlainArithmetic) {
         entropy.queued_numbers = {k};
         GuardedRecord<ECCCipher> out;
         const ByteString message = test_bytes(L, 42);
-        const ECCrefPublicKey key = public_key(fixed_bytes(c.G.x, L), fixed_bytes(c.G.y, L));
+        const ECCrefPublicKey key = base_point_key(c);
         EXPECT_EQ(encrypt(shared_session(c), kProduct, key, message, out.get()), ZOK_OK);
         // The recipient is G itself, so that C1 and the shared point are one.
         expect_field(out->x, fixed_bytes(shared.x, L));
@@ -193,7 +193,7 @@ TEST(SdfExternalDecryptEccProduct, LeadingZeroBytesAreLostAndTheLengthIsTheShort
     message[0] = 0;
     message[1] = 0;
     message[2] = 0x7F;
-    const ECCrefPublicKey key = public_key(fixed_bytes(c.G.x, 32), fixed_bytes(c.G.y, 32));
+    const ECCrefPublicKey key = base_point_key(c);
     FakeEntropy entropy;
     queue_numbers(entropy, {0xC0FFEE});
     GuardedRecord<ECCCipher> out;

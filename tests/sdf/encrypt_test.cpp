@@ -89,9 +89,7 @@ TEST(SdfExternalEncrytpEcc, KeptNonceSixBelowTheOrderSharesThePointOfZeros) {
     FakeEntropy entropy;
     entropy.queued_numbers = {k};
     GuardedRecord<ECCCipher> out;
-    EXPECT_EQ(encrypt(sm2_session(), kSm2, public_key(fixed_bytes(c.G.x, 32), fixed_bytes(c.G.y, 32)),
-                      message, out.get()),
-              ZOK_OK);
+    EXPECT_EQ(encrypt(sm2_session(), kSm2, base_point_key(c), message, out.get()), ZOK_OK);
     EXPECT_EQ(entropy.number_calls, 1u);
     expect_cipher(out, model_encryption(HASH_ALG_SM3, fixed_bytes(C1.x, 32), fixed_bytes(C1.y, 32), zero,
                                         zero, message));

@@ -27,7 +27,7 @@ void expect_unknown_selector(const typename G::Call &call, unsigned byte_len, si
     G::set_selector(side, exchange, selector);
     EXPECT_EQ(run(side, call), ZOK_OK);
     const bool whole_steps = klen % byte_len == 0;
-    EXPECT_EQ(text_of(side.key), to_hex(ByteString(klen, whole_steps ? kPattern : uint8_t{0})));
+    EXPECT_EQ(text_of(side.key), to_hex(ByteString(klen, whole_steps ? kFill : uint8_t{0})));
     EXPECT_TRUE(side.key.untouched_from(klen) && side.values_untouched());
     expect_random_point<G>(side, call, exchange);
 }
@@ -140,7 +140,7 @@ TEST(ZokAgreementKey, KOfZeroWinsOverANullBuffer) {
         SessionExchange side(exchange, call.role);
         TinySide model = tiny_side(exchange, call.role);
         model.d = 0;
-        side.d_record = private_record(tiny_bytes(991 - tiny_steps(prime_group(), model).t, 32));
+        side.d_record = private_key(tiny_bytes(991 - tiny_steps(prime_group(), model).t, 32));
         side.result->key = nullptr;
         EXPECT_EQ(run(side, call), ZOK_ERR_INTERNAL) << call.name;
         EXPECT_TRUE(slots_untouched(side)) << call.name;
@@ -180,7 +180,7 @@ TEST(Sm2KeyExChg, KeptUnknownSelectorNeedsNoConfirmationOutputs) {
             side.out02 = side.out03 = nullptr;
             if (klen == 64) side.K = nullptr;
             EXPECT_EQ(run(side, call), ZOK_OK) << call.name;
-            const uint8_t expected = klen == 63 ? 0 : kPattern;
+            const uint8_t expected = klen == 63 ? 0 : kFill;
             EXPECT_EQ(text_of(side.key), to_hex(ByteString(side.key.size(), expected))) << call.name;
         }
 }
@@ -190,7 +190,7 @@ TEST(ZokGenerateKeyWithEcc, KeptUnknownSelectorNeedsAKeyBufferOnlyForAnOddLength
     for (const SessionKeyCall &call : kPlainFamily)
         for (int klen : {31, 64}) {
             SessionExchange side(exchange, call.role, klen);
-            side.session = session_on(exchange.curve, kUnknown);
+            side.session = shared_session(exchange.curve, kUnknown);
             side.result->key = nullptr;
             EXPECT_EQ(run(side, call), klen == 64 ? ZOK_OK : ZOK_ERR_ARGUMENT) << call.name;
             EXPECT_TRUE(slots_untouched(side)) << call.name;

@@ -34,10 +34,10 @@ void expect_sides_agree(const ExchangeCase &exchange, const typename G::Call &in
 
 // Z values made by the library's own call.
 ByteString generated_Z(const ExchangeCase &exchange, const ExchangeParty &party) {
-    const ECCrefPublicKey key = public_record(party.x, party.y);
+    const ECCrefPublicKey key = public_key(party.x, party.y);
     ByteString Z(32);
     uint32_t length = 0;
-    EXPECT_EQ(ZOK_GenerateUserInfo(session_on(exchange.curve, exchange.selector), &key, party.id.data(),
+    EXPECT_EQ(ZOK_GenerateUserInfo(shared_session(exchange.curve, exchange.selector), &key, party.id.data(),
                                    static_cast<uint32_t>(party.id.size()), Z.data(), &length),
               ZOK_OK);
     EXPECT_EQ(length, 32u);
@@ -72,7 +72,7 @@ void expect_first_point(const ByteString &scalar, const ByteString &x, const Byt
     LegacyExchange side(exchange, Role::kInitiator);
     side.r_bytes.set(scalar);
     ASSERT_EQ(side.a1_3(), 0);
-    expect_point_written(side.R_written, x, y);
+    expect_record(side.R_written, x, y);
     EXPECT_TRUE(side.results_untouched());
 }
 

@@ -75,7 +75,7 @@ TEST_P(Sm2KeyExChgVectors, InitiatorsFirstPointIsTheFiles) {
     const ExchangeCase exchange = vector_case(block());
     LegacyExchange side(exchange, Role::kInitiator);
     ASSERT_EQ(side.a1_3(), 0);
-    expect_point_written(side.R_written, exchange.A.Rx, exchange.A.Ry);
+    expect_record(side.R_written, exchange.A.Rx, exchange.A.Ry);
 }
 
 TEST_P(Sm2KeyExChgVectors, XBarOfBothPointsIsTheFiles) {
@@ -89,7 +89,7 @@ TEST_P(Sm2KeyExChgVectors, XBarOfBothPointsIsTheFiles) {
 }
 TEST_P(ZokAgreementVectors, XBarOfBothPointsIsTheFiles) {
     const ExchangeCase exchange = vector_case(block());
-    void *session = session_on(exchange.curve, exchange.selector);
+    void *session = shared_session(exchange.curve, exchange.selector);
     for (const ExchangeParty *party : {&exchange.A, &exchange.B}) {
         uint8_t out[100] = {};
         sm2_x_bar_session(session, party->Rx.data(), static_cast<SessionContext *>(session)->w, out);

@@ -22,7 +22,6 @@
 
 namespace zokecc_test {
 
-inline constexpr uint8_t kFill = 0xA5;  // what GuardedRecord fills records with
 inline constexpr uint32_t kUnknownAlgorithm = 0x00020400u;
 
 inline mint small_number(uint32_t value) {
@@ -71,6 +70,26 @@ inline void *sm2_session(uint32_t hash_selector = HASH_ALG_SM3) {
     return shared_session(curve("sm2p256v1"), hash_selector);
 }
 
+// A session from a device without a record: it has no curve.
+class CurvelessSession {
+public:
+    CurvelessSession() {
+        EXPECT_EQ(SDF_OpenDevice(&device_), ZOK_OK);
+        EXPECT_EQ(SDF_OpenSession(device_, &session_), ZOK_OK);
+    }
+    ~CurvelessSession() {
+        EXPECT_EQ(SDF_CloseSession(session_), ZOK_OK);
+        EXPECT_EQ(SDF_CloseDevice(device_), ZOK_OK);
+    }
+    CurvelessSession(const CurvelessSession &) = delete;
+    CurvelessSession &operator=(const CurvelessSession &) = delete;
+    void *handle() const { return session_; }
+
+private:
+    void *device_ = nullptr;
+    void *session_ = nullptr;
+};
+
 inline void put_field(uint8_t *field, const ByteString &value) {
     std::memset(field, kFill, 64);
     if (!value.empty()) std::memcpy(field, value.data(), value.size());
@@ -89,6 +108,11 @@ inline ECCrefPublicKey public_key(const ByteString &x, const ByteString &y) {
     put_field(out.x, x);
     put_field(out.y, y);
     return out;
+}
+
+// G as a key, whose private key is 1.
+inline ECCrefPublicKey base_point_key(const Curve &c) {
+    return public_key(fixed_bytes(c.G.x, c.byte_len), fixed_bytes(c.G.y, c.byte_len));
 }
 
 inline ECCSignature signature(const ByteString &r, const ByteString &s) {
@@ -126,12 +150,6 @@ inline void expect_signature(GuardedRecord<ECCSignature> &written, const ByteStr
 }
 inline void expect_small_signature(GuardedRecord<ECCSignature> &written, uint32_t r, uint32_t s) {
     expect_signature(written, small_bytes(r), small_bytes(s));
-}
-
-template <class Record>
-ByteString image(const Record &record) {
-    const uint8_t *bytes = reinterpret_cast<const uint8_t *>(&record);
-    return ByteString(bytes, bytes + sizeof(Record));
 }
 
 inline void queue_numbers(FakeEntropy &entropy, std::initializer_list<uint32_t> values) {

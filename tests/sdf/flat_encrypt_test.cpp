@@ -37,7 +37,7 @@ TEST(ZokExternalEncrytpEcc, EveryLengthUpToTwoHundredAndSixtyFourKibibytes) {
 TEST(ZokExternalEncrytpEcc, HundredBytesOnA32ByteCurveAreHundredNinetySevenBytes) {
     const Curve &c = curve("sm2p256v1");
     const ByteString message = test_bytes(100, 63);
-    const ECCrefPublicKey key = public_key(fixed_bytes(c.G.x, 32), fixed_bytes(c.G.y, 32));
+    const ECCrefPublicKey key = base_point_key(c);
     GuardedBuffer out(197);
     uint32_t length = kUntouchedLength;
     FakeEntropy entropy;

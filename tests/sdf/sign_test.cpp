@@ -65,8 +65,7 @@ TEST(SdfExternalSignEcc, KeptKeyOneOnTheSm2CurveGivesASignatureThatDoesNotVerify
     ByteString e = example::e();
     ASSERT_EQ(signing.sign(ZOK_ALG_SM2_SIGN, private_key(fixed_bytes(small_number(1), 32)), e), ZOK_OK);
     signing.expect(example::kR, "deb59d783af6e6c97ba492c476ae5c7d9274852606384ea8ef1e7741bd72979e");
-    ECCrefPublicKey base_point =
-        public_key(fixed_bytes(curve("sm2p256v1").G.x, 32), fixed_bytes(curve("sm2p256v1").G.y, 32));
+    ECCrefPublicKey base_point = base_point_key(curve("sm2p256v1"));
     EXPECT_EQ(verify_e(sm2_session(), ZOK_ALG_SM2_SIGN, base_point, e, *signing.sig.get()), ZOK_ERR_VERIFY);
 }
 

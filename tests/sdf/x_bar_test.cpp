@@ -18,7 +18,7 @@ namespace {
 constexpr size_t kArea = 40;  // longer than any coordinate
 
 const ByteString kX = from_hex("000102030405060708090a0b0c0d0e0ff0f1f2f3f4f5f6f7f8f9fafbfcfdfeff");
-const ByteString kUntouched8(8, kUnused), kUntouched15(15, kUnused), kUntouched16(16, kUnused);
+const ByteString kUntouched8(8, kFill), kUntouched15(15, kFill), kUntouched16(16, kFill);
 
 // What a call leaves in an area that it finds filled with the pattern, on a curve of byte_len bytes.
 struct Process {
@@ -38,7 +38,7 @@ struct OfSession {
     static constexpr unsigned kLengths[] = {20, 24, 28, 32};
     static ByteString x_bar(unsigned byte_len, const uint8_t *x, uint32_t w) {
         GuardedBuffer out(kArea);
-        EXPECT_EQ(sm2_x_bar_session(session_on(prime_group().curve(byte_len), 0), x, w, out.data()), 0);
+        EXPECT_EQ(sm2_x_bar_session(shared_session(prime_group().curve(byte_len), 0), x, w, out.data()), 0);
         EXPECT_TRUE(out.untouched_from(kArea));
         return out.all();
     }
@@ -49,7 +49,7 @@ struct OfSession {
 
 // The last w / 8 + 1 of the L bytes written, everything else as it was.
 ByteString only_written_at_the_end(const ByteString &x, unsigned w) {
-    ByteString out(kArea, kUnused);
+    ByteString out(kArea, kFill);
     const ByteString value = model_x_bar_bytes(x, w);
     for (size_t i = x.size() - 1 - w / 8; i < x.size(); ++i) out[i] = value[i];
     return out;
@@ -96,8 +96,7 @@ template <class G>
 void expect_nothing_beyond_the_coordinate() {
     for (unsigned byte_len : G::kLengths)
         for (unsigned w : {8 * byte_len, 8 * byte_len + 1, 8 * byte_len + 8, 1000u, 0xFFFFFFFFu})
-            EXPECT_EQ(G::x_bar(byte_len, kX, w), ByteString(kArea, kUnused))
-                << "L " << byte_len << " w " << w;
+            EXPECT_EQ(G::x_bar(byte_len, kX, w), ByteString(kArea, kFill)) << "L " << byte_len << " w " << w;
 }
 
 }  // namespace
@@ -147,8 +146,8 @@ TEST(Sm2XBar, OnlyTheFirstCoordinateCounts) {
 
 TEST(Sm2XBar, WithoutACurveNothingIsWritten) {
     uninstall();
-    EXPECT_EQ(Process::x_bar(point_record(kX, kX), 127), ByteString(kArea, kUnused));
-    EXPECT_EQ(Process::x_bar(point_record(kX, kX), 0), ByteString(kArea, kUnused));
+    EXPECT_EQ(Process::x_bar(point_record(kX, kX), 127), ByteString(kArea, kFill));
+    EXPECT_EQ(Process::x_bar(point_record(kX, kX), 0), ByteString(kArea, kFill));
 }
 
 TEST(Sm2XBarSession, CoordinateNeedsNoAlignment) {

@@ -18,10 +18,6 @@ inline constexpr uint32_t kUnknownSelector = 2;
 inline constexpr uint32_t kUntouchedLength = 0xDECADE01u;
 inline constexpr size_t kSmallL = 20;
 
-// Identifiers of nothing, or of something else than encryption.
-inline constexpr uint32_t kUnknownIdentifiers[] = {0,       0x20000,    0x40000,    0x20100,    0x40100,
-                                                   0x20300, 0x00020401, 0x00040401, 0x02040000, 0xFFFFFFFFu};
-
 // The key pair of the small curve and its multiples. d = 123.
 inline constexpr uint32_t kSmallD = 123;
 inline TinyPoint small_key_point() { return {false, 346, 763}; }
@@ -151,26 +147,6 @@ inline void expect_no_plain(const Decrypted &got, uint32_t status) {
     EXPECT_TRUE(got.clean);
 }
 
-// Refused before a nonce was drawn: nothing is written.
-inline void expect_no_cipher(void *session, uint32_t algorithm, const ECCrefPublicKey &pub,
-                             const ByteString &message, uint32_t status) {
-    FakeEntropy entropy;
-    GuardedRecord<ECCCipher> out;
-    EXPECT_EQ(encrypt(session, algorithm, pub, message, out.get()), status);
-    EXPECT_EQ(entropy.number_calls, 0u);
-    EXPECT_TRUE(out.unchanged());
-}
-inline void expect_no_flat_cipher(void *session, const ECCrefPublicKey &pub, const ByteString &message,
-                                  uint32_t status) {
-    FakeEntropy entropy;
-    GuardedBuffer out(message.size() + 200);
-    uint32_t length = kUntouchedLength;
-    EXPECT_EQ(flat_encrypt(session, pub, message, out.data(), &length), status);
-    EXPECT_EQ(entropy.number_calls, 0u);
-    EXPECT_EQ(length, kUntouchedLength);
-    EXPECT_TRUE(out.untouched());
-}
-
 // One bit of a byte string turned over.
 inline ByteString flipped(ByteString bytes, size_t bit) {
     bytes[bit / 8] = static_cast<uint8_t>(bytes[bit / 8] ^ (1u << (bit % 8)));
@@ -190,26 +166,6 @@ inline Curve small_variant(uint32_t p, uint32_t a, uint32_t b, const TinyPoint &
 }
 // The small curve with another order, hence with h = 1009 / n.
 inline Curve small_curve_with_order(uint32_t n) { return small_variant(kSmallP, 2, 25, {false, 2, 365}, n); }
-
-// A session from a device without a record: it has no curve.
-class CurvelessSession {
-public:
-    CurvelessSession() {
-        EXPECT_EQ(SDF_OpenDevice(&device_), ZOK_OK);
-        EXPECT_EQ(SDF_OpenSession(device_, &session_), ZOK_OK);
-    }
-    ~CurvelessSession() {
-        EXPECT_EQ(SDF_CloseSession(session_), ZOK_OK);
-        EXPECT_EQ(SDF_CloseDevice(device_), ZOK_OK);
-    }
-    CurvelessSession(const CurvelessSession &) = delete;
-    CurvelessSession &operator=(const CurvelessSession &) = delete;
-    void *handle() const { return session_; }
-
-private:
-    void *device_ = nullptr;
-    void *session_ = nullptr;
-};
 
 }  // namespace zokecc_test
 

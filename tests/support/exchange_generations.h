@@ -46,7 +46,7 @@ struct Legacy {
     // The call itself, where a test prepares the number that is drawn.
     static const Call &bare(const Call &call) { return writes_point(call) ? kDrawing[0] : call; }
     static void expect_point(const Side &side, const ByteString &x, const ByteString &y) {
-        expect_point_written(side.R_written, x, y);
+        expect_record(side.R_written, x, y);
     }
     // The values with 02 and 03.
     static std::pair<std::string, std::string> values(Side &side, const Call &) {
@@ -55,8 +55,8 @@ struct Legacy {
     // All that the call is given.
     static std::string inputs(const Side &side) {
         return to_hex(side.d->bytes, side.d->length) + to_hex(side.r->bytes, side.r->length) +
-               record_text(side.R_record) + record_text(side.peerR_record) + record_text(side.peerP_record) +
-               to_hex(side.ZA_bytes) + to_hex(side.ZB_bytes);
+               to_hex(image(side.R_record)) + to_hex(image(side.peerR_record)) +
+               to_hex(image(side.peerP_record)) + to_hex(side.ZA_bytes) + to_hex(side.ZB_bytes);
     }
     // Where the call makes Z from a key: that of this role.
     static ByteString *Z_of(ExchangeHashes &, const Call &, Role) { return nullptr; }
@@ -79,12 +79,12 @@ struct Sessions {
     static constexpr Call kReducing[] = {kSm2Respond, kRespond};
 
     static void use(const Curve &) {}
-    static ECCrefPublicKey point(const ByteString &x, const ByteString &y) { return public_record(x, y); }
+    static ECCrefPublicKey point(const ByteString &x, const ByteString &y) { return public_key(x, y); }
     static void set_length(ECCrefPublicKey &record, uint32_t bytes) { record.bits = 8 * bytes; }
-    static void set_d(Side &side, const ByteString &d) { side.d_record = private_record(d); }
-    static void set_r(Side &side, const ByteString &r) { side.r_record = private_record(r); }
+    static void set_d(Side &side, const ByteString &d) { side.d_record = private_key(d); }
+    static void set_r(Side &side, const ByteString &r) { side.r_record = private_key(r); }
     static void set_selector(Side &side, const ExchangeCase &exchange, uint32_t value) {
-        side.session = session_on(exchange.curve, value);
+        side.session = shared_session(exchange.curve, value);
     }
     static void set_session(Side &side, const ExchangeCase &exchange) {
         set_selector(side, exchange, exchange.selector);
@@ -105,8 +105,8 @@ struct Sessions {
         return call.role == Role::kInitiator ? std::pair{check, send} : std::pair{send, check};
     }
     static std::string inputs(const Side &side) {
-        return record_text(side.d_record) + record_text(side.r_record) + record_text(side.R_record) +
-               record_text(side.peerR_record) + record_text(side.peerP_record) + to_hex(side.ZA) +
+        return to_hex(image(side.d_record)) + to_hex(image(side.r_record)) + to_hex(image(side.R_record)) +
+               to_hex(image(side.peerR_record)) + to_hex(image(side.peerP_record)) + to_hex(side.ZA) +
                to_hex(side.ZB) + to_hex(side.idA) + to_hex(side.idB);
     }
     static ByteString *Z_of(ExchangeHashes &hashes, const Call &call, Role role) {
@@ -118,9 +118,9 @@ struct Sessions {
         if (call.role == Role::kResponder) side.R_record.bits = 0xDEADBEEF;
     }
     static void expect_marked_point(const Side &side, const Call &call, const ExchangeCase &exchange) {
-        ECCrefPublicKey expected = public_record(exchange.own(call.role).Rx, exchange.own(call.role).Ry);
+        ECCrefPublicKey expected = public_key(exchange.own(call.role).Rx, exchange.own(call.role).Ry);
         if (call.draws) expected.bits = 0xDEADBEEF;
-        EXPECT_EQ(record_text(side.R_record), record_text(expected)) << call.name;
+        EXPECT_EQ(to_hex(image(side.R_record)), to_hex(image(expected))) << call.name;
     }
 };
 

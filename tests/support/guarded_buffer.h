@@ -12,9 +12,18 @@ namespace zokecc_test {
 
 using ByteString = std::vector<uint8_t>;
 
+inline constexpr uint8_t kFill = 0xA5;  // of guards and of what a record does not use
+
+// All bytes of a record.
+template <class Record>
+ByteString image(const Record &record) {
+    const uint8_t *bytes = reinterpret_cast<const uint8_t *>(&record);
+    return {bytes, bytes + sizeof record};
+}
+
 class GuardedBuffer {
 public:
-    explicit GuardedBuffer(size_t size, uint8_t pattern = 0xA5)
+    explicit GuardedBuffer(size_t size, uint8_t pattern = kFill)
         : size_(size), pattern_(pattern), bytes_(size + 2 * kGuard, pattern) {}
 
     uint8_t *data() { return bytes_.data() + kGuard; }

@@ -7,46 +7,14 @@
 #include <gtest/gtest.h>
 #include <zokecc/schemes.h>
 
-#include <algorithm>
-#include <cstring>
-
 #include "tests/support/exchange_case.h"
 #include "tests/support/fake_entropy.h"
 #include "tests/support/guarded_buffer.h"
 #include "tests/support/hex.h"
 #include "tests/support/legacy_curve.h"
+#include "tests/support/legacy_records.h"
 
 namespace zokecc_test::exchange {
-
-inline constexpr uint8_t kPattern = 0xA5;  // of GuardedBuffer and of unused bytes in records
-
-// x and y at the start of their fields, the pattern behind them, and their length.
-inline ecc_point_bytes point_record(const ByteString &x, const ByteString &y) {
-    ecc_point_bytes out;
-    std::memset(&out, kPattern, sizeof out);
-    std::copy(x.begin(), x.end(), out.x);
-    std::copy(y.begin(), y.end(), out.y);
-    out.length = static_cast<uint32_t>(x.size());
-    return out;
-}
-
-// A scalar argument with its bytes.
-class ScalarArgument {
-public:
-    explicit ScalarArgument(const ByteString &bytes) { set(bytes); }
-    ScalarArgument(const ScalarArgument &) = delete;
-    ScalarArgument &operator=(const ScalarArgument &) = delete;
-
-    void set(const ByteString &bytes) {
-        bytes_ = bytes;
-        record_ = {bytes_.data(), static_cast<uint32_t>(bytes_.size())};
-    }
-    ecc_scalar *get() { return &record_; }
-
-private:
-    ByteString bytes_;
-    ecc_scalar record_{};
-};
 
 // Changing a pointer, a record or a number before the call is how a test makes its case. The
 // curve has to be installed.
@@ -68,7 +36,7 @@ struct LegacyExchange {
     LegacyExchange(const LegacyExchange &) = delete;
     LegacyExchange &operator=(const LegacyExchange &) = delete;
 
-    ScalarArgument d_bytes, r_bytes;
+    Scalar d_bytes, r_bytes;
     ecc_point_bytes R_record, peerR_record, peerP_record;
     ByteString peer_x, peer_y;  // the peer's key, which the call for both roles hashes
     ByteString ZA_bytes, ZB_bytes;
@@ -162,15 +130,6 @@ inline void expect_results(const LegacyExchange &side, const LegacyKeyCall &call
     EXPECT_EQ(text_of(side.value03), confirmation(0x03)) << call.name;
     EXPECT_TRUE(side.key.untouched_from(side.key.size())) << call.name;
     EXPECT_TRUE(side.value02.untouched_from(32) && side.value03.untouched_from(32)) << call.name;
-}
-
-// x and y in L bytes each at the start of their fields, the length, and nothing else.
-inline void expect_point_written(const GuardedRecord<ecc_point_bytes> &written, const ByteString &x,
-                                 const ByteString &y) {
-    ecc_point_bytes expected = point_record(x, y);
-    const uint8_t *bytes = reinterpret_cast<const uint8_t *>(&expected);
-    EXPECT_EQ(to_hex(written.bytes()), to_hex(bytes, sizeof expected));
-    EXPECT_TRUE(written.guards_intact());
 }
 
 }  // namespace zokecc_test::exchange

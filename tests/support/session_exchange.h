@@ -8,11 +8,9 @@
 #include <zokecc/sdf.h>
 
 #include <algorithm>
-#include <cstring>
-#include <map>
-#include <memory>
-#include <utility>
+#include <cstddef>
 
+#include "tests/sdf/fixtures.h"
 #include "tests/support/exchange_case.h"
 #include "tests/support/fake_entropy.h"
 #include "tests/support/guarded_buffer.h"
@@ -20,53 +18,21 @@
 
 namespace zokecc_test::exchange {
 
-inline constexpr uint8_t kUnused = 0xA5;  // of GuardedBuffer and of unused bytes in records
-
-// Opened on first use and closed at the end of the program. Not for tests that change it.
-inline void *session_on(const Curve &curve, uint32_t selector) {
-    static std::map<std::pair<std::string, uint32_t>, std::unique_ptr<Session>> sessions;
-    std::unique_ptr<Session> &slot = sessions[{curve.name, selector}];
-    if (!slot) slot = std::make_unique<Session>(curve, selector);
-    return slot->handle();
-}
-
-inline ECCrefPublicKey public_record(const ByteString &x, const ByteString &y) {
-    ECCrefPublicKey out;
-    std::memset(&out, kUnused, sizeof out);
-    std::copy(x.begin(), x.end(), out.x);
-    std::copy(y.begin(), y.end(), out.y);
-    out.bits = static_cast<uint32_t>(8 * x.size());
-    return out;
-}
-
-inline ECCrefPrivateKey private_record(const ByteString &scalar) {
-    ECCrefPrivateKey out;
-    std::memset(&out, kUnused, sizeof out);
-    std::copy(scalar.begin(), scalar.end(), out.K);
-    out.bits = static_cast<uint32_t>(8 * scalar.size());
-    return out;
-}
-
-template <class Record>
-std::string record_text(const Record &record) {
-    return to_hex(reinterpret_cast<const uint8_t *>(&record), sizeof record);
-}
-
 // Changing a pointer, a record or a number before the call is how a test makes its case.
 struct SessionExchange {
     SessionExchange(const ExchangeCase &exchange, Role side, int key_length = 16)
-        : d_record(private_record(exchange.own(side).d)),
-          r_record(private_record(exchange.own(side).r)),
-          R_record(public_record(exchange.own(side).Rx, exchange.own(side).Ry)),
-          peerR_record(public_record(exchange.peer(side).Rx, exchange.peer(side).Ry)),
-          peerP_record(public_record(exchange.peer(side).x, exchange.peer(side).y)),
+        : d_record(private_key(exchange.own(side).d)),
+          r_record(private_key(exchange.own(side).r)),
+          R_record(public_key(exchange.own(side).Rx, exchange.own(side).Ry)),
+          peerR_record(public_key(exchange.peer(side).Rx, exchange.peer(side).Ry)),
+          peerP_record(public_key(exchange.peer(side).x, exchange.peer(side).y)),
           idA(exchange.A.id),
           idB(exchange.B.id),
           ZA(exchange.A.Z),
           ZB(exchange.B.Z),
           key(key_length > 0 ? static_cast<size_t>(key_length) : 0),
           klen_bits(static_cast<uint32_t>(8 * key.size())),
-          session(session_on(exchange.curve, exchange.selector)) {
+          session(shared_session(exchange.curve, exchange.selector)) {
         written->key = key.data();
     }
     SessionExchange(const SessionExchange &) = delete;
@@ -112,7 +78,7 @@ struct SessionExchange {
         set_ZA(A);
         set_ZB(B);
     }
-    void set_peer_key(const ByteString &x, const ByteString &y) { peerP_record = public_record(x, y); }
+    void set_peer_key(const ByteString &x, const ByteString &y) { peerP_record = public_key(x, y); }
 
     uint32_t sm2_initiate() {
         return ZOK_SM2_GenerateKeyWithECC(session, klen_bits, idA_bytes, idA_len, idB_bytes, idB_len, d, r, R,
@@ -144,7 +110,7 @@ struct SessionExchange {
         static_assert(offsetof(KeyAgreementResult, key) == 128);
         const ByteString bytes = written.bytes();
         return written.guards_intact() &&
-               std::all_of(bytes.begin(), bytes.begin() + 128, [](uint8_t b) { return b == kUnused; });
+               std::all_of(bytes.begin(), bytes.begin() + 128, [](uint8_t b) { return b == kFill; });
     }
     bool results_untouched() const { return values_untouched() && key.untouched(); }
     bool nothing_written() const { return results_untouched() && R_written.unchanged(); }
@@ -190,7 +156,7 @@ inline uint32_t run(SessionExchange &side, const SessionKeyCall &call) {
 // responder compares S2 (03) and sends SB (02). Nothing else.
 inline void expect_results(SessionExchange &side, const SessionKeyCall &call,
                            const ExchangeHashes &expected) {
-    const ByteString unused(32, kUnused);
+    const ByteString unused(32, kFill);
     const bool initiates = call.role == Role::kInitiator;
     const KeyAgreementResult &got = *side.written.get();
     EXPECT_EQ(to_hex(side.key.all()), to_hex(expected.key(side.key.size()))) << call.name;
@@ -206,7 +172,7 @@ inline void expect_results(SessionExchange &side, const SessionKeyCall &call,
 // x, y in L bytes at the start of their fields, bits, and nothing else.
 inline void expect_public_written(const GuardedRecord<ECCrefPublicKey> &written, const ByteString &x,
                                   const ByteString &y) {
-    EXPECT_EQ(to_hex(written.bytes()), record_text(public_record(x, y)));
+    EXPECT_EQ(to_hex(written.bytes()), to_hex(image(public_key(x, y))));
     EXPECT_TRUE(written.guards_intact());
 }
 
