@@ -27,13 +27,19 @@ NEAREST = {
     "mint/limbs/borrow_rule.h": "mint/limbs/inverse.cpp", "mint/limbs/limb.h": "mint/limbs/division.cpp",
     "mint/limbs/limb_x86_64.h": "ecc/wnaf.cpp", "mint/limbs/modulus_64.h": "ecc/wnaf.cpp",
     "mint/limbs/barrett.h": "mint/limbs/modulus_29.cpp",
+    "mint/limbs/any_width.h": "mint/limbs/modulus_29.cpp",
+    "mint/limbs/column_sum.h": "mint/limbs/modulus_29_columns.cpp",
+    "mint/limbs/modular_sums.h": "ecc/wnaf.cpp", "mint/limbs/modulus.h": "ecc/wnaf.cpp",
+    "mint/limbs/residues.h": "mint/power.cpp", "mint/limbs/inverse_steps.h": "mint/limbs/inverse.cpp",
     "mint/limbs/modulus_29.h": "mint/limbs/modulus_29_columns.cpp",
     "ecc/recode.h": "ecc/wnaf.cpp", "mint/value.h": "mint/divide.cpp", "mint/words.h": "mint/kernels.cpp",
     "base/work_buffer.h": "mint/divide.cpp", "ecc/reference_field.h": "ecc/points.cpp",
     "ecc/fast_field.h": "ecc/wnaf.cpp", "ecc/jacobian_formulas.h": "ecc/wnaf.cpp",
     "ecc/affine_formulas.h": "ecc/points.cpp",
     "ecc/table_builder.h": "ecc/table.cpp", "ecc/curve_numbers.h": "ecc/global_curve.cpp",
-    "ecc/point_bytes.h": "ecc/encode.cpp",
+    "ecc/point_bytes.h": "ecc/encode.cpp", "ecc/curve.h": "ecc/table.cpp",
+    "ecc/fields.h": "ecc/fast_field.cpp", "ecc/secret_rounds.h": "schemes/ecdsa.cpp",
+    "hash/digest.h": "hash/sm2_kdf.cpp",
     "hash/bytes.h": "hash/sha256.cpp", "hash/key_sink.h": "hash/sm2_kdf.cpp",
     "hash/hmac.h": "hash/hmac_sm3.cpp", "schemes/peer_image.h": "schemes/sm2_exchange.cpp",
 }
@@ -119,7 +125,7 @@ def configure():
     tests = "|".join(TEST_FOLDERS)
     library, programs = [], []
     for entry in entries:
-        if "/zokecc_objects.dir/" in entry["command"]:
+        if re.search(r"/(zokecc_objects|other_moduli)[.]dir/", entry["command"]):
             library.append(Unit(entry))
         elif re.search(rf"/(test_support|({tests})_tests)[.]dir/", entry["command"]):
             programs.append(Unit(entry))
@@ -271,8 +277,8 @@ class Workshop:
     def attempt_in_tests(self, change, objects, result):
         """The tests of the header, and of the source nearest to it, have bodies that the library has not."""
         program = programs_for(change.file)[0]
-        names = change.file, nearest(change.file)
-        own = tuple(f"tests/{pathlib.Path(name).with_suffix('')}" for name in names)
+        names = [pathlib.Path(name) for name in (change.file, nearest(change.file))]
+        own = tuple(f"tests/{name.parts[0]}/{limb}{name.stem}" for name in names for limb in ("", "limb_"))
         units = [unit for unit in self.programs if unit.name.startswith(own) and unit.folder in program]
         of_tests = self.compiled(self.users(units, change.file))
         if of_tests is None:
