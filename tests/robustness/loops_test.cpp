@@ -132,16 +132,6 @@ TEST(Loops, EcdsaOverTheBasePointZeroGivesUpAfter1024Draws) {
     EXPECT_TRUE(legacy.written.unchanged() && a.sig_written.unchanged());
 }
 
-TEST(Loops, EncryptionWhoseKeyStreamIsAlwaysZeroGivesUpAfter1024Draws) {
-    const uint32_t k = nonce_of_zero_stream(HASH_ALG_SM3);
-    SessionArguments a;
-    a.message_len = 1;
-    FakeEntropy entropy;
-    entropy.queued_numbers.assign(2 * kMost, small(k));
-    EXPECT_EQ(a.flat_encrypt(), ZOK_ERR_INTERNAL);
-    EXPECT_EQ(entropy.number_calls, kMost);
-}
-
 // Moduli of 1 modulo 8 that are no primes: there may be no number whose power is -1.
 TEST(Loops, SquareRootGivesUpAfterSixtyDraws) {
     for (uint32_t p : {9u, 25u, 33u, 49u, 561u, 1729u, 2465u, 6601u, 0xFFFFFFF1u}) {

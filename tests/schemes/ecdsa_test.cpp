@@ -42,16 +42,6 @@ TEST(EcdsaDigitalSign, NonceWhoseXIsTheOrderIsDrawnAgain) {
     EXPECT_EQ(to_hex(signing.sig->x, 32), to_hex(number_bytes(group.add(G, G).x % kSmallN, 32)));
 }
 
-TEST(EcdsaDigitalSign, BasePointZeroZeroEndsWithMinusOne) {
-    // (0, 0) is on every curve with b = 0, and every r is 0.
-    install(legacy_curve(32, kSmallP, 2, 0, 0, 0, kSmallN));
-    FakeEntropy entropy;
-    EcdsaSigning signing(number_bytes(kD, 32), kText);
-    EXPECT_EQ(signing.run(HASH_ALG_SM3), -1);
-    EXPECT_EQ(entropy.number_calls, 1024u);
-    EXPECT_TRUE(signing.sig.unchanged());
-}
-
 TEST(EcdsaDigitalSign, KeptUnknownSelectorSignsOverZero) {
     install_small(32);
     for (uint32_t hash : {2u, kUnknownHash, 0xFFFFFFFFu}) {

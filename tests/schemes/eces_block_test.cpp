@@ -20,6 +20,14 @@ ByteString drawn_bytes(uint32_t count, uint32_t now) {
     return out;
 }
 
+// A clock for which a zero byte is among them but for the last, or none.
+uint32_t clock_drawing(bool zero, uint32_t count) {
+    for (uint32_t now = 1;; ++now) {
+        const ByteString padding = drawn_bytes(count, now);
+        if ((std::find(padding.begin(), padding.end() - 1, 0) != padding.end() - 1) == zero) return now;
+    }
+}
+
 struct Format {
     int32_t run(uint32_t block_len, const ByteString &message) {
         const ByteString before = message;
@@ -39,6 +47,12 @@ struct Deformat {
             eces_deformat(block.data(), static_cast<uint32_t>(block.size()), out.data(), &out_len);
         EXPECT_EQ(block, before);
         return status;
+    }
+    void expect_message(const ByteString &block, const ByteString &message) {
+        EXPECT_EQ(run(block), 0);
+        EXPECT_EQ(out_len, message.size());
+        EXPECT_EQ(to_hex(out.first(message.size())), to_hex(message));
+        EXPECT_TRUE(out.untouched_from(message.size()));
     }
     void expect_refused(const ByteString &block) {
         EXPECT_EQ(run(block), 1);
@@ -88,24 +102,6 @@ TEST(EcesFormat, EverySizeUpTo40) {
     }
 }
 
-TEST(EcesFormat, LongestMessageLeavesOnlyTheSeparatorAndStillDrawsAByte) {
-    FakeEntropy entropy;
-    const ByteString message = test_bytes(30);
-    Format call;
-    EXPECT_EQ(call.run(32, message), 0);
-    EXPECT_EQ(to_hex(call.out.first(32)), "a500" + to_hex(message));
-    EXPECT_EQ(entropy.seedings(), 2u);
-}
-
-TEST(EcesFormat, MessageOneByteTooLongReturnsOneAndWritesNothing) {
-    FakeEntropy entropy;
-    Format call;
-    EXPECT_EQ(call.run(32, test_bytes(31)), 1);
-    EXPECT_TRUE(call.out.untouched());
-    EXPECT_EQ(call.out_len, kUntouched);
-    EXPECT_EQ(entropy.calls(), 0u);
-}
-
 TEST(EcesFormat, NullMessageOfLengthZeroIsEmpty) {
     FakeEntropy entropy(77);
     Format call;
@@ -116,14 +112,11 @@ TEST(EcesFormat, NullMessageOfLengthZeroIsEmpty) {
 }
 
 TEST(EcesFormat, KeptZeroBytesAmongThePaddingAreNotReplaced) {
-    // A clock for which a zero byte is drawn: the reader takes it for the separator, and the
-    // message it finds begins too early.
+    // The reader takes the zero byte for the separator, and the message it finds begins too early.
     install_small(32);
     const ByteString message = text_bytes("message");
-    uint32_t now = 1;
+    const uint32_t now = clock_drawing(true, 24);
     ByteString padding = drawn_bytes(24, now);
-    while (std::find(padding.begin(), padding.end() - 1, 0) == padding.end() - 1)
-        padding = drawn_bytes(24, ++now);
     const std::ptrdiff_t first_zero = std::find(padding.begin(), padding.end(), 0) - padding.begin();
 
     FakeEntropy entropy(now);
@@ -134,12 +127,9 @@ TEST(EcesFormat, KeptZeroBytesAmongThePaddingAreNotReplaced) {
 
     ByteString block = format.out.first(32);
     block.erase(block.begin());
-    Deformat deformat;
-    EXPECT_EQ(deformat.run(block), 0);
     const ByteString found(block.begin() + first_zero + 1, block.end());
     EXPECT_GT(found.size(), message.size());
-    EXPECT_EQ(deformat.out_len, found.size());
-    EXPECT_EQ(to_hex(deformat.out.first(found.size())), to_hex(found));
+    Deformat().expect_message(block, found);
 }
 
 TEST(EcesDeformat, SeparatorAtEveryPlace) {
@@ -148,12 +138,8 @@ TEST(EcesDeformat, SeparatorAtEveryPlace) {
         for (uint32_t j = 0; j <= L - 2; ++j) {
             SCOPED_TRACE("L " + std::to_string(L) + " separator at " + std::to_string(j));
             const ByteString block = block_with_separator(L, j);
-            Deformat call;
-            EXPECT_EQ(call.run(block), 0);
-            const ByteString message(block.begin() + static_cast<std::ptrdiff_t>(j) + 1, block.end());
-            EXPECT_EQ(call.out_len, L - 2 - j);
-            EXPECT_EQ(to_hex(call.out.first(message.size())), to_hex(message));
-            EXPECT_TRUE(call.out.untouched_from(message.size()));
+            const std::ptrdiff_t first = static_cast<std::ptrdiff_t>(j) + 1;
+            Deformat().expect_message(block, ByteString(block.begin() + first, block.end()));
         }
     }
 }
@@ -163,10 +149,7 @@ TEST(EcesDeformat, ThirtyOneBytesWithTheFirstZeroAtIndexFiveGive25) {
     ByteString block = block_with_separator(32, 5);
     block[6] = 0;  // later zeros belong to the message
     block[30] = 0;
-    Deformat call;
-    EXPECT_EQ(call.run(block), 0);
-    EXPECT_EQ(call.out_len, 25u);
-    EXPECT_EQ(to_hex(call.out.first(25)), to_hex(block.data() + 6, 25));
+    Deformat().expect_message(block, ByteString(block.begin() + 6, block.end()));
 }
 
 TEST(EcesDeformat, NoZeroByteReturnsOneAndWritesNothing) {
@@ -233,21 +216,13 @@ TEST(EcesDeformat, GivesBackWhatWasFormatted) {
     for (unsigned L : kLegacyLengths) {
         install_small(L);
         for (uint32_t m = 0; m <= L - 2; ++m) {
-            // A clock without a zero byte among the padding.
-            uint32_t now = 1;
-            ByteString padding = drawn_bytes(L - m - 1, now);
-            while (std::find(padding.begin(), padding.end() - 1, 0) != padding.end() - 1)
-                padding = drawn_bytes(L - m - 1, ++now);
             const ByteString message = test_bytes(m, L);
-            FakeEntropy entropy(now);
+            FakeEntropy entropy(clock_drawing(false, L - m - 1));
             Format format;
             ASSERT_EQ(format.run(L, message), 0);
             ByteString block = format.out.first(L);
             block.erase(block.begin());
-            Deformat deformat;
-            EXPECT_EQ(deformat.run(block), 0);
-            EXPECT_EQ(deformat.out_len, m);
-            EXPECT_EQ(to_hex(deformat.out.first(m)), to_hex(message));
+            Deformat().expect_message(block, message);
         }
     }
 }
@@ -272,14 +247,6 @@ TEST(EcesDeformat, FormattedBlockThroughEncryption) {
     EXPECT_EQ(eces_deformat(plain, 31, deformat.out.data(), &deformat.out_len), 0);
     EXPECT_EQ(deformat.out_len, 25u);
     EXPECT_EQ(to_hex(deformat.out.first(25)), to_hex(message));
-}
-
-TEST(EcesFormat, WorksWithoutACurve) {
-    uninstall();
-    FakeEntropy entropy;
-    Format call;
-    EXPECT_EQ(call.run(32, test_bytes(9)), 0);
-    EXPECT_EQ(call.out_len, 32u);
 }
 
 }  // namespace zokecc_test::eces_block_test

@@ -12,77 +12,88 @@ constexpr uint32_t kGenerate = 0;
 constexpr uint32_t kDerive = 1;
 
 // Infinity is written as zeros.
-void expect_small_point(GuardedRecord<ecc_point_bytes> &written, const TinyPoint &P, unsigned byte_len) {
-    expect_record(written, P.infinite ? 0 : P.x, P.infinite ? 0 : P.y, byte_len);
+ByteString x_of(const TinyPoint &P, size_t size) { return number_bytes(P.infinite ? 0 : P.x, size); }
+ByteString y_of(const TinyPoint &P, size_t size) { return number_bytes(P.infinite ? 0 : P.y, size); }
+
+void expect_small_point(const GuardedRecord<ecc_point_bytes> &written, const TinyPoint &P,
+                        unsigned byte_len) {
+    expect_record(written, x_of(P, byte_len), y_of(P, byte_len));
 }
 
-// A key whose bytes the call may write, with a count of its own.
-struct WritableKey {
-    explicit WritableKey(uint32_t count, size_t room = 80) : bytes(room), record{bytes.data(), count} {}
-    GuardedBuffer bytes;
-    ecc_scalar record;
+// Deriving the public key leaves the scalar alone and draws nothing.
+void expect_public_key(const ByteString &d, const ByteString &x, const ByteString &y) {
+    FakeEntropy entropy;
+    Scalar scalar(d);
+    GuardedRecord<ecc_point_bytes> Q;
+    ASSERT_EQ(Ecc_GenPubKey(scalar.get(), Q.get()), 0) << to_hex(d);
+    expect_record(Q, x, y);
+    EXPECT_TRUE(scalar.intact());
+    EXPECT_EQ(entropy.number_calls + entropy.calls(), 0u);
+}
+void expect_derived(const ByteString &d, uint32_t mode, const ByteString &x, const ByteString &y) {
+    FakeEntropy entropy;
+    Scalar key(d);
+    GuardedRecord<ecc_point_bytes> Q;
+    EXPECT_EQ(Ecc_KeyPair_Gen(key.get(), Q.get(), mode), 0);
+    expect_record(Q, x, y);
+    EXPECT_TRUE(key.intact());
+    EXPECT_EQ(entropy.number_calls + entropy.calls(), 0u);
+}
+
+// A pair on a small curve from the number that is drawn, with a count for the key's bytes.
+struct Generated {
+    Generated(uint32_t count, uint32_t drawn) : key{bytes.data(), count} {
+        FakeEntropy entropy;
+        queue_number(entropy, drawn);
+        EXPECT_EQ(Ecc_KeyPair_Gen(&key, Q.get(), kGenerate), 0);
+        EXPECT_EQ(entropy.number_calls, 1u);
+    }
+    void expect(const ByteString &d, const TinyPoint &P, unsigned byte_len) {
+        EXPECT_EQ(to_hex(bytes.first(d.size())), to_hex(d));
+        EXPECT_TRUE(bytes.untouched_from(d.size()));
+        EXPECT_EQ(key.length, d.size());
+        expect_small_point(Q, P, byte_len);
+    }
+    GuardedBuffer bytes{80};
+    ecc_scalar key;
+    GuardedRecord<ecc_point_bytes> Q;
 };
 
 }  // namespace
 
 TEST(EccGenPubKey, EveryScalarBelowTheOrder) {
     install_small(24);
-    for (uint32_t d = 0; d < kSmallN; ++d) {
-        Scalar scalar(d, 24);
-        GuardedRecord<ecc_point_bytes> Q;
-        ASSERT_EQ(Ecc_GenPubKey(scalar.get(), Q.get()), 0) << d;
-        expect_small_point(Q, small_multiple(d), 24);
-        EXPECT_TRUE(scalar.intact());
-    }
+    for (uint32_t d = 0; d < kSmallN; ++d)
+        expect_public_key(number_bytes(d, 24), x_of(small_multiple(d), 24), y_of(small_multiple(d), 24));
 }
 
 TEST(EccGenPubKey, WritesTheCurveLengthWhateverTheScalarsIs) {
+    const TinyPoint P = small_multiple(990);
     for (unsigned byte_len : kLegacyLengths) {
         install_small(byte_len);
-        for (size_t length : {2u, 31u, 76u}) {
-            Scalar scalar(990, length);
-            GuardedRecord<ecc_point_bytes> Q;
-            EXPECT_EQ(Ecc_GenPubKey(scalar.get(), Q.get()), 0);
-            expect_small_point(Q, small_multiple(990), byte_len);
-        }
+        for (size_t length : {2u, 31u, 76u})
+            expect_public_key(number_bytes(990, length), x_of(P, byte_len), y_of(P, byte_len));
     }
 }
 
 TEST(EccGenPubKey, ScalarZeroGivesZeroBytes) {
     install("sm2p256v1");
-    for (const ByteString &zero : {ByteString(), ByteString(1, 0), ByteString(76, 0)}) {
-        Scalar scalar(zero);
-        GuardedRecord<ecc_point_bytes> Q;
-        EXPECT_EQ(Ecc_GenPubKey(scalar.get(), Q.get()), 0);
-        expect_record(Q, ByteString(32, 0), ByteString(32, 0));
-    }
+    for (const ByteString &zero : {ByteString(), ByteString(1, 0), ByteString(76, 0)})
+        expect_public_key(zero, ByteString(32, 0), ByteString(32, 0));
 }
 
 TEST(EccGenPubKey, OneBelowTheOrderIsTheBasePointNegated) {
     install("sm2p256v1");
-    mint d = global_curve.n;
+    mint d = global_curve.n, y{};
     d.words[0] -= 1;
-    Scalar scalar(fixed_bytes(d, 32));
-    GuardedRecord<ecc_point_bytes> Q;
-    EXPECT_EQ(Ecc_GenPubKey(scalar.get(), Q.get()), 0);
-    mint y{};
     ASSERT_EQ(mint_sub(&global_curve.p, &global_curve.G.y, &y), 0);
-    expect_record(Q, fixed_bytes(global_curve.G.x, 32), fixed_bytes(y, 32));
+    expect_public_key(fixed_bytes(d, 32), fixed_bytes(global_curve.G.x, 32), fixed_bytes(y, 32));
 }
 
 TEST(EccKeyPairGen, GeneratedKeyIsWrittenAtTheCurveLength) {
     for (unsigned byte_len : kLegacyLengths) {
         install_small(byte_len);
-        FakeEntropy entropy;
-        queue_number(entropy, 700u);
-        WritableKey key(byte_len);
-        GuardedRecord<ecc_point_bytes> Q;
-        EXPECT_EQ(Ecc_KeyPair_Gen(&key.record, Q.get(), kGenerate), 0);
-        EXPECT_EQ(to_hex(key.bytes.first(byte_len)), to_hex(number_bytes(700, byte_len)));
-        EXPECT_TRUE(key.bytes.untouched_from(byte_len));
-        EXPECT_EQ(key.record.length, byte_len);
-        expect_small_point(Q, small_multiple(700), byte_len);
-        EXPECT_EQ(entropy.number_calls, 1u);
+        Generated(byte_len, 700).expect(number_bytes(700, byte_len), small_multiple(700), byte_len);
     }
 }
 
@@ -94,12 +105,13 @@ TEST(EccKeyPairGen, CountOf32OnA256BitCurveGives32Bytes) {
         gen_random_number(&d, &global_curve.n);
     }
     FakeEntropy entropy;
-    WritableKey key(32);
+    GuardedBuffer bytes(32);
+    ecc_scalar key = {bytes.data(), 32};
     GuardedRecord<ecc_point_bytes> Q;
-    EXPECT_EQ(Ecc_KeyPair_Gen(&key.record, Q.get(), kGenerate), 0);
-    EXPECT_EQ(key.record.length, 32u);
-    EXPECT_EQ(to_hex(key.bytes.first(32)), to_hex(fixed_bytes(d, 32)));
-    EXPECT_TRUE(key.bytes.untouched_from(32));
+    EXPECT_EQ(Ecc_KeyPair_Gen(&key, Q.get(), kGenerate), 0);
+    EXPECT_EQ(key.length, 32u);
+    EXPECT_EQ(to_hex(bytes.all()), to_hex(fixed_bytes(d, 32)));
+    EXPECT_TRUE(bytes.untouched_from(32));
     EXPECT_EQ(entropy.number_calls, 1u);
     EXPECT_EQ(entropy.seedings(), 2u);
     Scalar scalar(fixed_bytes(d, 32));
@@ -110,32 +122,14 @@ TEST(EccKeyPairGen, CountOf32OnA256BitCurveGives32Bytes) {
 
 TEST(EccKeyPairGen, CountAboveTheCurveLengthIsLowered) {
     install_small(24);
-    for (uint32_t count : {25u, 77u, 0x80000000u, 0xFFFFFFFFu}) {
-        FakeEntropy entropy;
-        queue_number(entropy, 990u);
-        WritableKey key(count);
-        GuardedRecord<ecc_point_bytes> Q;
-        EXPECT_EQ(Ecc_KeyPair_Gen(&key.record, Q.get(), kGenerate), 0);
-        EXPECT_EQ(to_hex(key.bytes.first(24)), to_hex(number_bytes(990, 24)));
-        EXPECT_TRUE(key.bytes.untouched_from(24));
-        EXPECT_EQ(key.record.length, 24u);
-    }
+    for (uint32_t count : {25u, 77u, 0x80000000u, 0xFFFFFFFFu})
+        Generated(count, 990).expect(number_bytes(990, 24), small_multiple(990), 24);
 }
 
 TEST(EccKeyPairGen, CountBelowTheCurveLengthLosesTheKeyAndKeepsThePublicKey) {
     // Also where the shortest form of the key would have fitted.
     install_small(24);
-    for (uint32_t count : {0u, 1u, 2u, 23u}) {
-        FakeEntropy entropy;
-        queue_number(entropy, 700u);
-        WritableKey key(count);
-        GuardedRecord<ecc_point_bytes> Q;
-        EXPECT_EQ(Ecc_KeyPair_Gen(&key.record, Q.get(), kGenerate), 0);
-        EXPECT_TRUE(key.bytes.untouched());
-        EXPECT_EQ(key.record.length, 0u);
-        expect_small_point(Q, small_multiple(700), 24);
-        EXPECT_EQ(entropy.number_calls, 1u);
-    }
+    for (uint32_t count : {0u, 1u, 2u, 23u}) Generated(count, 700).expect({}, small_multiple(700), 24);
 }
 
 TEST(EccKeyPairGen, KeyBytesMayBeNullWhereNothingIsWrittenToThem) {
@@ -151,44 +145,23 @@ TEST(EccKeyPairGen, KeyBytesMayBeNullWhereNothingIsWrittenToThem) {
 
 TEST(EccKeyPairGen, DrawOfZeroIsUsed) {
     install_small(28);
-    FakeEntropy entropy;
-    queue_number(entropy, 0u);
-    WritableKey key(28);
-    GuardedRecord<ecc_point_bytes> Q;
-    EXPECT_EQ(Ecc_KeyPair_Gen(&key.record, Q.get(), kGenerate), 0);
-    EXPECT_EQ(to_hex(key.bytes.first(28)), std::string(56, '0'));
-    EXPECT_EQ(key.record.length, 28u);
-    expect_record(Q, 0, 0, 28);
-    EXPECT_EQ(entropy.number_calls, 1u);
+    Generated(28, 0).expect(ByteString(28, 0), TinyPoint{}, 28);
 }
 
 TEST(EccKeyPairGen, DerivingLeavesTheKeyAloneAndDrawsNothing) {
     install_small(28);
-    for (uint32_t d : {0u, 1u, 2u, 123u, kSmallN - 1}) {
-        for (size_t length : {2u, 28u, 76u}) {
-            FakeEntropy entropy;
-            Scalar key(d, length);
-            GuardedRecord<ecc_point_bytes> Q;
-            EXPECT_EQ(Ecc_KeyPair_Gen(key.get(), Q.get(), kDerive), 0);
-            expect_small_point(Q, small_multiple(d), 28);
-            EXPECT_TRUE(key.intact());
-            EXPECT_EQ(entropy.number_calls + entropy.calls(), 0u);
-        }
-    }
+    for (uint32_t d : {0u, 1u, 2u, 123u, kSmallN - 1})
+        for (size_t length : {2u, 28u, 76u})
+            expect_derived(number_bytes(d, length), kDerive, x_of(small_multiple(d), 28),
+                           y_of(small_multiple(d), 28));
 }
 
 TEST(EccKeyPairGen, KeptUnknownModeGivesThePublicKeyOfZero) {
     for (unsigned byte_len : kLegacyLengths) {
         install_small(byte_len);
-        for (uint32_t mode : {2u, 7u, 0xFFFFFFFFu}) {
-            FakeEntropy entropy;
-            Scalar key(123, byte_len);
-            GuardedRecord<ecc_point_bytes> Q;
-            EXPECT_EQ(Ecc_KeyPair_Gen(key.get(), Q.get(), mode), 0);
-            expect_record(Q, 0, 0, byte_len);
-            EXPECT_TRUE(key.intact());
-            EXPECT_EQ(entropy.number_calls + entropy.calls(), 0u);
-        }
+        for (uint32_t mode : {2u, 7u, 0xFFFFFFFFu})
+            expect_derived(number_bytes(123, byte_len), mode, ByteString(byte_len, 0),
+                           ByteString(byte_len, 0));
     }
 }
 
@@ -207,20 +180,14 @@ TEST(EccKeyPairGen, KeptUnknownModeDoesNotLookAtTheKey) {
 
 TEST(EccKeyPairGen, KeptUnknownModeWithoutACurveWritesTheLengthOnly) {
     uninstall();
-    Scalar key(123, 32);
-    GuardedRecord<ecc_point_bytes> Q;
-    EXPECT_EQ(Ecc_KeyPair_Gen(key.get(), Q.get(), 2), 0);
-    expect_record(Q, ByteString(), ByteString());
+    expect_derived(number_bytes(123, 32), 2, {}, {});
 }
 
 TEST(EccKeyPairGen, KeptUnknownModeWithoutOrderOrPrimeGivesZeroBytes) {
     for (mint GlobalCurve::*number : {&GlobalCurve::n, &GlobalCurve::p}) {
         install_small(28);
         global_curve.*number = mint{};
-        Scalar key(123, 32);
-        GuardedRecord<ecc_point_bytes> Q;
-        EXPECT_EQ(Ecc_KeyPair_Gen(key.get(), Q.get(), 7), 0);
-        expect_record(Q, 0, 0, 28);
+        expect_derived(number_bytes(123, 32), 7, ByteString(28, 0), ByteString(28, 0));
     }
     uninstall();
 }

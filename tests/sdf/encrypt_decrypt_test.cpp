@@ -74,15 +74,6 @@ TEST(SdfExternalDecryptEcc, KeyIsReadAtItsOwnSize) {
     }
 }
 
-TEST(SdfExternalDecryptEcc, InputsStayAsTheyWere) {
-    const ECCrefPrivateKey key = small_private_key(), key_before = key;
-    const ECCCipher cipher = cipher_record(small_encryption(HASH_ALG_SM3, 77, kMessage)), before = cipher;
-    for (uint32_t algorithm : kEncryptions)
-        EXPECT_EQ(decrypt(small_session(), algorithm, key, cipher).status, ZOK_OK);
-    EXPECT_EQ(to_hex(image(key)), to_hex(image(key_before)));
-    EXPECT_EQ(to_hex(image(cipher)), to_hex(image(before)));
-}
-
 TEST(SdfExternalDecryptEcc, KeptPlaintextStaysWrittenAfterAMismatch) {
     Encrypted parts = small_encryption(HASH_ALG_SM3, 77, kMessage);
     parts.C3 = ByteString(32, 0);

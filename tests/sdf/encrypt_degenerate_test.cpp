@@ -44,23 +44,9 @@ constexpr TinyPoint kOrderFour = {false, 73, 10};
 
 // SM2 encryption draws k, writes C1 = k G and is then refused; behind C1 nothing is written.
 void expect_refused_after_c1(void *session, const ECCrefPublicKey &key, uint32_t k, const TinyPoint &C1) {
-    {
-        FakeEntropy entropy;
-        queue_numbers(entropy, {k});
-        GuardedRecord<ECCCipher> out;
-        EXPECT_EQ(encrypt(session, kSm2, key, kMessage, out.get()), ZOK_ERR_ARGUMENT);
-        EXPECT_EQ(entropy.number_calls, 1u);
-        expect_cipher(out, {small_bytes(C1.x), small_bytes(C1.y), {}, {}});
-    }
-    FakeEntropy entropy;
-    queue_numbers(entropy, {k});
-    GuardedBuffer flat(200);
-    uint32_t length = kUntouchedLength;
-    EXPECT_EQ(flat_encrypt(session, key, kMessage, flat.data(), &length), ZOK_ERR_ARGUMENT);
-    EXPECT_EQ(entropy.number_calls, 1u);
-    EXPECT_EQ(length, kUntouchedLength);
-    EXPECT_EQ(to_hex(flat.first(41)), to_hex(joined({{4}, small_bytes(C1.x), small_bytes(C1.y)})));
-    EXPECT_TRUE(flat.untouched_from(41));
+    const Encrypted only_c1 = {small_bytes(C1.x), small_bytes(C1.y), {}, {}};
+    expect_encrypted(session, kSm2, key, kMessage, {k}, only_c1, ZOK_ERR_ARGUMENT);
+    expect_flat_encrypted(session, key, kMessage, {k}, only_c1, ZOK_ERR_ARGUMENT);
 }
 
 // SM2 decryption of parts by both pairs.
@@ -130,11 +116,8 @@ TEST(EncryptionWithHOfTwo, HFoldOfTheKeyWithYOfZeroIsRefusedAfterC1) {
 
 TEST(EncryptionWithHOfTwo, OtherKeysAreServed) {
     Session session(small_curve_with_order(500));
-    FakeEntropy entropy;
-    queue_numbers(entropy, {77});
-    GuardedRecord<ECCCipher> out;
-    EXPECT_EQ(encrypt(session.handle(), kSm2, small_public_key(), kMessage, out.get()), ZOK_OK);
-    expect_cipher(out, small_encryption(HASH_ALG_SM3, 77, kMessage));
+    expect_encrypted(session.handle(), kSm2, small_public_key(), kMessage, {77},
+                     small_encryption(HASH_ALG_SM3, 77, kMessage));
 }
 
 TEST(EncryptionWithHOfTwo, KeptZeroCoordinateOfTheHFoldIsNoReasonToRefuseC1) {

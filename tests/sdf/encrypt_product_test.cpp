@@ -11,27 +11,15 @@ namespace {
 const ByteString kMessage = test_bytes(kSmallL, 41);
 const ByteString kNoCheck(64, 0);
 
-// M x2 mod p for the nonce k, with the message as one number.
-uint32_t product(uint32_t k, const ByteString &message) {
-    const TinyPoint shared = small_product(k, small_key_point());
-    return product_modulo(residue(message, kSmallP), shared.x, kSmallP);
+// C1 and M x2 mod p for the nonce k, with the message as one number.
+Encrypted product(uint32_t k, const ByteString &message) {
+    const TinyPoint C1 = small_multiple(k), shared = small_product(k, small_key_point());
+    const uint32_t C = product_modulo(residue(message, kSmallP), shared.x, kSmallP);
+    return {small_bytes(C1.x), small_bytes(C1.y), small_bytes(C), kNoCheck};
 }
 
-void expect_record(GuardedRecord<ECCCipher> &out, const TinyPoint &C1, uint32_t C) {
-    expect_field(out->x, small_bytes(C1.x));
-    expect_field(out->y, small_bytes(C1.y));
-    expect_field(out->C, small_bytes(C));
-    EXPECT_EQ(to_hex(out->M, 64), to_hex(kNoCheck));
-    EXPECT_TRUE(out.guards_intact());
-}
-
-void expect_encryption(std::initializer_list<uint32_t> nonces, uint32_t k, const ByteString &message) {
-    FakeEntropy entropy;
-    queue_numbers(entropy, nonces);
-    GuardedRecord<ECCCipher> out;
-    EXPECT_EQ(encrypt(small_session(), kProduct, small_public_key(), message, out.get()), ZOK_OK);
-    EXPECT_EQ(entropy.number_calls, nonces.size());
-    expect_record(out, small_multiple(k), product(k, message));
+void expect_encryption(const Nonces &nonces, uint32_t k, const ByteString &message) {
+    expect_encrypted(small_session(), kProduct, small_public_key(), message, nonces, product(k, message));
 }
 
 // A number as the decryption writes it: no leading zero byte, and nothing for zero.
@@ -94,13 +82,10 @@ TEST(SdfExternalEncrytpEccProduct, NonceWithASharedXOfZeroIsDrawnAgain) {
 }
 
 TEST(SdfExternalEncrytpEccProduct, ThousandAndTwentyFourFruitlessNoncesEndWithMinusOne) {
-    FakeEntropy entropy;
-    entropy.queued_numbers.assign(1024, small_number(0));
-    entropy.queued_numbers.push_back(small_number(77));
-    GuardedRecord<ECCCipher> out;
-    EXPECT_EQ(encrypt(small_session(), kProduct, small_public_key(), kMessage, out.get()), ZOK_ERR_INTERNAL);
-    EXPECT_EQ(entropy.number_calls, 1024u);
-    EXPECT_TRUE(out.unchanged());
+    std::vector<uint32_t> nonces(1024, 0);
+    expect_encrypted(small_session(), kProduct, small_public_key(), kMessage, nonces, {}, ZOK_ERR_INTERNAL);
+    nonces.back() = 77;
+    expect_encryption(nonces, 77, kMessage);
 }
 
 // With a = 0 a point with x = p has the order 3. An x of zero is an argument that is refused.
@@ -119,25 +104,10 @@ TEST(SdfExternalEncrytpEccProduct, RecipientWithoutAMultipleIsRefusedBeforeAnyDr
     EXPECT_TRUE(out.unchanged());
 }
 
-TEST(SdfExternalEncrytpEccProduct, LastOfThousandAndTwentyFourNoncesCounts) {
-    FakeEntropy entropy;
-    entropy.queued_numbers.assign(1023, small_number(0));
-    entropy.queued_numbers.push_back(small_number(77));
-    GuardedRecord<ECCCipher> out;
-    EXPECT_EQ(encrypt(small_session(), kProduct, small_public_key(), kMessage, out.get()), ZOK_OK);
-    EXPECT_EQ(entropy.number_calls, 1024u);
-    expect_record(out, small_multiple(77), product(77, kMessage));
-}
-
 TEST(SdfExternalEncrytpEccProduct, HashOfTheSessionHasNoPartInIt) {
-    for (uint32_t selector : {HASH_ALG_SHA256, kUnknownSelector}) {
-        FakeEntropy entropy;
-        queue_numbers(entropy, {77});
-        GuardedRecord<ECCCipher> out;
-        EXPECT_EQ(encrypt(small_session(selector), kProduct, small_public_key(), kMessage, out.get()),
-                  ZOK_OK);
-        expect_record(out, small_multiple(77), product(77, kMessage));
-    }
+    for (uint32_t selector : {HASH_ALG_SHA256, kUnknownSelector})
+        expect_encrypted(small_session(selector), kProduct, small_public_key(), kMessage, {77},
+                         product(77, kMessage));
 }
 
 TEST(SdfExternalEncrytpEccProduct, LargeNumbersFollowPlainArithmetic) {
@@ -147,20 +117,14 @@ TEST(SdfExternalEncrytpEccProduct, LargeNumbersFollowPlainArithmetic) {
         const mint k = mint_from_hex("384f30353073aeece7a1654330a96204d37982a3");
         ecc_point shared{};
         ecc_unknown_point_mul(&k, &c.G, &c.a, &c.b, &c.p, &shared);
-        FakeEntropy entropy;
-        entropy.queued_numbers = {k};
-        GuardedRecord<ECCCipher> out;
-        const ByteString message = test_bytes(L, 42);
-        const ECCrefPublicKey key = base_point_key(c);
-        EXPECT_EQ(encrypt(shared_session(c), kProduct, key, message, out.get()), ZOK_OK);
         // The recipient is G itself, so that C1 and the shared point are one.
-        expect_field(out->x, fixed_bytes(shared.x, L));
-        expect_field(out->y, fixed_bytes(shared.y, L));
+        const ByteString message = test_bytes(L, 42);
         const Natural M = Natural::from_hex(to_hex(message)), p(c.p);
-        expect_field(out->C, fixed_bytes(mod_mul(M % p, Natural(shared.x), p).to_mint(), L));
-        EXPECT_EQ(to_hex(out->M, 64), to_hex(kNoCheck));
+        const Encrypted parts = {fixed_bytes(shared.x, L), fixed_bytes(shared.y, L),
+                                 fixed_bytes(mod_mul(M % p, Natural(shared.x), p).to_mint(), L), kNoCheck};
+        expect_encrypted(shared_session(c), kProduct, base_point_key(c), message, k, parts);
 
-        const Decrypted got = decrypt(shared_session(c), kProduct, private_key({1}), *out.get());
+        const Decrypted got = decrypt(shared_session(c), kProduct, private_key({1}), cipher_record(parts));
         const Natural back = Natural::from_hex(to_hex(got.plain));
         EXPECT_EQ(got.status, ZOK_OK);
         EXPECT_EQ(back, M % p) << name;
@@ -178,12 +142,9 @@ TEST(SdfExternalDecryptEccProduct, DividesByTheSharedX) {
 
 TEST(SdfExternalDecryptEccProduct, GivesBackEveryMessageBelowTheModulus) {
     for (uint32_t M = 0; M < kSmallP; M += M < 260 ? 1 : 7) {
-        FakeEntropy entropy;
-        queue_numbers(entropy, {77});
-        GuardedRecord<ECCCipher> out;
-        ASSERT_EQ(encrypt(small_session(), kProduct, small_public_key(), small_bytes(M), out.get()), ZOK_OK);
         SCOPED_TRACE(M);
-        expect_plain(decrypt_small(*out.get()), ZOK_OK, shortest(M));
+        expect_encryption({77}, 77, small_bytes(M));
+        expect_plain(decrypt_small(cipher_record(product(77, small_bytes(M)))), ZOK_OK, shortest(M));
     }
 }
 
@@ -203,12 +164,9 @@ TEST(SdfExternalDecryptEccProduct, LeadingZeroBytesAreLostAndTheLengthIsTheShort
 }
 
 TEST(SdfExternalDecryptEccProduct, MessageAboveTheModulusComesBackReduced) {
-    FakeEntropy entropy;
-    queue_numbers(entropy, {77});
-    GuardedRecord<ECCCipher> out;
-    ASSERT_EQ(encrypt(small_session(), kProduct, small_public_key(), small_bytes(kSmallP + 5), out.get()),
-              ZOK_OK);
-    expect_plain(decrypt_small(*out.get()), ZOK_OK, {5});
+    const ByteString message = small_bytes(kSmallP + 5);
+    expect_encryption({77}, 77, message);
+    expect_plain(decrypt_small(cipher_record(product(77, message))), ZOK_OK, {5});
 }
 
 TEST(SdfExternalDecryptEccProduct, MaskedMessageOfZeroGivesNoByte) {

@@ -13,7 +13,7 @@ namespace {
 class Case {
 public:
     explicit Case(const VectorBlock &block) : block_(block), curve_(curve(block.text("Curve"))) {
-        selector = block.text("Hash") == "SM3" ? HASH_ALG_SM3 : HASH_ALG_SHA256;
+        selector = block.hash();
         message = block.bytes("M");
         parts = {block.bytes("C1x"), block.bytes("C1y"), block.bytes("C2"), block.bytes("C3")};
     }
@@ -57,25 +57,11 @@ protected:
 };
 
 void expect_flat_encryption(const Case &c, const ByteString &message, const Encrypted &want) {
-    const ByteString flat = want.flat();
-    GuardedBuffer out(flat.size());
-    uint32_t length = kUntouchedLength;
-    FakeEntropy entropy;
-    entropy.queued_numbers = {c.nonce()};
-    EXPECT_EQ(flat_encrypt(c.session(), c.pub(), message, out.data(), &length), ZOK_OK);
-    EXPECT_EQ(entropy.number_calls, 1u);
-    EXPECT_EQ(length, flat.size());
-    EXPECT_EQ(to_hex(out.all()), to_hex(flat));
-    EXPECT_TRUE(out.untouched_from(flat.size()));
+    expect_flat_encrypted(c.session(), c.pub(), message, c.nonce(), want);
 }
-
-void expect_encryption(const Case &c, const ByteString &message, const Encrypted &want) {
-    FakeEntropy entropy;
-    entropy.queued_numbers = {c.nonce()};
-    GuardedRecord<ECCCipher> out;
-    EXPECT_EQ(encrypt(c.session(), kSm2, c.pub(), message, out.get()), ZOK_OK);
-    EXPECT_EQ(entropy.number_calls, 1u);
-    expect_cipher(out, want);
+void expect_encryption(const Case &c, const ByteString &message, const Encrypted &want,
+                       uint32_t algorithm = kSm2) {
+    expect_encrypted(c.session(), algorithm, c.pub(), message, c.nonce(), want);
 }
 
 }  // namespace
@@ -120,14 +106,10 @@ TEST_P(EncryptionVectorsOn, ProductSchemeMultipliesByTheSharedX) {
         const ByteString message = test_bytes(c.L(), 103);
         const Natural p(c.on().p), M = Natural::from_hex(to_hex(message)) % p;
         const ByteString C = fixed_bytes(mod_mul(M, Natural(c.shared_x()), p).to_mint(), c.L());
-        FakeEntropy entropy;
-        entropy.queued_numbers = {c.nonce()};
-        GuardedRecord<ECCCipher> out;
-        EXPECT_EQ(encrypt(c.session(), kProduct, c.pub(), message, out.get()), ZOK_OK);
-        EXPECT_EQ(entropy.number_calls, 1u);
-        expect_cipher(out, {c.parts.x1, c.parts.y1, C, ByteString(64, 0)});
+        const Encrypted parts = {c.parts.x1, c.parts.y1, C, ByteString(64, 0)};
+        expect_encryption(c, message, parts, kProduct);
 
-        const Decrypted got = decrypt(c.session(), kProduct, c.priv(), *out.get());
+        const Decrypted got = decrypt(c.session(), kProduct, c.priv(), cipher_record(parts));
         EXPECT_EQ(got.status, ZOK_OK);
         EXPECT_TRUE(got.clean);
         EXPECT_TRUE(got.plain.empty() || got.plain.front() != 0) << "no leading zero byte";

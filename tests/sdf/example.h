@@ -46,13 +46,14 @@ struct ExampleSigning {
     }
 };
 
-// Signs on the small curve with nonce 77.
+// Signs on the small curve with these nonces.
 struct SmallSigning {
     GuardedRecord<ECCSignature> sig;
     FakeEntropy entropy;
 
-    uint32_t sign(uint32_t algorithm, const ECCrefPrivateKey &key, const ByteString &e = small_bytes(456)) {
-        queue_numbers(entropy, {77});
+    uint32_t sign(uint32_t algorithm, const ECCrefPrivateKey &key, const ByteString &e = small_bytes(456),
+                  std::initializer_list<uint32_t> nonces = {77}) {
+        queue_numbers(entropy, nonces);
         return sign_e(small_session(), algorithm, key, e, sig.get());
     }
     void expect_refused() {

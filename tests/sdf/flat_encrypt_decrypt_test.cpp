@@ -138,16 +138,4 @@ TEST(ZokExternalDecryptEcc, KeptC1OfZerosDecryptsUnderEveryKey) {
     for (uint32_t d : {0u, 1u, 2u, kSmallD}) expect_plain(decrypt_small(cipher, d), ZOK_OK, message);
 }
 
-TEST(ZokExternalDecryptEcc, InputsStayAsTheyWere) {
-    const ECCrefPrivateKey key = small_private_key(), before = key;
-    const ByteString cipher = good_cipher(45), copy = cipher;
-    GuardedBuffer plain(64);
-    uint32_t length = 0;
-    EXPECT_EQ(ZOK_ExternalDecrypt_ECC(small_session(), &key, cipher.data(),
-                                      static_cast<uint32_t>(cipher.size()), plain.data(), &length),
-              ZOK_OK);
-    EXPECT_EQ(to_hex(image(key)), to_hex(image(before)));
-    EXPECT_TRUE(cipher == copy);
-}
-
 }  // namespace zokecc_test::flat_encrypt_decrypt_test

@@ -15,20 +15,10 @@ constexpr uint32_t kRIsZero = 219;
 constexpr uint32_t kSIsZero = 957;
 constexpr uint32_t kGood = 77;
 
-struct Signing {
-    GuardedRecord<ECCSignature> sig;
-    FakeEntropy entropy;
-
-    uint32_t sign(uint32_t algorithm, uint32_t e, std::initializer_list<uint32_t> nonces) {
-        queue_numbers(entropy, nonces);
-        return sign_e(small_session(), algorithm, small_private_key(), small_bytes(e), sig.get());
-    }
-};
-
 // Every nonce of the list is drawn, and the last one gives r and s.
 void expect_sm2(std::initializer_list<uint32_t> nonces, uint32_t r, uint32_t s, uint32_t e = 1) {
-    Signing signing;
-    ASSERT_EQ(signing.sign(ZOK_ALG_SM2_SIGN, e, nonces), ZOK_OK);
+    SmallSigning signing;
+    ASSERT_EQ(signing.sign(ZOK_ALG_SM2_SIGN, small_private_key(), small_bytes(e), nonces), ZOK_OK);
     expect_small_signature(signing.sig, r, s);
     EXPECT_EQ(signing.entropy.number_calls, nonces.size());
     EXPECT_TRUE(signing.entropy.queued_numbers.empty());
@@ -85,21 +75,6 @@ TEST(SdfExternalSignEcc, KeptSm2REqualToZeroOnTheSm2Curve) {
                    "0e9ed3f9384552871c05b57813f956a96dd20d7477d19424de3e842851f9d5ab");
     EXPECT_EQ(verify_e(sm2_session(), ZOK_ALG_SM2_SIGN, example::pub(), e, *signing.sig.get()),
               ZOK_ERR_VERIFY);
-}
-
-TEST(SdfExternalSignEcc, EcdsaOverABasePointZeroEndsAfter1024Draws) {
-    Session session(useless_curve());
-    FakeEntropy entropy;
-    GuardedRecord<ECCSignature> sig;
-    EXPECT_EQ(sign_e(session.handle(), ZOK_ALG_ECDSA_SIGN, small_private_key(), small_bytes(1), sig.get()),
-              ZOK_ERR_SIGN);
-    EXPECT_EQ(entropy.number_calls, 1024u);
-    EXPECT_TRUE(sig.unchanged());
-    EXPECT_EQ(sign_message(session.handle(), ZOK_ALG_ECDSA_SIGN, small_private_key(), small_bytes(1),
-                           ByteString(), sig.get()),
-              ZOK_ERR_SIGN);
-    EXPECT_EQ(entropy.number_calls, 2048u);
-    EXPECT_TRUE(sig.unchanged());
 }
 
 TEST(SdfExternalSignEcc, Sm2OverABasePointZeroSignsWithREqualToE) {

@@ -14,48 +14,43 @@ ECCrefPrivateKey wide_key(size_t count) { return private_key(fixed_bytes(small_n
 
 }  // namespace
 
-TEST(SdfExternalSignEcc, Sm2SignatureOfTheExample) {
-    ExampleSigning signing;
-    ASSERT_EQ(signing.sign(ZOK_ALG_SM2_SIGN, example::priv(), example::e()), ZOK_OK);
-    signing.expect(example::kR, example::kS);
-}
-
-TEST(SdfExternalSignEcc, EcdsaSignatureWithTheSameNumbers) {
-    ExampleSigning signing;
-    ASSERT_EQ(signing.sign(ZOK_ALG_ECDSA_SIGN, example::priv(), example::e()), ZOK_OK);
-    signing.expect(example::kX, "5e828cf33c53c70b40b2e3fbf0009ff50a88cf76b24d4e9629a26e47a371d2b8");
-}
-
-TEST(SdfExternalSignEcc, EmptyEIsZero) {
-    ECCrefPrivateKey key = example::priv();
-    {
-        ExampleSigning signing;
-        ASSERT_EQ(signing.sign(ZOK_ALG_SM2_SIGN, key, ByteString()), ZOK_OK);
-        signing.expect(example::kX, "740f494c6b9dcca0758fd4cf0eaa8ba8cd76e9b7e4fd916f7c484168f6a4b38f");
+// The signatures of the example's value, of no bytes, which are zero, and of nineteen full words, which are
+// reduced.
+TEST(SdfExternalSignEcc, ValuesWithTheKeyAndTheNonceOfTheExample) {
+    struct Case {
+        ByteString e;
+        const char *sm2_r, *sm2_s, *ecdsa_s;
+    };
+    const Case cases[] = {
+        {example::e(), example::kR, example::kS,
+         "5e828cf33c53c70b40b2e3fbf0009ff50a88cf76b24d4e9629a26e47a371d2b8"},
+        {{},
+         example::kX,
+         "740f494c6b9dcca0758fd4cf0eaa8ba8cd76e9b7e4fd916f7c484168f6a4b38f",
+         "77780f2b77a9382c922c4e389554b378b86b304219e117a6ea5cca6991f09f66"},
+        {ByteString(76, 0xFF), "62dcc6dfd3f9d576af789568c67968a22f18a5b19c80292840bff55f94b29064",
+         "75d2cf99c3ac2046bbc785f90cb1216f2e3e5c5819d2d3fee3842a55bb358487",
+         "3e51be952ec81ed1e02db62dcba46e7e30622b84e87ec81e13589be9d6d790ad"},
+    };
+    for (const Case &c : cases) {
+        ExampleSigning sm2;
+        ASSERT_EQ(sm2.sign(ZOK_ALG_SM2_SIGN, example::priv(), c.e), ZOK_OK);
+        sm2.expect(c.sm2_r, c.sm2_s);
     }
-    ExampleSigning signing;
-    ASSERT_EQ(signing.sign(ZOK_ALG_ECDSA_SIGN, key, ByteString()), ZOK_OK);
-    signing.expect(example::kX, "77780f2b77a9382c922c4e389554b378b86b304219e117a6ea5cca6991f09f66");
+    for (const Case &c : cases) {
+        ExampleSigning ecdsa;
+        ASSERT_EQ(ecdsa.sign(ZOK_ALG_ECDSA_SIGN, example::priv(), c.e), ZOK_OK);
+        ecdsa.expect(example::kX, c.ecdsa_s);
+    }
+}
+
+TEST(SdfExternalSignEcc, NullEOfNoBytesIsZero) {
     const ECCrefPrivateKey small = small_private_key();
     GuardedRecord<ECCSignature> sig;
     FakeEntropy entropy;
     queue_numbers(entropy, {77});
     EXPECT_EQ(SDF_ExternalSign_ECC(small_session(), ZOK_ALG_SM2_SIGN, &small, nullptr, 0, sig.get()), ZOK_OK);
     expect_small_signature(sig, 761, 988);
-}
-
-TEST(SdfExternalSignEcc, EOfNineteenFullWordsIsReduced) {
-    ECCrefPrivateKey key = example::priv();
-    ByteString e(76, 0xFF);
-    {
-        ExampleSigning signing;
-        ASSERT_EQ(signing.sign(ZOK_ALG_SM2_SIGN, key, e), ZOK_OK);
-        signing.expect("62dcc6dfd3f9d576af789568c67968a22f18a5b19c80292840bff55f94b29064",
-                       "75d2cf99c3ac2046bbc785f90cb1216f2e3e5c5819d2d3fee3842a55bb358487");
-    }
-    ExampleSigning signing;
-    ASSERT_EQ(signing.sign(ZOK_ALG_ECDSA_SIGN, key, e), ZOK_OK);
-    signing.expect(example::kX, "3e51be952ec81ed1e02db62dcba46e7e30622b84e87ec81e13589be9d6d790ad");
 }
 
 // One half modulo the SM2 order comes out wrong, because subtraction turns equal words under a

@@ -4,6 +4,12 @@
 #ifndef ZOKECC_TESTS_SUPPORT_ENCRYPTION_CASE_H
 #define ZOKECC_TESTS_SUPPORT_ENCRYPTION_CASE_H
 
+#include <algorithm>
+#include <deque>
+#include <initializer_list>
+#include <memory>
+#include <vector>
+
 #include "tests/sdf/fixtures.h"
 #include "tests/support/kdf_model.h"
 #include "tests/support/small_group.h"
@@ -86,11 +92,74 @@ inline void expect_cipher(GuardedRecord<ECCCipher> &written, const Encrypted &pa
     EXPECT_TRUE(written.guards_intact());
 }
 
+// What a call is given, which it must leave as it was.
+template <class Key>
+class Inputs {
+public:
+    Inputs(void *session, const Key &key, const ByteString &bytes)
+        : session_(static_cast<SessionContext *>(session)), key_(key), bytes_(bytes) {}
+    ~Inputs() {
+        EXPECT_TRUE(image(*session_) == session_before_);
+        EXPECT_EQ(to_hex(image(key_)), to_hex(key_before_));
+        EXPECT_TRUE(bytes_ == bytes_before_);
+    }
+
+private:
+    const SessionContext *session_;
+    const Key &key_;
+    const ByteString &bytes_;
+    const ByteString session_before_ = image(*session_), key_before_ = image(key_), bytes_before_ = bytes_;
+};
+
 // SDF_ExternalEncrytp_ECC with the message as a byte string.
 inline uint32_t encrypt(void *session, uint32_t algorithm, const ECCrefPublicKey &pub,
                         const ByteString &message, ECCCipher *out) {
+    const Inputs inputs(session, pub, message);
     return SDF_ExternalEncrytp_ECC(session, algorithm, &pub, message.data(),
                                    static_cast<uint32_t>(message.size()), out);
+}
+
+inline uint32_t flat_encrypt(void *session, const ECCrefPublicKey &pub, const ByteString &message,
+                             uint8_t *out, uint32_t *length) {
+    const Inputs inputs(session, pub, message);
+    return ZOK_ExternalEncrytp_ECC(session, &pub, message.data(), static_cast<int32_t>(message.size()), out,
+                                   length);
+}
+
+// The numbers that an encryption is to draw: all of them, and no more.
+struct Nonces {
+    Nonces(std::initializer_list<uint32_t> values) : Nonces(std::vector<uint32_t>(values)) {}
+    Nonces(const std::vector<uint32_t> &values) {
+        for (uint32_t value : values) list.push_back(small_number(value));
+    }
+    Nonces(const mint &value) : list{value} {}
+    std::deque<mint> list;
+};
+
+// An encryption into a record that answers the status and writes these parts and nothing else.
+inline void expect_encrypted(void *session, uint32_t algorithm, const ECCrefPublicKey &pub,
+                             const ByteString &message, const Nonces &nonces, const Encrypted &want,
+                             uint32_t status = ZOK_OK) {
+    FakeEntropy entropy;
+    entropy.queued_numbers = nonces.list;
+    GuardedRecord<ECCCipher> out;
+    EXPECT_EQ(encrypt(session, algorithm, pub, message, out.get()), status);
+    EXPECT_EQ(entropy.number_calls, nonces.list.size());
+    expect_cipher(out, want);
+}
+// The same into bytes: without success the length is not written.
+inline void expect_flat_encrypted(void *session, const ECCrefPublicKey &pub, const ByteString &message,
+                                  const Nonces &nonces, const Encrypted &want, uint32_t status = ZOK_OK) {
+    FakeEntropy entropy;
+    entropy.queued_numbers = nonces.list;
+    const ByteString flat = want.flat();
+    GuardedBuffer out(flat.size() + 64);
+    uint32_t length = kUntouchedLength;
+    EXPECT_EQ(flat_encrypt(session, pub, message, out.data(), &length), status);
+    EXPECT_EQ(entropy.number_calls, nonces.list.size());
+    EXPECT_EQ(length, status == ZOK_OK ? flat.size() : kUntouchedLength);
+    EXPECT_EQ(to_hex(out.first(flat.size())), to_hex(flat));
+    EXPECT_TRUE(out.untouched_from(flat.size()));
 }
 
 // A decryption's status, what it wrote and the length it reported.
@@ -109,27 +178,26 @@ inline Decrypted collected(uint32_t status, uint32_t length, const GuardedBuffer
 
 inline Decrypted decrypt(void *session, uint32_t algorithm, const ECCrefPrivateKey &priv,
                          const ECCCipher &cipher) {
+    const ByteString before = image(cipher);
+    const Inputs inputs(session, priv, before);
     GuardedBuffer plain(64);
     uint32_t length = kUntouchedLength;
     const uint32_t status =
         SDF_ExternalDecrypt_ECC(session, algorithm, &priv, &cipher, plain.data(), &length);
+    EXPECT_EQ(to_hex(image(cipher)), to_hex(before));
     return collected(status, length, plain);
-}
-
-inline uint32_t flat_encrypt(void *session, const ECCrefPublicKey &pub, const ByteString &message,
-                             uint8_t *out, uint32_t *length) {
-    return ZOK_ExternalEncrytp_ECC(session, &pub, message.data(), static_cast<int32_t>(message.size()), out,
-                                   length);
 }
 
 // The ciphertext is handed over in an area of exactly its size.
 inline Decrypted flat_decrypt(void *session, const ECCrefPrivateKey &priv, const ByteString &cipher) {
+    const Inputs inputs(session, priv, cipher);
     const std::unique_ptr<uint8_t[]> exact(new uint8_t[cipher.size()]);
     std::copy(cipher.begin(), cipher.end(), exact.get());
     GuardedBuffer plain(cipher.size() + 64);
     uint32_t length = kUntouchedLength;
     const uint32_t status = ZOK_ExternalDecrypt_ECC(
         session, &priv, exact.get(), static_cast<uint32_t>(cipher.size()), plain.data(), &length);
+    EXPECT_TRUE(std::equal(cipher.begin(), cipher.end(), exact.get()));
     return collected(status, length, plain);
 }
 
