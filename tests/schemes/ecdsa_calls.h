@@ -10,10 +10,6 @@
 
 namespace zokecc_test {
 
-struct SmallSignature {
-    uint32_t r, s;
-};
-
 // The whole digest modulo the small order.
 inline uint32_t small_e(const ByteString &text, uint32_t hash) {
     return residue(selected_digest(hash, text), kSmallN);

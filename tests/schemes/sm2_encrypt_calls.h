@@ -38,6 +38,12 @@ inline ByteString small_sm2_cipher(uint32_t d, uint32_t k, size_t L, const ByteS
     return sm2_cipher(small_multiple(k), small_multiple(product_modulo(k, d, kSmallN)), L, text, hash);
 }
 
+// The first byte of the key stream there.
+inline uint8_t first_stream_byte(uint32_t d, uint32_t k, size_t L, uint32_t hash) {
+    const Coordinates secret(small_multiple(product_modulo(k, d, kSmallN)), L);
+    return standard_stream(hash, secret.both(), 1)[0];
+}
+
 struct Sm2Encryption {
     Sm2Encryption(const PointBytes &key, const ByteString &text)
         : pub(key), msg(text), area(text.size() + 120) {

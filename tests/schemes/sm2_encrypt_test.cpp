@@ -48,12 +48,6 @@ void expect_refused_after_c1(Sm2Encryption &call, const TinyPoint &C1) {
     EXPECT_EQ(entropy.number_calls, 1u);
 }
 
-// The first key-stream byte for the nonce k.
-uint8_t first_stream_byte(uint32_t k, size_t L, uint32_t hash) {
-    const Coordinates secret(small_multiple(product_modulo(k, kD, kSmallN)), L);
-    return standard_stream(hash, secret.both(), 1)[0];
-}
-
 }  // namespace
 
 TEST(Sm2Encry, EveryLengthUpTo200AndOf64KiBOnEveryCurveLengthWithBothHashes) {
@@ -92,8 +86,9 @@ TEST(Sm2Encry, NonceWhoseKeyStreamIsZeroIsDrawnAgain) {
     for (unsigned L : kLegacyLengths) {
         install_small(L);
         for (uint32_t hash : kHashes) {
-            uint32_t fruitless = first_scalar([=](uint32_t k) { return first_stream_byte(k, L, hash) == 0; });
-            ASSERT_NE(first_stream_byte(kK, L, hash), 0);
+            uint32_t fruitless =
+                first_scalar([=](uint32_t k) { return first_stream_byte(kD, k, L, hash) == 0; });
+            ASSERT_NE(first_stream_byte(kD, kK, L, hash), 0);
             expect_encrypted(recipient(L), {0x5A}, small_sm2_cipher(kD, kK, L, ByteString{0x5A}, hash), hash,
                              {fruitless, fruitless, kK});
         }
@@ -102,7 +97,8 @@ TEST(Sm2Encry, NonceWhoseKeyStreamIsZeroIsDrawnAgain) {
 
 TEST(Sm2Encry, Draws1024TimesWithoutSuccessAndReturnsMinusOne) {
     install_small(32);
-    uint32_t fruitless = first_scalar([](uint32_t k) { return first_stream_byte(k, 32, HASH_ALG_SM3) == 0; });
+    uint32_t fruitless =
+        first_scalar([](uint32_t k) { return first_stream_byte(kD, k, 32, HASH_ALG_SM3) == 0; });
     FakeEntropy entropy;
     queue_number(entropy, fruitless, 1100);
     Sm2Encryption call(small_multiple(kD), 32, ByteString{0x5A});

@@ -10,16 +10,12 @@
 
 namespace zokecc_test {
 
-struct Sm2Pair {
-    uint32_t r, s;
-};
-
 // The digest of Z and the message modulo the small order.
 inline uint32_t small_sm2_e(const ByteString &Z, const ByteString &text, uint32_t hash) {
     return residue(selected_digest(hash, joined({Z, text})), kSmallN);
 }
 
-inline Sm2Pair small_sm2(uint32_t e, uint32_t d, uint32_t k) {
+inline SmallSignature small_sm2(uint32_t e, uint32_t d, uint32_t k) {
     uint32_t r = (e + small_multiple(k).x) % kSmallN;
     uint32_t difference = (k + negative_modulo(r * d, kSmallN)) % kSmallN;
     return {r, product_modulo(inverse_modulo(1 + d, kSmallN), difference, kSmallN)};
@@ -28,7 +24,7 @@ inline Sm2Pair small_sm2(uint32_t e, uint32_t d, uint32_t k) {
 // The smallest nonce that signs at once: r + k is not n, and s is not 0.
 inline uint32_t usable_nonce(uint32_t e, uint32_t d) {
     return first_scalar([=](uint32_t k) {
-        Sm2Pair made = small_sm2(e, d, k);
+        SmallSignature made = small_sm2(e, d, k);
         return made.r != 0 && made.r + k != kSmallN && made.s != 0;
     });
 }

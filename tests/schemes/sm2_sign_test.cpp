@@ -20,7 +20,7 @@ void expect_nonce_used(uint32_t d, const ByteString &text, uint32_t hash,
     for (uint32_t k : nonces) queue_number(entropy, k);
     Sm2Signing call(number_bytes(d, 32), text, kZ);
     EXPECT_EQ(call.run(hash), 0);
-    Sm2Pair expected = small_sm2(small_sm2_e(kZ, text, hash), d, *(nonces.end() - 1));
+    SmallSignature expected = small_sm2(small_sm2_e(kZ, text, hash), d, *(nonces.end() - 1));
     expect_record(call.sig, expected.r, expected.s, 32);
     EXPECT_EQ(entropy.number_calls, nonces.size());
 }
@@ -56,7 +56,7 @@ TEST(Sm2DigitalSign, KeyOfZeroSigns) {
     queue_number(entropy, k);
     Sm2Signing call(ByteString(), kText, kZ);
     EXPECT_EQ(call.run(HASH_ALG_SM3), 0);
-    Sm2Pair expected = small_sm2(small_sm2_e(kZ, kText, HASH_ALG_SM3), 0, k);
+    SmallSignature expected = small_sm2(small_sm2_e(kZ, kText, HASH_ALG_SM3), 0, k);
     EXPECT_EQ(expected.s, k);
     expect_record(call.sig, expected.r, expected.s, 32);
 }
@@ -64,7 +64,7 @@ TEST(Sm2DigitalSign, KeyOfZeroSigns) {
 TEST(Sm2DigitalSign, KeptZeroRIsAccepted) {
     install_small(32);
     KeptRound round = find_round([](uint32_t e, uint32_t k) {
-        Sm2Pair made = small_sm2(e, kD, k);
+        SmallSignature made = small_sm2(e, kD, k);
         return made.r == 0 && made.s != 0;
     });
     expect_nonce_used(kD, round.text, HASH_ALG_SM3, {round.k});
@@ -94,7 +94,7 @@ TEST(Sm2DigitalSign, KeptUnknownSelectorSignsOverZero) {
         queue_number(entropy, k);
         Sm2Signing call(number_bytes(kD, 32), kText, kZ);
         EXPECT_EQ(call.run(hash), 0);
-        Sm2Pair made = small_sm2(0, kD, k);
+        SmallSignature made = small_sm2(0, kD, k);
         expect_record(call.sig, made.r, made.s, 32);
         TinyPoint Q = small_multiple(kD);
         Sm2Verification verification(PointBytes(Q.x, Q.y, 32), kText, PointBytes(made.r, made.s, 32), kZ);

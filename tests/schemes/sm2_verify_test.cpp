@@ -13,7 +13,7 @@ constexpr uint32_t kD = 123;
 const ByteString kText = text_bytes("message digest");
 const ByteString kZ = test_bytes(32, 7);
 
-Sm2Pair signature_of(const ByteString &text, uint32_t hash, uint32_t d = kD) {
+SmallSignature signature_of(const ByteString &text, uint32_t hash, uint32_t d = kD) {
     uint32_t e = small_sm2_e(kZ, text, hash);
     return small_sm2(e, d, usable_nonce(e, d));
 }
@@ -23,7 +23,7 @@ PointBytes public_key(uint32_t d = kD) { return PointBytes(small_multiple(d).x, 
 int32_t verify(const PointBytes &sig, uint32_t hash = HASH_ALG_SM3, const ByteString &text = kText) {
     return Sm2Verification(public_key(), text, sig, kZ).run(hash);
 }
-int32_t verify(const Sm2Pair &sig, uint32_t hash = HASH_ALG_SM3, const ByteString &text = kText) {
+int32_t verify(const SmallSignature &sig, uint32_t hash = HASH_ALG_SM3, const ByteString &text = kText) {
     return verify(PointBytes(sig.r, sig.s, 32), hash, text);
 }
 
@@ -72,7 +72,7 @@ TEST(Sm2DigitalVeriy, AcceptsWhatWasSigned) {
 
 TEST(Sm2DigitalVeriy, OtherMessageZKeyHashOrNumbersReturnOne) {
     install_small(32);
-    Sm2Pair good = signature_of(kText, HASH_ALG_SM3);
+    SmallSignature good = signature_of(kText, HASH_ALG_SM3);
     EXPECT_EQ(verify(good), 0);
     EXPECT_EQ(verify(good, HASH_ALG_SHA256), 1);
     EXPECT_EQ(verify(good, HASH_ALG_SM3, text_bytes("message digesu")), 1);
@@ -86,8 +86,8 @@ TEST(Sm2DigitalVeriy, OtherMessageZKeyHashOrNumbersReturnOne) {
 TEST(Sm2DigitalVeriy, KeptRIsBoundedByTheFieldPrime) {
     // From the order to the prime r passes the range test, and then equals no reduced number.
     install_small(32);
-    Sm2Pair good = signature_of(kText, HASH_ALG_SM3);
-    for (uint32_t r = kSmallN; r < kSmallP; ++r) EXPECT_EQ(verify(Sm2Pair{r, good.s}), 1) << r;
+    SmallSignature good = signature_of(kText, HASH_ALG_SM3);
+    for (uint32_t r = kSmallN; r < kSmallP; ++r) EXPECT_EQ(verify(SmallSignature{r, good.s}), 1) << r;
 }
 
 TEST(Sm2DigitalVeriy, KeptRPlusTheOrderBelowThePrimeReturnsOne) {
@@ -95,10 +95,10 @@ TEST(Sm2DigitalVeriy, KeptRPlusTheOrderBelowThePrimeReturnsOne) {
     unsigned found = 0;
     for (uint32_t number = 0; number < 1000 && found < 3; ++number) {
         ByteString text = number_bytes(number, 4);
-        Sm2Pair good = signature_of(text, HASH_ALG_SM3);
+        SmallSignature good = signature_of(text, HASH_ALG_SM3);
         if (good.r >= kSmallP - kSmallN) continue;
         EXPECT_EQ(verify(good, HASH_ALG_SM3, text), 0);
-        EXPECT_EQ(verify(Sm2Pair{good.r + kSmallN, good.s}, HASH_ALG_SM3, text), 1);
+        EXPECT_EQ(verify(SmallSignature{good.r + kSmallN, good.s}, HASH_ALG_SM3, text), 1);
         ++found;
     }
     EXPECT_EQ(found, 3u);
@@ -106,9 +106,9 @@ TEST(Sm2DigitalVeriy, KeptRPlusTheOrderBelowThePrimeReturnsOne) {
 
 TEST(Sm2DigitalVeriy, KeptSHasNoUpperBound) {
     install_small(32);
-    Sm2Pair good = signature_of(kText, HASH_ALG_SM3);
+    SmallSignature good = signature_of(kText, HASH_ALG_SM3);
     for (uint32_t times : {1u, 2u, 1000u, 4000000u})
-        EXPECT_EQ(verify(Sm2Pair{good.r, good.s + times * kSmallN}), 0) << times;
+        EXPECT_EQ(verify(SmallSignature{good.r, good.s + times * kSmallN}), 0) << times;
 }
 
 TEST(Sm2DigitalVeriy, KeptSWiderThanTheCurveIsMultipliedInFull) {
@@ -144,7 +144,7 @@ TEST(Sm2DigitalVeriy, KeptSEqualToTheOrderCountsAsZeroInTheSum) {
         for (uint32_t r = 1; r < kSmallN; ++r) {
             bool holds = (e + small_multiple(product_modulo(r, kD, kSmallN)).x) % kSmallN == r;
             if (!holds && r % 100 != 0) continue;
-            EXPECT_EQ(verify(Sm2Pair{r, kSmallN}, HASH_ALG_SM3, text), holds ? 0 : 1);
+            EXPECT_EQ(verify(SmallSignature{r, kSmallN}, HASH_ALG_SM3, text), holds ? 0 : 1);
             found += holds ? 1 : 0;
         }
     }
@@ -154,15 +154,15 @@ TEST(Sm2DigitalVeriy, KeptSEqualToTheOrderCountsAsZeroInTheSum) {
 TEST(Sm2DigitalVeriy, RPlusSEqualToTheOrderReturnsOne) {
     install_small(32);
     for (uint32_t r : {1u, 500u, kSmallN - 1}) {
-        EXPECT_EQ(verify(Sm2Pair{r, kSmallN - r}), 1);
-        EXPECT_EQ(verify(Sm2Pair{r, 2 * kSmallN - r}), 1);
+        EXPECT_EQ(verify(SmallSignature{r, kSmallN - r}), 1);
+        EXPECT_EQ(verify(SmallSignature{r, 2 * kSmallN - r}), 1);
     }
 }
 
 TEST(Sm2DigitalVeriy, RPlusSEqualToTheOrderIsFoundBeforeTheMultiplication) {
     install_small(32);
     FailingAlloc counter;
-    EXPECT_EQ(verify(Sm2Pair{500, kSmallN - 500}), 1);
+    EXPECT_EQ(verify(SmallSignature{500, kSmallN - 500}), 1);
     EXPECT_EQ(counter.allocations, 1u);
     EXPECT_EQ(counter.outstanding, 0);
 }
@@ -178,7 +178,7 @@ TEST(Sm2DigitalVeriy, KeptOppositeProductsAddToAFinitePoint) {
             uint32_t t = negative_modulo(product_modulo(s, inverse_modulo(kD, kSmallN), kSmallN), kSmallN);
             uint32_t r = (t + kSmallN - s) % kSmallN;
             if (r == 0 || (e + x_of_sum(s, t, small_multiple(kD))) % kSmallN != r) continue;
-            EXPECT_EQ(verify(Sm2Pair{r, s}, HASH_ALG_SM3, text), 0);
+            EXPECT_EQ(verify(SmallSignature{r, s}, HASH_ALG_SM3, text), 0);
             ++found;
         }
     }
@@ -187,7 +187,7 @@ TEST(Sm2DigitalVeriy, KeptOppositeProductsAddToAFinitePoint) {
 
 TEST(Sm2DigitalVeriy, EveryRecordIsReadAtItsOwnLength) {
     install_small(32);
-    Sm2Pair good = signature_of(kText, HASH_ALG_SM3);
+    SmallSignature good = signature_of(kText, HASH_ALG_SM3);
     TinyPoint Q = small_multiple(kD);
     for (size_t key_length : {2u, 31u, 65u})
         for (size_t sig_length : {2u, 33u, 65u})
@@ -200,7 +200,7 @@ TEST(Sm2DigitalVeriy, EveryRecordIsReadAtItsOwnLength) {
 
 TEST(Sm2DigitalVeriy, FailedAllocationReturnsMinusOne) {
     install_small(32);
-    Sm2Pair good = signature_of(kText, HASH_ALG_SM3);
+    SmallSignature good = signature_of(kText, HASH_ALG_SM3);
     Sm2Verification call(public_key(), kText, PointBytes(good.r, good.s, 32), kZ);
     {
         FailingAlloc failing(1);
@@ -216,7 +216,7 @@ TEST(Sm2DigitalVeriy, FailedAllocationReturnsMinusOne) {
 
 TEST(Sm2DigitalVeriy, KeptOneDigitBufferStaysAllocated) {
     install_small(32);
-    Sm2Pair good = signature_of(kText, HASH_ALG_SM3);
+    SmallSignature good = signature_of(kText, HASH_ALG_SM3);
     Sm2Verification call(public_key(), kText, PointBytes(good.r, good.s, 32), kZ);
     FailingAlloc counter;
     EXPECT_EQ(call.run(HASH_ALG_SM3), 0);
@@ -226,7 +226,8 @@ TEST(Sm2DigitalVeriy, KeptOneDigitBufferStaysAllocated) {
 
 TEST(Sm2DigitalVeriy, NumbersOutOfRangeWinOverAFailedAllocation) {
     install_small(32);
-    for (const Sm2Pair &sig : {Sm2Pair{0, 5}, Sm2Pair{kSmallP, 5}, Sm2Pair{5, 0}}) {
+    for (const SmallSignature &sig :
+         {SmallSignature{0, 5}, SmallSignature{kSmallP, 5}, SmallSignature{5, 0}}) {
         Sm2Verification call(public_key(), kText, PointBytes(sig.r, sig.s, 32), kZ);
         FailingAlloc failing(1);
         EXPECT_EQ(call.run(HASH_ALG_SM3), -1);
@@ -243,7 +244,7 @@ TEST(Sm2DigitalVeriy, FailedAllocationWinsOverRPlusSEqualToTheOrder) {
 
 TEST(Sm2DigitalVeriy, MessageTooLongForItsBufferReturnsMinusOneUnread) {
     install_small(32);
-    Sm2Pair good = signature_of(kText, HASH_ALG_SM3);
+    SmallSignature good = signature_of(kText, HASH_ALG_SM3);
     Sm2Verification call(public_key(), kText, PointBytes(good.r, good.s, 32), kZ);
     sm3_msg claims_more = *call.msg.get();
     for (uint32_t length : {0xFFFFFFDFu, 0xFFFFFFE0u, 0xFFFFFFFFu}) {

@@ -24,20 +24,6 @@ TEST(ZokExternalEncrytpEcc, EveryLengthUpToTwoHundredAndSixtyFourKibibytes) {
         }
 }
 
-TEST(ZokExternalEncrytpEcc, HundredBytesOnA32ByteCurveAreHundredNinetySevenBytes) {
-    const Curve &c = curve("sm2p256v1");
-    const ByteString message = test_bytes(100, 63);
-    const ECCrefPublicKey key = base_point_key(c);
-    GuardedBuffer out(197);
-    uint32_t length = kUntouchedLength;
-    FakeEntropy entropy;
-    queue_numbers(entropy, {0xC0FFEE});
-    EXPECT_EQ(flat_encrypt(sm2_session(), key, message, out.data(), &length), ZOK_OK);
-    EXPECT_EQ(length, 197u);
-    EXPECT_TRUE(out.untouched_from(197));
-    expect_plain(flat_decrypt(sm2_session(), private_key({1}), out.all()), ZOK_OK, message);
-}
-
 TEST(ZokExternalEncrytpEcc, KeyStreamOfZeroIsDrawnAgain) {
     for (uint32_t selector : kKnownHashes) {
         const uint32_t zero = nonce_of_zero_stream(selector), good = nonce_of_nonzero_stream(selector);

@@ -1,5 +1,7 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // SDF_GenerateKeyPair_ECC: what is drawn, what is written, and in which order it is checked.
+#include <deque>
+
 #include "tests/sdf/fixtures.h"
 #include "tests/support/vector_file.h"
 
@@ -25,6 +27,17 @@ struct Written {
         EXPECT_TRUE(priv.guards_intact());
     }
 };
+
+// A call that succeeds, with the numbers that it is to draw; without any the stand-in generator draws one.
+void expect_pair(void *session, uint32_t algorithm, const std::deque<mint> &numbers, const ByteString &d,
+                 const ByteString &x, const ByteString &y) {
+    FakeEntropy entropy;
+    entropy.queued_numbers = numbers;
+    Written written;
+    ASSERT_EQ(written.generate(session, algorithm, static_cast<uint32_t>(8 * d.size())), ZOK_OK);
+    written.expect(d, x, y);
+    EXPECT_EQ(entropy.number_calls, 1u);
+}
 
 // The pair that the stand-in generator gives right after its start. The draw is the same for
 // every curve of one length; the values come from a model of the generator, reduced modulo
@@ -64,10 +77,8 @@ TEST(SdfGenerateKeyPairEcc, EveryCurveTypeGivesThePairOfTheDrawnNumber) {
         Curve typed = curve(pair.curve);
         typed.session_type = pair.type;
         Session session(typed);
-        FakeEntropy entropy;
-        Written written;
-        ASSERT_EQ(written.generate(session.handle(), ZOK_ALG_SM2_KEY, 8 * typed.byte_len), ZOK_OK);
-        written.expect(from_hex(pair.d), from_hex(pair.x), from_hex(pair.y));
+        expect_pair(session.handle(), ZOK_ALG_SM2_KEY, {}, from_hex(pair.d), from_hex(pair.x),
+                    from_hex(pair.y));
     }
 }
 
@@ -81,13 +92,9 @@ TEST(SdfGenerateKeyPairEcc, DrawsOneNumberBelowTheOrder) {
 }
 
 TEST(SdfGenerateKeyPairEcc, BothAlgorithmsGiveTheSamePair) {
-    for (uint32_t algorithm : {ZOK_ALG_SM2_KEY, ZOK_ALG_ECDSA_KEY}) {
-        FakeEntropy entropy;
-        queue_numbers(entropy, {123});
-        Written written;
-        ASSERT_EQ(written.generate(small_session(), algorithm, 160), ZOK_OK);
-        written.expect(small_bytes(123), small_bytes(346), small_bytes(763));
-    }
+    for (uint32_t algorithm : {ZOK_ALG_SM2_KEY, ZOK_ALG_ECDSA_KEY})
+        expect_pair(small_session(), algorithm, {small_number(123)}, small_bytes(123), small_bytes(346),
+                    small_bytes(763));
 }
 
 TEST(SdfGenerateKeyPairEcc, PublicKeyIsThePublishedMultiple) {
@@ -97,25 +104,16 @@ TEST(SdfGenerateKeyPairEcc, PublicKeyIsThePublishedMultiple) {
         const std::string &name = block.text("Curve");
         if (name == "secp160r1" || seen++ % 9 != 0) continue;
         SCOPED_TRACE(name + " k = " + block.text("k"));
-        FakeEntropy entropy;
-        entropy.queued_numbers.push_back(block.number("k"));
-        Written written;
-        uint32_t bits = 8 * curve(name).byte_len;
-        ASSERT_EQ(written.generate(shared_session(curve(name)), ZOK_ALG_ECDSA_KEY, bits), ZOK_OK);
-        written.expect(block.bytes("k"), block.bytes("x"), block.bytes("y"));
+        expect_pair(shared_session(curve(name)), ZOK_ALG_ECDSA_KEY, {block.number("k")}, block.bytes("k"),
+                    block.bytes("x"), block.bytes("y"));
         ++checked;
     }
     EXPECT_GT(checked, 50u);
 }
 
 TEST(SdfGenerateKeyPairEcc, KeptPrivateKeyOfZeroIsPossible) {
-    FakeEntropy entropy;
-    queue_numbers(entropy, {0});
-    Written written;
-    ASSERT_EQ(written.generate(sm2_session(), ZOK_ALG_SM2_KEY, 256), ZOK_OK);
-    ByteString zeros(32, 0);
-    written.expect(zeros, zeros, zeros);
-    EXPECT_EQ(entropy.number_calls, 1u);
+    const ByteString zeros(32, 0);
+    expect_pair(sm2_session(), ZOK_ALG_SM2_KEY, {small_number(0)}, zeros, zeros, zeros);
 }
 
 TEST(SdfGenerateKeyPairEcc, GeneratedPairSignsAndVerifies) {

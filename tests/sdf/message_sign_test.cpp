@@ -3,6 +3,8 @@
 // depends on.
 #include "tests/sdf/example.h"
 #include "tests/support/failing_alloc.h"
+#include "tests/support/model_exchange.h"
+#include "tests/support/model_hash.h"
 
 namespace zokecc_test::message_sign_test {
 
@@ -11,22 +13,6 @@ namespace {
 ByteString alice() { return text_bytes("ALICE"); }
 ByteString bob() { return text_bytes("BOB"); }
 ByteString hello() { return text_bytes("hello"); }
-
-ByteString digest(uint32_t selector, const ByteString &bytes) {
-    hash_msg msg{selector, bytes.data(), 0, static_cast<uint32_t>(bytes.size())};
-    ByteString out(32, 0);
-    EXPECT_EQ(hash_byte(&msg, out.data()), 32);
-    return out;
-}
-
-ByteString user_info(void *session, const ECCrefPublicKey &key, const ByteString &id) {
-    ByteString z(32, 0);
-    uint32_t z_len = 0;
-    EXPECT_EQ(
-        ZOK_GenerateUserInfo(session, &key, id.data(), static_cast<uint32_t>(id.size()), z.data(), &z_len),
-        ZOK_OK);
-    return z;
-}
 
 // One signature with nonce 77, over a message or over a value that the test hashed itself.
 struct Signing {
@@ -86,14 +72,13 @@ TEST(ZokExternalSignHashEcc, EcdsaIgnoresTheIdentity) {
 TEST(ZokExternalSignHashEcc, NullIdentityOfLengthZeroIsTheEmptyIdentity) {
     ECCrefPrivateKey key = small_private_key();
     ByteString text = hello();
-    ByteString z = user_info(small_session(), small_public_key(), ByteString());
-    z.insert(z.end(), text.begin(), text.end());
+    const ByteString z = exchange::model_user_z(small_curve(), 0, {}, small_bytes(346), small_bytes(763));
     Signing null_id;
     ASSERT_EQ(ZOK_ExternalSignHash_ECC(small_session(), ZOK_ALG_SM2_SIGN, &key, text.data(), 5, nullptr, 0,
                                        null_id.sig.get()),
               ZOK_OK);
     Signing by_value;
-    ASSERT_EQ(by_value.value(small_session(), ZOK_ALG_SM2_SIGN, digest(HASH_ALG_SM3, z)), ZOK_OK);
+    ASSERT_EQ(by_value.value(small_session(), ZOK_ALG_SM2_SIGN, model_sm3(joined({z, text}))), ZOK_OK);
     EXPECT_EQ(null_id.sig.bytes(), by_value.sig.bytes());
 }
 
@@ -122,7 +107,7 @@ TEST(ZokExternalSignHashEcc, RefusedConfigurationDecidesTheHash) {
     Signing by_message;
     ASSERT_EQ(by_message.message(session.handle(), ZOK_ALG_ECDSA_SIGN, hello(), bob()), ZOK_OK);
     Signing by_value;
-    ASSERT_EQ(by_value.value(session.handle(), ZOK_ALG_ECDSA_SIGN, digest(HASH_ALG_SHA256, hello())), ZOK_OK);
+    ASSERT_EQ(by_value.value(session.handle(), ZOK_ALG_ECDSA_SIGN, model_sha256(hello())), ZOK_OK);
     EXPECT_EQ(by_message.sig.bytes(), by_value.sig.bytes());
 }
 

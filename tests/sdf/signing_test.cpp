@@ -54,7 +54,7 @@ std::pair<ByteString, uint32_t> find_text(Condition condition) {
 template <class S>
 std::pair<ByteString, uint32_t> fruitless(bool s_is_zero) {
     return find_text<S>([=](uint32_t e, uint32_t k) {
-        return S::is_fruitless(e, kD, k) && (std::get<1>(S::pair(e, kD, k)) == 0) == s_is_zero;
+        return S::is_fruitless(e, kD, k) && (S::pair(e, kD, k).s == 0) == s_is_zero;
     });
 }
 
@@ -64,7 +64,9 @@ struct Good {
     Good(uint32_t d, uint32_t hash_selector, unsigned L, const ByteString &signed_text = kText)
         : text(signed_text), hash(hash_selector) {
         const uint32_t e = S::e(text, hash, d);
-        std::tie(r, s) = S::pair(e, d, S::good_nonce(e, d));
+        const SmallSignature made = S::pair(e, d, S::good_nonce(e, d));
+        r = made.r;
+        s = made.s;
         Q = small_multiple(d);
         size = key_size = L;
     }

@@ -63,20 +63,13 @@ struct SessionExchange {
     ECCrefPublicKey *R_out = R_written.get();
     KeyAgreementResult *result = written.get();
 
-    void set_ZA(const ByteString &bytes) {
-        ZA = bytes;
-        ZA_bytes = ZA.data();
-        ZA_len = static_cast<uint32_t>(ZA.size());
-    }
-    void set_ZB(const ByteString &bytes) {
-        ZB = bytes;
-        ZB_bytes = ZB.data();
-        ZB_len = static_cast<uint32_t>(ZB.size());
-    }
-
     void set_Z(const ByteString &A, const ByteString &B) {
-        set_ZA(A);
-        set_ZB(B);
+        ZA = A;
+        ZB = B;
+        ZA_bytes = ZA.data();
+        ZB_bytes = ZB.data();
+        ZA_len = static_cast<uint32_t>(ZA.size());
+        ZB_len = static_cast<uint32_t>(ZB.size());
     }
     void set_peer_key(const ByteString &x, const ByteString &y) { peerP_record = public_key(x, y); }
 

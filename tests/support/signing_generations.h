@@ -5,7 +5,6 @@
 #define ZOKECC_TESTS_SUPPORT_SIGNING_GENERATIONS_H
 
 #include <string>
-#include <tuple>
 
 #include "tests/schemes/ecdsa_calls.h"
 #include "tests/schemes/sm2_sign_calls.h"
@@ -14,30 +13,19 @@
 
 namespace zokecc_test::signing {
 
-using Pair = std::tuple<uint32_t, uint32_t>;
-
 // What one call wrote, if it did; that it wrote nothing else has been looked at.
 struct Made {
     uint32_t status;
     ByteString r, s;
 };
 
-inline Pair ecdsa_pair(uint32_t e, uint32_t d, uint32_t k) {
-    const SmallSignature made = small_ecdsa(e, d, k);
-    return {made.r, made.s};
-}
-inline Pair sm2_pair(uint32_t e, uint32_t d, uint32_t k) {
-    const Sm2Pair made = small_sm2(e, d, k);
-    return {made.r, made.s};
-}
-
 template <bool IsSm2>
 struct Scheme {
     static constexpr bool kIsSm2 = IsSm2;
     static constexpr uint32_t kLargestKey = kSmallN - (IsSm2 ? 2 : 1);
 
-    static Pair pair(uint32_t e, uint32_t d, uint32_t k) {
-        return IsSm2 ? sm2_pair(e, d, k) : ecdsa_pair(e, d, k);
+    static SmallSignature pair(uint32_t e, uint32_t d, uint32_t k) {
+        return IsSm2 ? small_sm2(e, d, k) : small_ecdsa(e, d, k);
     }
     // Whether the call draws again.
     static bool is_fruitless(uint32_t e, uint32_t d, uint32_t k) {
@@ -46,8 +34,7 @@ struct Scheme {
         return s == 0 || (IsSm2 ? r + k == kSmallN : k == 0);
     }
     static uint32_t good_nonce(uint32_t e, uint32_t d) {
-        return first_scalar(
-            [=](uint32_t k) { return !is_fruitless(e, d, k) && std::get<0>(pair(e, d, k)) != 0; });
+        return first_scalar([=](uint32_t k) { return !is_fruitless(e, d, k) && pair(e, d, k).r != 0; });
     }
 };
 

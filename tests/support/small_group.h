@@ -49,6 +49,11 @@ inline uint32_t inverse_modulo(uint32_t x, uint32_t m) {
     throw std::domain_error("no inverse");
 }
 
+// The numbers of a signature.
+struct SmallSignature {
+    uint32_t r, s;
+};
+
 // A big-endian number of any length modulo m below 2^24.
 inline uint32_t residue(const ByteString &bytes, uint32_t m) {
     uint32_t value = 0;
