@@ -39,14 +39,13 @@ ZOKECC_OWN_FRAME void store_jacobian(const Field &f, const Jacobian<Field> &P, e
     f.store(*point, out);
 }
 
-// out[i] = (2 i + 1) P, with P in out[0].
+// out[i] = (2 i + 1) P, with P in out[0]; twice becomes 2 P.
 template <class Field>
-ZOKECC_OWN_FRAME void odd_multiples(const Field &f, const Element<Field> &a, uint32_t count,
-                                    Jacobian<Field> *out)
+void odd_multiples(const Field &f, const Element<Field> &a, uint32_t count, Jacobian<Field> &twice,
+                   Jacobian<Field> *out)
 {
-    Wiping<Jacobian<Field>> twice;
-    jacobian_double(f, out[0], a, *twice);
-    for (uint32_t i = 1; i < count; ++i) jacobian_add(f, out[i - 1], *twice, a, out[i]);
+    jacobian_double(f, out[0], a, twice);
+    for (uint32_t i = 1; i < count; ++i) jacobian_add(f, out[i - 1], twice, a, out[i]);
 }
 
 // R = sum of digits[j] 2^j P, from the highest digit down. R is held negated while that saves
@@ -87,7 +86,7 @@ ZOKECC_ONE_COPY bool window_multiple_in(const Field &f, const WindowDigits &digi
     typename Field::Constant constant{};
     if (!load_jacobian(f, P_record, odd[0]) || !f.load(a_record, constant)) return false;
     const Element<Field> &a = f.number(constant);
-    odd_multiples(f, a, 1u << (digits.width - 1), odd);
+    odd_multiples(f, a, 1u << (digits.width - 1), R, odd);
     evaluate(f, a, digits, odd, R);
     return true;
 }

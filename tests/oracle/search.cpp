@@ -128,7 +128,7 @@ bool Search::may_act(const Field::Affine &P) {
     Field::Jacobian odd[zokecc::kMaxOddMultiples], R;
     const uint32_t index = static_cast<uint32_t>(digits_[leading_.count - 1]) >> 1;
     zokecc::affine_to_jacobian(field_, P, odd[0]);
-    if (index > 0) zokecc::odd_multiples(field_, a_, index + 1, odd);
+    if (index > 0) zokecc::odd_multiples(field_, a_, index + 1, R, odd);
     RuleTrace::noted = false;
     zokecc::evaluate(field_, a_, leading_, odd, R);
     return RuleTrace::noted;
