@@ -1,6 +1,6 @@
 # Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-# What `cmake --install` puts where. The component "library" is the shared library and the licence,
-# "development" everything that a build against it needs, the static library and the documents, "tools"
+# The rules of `cmake --install`. The component "library" is the shared library and the licence,
+# "development" everything needed to build against it, the static library and the documents, "tools"
 # the programs of tools/ (see there).
 include(CMakePackageConfigHelpers)
 
@@ -29,7 +29,7 @@ write_basic_package_version_file(${PROJECT_BINARY_DIR}/zokecc-config-version.cma
 install(FILES ${PROJECT_BINARY_DIR}/zokecc-config.cmake ${PROJECT_BINARY_DIR}/zokecc-config-version.cmake
     DESTINATION ${cmake_folder} COMPONENT development)
 
-# The way from zokecc.pc up to the prefix, so that the whole may be moved.
+# The relative path from zokecc.pc to the prefix, so that the installation can be moved.
 set(pkgconfig_folder ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 if(IS_ABSOLUTE ${CMAKE_INSTALL_LIBDIR} OR IS_ABSOLUTE ${CMAKE_INSTALL_INCLUDEDIR})
     set(pkgconfig_prefix ${CMAKE_INSTALL_PREFIX})

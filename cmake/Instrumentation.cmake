@@ -4,7 +4,7 @@ function(zokecc_instrument target)
     if(ZOKECC_SANITIZE)
         target_compile_options(${target} PRIVATE -fsanitize=${ZOKECC_SANITIZE} -fno-sanitize-recover=all
                                -fno-omit-frame-pointer -fno-optimize-sibling-calls)
-        # Clang's check of the types of called functions takes the run time of C++; C programs have none.
+        # Clang's check of function types needs the C++ run time, which C programs do not have.
         target_compile_options(${target} PRIVATE
             $<$<COMPILE_LANG_AND_ID:CXX,Clang>:-fno-sanitize=function>)
         target_link_options(${target} PRIVATE -fsanitize=${ZOKECC_SANITIZE})
@@ -15,9 +15,9 @@ function(zokecc_instrument target)
     endif()
 endfunction()
 
-# Run-time options of the sanitizers for a test. The stacks that the suppressions are matched with
-# need the frames that the options above keep, and a program that finds the names of functions: of the two
-# that Clang can use, addr2line is always there.
+# Run-time options of the sanitizers for a test. Matching stacks with the suppressions needs
+# the frames that the options above keep, and a symbolizer: of the two
+# that Clang can use, addr2line is always available.
 function(zokecc_sanitizer_options test)
     if(ZOKECC_SANITIZE)
         set(checks detect_leaks=1:detect_stack_use_after_return=1:strict_string_checks=1)

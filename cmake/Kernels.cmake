@@ -1,12 +1,12 @@
 # Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-# How the sources are optimised, and which of them there are.
+# Selects the sources and how each is optimised.
 #
-# Most of the code runs once per call and a handful of files do nearly all the work. On ARM the
-# former is built for size, in Thumb instructions; the latter in ARM instructions, which have the
-# long multiplication. GCC's first scheduling pass only costs spills there.
+# Most of the code runs once per call; a handful of files do nearly all the work. On ARM the
+# former is built for size, as Thumb code, the latter as ARM code, which has the
+# long multiplication. There GCC's first scheduling pass only causes spills.
 
-# zokecc_ask_compiler(VARIABLE CONDITION [FLAG...]): what the compiler says of its processor, whatever that
-# calls itself.
+# zokecc_ask_compiler(VARIABLE CONDITION [FLAG...]): evaluates a preprocessor condition about the target,
+# whatever CMake calls it.
 include(CheckCXXSourceCompiles)
 function(zokecc_ask_compiler variable condition)
     set(CMAKE_TRY_COMPILE_TARGET_TYPE STATIC_LIBRARY)
@@ -28,18 +28,18 @@ endif()
 set(zokecc_modulus_29 mint/limbs/modulus_29.cpp mint/limbs/modulus_29_columns.cpp)
 set(zokecc_modulus_32 mint/limbs/modulus_32.cpp)
 if(ZOKECC_HAS_128_BIT_PRODUCT OR (ZOKECC_SMALL AND NOT ZOKECC_HARDENED))
-    set(zokecc_modulus)  # all of it is in the header, or it is not used
+    set(zokecc_modulus)  # header only, or not used
 elseif(ZOKECC_HAS_UMAAL)
     set(zokecc_modulus ${zokecc_modulus_32})
 else()
     set(zokecc_modulus ${zokecc_modulus_29})
 endif()
 target_sources(zokecc_objects PRIVATE ${zokecc_modulus})
-# For the tests, which run all of them on any machine.
+# For the tests, which run all of them on every machine.
 set(zokecc_other_moduli ${zokecc_modulus_29} ${zokecc_modulus_32})
 list(REMOVE_ITEM zokecc_other_moduli ${zokecc_modulus} none)
 
-# Bodies that some processors have, and those of the fast paths.
+# Bodies for some processors, and those of the fast paths.
 if(ZOKECC_IS_X86_64)
     target_sources(zokecc_objects PRIVATE base/cpu_x86_64.cpp)
     if(ZOKECC_SHA_INSTRUCTIONS)
@@ -72,13 +72,13 @@ if(NOT ZOKECC_SMALL)  # for the chains of limbs
     list(APPEND zokecc_arm_instructions mint/add_sub.cpp mint/modular.cpp)
 endif()
 
-# For a hundred bytes and more GCC clears memory with a string instruction, which is slow to start.
+# From a hundred bytes on GCC clears memory with a string instruction, which is slow to start.
 if(CMAKE_SYSTEM_PROCESSOR MATCHES "x86_64|AMD64" AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
     set_property(SOURCE hash/bytes.cpp hash/sha256.cpp hash/sm3.cpp APPEND PROPERTY COMPILE_OPTIONS
         -mmemset-strategy=vector_loop:512:noalign,libcall:-1:noalign)
 endif()
 
-# Pairs of limbs put together in a vector register wait for the two stores that brought them there.
+# Pairs of limbs that are loaded into a vector register stall on the two stores that wrote them.
 target_compile_options(zokecc_objects PRIVATE -fno-tree-slp-vectorize)
 
 if(ZOKECC_IS_ARM)
@@ -98,14 +98,14 @@ if(ZOKECC_IS_ARM)
         endif()
         set_property(SOURCE ${source} APPEND PROPERTY COMPILE_OPTIONS ${options})
     endforeach()
-    # With thirteen registers the order in which the sums are written is the one that spills least, and
-    # substituting expressions into their uses changes it.
+    # With thirteen registers the sums are written in the order that spills least, and
+    # expression substitution would change that order.
     if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
         set_property(SOURCE hash/sha256_blocks.cpp hash/sm3.cpp APPEND PROPERTY COMPILE_OPTIONS
             $<${optimised}:-O1> -fno-tree-reassoc -fno-tree-ter)
     endif()
     if(ZOKECC_THUMB)
-        # Calls change between the two kinds of instructions by themselves, from ARMv5T on.
+        # From ARMv5T on, calls switch between the two instruction sets by themselves.
         set(zokecc_link_options -Wl,--use-blx)
     endif()
 endif()

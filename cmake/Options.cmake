@@ -1,5 +1,5 @@
 # Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-# Every option of the build; docs/porting.md has them in one table.
+# Every option of the build; docs/porting.md lists them in a table.
 if(CMAKE_SOURCE_DIR STREQUAL PROJECT_SOURCE_DIR)
     set(zokecc_is_top_level ON)
 else()
@@ -12,8 +12,8 @@ option(ZOKECC_EXAMPLES "Build the examples" ${zokecc_is_top_level})
 option(ZOKECC_TOOLS "Build the programs of tools/" ${zokecc_is_top_level})
 option(ZOKECC_TOOLS_STATIC "Link the tools statically, each into one file for a board" OFF)
 option(ZOKECC_BENCH "Build the benchmarks" OFF)
-option(ZOKECC_FUZZ "Build the fuzz targets for libFuzzer, which takes clang++" OFF)
-option(ZOKECC_INSTALL "Install the library and what belongs to it" ON)
+option(ZOKECC_FUZZ "Build the fuzz targets for libFuzzer; needs clang++" OFF)
+option(ZOKECC_INSTALL "Install the library, its headers and documents" ON)
 find_program(ZOKECC_DOXYGEN doxygen)
 find_program(ZOKECC_PYTHON python3)
 mark_as_advanced(ZOKECC_DOXYGEN ZOKECC_PYTHON)
@@ -22,25 +22,25 @@ if(zokecc_is_top_level AND ZOKECC_DOXYGEN AND ZOKECC_PYTHON)
 else()
     set(zokecc_manual OFF)
 endif()
-option(ZOKECC_MANUAL "Make and install the man pages of the calls; takes doxygen, Python" ${zokecc_manual})
+option(ZOKECC_MANUAL "Make and install the man pages of the calls; needs doxygen and Python" ${zokecc_manual})
 
 # How the library is built.
 option(ZOKECC_HARDENED "Draw random numbers from the kernel, keep no memory, fail without memory" OFF)
-option(ZOKECC_SMALL "Leave out the fast paths for points; docs/footprint.md has size and speed" OFF)
-option(ZOKECC_THUMB "On ARM, build what is not hot for size, in Thumb instructions" ON)
-option(ZOKECC_SHA_INSTRUCTIONS "On x86-64, use instructions for hashes where the processor has them" ON)
+option(ZOKECC_SMALL "Leave out the fast paths for points; see docs/footprint.md for size and speed" OFF)
+option(ZOKECC_THUMB "On ARM, build code that is not hot for size, as Thumb code" ON)
+option(ZOKECC_SHA_INSTRUCTIONS "On x86-64, use hash instructions if the processor has them" ON)
 
 # For work on the library itself.
 option(ZOKECC_WERROR "Treat compiler warnings as errors" OFF)
 set(ZOKECC_SANITIZE "" CACHE STRING "Sanitizers to build with, for example address,undefined")
 option(ZOKECC_COVERAGE "Instrument for line coverage" OFF)
-option(ZOKECC_MEMCHECK "Tell valgrind what is secret no more; for tests/secrets/time.sh" OFF)
+option(ZOKECC_MEMCHECK "Tell valgrind what is no longer secret; for tests/secrets/time.sh" OFF)
 
-# Without a build type nothing would be optimised. As a folder of another project this one changes no
-# cache entry: the type holds for its own targets.
+# Without a build type nothing would be optimised. As a subdirectory of another project this one changes no
+# cache entry: the type applies to its own targets only.
 get_property(zokecc_many_types GLOBAL PROPERTY GENERATOR_IS_MULTI_CONFIG)
 if(NOT CMAKE_BUILD_TYPE AND NOT zokecc_many_types)
-    message(STATUS "zokecc: no build type given, taking Release")
+    message(STATUS "zokecc: no build type given, using Release")
     if(zokecc_is_top_level)
         set(CMAKE_BUILD_TYPE Release CACHE STRING "Release, MinSizeRel, RelWithDebInfo or Debug" FORCE)
     else()
@@ -48,7 +48,7 @@ if(NOT CMAKE_BUILD_TYPE AND NOT zokecc_many_types)
     endif()
 endif()
 
-# The tests respect CMake's own switch, and stay out where what they need is missing.
+# The tests respect CMake's own switch, and are left out if their dependencies are missing.
 if(DEFINED BUILD_TESTING AND NOT BUILD_TESTING)
     set(ZOKECC_TESTS OFF)
 endif()
@@ -75,6 +75,6 @@ if(ZOKECC_TESTS)
 endif()
 if(zokecc_missing)
     string(REPLACE ";" ", " zokecc_missing "${zokecc_missing}")
-    message(STATUS "zokecc: the tests are left out, for want of ${zokecc_missing}")
+    message(STATUS "zokecc: the tests are left out; missing: ${zokecc_missing}")
     set(ZOKECC_TESTS OFF)
 endif()

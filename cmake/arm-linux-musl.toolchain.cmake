@@ -1,9 +1,9 @@
 # Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-# Soft-float ARM with musl as the C library, by the compiler that Debian has for glibc: it is kept
+# Soft-float ARM with musl as the C library, using Debian's compiler for glibc: it is kept
 # away from its own C headers and start-up files, and given those of musl.
 #
 # ZOKECC_MUSL_ROOT is a folder with Debian's packages musl and musl-dev for armel unpacked in it,
-# which is what `cmake/fetch_armel.sh musl musl-dev FOLDER` leaves.
+# as `cmake/fetch_armel.sh musl musl-dev FOLDER` does.
 set(CMAKE_TRY_COMPILE_PLATFORM_VARIABLES ZOKECC_MUSL_ROOT)
 if(NOT ZOKECC_MUSL_ROOT)
     set(ZOKECC_MUSL_ROOT ${CMAKE_CURRENT_LIST_DIR}/../build/musl-root)
@@ -28,8 +28,8 @@ string(APPEND CMAKE_C_FLAGS_INIT " -nostdinc ${c_headers}")
 string(APPEND CMAKE_CXX_FLAGS_INIT " -nostdinc -isystem ${CMAKE_CURRENT_LIST_DIR}/musl"
     " -isystem ${cxx_headers} -isystem ${cxx_headers}/arm-linux-gnueabi ${c_headers}")
 
-# Start-up files and libc.a lie in one folder, libc.so in another. The compiler's own shared library
-# asks for glibc, its archive does not.
+# Start-up files and libc.a are in one folder, libc.so in another. The compiler's own shared library
+# needs glibc, its archive does not.
 set(link_flags "-mmusl -static-libgcc -B${ZOKECC_MUSL_ROOT}/usr/lib/arm-linux-musleabi")
 string(APPEND link_flags " -L${ZOKECC_MUSL_ROOT}/lib/arm-linux-musleabi")
 set(CMAKE_EXE_LINKER_FLAGS_INIT "${link_flags}")

@@ -1,10 +1,10 @@
 # Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-# The devices' own kind of processor: 32-bit little-endian ARM without a floating-point unit.
+# The devices' processor: 32-bit little-endian ARM without a floating-point unit.
 # Programs of the build, tests included, run under QEMU's user-mode emulation, unless
 # CMAKE_CROSSCOMPILING_EMULATOR is given.
 #
 # A toolchain file for one architecture sets zokecc_arch_flags and zokecc_emulated_cpu and includes
-# this one. Without them the compiler's own choice holds, which is ARMv5TE on Debian.
+# this one. Without them the compiler's default applies, which is ARMv5TE on Debian.
 set(CMAKE_SYSTEM_NAME Linux)
 set(CMAKE_SYSTEM_PROCESSOR arm)
 

@@ -1,9 +1,9 @@
 #!/bin/sh
 # Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-# Runs the tests of the preset `coverage`, which has been built, and prints the lines and branches of
+# Runs the tests of the preset `coverage`, which must be built, and prints the lines and branches of
 # the library that they execute, per folder. Fails below the floor of lines or of branches.
 #
-# The library has no exceptions; tests that compile its templates have, and the edges of those do not count.
+# The library has no exceptions, but tests that compile its templates do; their edges do not count.
 set -eu
 cd "$(dirname "$0")/.."
 lines_floor=99.5  # percent
@@ -14,7 +14,7 @@ ctest --preset coverage --parallel "$(nproc)"
 gcovr --root . --object-directory build/coverage --csv build/coverage/lines.csv \
     --exclude-throw-branches --exclude-unreachable-branches \
     --filter 'base/' --filter 'mint/' --filter 'hash/' --filter 'ecc/' --filter 'schemes/' --filter 'sdf/' \
-    --exclude '.*_x86_64[.]cpp' --txt  # what runs of these is up to the processor
+    --exclude '.*_x86_64[.]cpp' --txt  # which of these run depends on the processor
 awk -F, -v lines_floor="$lines_floor" -v branches_floor="$branches_floor" '
     function percent(part, whole) { return whole > 0 ? 100 * part / whole : 0 }
     function count(name) {

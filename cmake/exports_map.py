@@ -13,7 +13,7 @@ DECLARATION = re.compile(r"^ZOKECC_API\s+\w+\s*\*?\s*(\w+)\s*\(", re.MULTILINE)
 
 
 def declared_names(header):
-    """The functions of one header, in its order."""
+    """The functions of one header, in order."""
     return DECLARATION.findall(header.read_text(encoding="ascii"))
 
 

@@ -4,9 +4,9 @@
 #
 #     cmake/fetch_armel.sh PACKAGE... FOLDER
 #
-# Package lists, archives and the list of what is installed are private to FOLDER/.apt: the machine's
-# own packages and architectures stay as they are, and no rights are needed. Dependencies are not
-# followed. What is unpacked already is not fetched again.
+# Package lists, archives and the list of installed packages are private to FOLDER/.apt: the machine's
+# own packages and architectures are not changed, and no privileges are needed. Dependencies are not
+# followed. Packages already unpacked are not fetched again.
 set -eu
 
 packages=
@@ -30,7 +30,7 @@ done
 
 mkdir -p "$state/lists/partial" "$state/archives/partial" "$state/unpacked"
 : > "$state/status"
-# The machine's own sources and keys serve; without translations, indexes for completion and hooks.
+# Uses the machine's own sources and keys, without translations, indexes for completion and hooks.
 cat > "$state/apt.conf" <<END_OF_CONFIGURATION
 APT::Architecture "armel";
 APT::Architectures { "armel"; };

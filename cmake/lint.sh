@@ -1,11 +1,11 @@
 #!/bin/sh
 # Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-# What tools say about the sources without running them; ./build.sh lint calls it.
+# Static analysis of the sources; called by ./build.sh lint.
 #
 #     cmake/lint.sh SOURCE...
 #
-# The arguments are the sources whose format is checked; the other tools take the library, the examples
-# and the programs of tools/. All of them run, whatever one finds; then the exit status tells.
+# The arguments are the sources whose format is checked; the other tools check the library, the examples
+# and the programs of tools/. All of them run even if one finds something; the exit status is nonzero then.
 set -u
 cd "$(dirname "$0")/.." || exit 1
 folder=build/lint
@@ -22,13 +22,13 @@ step() {
     fi
 }
 
-# What is assembly for ARM alone does not pass the host's.
+# ARM assembly cannot be compiled for the host.
 library() { find base mint hash ecc schemes sdf -name '*.cpp' ! -name '*_arm.cpp' -print0; }
 programs() { find examples tools -name '*.c' -print0; }
 cpp="-std=c++20 -fno-exceptions -fno-rtti -I. -Iinclude -I$folder/generated"
 c='-std=c99 -D_GNU_SOURCE -Iinclude -Itools'
 
-# clang-tidy reads .clang-tidy, which has the reason of every check that is off.
+# clang-tidy reads .clang-tidy, which gives the reason for every disabled check.
 tidy() { { library; programs; } | xargs -0 -P"$(nproc)" -n4 clang-tidy -p "$folder" --quiet; }
 
 # shellcheck disable=SC2086 # words
@@ -38,12 +38,12 @@ check_cpp() {
 }
 # shellcheck disable=SC2086
 check_c() { cppcheck -j"$(nproc)" $checks --std=c99 -D_GNU_SOURCE -Iinclude -Itools examples tools; }
-# It reads the angle brackets of a variable template, such as kLimbBits<Limb> - 1, as comparisons.
+# It mistakes the angle brackets of a variable template, such as kLimbBits<Limb> - 1, for comparisons.
 taken_for_comparison='--suppress=compareBoolExpressionWithInt
     --suppress=zerodiv:mint/limbs/inverse.h --suppress=shiftTooManyBits:mint/limbs/inverse.h'
 checks='--quiet --inline-suppr --error-exitcode=1 --enable=warning,performance,portability'
 
-# GCC 12 loses track of arrays that a loop fills, and then says that they are not initialised.
+# GCC 12 loses track of arrays filled in a loop, and then reports them as uninitialised.
 # shellcheck disable=SC2086
 analyze() {
     library | xargs -0 -P"$(nproc)" -n1 g++ $cpp -O2 -fanalyzer -Werror \
@@ -57,7 +57,7 @@ if ! cmake --preset release -B "$folder" -DZOKECC_TESTS=OFF -DCMAKE_EXPORT_COMPI
     cat "$folder/configure.log"
     exit 1
 fi
-# An option of g++ alone, for which clang-tidy would stop.
+# An option only g++ knows; clang-tidy would stop at it.
 sed -i 's/-mmemset-strategy=[^ "]*//' "$folder/compile_commands.json"
 step format clang-format --dry-run --Werror "$@"
 step cppcheck-library check_cpp

@@ -4,8 +4,8 @@
 
     cmake/man_pages.py FOLDER
 
-Each page is named after its call and begins with the #include. What is said once for a group of calls
-follows the call's own words.
+Each page is named after its call and begins with the #include. Text that applies to a group of calls
+follows the call's own description.
 """
 import pathlib
 import re
@@ -44,7 +44,7 @@ def items(text):
 
 
 def paragraphs(text):
-    """Paragraphs of a description; tables and code keep their lines."""
+    """Paragraphs of a description; tables and code keep their line breaks."""
     for paragraph in re.split(r"\n\s*\n", text):
         lines = [line.rstrip() for line in paragraph.split("\n") if not line.startswith("@")]
         if any(line.lstrip().startswith("|") or line.startswith("     ") for line in lines):

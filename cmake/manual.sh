@@ -1,6 +1,6 @@
 #!/bin/sh
 # Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-# The public headers as pages in FOLDER and as man pages in FOLDER/man/man3; fails on a warning of doxygen.
+# Makes HTML pages in FOLDER and man pages in FOLDER/man/man3 from the headers; fails on doxygen warnings.
 #
 #     cmake/manual.sh FOLDER
 set -eu

@@ -1,10 +1,10 @@
 # Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 # shellcheck shell=sh
-# What the commands of build.sh need of the machine; build.sh reads this file.
+# Checks and installs what the commands of build.sh need; build.sh sources this file.
 
 missing=
 
-# require PROBE PACKAGE ...: PROBE is a command, or a file that the package brings.
+# require PROBE PACKAGE ...: PROBE is a command, or a file that belongs to the package.
 require() {
     while [ $# -gt 0 ]; do
         case $1 in
@@ -15,10 +15,10 @@ require() {
     done
 }
 
-# by_hand: what to type where this program cannot install the packages itself.
+# by_hand: prints the command to type if this program cannot install the packages itself.
 by_hand() { echo "as root: apt-get update && apt-get install --no-install-recommends$missing" >&2; }
 
-# as_root COMMAND...: its output goes to a file, since it matters only if it fails.
+# as_root COMMAND...: its output goes to a file, because it matters only if the command fails.
 as_root() {
     if [ "$(id -u)" -eq 0 ]; then "$@"; else sudo "$@"; fi >> "$apt_log" 2>&1 && return 0
     echo "build.sh: this failed: $*" >&2
@@ -54,8 +54,8 @@ require_suite() {
         /usr/include/gtest/gtest.h libgtest-dev pkg-config pkgconf
 }
 require_clang() { require clang++ clang; }
-# The sanitizers' run-time libraries, which clang only recommends, and what gives functions their names, by
-# which tests/lsan.supp knows the memory that is kept.
+# The sanitizers' run-time libraries, which clang only recommends, and the symbolizer, with whose names
+# tests/lsan.supp identifies memory that is never freed on purpose.
 require_clang_runtime() {
     require_clang
     require /usr/lib/clang/14/lib/linux/libclang_rt.fuzzer-x86_64.a libclang-rt-14-dev llvm-symbolizer llvm

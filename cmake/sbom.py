@@ -4,8 +4,8 @@
 
     cmake/sbom.py > zokecc.spdx.json      (or ./build.sh sbom)
 
-The library is made of its own files alone and needs a C library at run time; the document lists both, each
-file with its sums. It is the same in every run: the time in it is SOURCE_DATE_EPOCH, or that of the last
+The library consists only of its own files and needs a C library at run time; the document lists both, each
+file with its checksums. It is the same in every run: its time is SOURCE_DATE_EPOCH, or that of the last
 entry of packaging/debian/changelog.
 """
 import datetime
@@ -36,7 +36,7 @@ def created():
 
 
 def sources():
-    """The files that the library is compiled from, and what rules its build."""
+    """The files that the library is compiled from, and those that control its build."""
     found = [path for folder in FOLDERS for path in (ROOT / folder).rglob("*") if path.suffix in SUFFIXES]
     found += [ROOT / "LICENSE", ROOT / "CMakeLists.txt", ROOT / "cmake" / "exports.map",
               ROOT / "cmake" / "Kernels.cmake", ROOT / "cmake" / "Options.cmake"]

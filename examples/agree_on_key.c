@@ -1,13 +1,13 @@
 /* Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0 */
 /*
- * Two users agree on a key with SM2 over an open channel, and each makes sure that the other one
+ * Two users agree on a key with SM2 over an open channel, and each makes sure that the other
  * has it, too.
  *
  *     agree_on_key
  *
  * Prints the key. The exit status is 0 if both sides have the same key and their confirmation
- * values match, and if they do not match for somebody under another identity. Both users run in
- * this one program; what goes over the channel is named where it does.
+ * values match, and if they do not match for somebody with another identity. Both users run in
+ * this one program; comments show what goes over the channel.
  */
 #include <stdio.h>
 #include <stdlib.h>
@@ -18,7 +18,7 @@
 
 enum { KEY_BITS = 128, KEY_BYTES = KEY_BITS / 8, CONFIRMATION_BYTES = 32 };
 
-/* What a user keeps: a session, a key pair, an identity, and what the agreement gives. */
+/* A user's data: a session, a key pair, an identity, and the results of the agreement. */
 typedef struct user {
     void *session;
     ECCrefPrivateKey priv;
@@ -35,7 +35,7 @@ static void require(int condition, const char *what)
     exit(EXIT_FAILURE);
 }
 
-/* Every session call answers a status; ZOK_OK is success. */
+/* Every session call returns a status; ZOK_OK is success. */
 static void check(uint32_t status, const char *step)
 {
     if (status != ZOK_OK) fprintf(stderr, "status %08x: ", (unsigned)status);
@@ -45,7 +45,7 @@ static void check(uint32_t status, const char *step)
 static const uint8_t *bytes(const char *text) { return (const uint8_t *)text; }
 static uint32_t length(const char *text) { return (uint32_t)strlen(text); }
 
-/* Looks at every byte, so that the time does not tell how many of them match. */
+/* Compares every byte, so that the time does not reveal how many match. */
 static int same(const uint8_t *a, const uint8_t *b, int count)
 {
     int difference = 0;
@@ -53,8 +53,8 @@ static int same(const uint8_t *a, const uint8_t *b, int count)
     return difference == 0;
 }
 
-/* A public key from outside: both coordinates below p, and the point on the curve. No call that computes
- * with the key tests this. */
+/* Checks a public key from outside: both coordinates below p, and the point on the curve. The calls that
+ * use the key do not check this. */
 static int is_valid(const CurvePara *curve, const ECCrefPublicKey *key)
 {
     mint p, a, b;
@@ -73,14 +73,14 @@ static void set_up(user *u, const char *id)
     memset(u, 0, sizeof *u);
     u->id = id;
     u->result.key = u->key; /* the library writes KEY_BYTES bytes there */
-    /* Both sides need the same curve and the same hash: SM3, as this record says. */
+    /* Both sides need the same curve and the same hash: SM3 in this record. */
     check(ZOK_OpenSession(&u->session, &zokecc_sm2p256v1), "open a session");
     check(SDF_GenerateKeyPair_ECC(u->session, ZOK_ALG_SM2_KEY, 256, &u->pub, &u->priv), "make a key pair");
 }
 
-/* One agreement; Alice begins, and takes the other side for somebody called bobs_name. Each side has
- * the other's public key from a source that it trusts, and tests it all the same; the calls test R
- * alone. Returns whether both confirmations match. */
+/* One agreement; Alice begins, and believes the other side to be bobs_name. Each side has
+ * the other's public key from a trusted source and checks it all the same; the calls check only
+ * R. Returns whether both confirmations match. */
 static int agree(user *alice, user *bob, const char *bobs_name)
 {
     ECCrefPrivateKey rA;
@@ -99,15 +99,15 @@ static int agree(user *alice, user *bob, const char *bobs_name)
                                                      &bob->priv, &alice->pub, &RA, &RB, &bob->result),
           "Bob's key");
 
-    /* Alice makes the same of what she has.                           Alice -> Bob: send */
+    /* Alice computes the same from her side.                          Alice -> Bob: send */
     check(ZOK_SM2_GenerateKeyWithECC(alice->session, KEY_BITS, bytes(alice->id), length(alice->id),
                                      bytes(bobs_name), length(bobs_name), &alice->priv, &rA, &RA, &bob->pub,
                                      &RB, &alice->result),
           "Alice's key");
 
-    /* No call compares: each application holds what it received against its own "check", and must
-     * not use the key before. */
-    memset(&rA, 0, sizeof rA); /* a temporary key serves once */
+    /* No call compares: each application compares what it received with its own "check", and must
+     * not use the key before that. */
+    memset(&rA, 0, sizeof rA); /* use a temporary key only once */
     return same(alice->result.check, bob->result.send, CONFIRMATION_BYTES) &&
            same(bob->result.check, alice->result.send, CONFIRMATION_BYTES);
 }
@@ -123,14 +123,14 @@ int main(void)
     printf("agreed, %d bits: ", (int)KEY_BITS);
     for (int i = 0; i < KEY_BYTES; ++i) printf("%02x", alice.key[i]); /* never in a product */
 
-    /* Every status is ZOK_OK here, too. Only the confirmation values tell. */
+    /* Every status is ZOK_OK here, too. Only the confirmation values show the mistake. */
     require(!agree(&alice, &bob, "carol@example.org"), "another identity was confirmed");
     require(!same(alice.key, bob.key, KEY_BYTES), "another identity gave the same key");
     printf("\nnot confirmed: Alice took the other side for Carol\n");
 
     check(ZOK_CloseSession(alice.session), "close Alice's session");
     check(ZOK_CloseSession(bob.session), "close Bob's session");
-    memset(&alice, 0, sizeof alice); /* in a product by a call that the compiler does not drop */
+    memset(&alice, 0, sizeof alice); /* in a product use a call that is not optimised away */
     memset(&bob, 0, sizeof bob);
     return EXIT_SUCCESS;
 }

@@ -1,12 +1,12 @@
 /* Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0 */
 /*
- * Checks a public key that comes from outside, as every program has to before it verifies, encrypts or agrees
+ * Checks a public key that comes from outside, as every program must before it verifies, encrypts or agrees
  * on a key with it: the calls themselves do not.
  *
  *     check_peer_key
  *
- * The exit status is 0 if a good key passes and every bad one is refused. It ends with what a program risks
- * that leaves out the check.
+ * The exit status is 0 if a good key passes and every bad one is refused. The last part shows the risk of
+ * omitting the check.
  */
 #include <stdio.h>
 #include <stdlib.h>
@@ -41,8 +41,8 @@ static int is_valid(const CurvePara *curve, uint32_t size, const ECCrefPublicKey
     return ecc_test_point(&P, &a, &b, &p) == 0;
 }
 
-/* What somebody can send who knows no private key: zero bytes, and numbers that fit them. The formulas take
- * (0, 0) for a point of order two, so for an even r + s its multiple vanishes, and r = e + x of s * G. */
+/* What an attacker can send without any private key: zero bytes, and matching numbers. The formulas treat
+ * (0, 0) as a point of order two, so for an even r + s its multiple vanishes, and r = e + x of s * G. */
 static void forge(void *session, const uint8_t e[L], ECCrefPublicKey *key, ECCSignature *sig)
 {
     ECCrefPrivateKey s;

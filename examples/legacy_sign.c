@@ -1,14 +1,14 @@
 /* Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0 */
 /*
- * Signs a message with SM2 over the curve of the process, without a session, and verifies it.
+ * Signs a message with SM2 on the process-wide curve, without a session, and verifies it.
  *
  *     legacy_sign [MESSAGE [IDENTITY]]
  *
  * Prints Z, the public key and the signature (r, s) in hexadecimal. The exit status is 0 if the
- * signature verifies, and is refused for another Z and for a changed message.
+ * signature verifies and is refused for another Z and for a changed message.
  *
- * These calls answer small integers that differ from call to call; each comment in
- * zokecc/schemes.h says which. The value Z, which a session computes by itself, is made here.
+ * These calls return small integers whose meaning differs from call to call; the comments in
+ * zokecc/schemes.h explain them. The value Z, which a session computes by itself, is computed here.
  */
 #include <stdio.h>
 #include <stdlib.h>
@@ -26,7 +26,7 @@ static void require(int condition, const char *what)
     exit(EXIT_FAILURE);
 }
 
-/* Behind the bytes that are there, the next count bytes. */
+/* Appends count bytes at `at` and returns the new end. */
 static uint8_t *put(uint8_t *at, const uint8_t *bytes, size_t count)
 {
     memcpy(at, bytes, count);
@@ -65,19 +65,19 @@ int main(int argc, char **argv)
     char standard_text[] = "The pump station opens at six.";
     char *text = argc > 1 && argv[1][0] != '\0' ? argv[1] : standard_text;
     const char *id = argc > 2 ? argv[2] : "1234567812345678";
-    const sm3_msg message = {(uint8_t *)text, 0, (uint32_t)strlen(text)}; /* the 0 is not read */
+    const sm3_msg message = {(uint8_t *)text, 0, (uint32_t)strlen(text)}; /* the 0 is ignored */
 
-    /* Once, before any other call of this program that uses the curve. Other threads wait. */
+    /* Once, before any other call of this program that uses the curve; other threads must wait. */
     require(Curve_Init(&zokecc_sm2p256v1_process) == 0, "install the curve");
 
-    /* A scalar is a pointer and a length. When a key is made the length is the room that there is,
-     * and afterwards the bytes that were written: 0 would say that the key is lost. */
+    /* A scalar is a pointer and a length. When a key is generated, the length is the capacity on entry
+     * and the number of bytes written on return: 0 would mean that the key is lost. */
     uint8_t key_bytes[L];
     ecc_scalar key = {key_bytes, sizeof key_bytes};
     ecc_point_bytes pub, sig;
     require(Ecc_KeyPair_Gen(&key, &pub, NEW_KEY) == 0 && key.length == L, "make a key pair");
 
-    /* 0 is success. The signature is a record of the same form as a point: r in x, s in y. */
+    /* 0 is success. The signature is a record like a point: r in x, s in y. */
     uint8_t z[32];
     make_z(id, &pub, z);
     require(sm2_DigitalSign(&key, &message, z, &sig, HASH) == 0, "sign");
@@ -87,8 +87,8 @@ int main(int argc, char **argv)
     print_hex("r", sig.x);
     print_hex("s", sig.y);
 
-    /* 0 is valid, 1 is not, and -1 says that the signature could not even be tried. (ECDSA in the
-     * same header has it the other way round: 1 is valid there.) */
+    /* 0 is valid, 1 is not, and -1 means that the signature could not be checked. (ECDSA in the
+     * same header is the other way round: there 1 is valid.) */
     require(sm2_DigitalVeriy(&pub, &message, &sig, z, HASH) == 0, "verify");
     printf("verified: signed by \"%s\"\n", id);
     z[0] ^= 1;
@@ -98,6 +98,6 @@ int main(int argc, char **argv)
     require(sm2_DigitalVeriy(&pub, &message, &sig, z, HASH) == 1, "a changed message was not refused");
     printf("refused: the same signature for another Z, and for a changed message\n");
 
-    memset(key_bytes, 0, sizeof key_bytes); /* in a product by a call that the compiler does not drop */
+    memset(key_bytes, 0, sizeof key_bytes); /* in a product use a call that is not optimised away */
     return EXIT_SUCCESS;
 }

@@ -1,12 +1,12 @@
 /* Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0 */
 /*
- * Signs and verifies on several threads, each with a session of its own.
+ * Signs and verifies on several threads, each with its own session.
  *
  *     many_threads [THREADS]
  *
- * The library has no locks. Sessions are independent of each other, so verification runs at once on all of
- * them. What draws random numbers shares one generator and takes turns: one lock around those calls does it.
- * The exit status is 0 if every signature verified, and none was made twice.
+ * The library has no locks. Sessions are independent of each other, so verification runs in parallel on all
+ * of them. Calls that draw random numbers share one generator and must be serialised: one lock around them.
+ * The exit status is 0 if every signature verified and none occurred twice.
  */
 #define _POSIX_C_SOURCE 200809L /* NOLINT: reserved for this purpose */
 #include <pthread.h>
@@ -21,7 +21,7 @@ enum { MAX_THREADS = 64, ROUNDS = 20 };
 
 typedef struct worker {
     pthread_t thread;
-    void *session; /* some 86,000 bytes: opened once, not for every message */
+    void *session; /* some 86,000 bytes: open it once, not for every message */
     int number;
     int verified;
     ECCSignature last;
@@ -29,7 +29,7 @@ typedef struct worker {
 
 static pthread_mutex_t drawing = PTHREAD_MUTEX_INITIALIZER;
 static ECCrefPublicKey pub;
-static ECCrefPrivateKey priv; /* written before the threads start, and only read by them */
+static ECCrefPrivateKey priv; /* written before the threads start, only read by them */
 static const uint8_t id[] = "1234567812345678";
 
 static void require(int condition, const char *what)
@@ -39,7 +39,7 @@ static void require(int condition, const char *what)
     exit(EXIT_FAILURE);
 }
 
-/* Key generation, encryption and temporary keys draw as well; conventions.h lists all such calls. */
+/* Key generation, encryption and temporary keys draw, too; conventions.h lists all such calls. */
 static int sign(worker *w, const uint8_t *message, uint32_t size)
 {
     pthread_mutex_lock(&drawing);
@@ -82,7 +82,7 @@ int main(int argc, char **argv)
         verified += workers[i].verified;
     }
     require(verified == threads * ROUNDS, "a signature did not verify");
-    /* Two threads that draw at once could get the same nonce, and a nonce used twice tells the key. */
+    /* Two threads drawing at once could get the same nonce, and a nonce used twice reveals the key. */
     for (long i = 0; i < threads; ++i)
         for (long j = 0; j < i; ++j)
             require(memcmp(workers[i].last.r, workers[j].last.r, 32) != 0, "the same r twice");
@@ -90,6 +90,6 @@ int main(int argc, char **argv)
 
     for (long i = 0; i < threads; ++i)
         require(ZOK_CloseSession(workers[i].session) == ZOK_OK, "close a session");
-    memset(&priv, 0, sizeof priv); /* in a product by a call that the compiler does not drop */
+    memset(&priv, 0, sizeof priv); /* in a product use a call that is not optimised away */
     return EXIT_SUCCESS;
 }

@@ -1,16 +1,16 @@
 /* Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0 */
 /*
- * Gives the library random numbers that deserve trust: the program defines rand and srand, and the
- * library, which draws from them by these names, takes the program's.
+ * Gives the library trustworthy random numbers: the program defines rand and srand, and the
+ * library, which calls them by name, uses the program's.
  *
  *     own_random
  *
- * Makes two key pairs and prints how often the library asked. The exit status is 0 if it asked often
- * enough for both and they differ.
+ * Makes two key pairs and prints how often the library called rand. The exit status is 0 if it called it
+ * often enough for both and the keys differ.
  *
- * The C library's own rand starts anew from the clock at every draw: two devices, or two runs, that
- * make a key in the same second make the same one. With the two functions below it does not matter
- * what the clock says.
+ * The C library's own rand is reseeded from the clock at every draw: two devices, or two runs, that
+ * make a key in the same second make the same one. With the two functions below the clock
+ * does not matter.
  */
 #include <stdio.h>
 #include <stdlib.h>
@@ -21,22 +21,22 @@
 
 static unsigned long draws;
 
-/* From the kernel's generator. A product that has a hardware source reads that. There is no way to
- * report a failure from here, and no key is better than a key that can be guessed. */
+/* From the kernel's generator; a product may read a hardware source instead. rand cannot report a
+ * failure, and no key is better than a guessable one. */
 int rand(void)
 {
     static FILE *source;
     unsigned value = 0;
     if (source == NULL) {
         source = fopen("/dev/urandom", "rb");
-        if (source != NULL) setvbuf(source, NULL, _IONBF, 0); /* no byte waits where a fork doubles it */
+        if (source != NULL) setvbuf(source, NULL, _IONBF, 0); /* a fork must not duplicate buffered bytes */
     }
     if (source == NULL || fread(&value, sizeof value, 1, source) != 1) abort();
     ++draws;
     return (int)(value & 0x7fffffffu); /* 0 to RAND_MAX */
 }
 
-/* Called with the time before every draw: there is nothing to start anew. */
+/* Called with the time before every draw: there is nothing to seed. */
 void srand(unsigned seed) { (void)seed; }
 
 static void require(int condition, const char *what)
@@ -48,7 +48,7 @@ static void require(int condition, const char *what)
 
 int main(void)
 {
-    enum { KEYS = 2, SEEDINGS = 2, DRAWS = 24 }; /* a key of 32 bytes takes two seedings */
+    enum { KEYS = 2, SEEDINGS = 2, DRAWS = 24 }; /* a key of 32 bytes needs two seedings */
     void *session = NULL;
     ECCrefPublicKey pub[KEYS];
     ECCrefPrivateKey priv[KEYS];
@@ -60,7 +60,7 @@ int main(void)
     require(memcmp(pub[0].x, pub[1].x, 32) != 0, "the same key twice");
     require(draws == KEYS * SEEDINGS * DRAWS, "the library drew from elsewhere");
     printf("two key pairs from %lu numbers of this program's rand\n", draws);
-    memset(priv, 0, sizeof priv); /* in a product by a call that the compiler does not drop */
+    memset(priv, 0, sizeof priv); /* in a product use a call that is not optimised away */
     require(ZOK_CloseSession(session) == ZOK_OK, "close the session");
     return EXIT_SUCCESS;
 }

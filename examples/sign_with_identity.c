@@ -7,8 +7,8 @@
  * Prints the identity value Z, the public key and the signature (r, s) in hexadecimal. The exit
  * status is 0 if the signature verifies for the file and is refused for a changed one.
  *
- * The key pair is made for this run and then forgotten. A device would keep it; it would also link
- * rand, srand and time of its own, because the library draws all its random numbers from them.
+ * The key pair is made for this run and then discarded. A device would keep it; it would also link
+ * its own rand, srand and time, because the library draws all its random numbers from them.
  */
 #include <stdio.h>
 #include <stdlib.h>
@@ -23,7 +23,7 @@ static void fail(const char *what)
     exit(EXIT_FAILURE);
 }
 
-/* Every session call answers a status; ZOK_OK is success. */
+/* Every session call returns a status; ZOK_OK is success. */
 static void check(uint32_t status, const char *step)
 {
     if (status == ZOK_OK) return;
@@ -60,7 +60,7 @@ int main(int argc, char **argv)
     uint8_t *message = read_file(argc > 1 ? argv[1] : "README.md", &size);
     const uint8_t *id = (const uint8_t *)(argc > 2 ? argv[2] : "1234567812345678");
     const size_t id_length = strlen((const char *)id);
-    /* Of the identity's length in bits 16 bits enter the hash: from 8,192 bytes on they start again. */
+    /* Only 16 bits of the identity's length in bits are hashed: from 8,192 bytes on they wrap around. */
     if (id_length > 8191) fail("the identity is longer than 8191 bytes");
     const uint32_t id_size = (uint32_t)id_length;
 
@@ -69,7 +69,7 @@ int main(int argc, char **argv)
     ECCrefPrivateKey priv;
     ECCSignature sig;
 
-    /* A curve of an unknown type shows at the first call that needs it, the second here. */
+    /* An unknown curve type is reported by the first call that needs the curve, the second one here. */
     check(ZOK_OpenSession(&session, &zokecc_sm2p256v1), "open a session");
     check(SDF_GenerateKeyPair_ECC(session, ZOK_ALG_SM2_KEY, 256, &pub, &priv), "make a key pair");
 
@@ -77,7 +77,7 @@ int main(int argc, char **argv)
     check(ZOK_ExternalSignHash_ECC(session, ZOK_ALG_SM2_SIGN, &priv, message, size, id, id_size, &sig),
           "sign");
 
-    /* Whoever has the message, the identity and the public key can verify. */
+    /* Anyone with the message, the identity and the public key can verify. */
     check(ZOK_ExternalVerifyHash_ECC(session, ZOK_ALG_SM2_SIGN, &pub, message, size, id, id_size, &sig),
           "verify");
 
@@ -95,7 +95,7 @@ int main(int argc, char **argv)
         fail("a changed message was not refused");
     printf("refused: the same signature after one bit of the first byte changed\n");
 
-    memset(&priv, 0, sizeof priv); /* in a product by a call that the compiler does not drop */
+    memset(&priv, 0, sizeof priv); /* in a product use a call that is not optimised away */
     free(message);
     check(ZOK_CloseSession(session), "close the session");
     return EXIT_SUCCESS;

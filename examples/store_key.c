@@ -4,9 +4,9 @@
  *
  *     store_key [FILE]
  *
- * Without FILE a temporary one is used and removed. A FILE that exists is loaded and not made anew. openssl
- * reads the file, and this program a file that openssl made. Reading and writing PEM is done by the sources
- * der, pem, ec_key, ec_parameters and named_curves of tools/, which a program may take with it.
+ * Without FILE a temporary one is used and removed. An existing FILE is loaded, not replaced. openssl can
+ * read the file, and this program reads openssl's files. Reading and writing PEM is done by the sources
+ * der, pem, ec_key, ec_parameters and named_curves of tools/, which a program may include.
  */
 #define _POSIX_C_SOURCE 200809L /* NOLINT: reserved for this purpose */
 #include <errno.h>
@@ -35,7 +35,7 @@ static void check(uint32_t status, const char *step)
     require(status == ZOK_OK, step);
 }
 
-/* Opened so that no other file is replaced, no link followed, and nobody else ever could read it. read and
+/* Opened so that no file is replaced, no link is followed, and nobody else can ever read it. read and
  * write are used because a FILE would keep a copy of the key in its buffer. */
 static void store(const char *path, const ECCrefPrivateKey *priv, const ECCrefPublicKey *pub)
 {
@@ -49,7 +49,7 @@ static void store(const char *path, const ECCrefPrivateKey *priv, const ECCrefPu
     const size_t size = ec_key_to_pem(&key, KEY_PKCS8, pem, sizeof pem);
     const int fd = open(path, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600);
     require(fd >= 0, path);
-    /* On the disk before anybody uses the key: fsync, and a product does the same with the folder. */
+    /* The key must be on disk before it is used: fsync; a product does the same with the folder. */
     require(write(fd, pem, size) == (ssize_t)size && fsync(fd) == 0 && close(fd) == 0, "write the key");
     clear_secret(pem, sizeof pem);
     clear_secret(&key, sizeof key);
@@ -57,7 +57,7 @@ static void store(const char *path, const ECCrefPrivateKey *priv, const ECCrefPu
 
 static void load(const char *path, ECCrefPrivateKey *priv, ECCrefPublicKey *pub)
 {
-    ec_key key = {.curve = curve_by_name("sm2p256v1")}; /* no other is expected */
+    ec_key key = {.curve = curve_by_name("sm2p256v1")}; /* only this curve is accepted */
     uint8_t pem[MAX_KEY_PEM];
     struct stat info;
     const int fd = open(path, O_RDONLY | O_NOFOLLOW | O_CLOEXEC);
@@ -94,7 +94,7 @@ int main(int argc, char **argv)
     }
     check(ZOK_OpenSession(&session, curve_by_name("sm2p256v1")->record), "open a session");
     if (access(path, F_OK) != 0) {
-        /* The default build draws from rand: see own_random.c, and make keys in the hardened build. */
+        /* The default build draws from rand: see own_random.c, or make keys with the hardened build. */
         check(SDF_GenerateKeyPair_ECC(session, ZOK_ALG_SM2_KEY, 256, &pub, &priv), "make a key pair");
         store(path, &priv, &pub);
         clear_secret(&priv, sizeof priv);
@@ -103,7 +103,7 @@ int main(int argc, char **argv)
     check(
         ZOK_ExternalSignHash_ECC(session, ZOK_ALG_SM2_SIGN, &priv, message, sizeof message - 1, id, 16, &sig),
         "sign");
-    clear_secret(&priv, sizeof priv); /* as soon as it is not needed any more */
+    clear_secret(&priv, sizeof priv); /* as soon as it is no longer needed */
     check(ZOK_ExternalVerifyHash_ECC(session, ZOK_ALG_SM2_SIGN, &pub, message, sizeof message - 1, id, 16,
                                      &sig),
           "verify");

@@ -1,13 +1,13 @@
 /* Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0 */
 /*
- * Verifies signatures for ever within a fixed amount of memory, with either build of the library.
+ * Verifies signatures indefinitely in a fixed amount of memory, with either build of the library.
  *
  *     verify_daemon [WORKERS [SIGNATURES]]
  *
- * The default build keeps some 260 bytes of every verification, as deployed systems expect; the hardened
- * build keeps nothing. Where that counts a worker process verifies and is replaced after so many signatures:
- * the kernel takes back what it had. Here WORKERS (2) of them verify SIGNATURES (4,000) each. The exit status
- * is 0 if every worker did, and stayed within its limit.
+ * The default build never frees some 260 bytes per verification, as deployed systems expect; the hardened
+ * build frees everything. If that matters, let a worker process verify and replace it after some signatures:
+ * the kernel reclaims its memory. Here WORKERS (2) of them verify SIGNATURES (4,000) each. The exit status
+ * is 0 if every worker succeeded within its limit.
  */
 #define _POSIX_C_SOURCE 200809L /* NOLINT: reserved for this purpose */
 #include <stdio.h>

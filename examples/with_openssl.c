@@ -4,8 +4,8 @@
  *
  *     with_openssl
  *
- * OpenSSL reads our key, verifies our signature and decrypts our ciphertext, and we do the same with its own.
- * The exit status is 0 if all of that went well. DER is read and written by sources of tools/.
+ * OpenSSL reads our key, verifies our signature and decrypts our ciphertext, and we do the same with its.
+ * The exit status is 0 if all of that worked. DER is read and written by sources of tools/.
  */
 #include <stdio.h>
 #include <stdlib.h>
@@ -30,7 +30,7 @@ static void require(int condition, const char *what)
     exit(EXIT_FAILURE);
 }
 
-/* Our records become PKCS #8 in DER, which OpenSSL takes. */
+/* Converts our records to PKCS #8 in DER, which OpenSSL accepts. */
 static EVP_PKEY *to_openssl(const ECCrefPrivateKey *priv, const ECCrefPublicKey *pub)
 {
     ec_key key = {.curve = curve, .has_private = 1, .point = {4}, .point_size = 65};
@@ -46,7 +46,7 @@ static EVP_PKEY *to_openssl(const ECCrefPrivateKey *priv, const ECCrefPublicKey 
     return out;
 }
 
-/* OpenSSL hashes Z and the message. Both sides have to set the same identity. */
+/* OpenSSL hashes Z and the message. Both sides must set the same identity. */
 static void signatures(void *session, EVP_PKEY *key, const ECCrefPrivateKey *priv, const ECCrefPublicKey *pub)
 {
     uint8_t der[MAX_SIGNATURE_BYTES];

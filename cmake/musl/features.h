@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-/* The C++ headers of a compiler for glibc ask for its version without asking whether it is there. */
+/* The C++ headers of a compiler for glibc test glibc's version without testing that it is glibc. */
 #include_next <features.h>
 
 #ifndef __GLIBC_PREREQ
