@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Counts how often a fast path took each of its slow roads, and how often tests go round.
+// Counts how often a fast path fell back to each of its slow paths, and sets the rounds of tests.
 #ifndef ZOKECC_TESTS_SUPPORT_COUNTING_TRACE_H
 #define ZOKECC_TESTS_SUPPORT_COUNTING_TRACE_H
 
@@ -7,7 +7,7 @@
 
 namespace zokecc_test {
 
-// The template argument in the place of zokecc::NoTrace. The counts are those since reset().
+// A template argument to replace zokecc::NoTrace. Counts start at reset().
 struct CountingTrace {
     struct Counts {
         int quotient_unsure, first_difference, second_difference, doubled_difference;
@@ -25,7 +25,7 @@ struct CountingTrace {
     static void inverse_by_definition() { ++counts.inverse_by_definition; }
 };
 
-// Emulation is ten to twenty times slower: a quarter of the rounds, and of what they have to meet.
+// Emulation is ten to twenty times slower: a quarter of the rounds, and of the required hits.
 #ifdef __arm__
 constexpr bool kEmulated = true;
 #else

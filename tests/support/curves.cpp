@@ -60,7 +60,7 @@ void put(uint8_t *field, const mint &value, size_t byte_len) {
     std::copy(bytes.begin(), bytes.end(), field);
 }
 
-// Both records name their fields alike.
+// Both kinds of record use the same field names.
 template <class Record>
 void put_numbers(Record &record, const Curve &curve) {
     put(record.p, curve.p, curve.byte_len);

@@ -1,6 +1,6 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The named curves of tests/vectors/curves.rsp, as integers and as the two records that the
-// library is given, and a session that lives as long as its object.
+// library takes, and a session that lives as long as its object.
 #ifndef ZOKECC_TESTS_SUPPORT_CURVES_H
 #define ZOKECC_TESTS_SUPPORT_CURVES_H
 
@@ -28,20 +28,20 @@ struct Curve {
     mint p, a, b, n;        // normalised, zero above their used words
     ecc_point G;
 
-    // The record of the session interface. Throws if a number does not fit L bytes.
+    // The session interface's record. Throws if a number does not fit L bytes.
     CurvePara record(uint32_t hash_selector) const;
-    // The record of Curve_Init. Throws if there is no legacy type or a number does not fit.
+    // Curve_Init's record. Throws if there is no legacy type or a number does not fit.
     ecc_curve_bytes legacy_record() const;
 };
 
 // Throws std::out_of_range if the file does not have the curve.
 const Curve &curve(const std::string &name);
 
-// Every curve that fits the session's record, in the order of the file. secp160r1 does not:
+// Every curve that fits the session's record, in file order. secp160r1 does not:
 // its order has 161 bits.
 std::vector<std::string> session_curve_names();
 
-// Every curve that Curve_Init takes.
+// Every curve that Curve_Init supports.
 std::vector<std::string> legacy_curve_names();
 
 // Opens a session without a device on the curve; throws if that fails or if the curve was
@@ -60,7 +60,7 @@ private:
     void *handle_ = nullptr;
 };
 
-// The same for a record that need not have a curve to serve.
+// The same for a record that need not hold a usable curve.
 class AnySession {
 public:
     explicit AnySession(const CurvePara &record) { ZOK_OpenSession(&handle_, &record); }

@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Encryption on the small curve of tests/sdf/fixtures.h in plain integers and model hashes, and the
+// Encryption on the small curve of tests/sdf/fixtures.h in plain integers with model hashes, and the
 // calls of the session interface with their outputs between guards.
 #ifndef ZOKECC_TESTS_SUPPORT_ENCRYPTION_CASE_H
 #define ZOKECC_TESTS_SUPPORT_ENCRYPTION_CASE_H
@@ -27,12 +27,12 @@ inline constexpr size_t kSmallL = 20;
 // The key pair of the small curve and its multiples. d = 123.
 inline constexpr uint32_t kSmallD = 123;
 inline TinyPoint small_key_point() { return {false, 346, 763}; }
-// What the library's multiplication of a point other than G answers.
+// The library's product of a point other than G.
 inline TinyPoint small_product(uint32_t k, const TinyPoint &P) {
     return small_group().library_window(small_number(k), P);
 }
 
-// One encrypted message, part by part.
+// The parts of one encrypted message.
 struct Encrypted {
     ByteString x1, y1, C2, C3;
 
@@ -40,7 +40,7 @@ struct Encrypted {
     bool operator==(const Encrypted &) const = default;
 };
 
-// What GB/T 32918.4 makes of C1 and the shared point.
+// The parts by GB/T 32918.4, from C1 and the shared point.
 inline Encrypted model_encryption(uint32_t selector, const ByteString &x1, const ByteString &y1,
                                   const ByteString &x2, const ByteString &y2, const ByteString &message) {
     ByteString C2 = standard_stream(selector, joined({x2, y2}), message.size());
@@ -65,7 +65,7 @@ inline uint32_t nonce_of_zero_stream(uint32_t selector) {
     return first_scalar([selector](uint32_t k) { return small_encryption(selector, k, {0x00}).C2[0] == 0; });
 }
 
-// A nonce for which it is not.
+// A nonce for which it is not zero.
 inline uint32_t nonce_of_nonzero_stream(uint32_t selector) {
     return first_scalar([selector](uint32_t k) { return small_encryption(selector, k, {0x00}).C2[0] != 0; });
 }
@@ -92,7 +92,7 @@ inline void expect_cipher(GuardedRecord<ECCCipher> &written, const Encrypted &pa
     EXPECT_TRUE(written.guards_intact());
 }
 
-// What a call is given, which it must leave as it was.
+// The inputs of a call, which it must not change.
 template <class Key>
 class Inputs {
 public:
@@ -126,7 +126,7 @@ inline uint32_t flat_encrypt(void *session, const ECCrefPublicKey &pub, const By
                                    length);
 }
 
-// The numbers that an encryption is to draw: all of them, and no more.
+// The numbers that an encryption must draw, exactly these.
 struct Nonces {
     Nonces(std::initializer_list<uint32_t> values) : Nonces(std::vector<uint32_t>(values)) {}
     Nonces(const std::vector<uint32_t> &values) {
@@ -136,7 +136,7 @@ struct Nonces {
     std::deque<mint> list;
 };
 
-// An encryption into a record that answers the status and writes these parts and nothing else.
+// An encryption into a record must return the status and write these parts and nothing else.
 inline void expect_encrypted(void *session, uint32_t algorithm, const ECCrefPublicKey &pub,
                              const ByteString &message, const Nonces &nonces, const Encrypted &want,
                              uint32_t status = ZOK_OK) {
@@ -147,7 +147,7 @@ inline void expect_encrypted(void *session, uint32_t algorithm, const ECCrefPubl
     EXPECT_EQ(entropy.number_calls, nonces.list.size());
     expect_cipher(out, want);
 }
-// The same into bytes: without success the length is not written.
+// The same into bytes: on failure the length is not written.
 inline void expect_flat_encrypted(void *session, const ECCrefPublicKey &pub, const ByteString &message,
                                   const Nonces &nonces, const Encrypted &want, uint32_t status = ZOK_OK) {
     FakeEntropy entropy;
@@ -166,7 +166,7 @@ inline void expect_flat_encrypted(void *session, const ECCrefPublicKey &pub, con
 struct Decrypted {
     uint32_t status;
     uint32_t length;
-    ByteString plain;  // up to `length`; all of it if nothing was reported
+    ByteString plain;  // up to `length`; all of it if no length was reported
     bool clean;        // nothing else was written
 };
 
@@ -188,7 +188,7 @@ inline Decrypted decrypt(void *session, uint32_t algorithm, const ECCrefPrivateK
     return collected(status, length, plain);
 }
 
-// The ciphertext is handed over in an area of exactly its size.
+// The ciphertext is passed in a buffer of exactly its size.
 inline Decrypted flat_decrypt(void *session, const ECCrefPrivateKey &priv, const ByteString &cipher) {
     const Inputs inputs(session, priv, cipher);
     const std::unique_ptr<uint8_t[]> exact(new uint8_t[cipher.size()]);
@@ -208,20 +208,20 @@ inline void expect_plain(const Decrypted &got, uint32_t status, const ByteString
     EXPECT_TRUE(got.clean);
 }
 
-// Refused: neither the length nor a byte was written.
+// Refused: neither the length nor any byte was written.
 inline void expect_no_plain(const Decrypted &got, uint32_t status) {
     EXPECT_EQ(got.status, status);
     EXPECT_EQ(got.length, kUntouchedLength);
     EXPECT_TRUE(got.clean);
 }
 
-// One bit of a byte string turned over.
+// Flips one bit of a byte string.
 inline ByteString flipped(ByteString bytes, size_t bit) {
     bytes[bit / 8] = static_cast<uint8_t>(bytes[bit / 8] ^ (1u << (bit % 8)));
     return bytes;
 }
 
-// Sessions on curves that are made for one test, in records of 20 bytes.
+// Sessions on curves made for one test, in records of 20 bytes.
 inline Curve small_variant(uint32_t p, uint32_t a, uint32_t b, const TinyPoint &G, uint32_t n) {
     Curve out = small_curve();
     out.name = "variant";
@@ -232,7 +232,7 @@ inline Curve small_variant(uint32_t p, uint32_t a, uint32_t b, const TinyPoint &
     out.n = small_number(n);
     return out;
 }
-// The small curve with another order, hence with h = 1009 / n.
+// The small curve with a different order, hence h = 1009 / n.
 inline Curve small_curve_with_order(uint32_t n) { return small_variant(kSmallP, 2, 25, {false, 2, 365}, n); }
 
 }  // namespace zokecc_test

@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// One SM2 key exchange with everything both sides know, from a vector file or from a curve over a
+// One SM2 key exchange with the data of both sides, from a vector file or from a curve over a
 // prime of a few bits.
 #ifndef ZOKECC_TESTS_SUPPORT_EXCHANGE_CASE_H
 #define ZOKECC_TESTS_SUPPORT_EXCHANGE_CASE_H
@@ -39,22 +39,22 @@ struct ExchangeCase {
 };
 
 ExchangeCase vector_case(const VectorBlock &block);
-// The first block of sm2_kex.rsp with that source.
+// The first block of sm2_kex.rsp with the given source.
 const VectorBlock &worked_example(const std::string &source);
 const std::vector<VectorBlock> &exchange_vectors();
 
-// The scalars of both sides. For these the kept rules of the point arithmetic do not act on the
+// The scalars of both sides. With these the kept rules of the point arithmetic do not apply to the
 // small groups in fields of 20, 24, 28 and 32 bytes, so that the sides agree.
 struct TinyScalars {
     uint32_t dA = 101, rA = 37, dB = 214, rB = 98;
 };
-// Throws if the sides do not agree, or on a point that cannot be used.
+// Throws if the sides do not agree, or for an unusable point.
 ExchangeCase tiny_case(const TinyGroup &group, unsigned byte_len, uint32_t selector,
                        TinyScalars scalars = {});
 
-// What one side of such a case puts into the steps, for tests that change some of it.
+// One side's inputs to the steps, for tests that change some of them.
 TinySide tiny_side(const ExchangeCase &exchange, Role role);
-// The case's hashes with the shared point that these steps give.
+// The case's hashes with the shared point of these steps.
 ExchangeHashes with_point(const ExchangeCase &exchange, const TinyPoint &U);
 
 }  // namespace zokecc_test::exchange

@@ -1,6 +1,6 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// The key exchange over the curve of the process and that over a session's in one shape, for the tests of
-// what both have to do.
+// One interface to the key exchange on the process-wide curve and on a session's curve, for tests of
+// their common behaviour.
 #ifndef ZOKECC_TESTS_SUPPORT_EXCHANGE_GENERATIONS_H
 #define ZOKECC_TESTS_SUPPORT_EXCHANGE_GENERATIONS_H
 
@@ -13,7 +13,7 @@
 
 namespace zokecc_test::exchange {
 
-// The calls over the curve of the process.
+// The calls on the process-wide curve.
 struct Legacy {
     using Side = LegacyExchange;
     using Call = LegacyKeyCall;
@@ -43,7 +43,7 @@ struct Legacy {
         return call.call == kResponderCall.call || call.call == kDrawing[0].call;
     }
     static bool sets_bits(const Call &) { return false; }  // of a given random point
-    // The call itself, where a test prepares the number that is drawn.
+    // The plain call, if a test prepares the drawn number itself.
     static const Call &bare(const Call &call) { return writes_point(call) ? kDrawing[0] : call; }
     static void expect_point(const Side &side, const ByteString &x, const ByteString &y) {
         expect_record(side.R_written, x, y);
@@ -52,19 +52,19 @@ struct Legacy {
     static std::pair<std::string, std::string> values(Side &side, const Call &) {
         return {text_of(side.value02), text_of(side.value03)};
     }
-    // All that the call is given.
+    // All inputs of the call.
     static std::string inputs(const Side &side) {
         return to_hex(side.d->bytes, side.d->length) + to_hex(side.r->bytes, side.r->length) +
                to_hex(image(side.R_record)) + to_hex(image(side.peerR_record)) +
                to_hex(image(side.peerP_record)) + to_hex(side.ZA_bytes) + to_hex(side.ZB_bytes);
     }
-    // Where the call makes Z from a key: that of this role.
+    // The role's key, if the call computes Z from a key.
     static ByteString *Z_of(ExchangeHashes &, const Call &, Role) { return nullptr; }
     static void mark_point(Side &, const Call &) {}
     static void expect_marked_point(const Side &, const Call &, const ExchangeCase &) {}
 };
 
-// The calls over the curve of a session.
+// The calls on a session's curve.
 struct Sessions {
     using Side = SessionExchange;
     using Call = SessionKeyCall;
@@ -113,7 +113,7 @@ struct Sessions {
         if (!call.makes_Z) return nullptr;
         return role == Role::kInitiator ? &hashes.ZA : &hashes.ZB;
     }
-    // The bits of a responder's given random point are set, and no others.
+    // Only the bits field of a responder's given random point is set.
     static void mark_point(Side &side, const Call &call) {
         if (call.role == Role::kResponder) side.R_record.bits = 0xDEADBEEF;
     }
@@ -124,7 +124,7 @@ struct Sessions {
     }
 };
 
-// The test suites over both, as SUITE/Legacy and SUITE/Sessions.
+// The test suites for both, as SUITE/Legacy and SUITE/Sessions.
 using Generations = testing::Types<Legacy, Sessions>;
 struct GenerationName {
     template <class G>
@@ -133,7 +133,7 @@ struct GenerationName {
     }
 };
 
-// An exchange on the curve of 991 points, which serves the generation from now on.
+// An exchange on the curve of 991 points, which the generation uses from now on.
 template <class G>
 ExchangeCase small_exchange(unsigned byte_len = 32, uint32_t selector = 0) {
     ExchangeCase out = tiny_case(prime_group(), byte_len, selector);
@@ -141,14 +141,14 @@ ExchangeCase small_exchange(unsigned byte_len = 32, uint32_t selector = 0) {
     return out;
 }
 
-// The call succeeds, with these results and nothing else.
+// The call must succeed, with exactly these results.
 template <class Side, class Call>
 void expect_gives(Side &side, const Call &call, const ExchangeHashes &expected) {
     ASSERT_EQ(run(side, call), ZOK_OK) << call.name;
     expect_results(side, call, expected);
 }
 
-// The random point that the call draws, or none.
+// The random point that the call draws, if any.
 template <class G>
 void expect_random_point(const typename G::Side &side, const typename G::Call &call,
                          const ExchangeCase &exchange) {

@@ -7,7 +7,7 @@ namespace {
 
 zokecc_test::FailingAlloc *active = nullptr;
 
-// Notes one attempt; true if it has to fail.
+// Counts one attempt; true if it must fail.
 bool attempt(size_t size) {
     if (active == nullptr) return false;
     ++active->allocations;

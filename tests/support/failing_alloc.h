@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Makes the k-th allocation of the code under test fail, and counts what is not given back.
+// Makes the k-th allocation of the code under test fail, and counts what is never freed.
 //
 // The test programs are linked with --wrap=malloc, --wrap=calloc and --wrap=free, which
 // reaches the library and the C parts of the tests but not operator new.
@@ -16,7 +16,7 @@ inline constexpr bool kHardened = true;
 inline constexpr bool kHardened = false;
 #endif
 
-// How many of `count` digit buffers of signed-window products stay allocated: the hardened build
+// How many of `count` digit buffers of wNAF multiplications remain allocated: the hardened build
 // frees them.
 constexpr int kept_digit_buffers(int count) { return kHardened ? 0 : count; }
 
@@ -29,13 +29,13 @@ public:
     FailingAlloc &operator=(const FailingAlloc &) = delete;
 
     unsigned fail_at;
-    unsigned allocations = 0;  // attempts, the failed one included
+    unsigned allocations = 0;  // attempts, including the failed one
     int outstanding = 0;       // successful allocations minus frees since construction
     size_t last_size = 0;      // bytes asked for by the last attempt
     size_t largest_size = 0;
 };
 
-// While an object lives, allocations neither fail nor count: for what a test prepares on the way.
+// During an object's lifetime allocations neither fail nor count: for a test's own preparations.
 class AllocPause {
 public:
     AllocPause();

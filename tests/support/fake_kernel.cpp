@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// The kernel's generator as FakeEntropy has it, for the hardened build: getrandom and /dev/urandom.
+// FakeEntropy's kernel generator for the hardened build: getrandom and /dev/urandom.
 #include <fcntl.h>
 #include <sys/random.h>
 #include <sys/stat.h>
@@ -18,9 +18,9 @@ using zokecc_test::FakeEntropy;
 using zokecc_test::FakeKernel;
 
 constexpr const char *kDevice = "/dev/urandom";
-constexpr int kDescriptor = 0x7EED;  // of the device, while a FakeEntropy lives
+constexpr int kDescriptor = 0x7EED;  // the device's, while a FakeEntropy is alive
 
-// The next answer of the list, or `otherwise` at its end.
+// The next answer in the list, or `otherwise` at its end.
 FakeKernel::Answer take(std::deque<FakeKernel::Answer> &answers, FakeKernel::Answer otherwise) {
     if (answers.empty()) return otherwise;
     const FakeKernel::Answer out = answers.front();
@@ -120,8 +120,8 @@ int __wrap_close(int descriptor) {
     return 0;
 }
 
-// Numbers for secrets are those that the default build would draw, in a record as wide as the order, and
-// blinding takes nothing from the sequence, unless a test asks for the real ones.
+// Secret numbers are those that the default build would draw, in a record as wide as the order, and
+// blinding takes nothing from the sequence, unless a test wants the real ones.
 int32_t __real_draw_secret_number(mint *out, const mint *n, const mint *key, const mint *digest);
 int32_t __wrap_draw_secret_number(mint *out, const mint *n, const mint *key, const mint *digest);
 void __real_draw_blinding(uint32_t *words, uint32_t count);

@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// A byte buffer between two guards, filled with a known pattern, so that a test can say
+// A byte buffer between two guards, filled with a known pattern, so that a test can tell
 // exactly which bytes a call wrote.
 #ifndef ZOKECC_TESTS_SUPPORT_GUARDED_BUFFER_H
 #define ZOKECC_TESTS_SUPPORT_GUARDED_BUFFER_H
@@ -12,7 +12,7 @@ namespace zokecc_test {
 
 using ByteString = std::vector<uint8_t>;
 
-inline constexpr uint8_t kFill = 0xA5;  // of guards and of what a record does not use
+inline constexpr uint8_t kFill = 0xA5;  // of guards and of unused parts of a record
 
 // All bytes of a record.
 template <class Record>
@@ -32,7 +32,7 @@ public:
     ByteString first(size_t count) const { return {begin(), begin() + static_cast<std::ptrdiff_t>(count)}; }
     ByteString all() const { return first(size_); }
 
-    // True if both guards and every byte from `from` on still hold the pattern.
+    // True if both guards and all bytes after the first `from` still hold the pattern.
     bool untouched_from(size_t from) const {
         for (size_t i = 0; i < kGuard; ++i)
             if (bytes_[i] != pattern_) return false;
@@ -51,8 +51,8 @@ private:
     ByteString bytes_;
 };
 
-// A record of type T between guards. fill() gives all of it the pattern; unchanged() says
-// that neither it nor the guards were written since then.
+// A record of type T between guards. fill() fills it with the pattern; unchanged() tells
+// whether it and the guards are untouched since then.
 template <class T>
 class GuardedRecord {
 public:

@@ -1,11 +1,11 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Numbers on which carries, borrows and digit estimates go wrong, and the aliasing drill of
+// Numbers that provoke errors in carries, borrows and digit estimates, and the aliasing drill of
 // the arithmetic calls.
 //
 // Uniform random words meet two equal words, a word of all ones or a zero top word about once
 // in four thousand million draws; here every few draws have one. Everything comes from a seed,
-// which where() puts into failure messages. Words above the length of a drawn number are
-// rubbish on purpose: no call may look at them.
+// which where() reports in failure messages. Words above the length of a drawn number are
+// garbage on purpose: no call may read them.
 #ifndef ZOKECC_TESTS_SUPPORT_HARD_WORDS_H
 #define ZOKECC_TESTS_SUPPORT_HARD_WORDS_H
 
@@ -27,7 +27,7 @@ public:
         if (state_ == 0) state_ = 1;
     }
 
-    // For messages: which generator, and how far it has come.
+    // For messages: the seed and the number of draws.
     std::string where() const {
         return "HardWords seed " + std::to_string(seed_) + ", after " + std::to_string(draws_) + " draws";
     }
@@ -85,10 +85,10 @@ public:
     // Normalised, at most max_len words.
     mint trimmed(uint32_t max_len) { return trim(untrimmed(below(max_len + 1))); }
 
-    // Like trimmed(), but now and then with zero top words, and zero also as one zero word.
+    // Like trimmed(), but sometimes with zero top words, and zero also as one zero word.
     mint number(uint32_t max_len) { return below(4) == 0 ? untrimmed(below(max_len + 1)) : trimmed(max_len); }
 
-    // Shares most words with `other`, so that a comparison goes far down and a borrow meets
+    // Has most words in common with `other`, so that a comparison goes far down and a borrow meets
     // equal words; normalised.
     mint relative_of(const mint &other) {
         mint out = rubbish();
@@ -100,7 +100,7 @@ public:
         return trim(out);
     }
 
-    // Normalised and below `bound`, which is not zero; often close to 0 or to the bound.
+    // Normalised and below the nonzero `bound`; often close to 0 or to the bound.
     mint reduced(const mint &bound) {
         Natural limit(bound);
         switch (below(8)) {
@@ -114,7 +114,7 @@ public:
         return with_rubbish(drawn < limit ? drawn : drawn % limit);
     }
 
-    // The value in a record whose unused words are rubbish.
+    // The value in a record whose unused words are garbage.
     mint with_rubbish(const Natural &value) {
         mint trimmed_value = value.to_mint(), out = rubbish();
         std::memcpy(out.words, trimmed_value.words, 4u * trimmed_value.len);
@@ -151,7 +151,7 @@ inline ::testing::AssertionResult is_value(const mint &got, const Natural &want)
     return is_value(got, want.to_mint());
 }
 
-// What one run of the drill did. a and b are the operands as they were given.
+// The result of one run of the drill. a and b are the original operands.
 struct AliasRun {
     const char *how;
     mint a, b;
@@ -160,7 +160,7 @@ struct AliasRun {
     bool out_is_a, out_is_b;
 };
 
-// Whether a call leaves its operands byte for byte, or trims their len in place.
+// Whether a call leaves its operands unchanged, or trims their len in place.
 enum class Operands { kKept, kTrimmed };
 
 namespace aliasing_detail {
@@ -202,10 +202,10 @@ AliasRun run(const char *how, const mint &a, const mint &b, unsigned b_slot, uns
 
 }  // namespace aliasing_detail
 
-// Runs `int32_t call(mint *a, mint *b, mint *out)` with the output separate, in the place of a,
-// in the place of b, then with one record for both operands, and with one record for all
+// Runs `int32_t call(mint *a, mint *b, mint *out)` with a separate output, with the output over a,
+// over b, then with one record for both operands, and with one record for all
 // three. Each run starts from fresh records between guards, checks the guards and the operands
-// that are not the output, and hands an AliasRun to check.
+// that are not the output, and passes an AliasRun to check.
 template <class Call, class Check>
 void for_each_aliasing(const mint &a, const mint &b, Operands rule, Call call, Check check) {
     check(aliasing_detail::run("separate", a, b, 1, 2, rule, call));
@@ -215,7 +215,7 @@ void for_each_aliasing(const mint &a, const mint &b, Operands rule, Call call, C
     check(aliasing_detail::run("all one record", a, b, 0, 0, rule, call));
 }
 
-// The same for calls of one operand, `int32_t call(mint *a, mint *out)`.
+// The same for calls with one operand, `int32_t call(mint *a, mint *out)`.
 template <class Call, class Check>
 void for_each_aliasing(const mint &a, Call call, Check check) {
     auto both = [&call](mint *x, mint *, mint *out) { return call(x, out); };

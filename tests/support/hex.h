@@ -48,7 +48,7 @@ inline std::string to_hex(const uint8_t *bytes, size_t count) {
 }
 inline std::string to_hex(const ByteString &bytes) { return to_hex(bytes.data(), bytes.size()); }
 
-// A normalised value from hexadecimal digits of any number, without using the library.
+// A normalised value from any number of hexadecimal digits, without using the library.
 inline mint mint_from_hex(const std::string &text) {
     mint out{};
     uint32_t nibbles = 0;

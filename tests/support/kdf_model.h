@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// The key derivation of SM2 and what it leaves in memory, for the tests of the calls that use it.
+// The key derivation of SM2 and the memory it writes, for the tests of the calls that use it.
 //
 // Digests come from model_hash.h. Nothing here uses the library.
 #ifndef ZOKECC_TESTS_SUPPORT_KDF_MODEL_H
@@ -14,7 +14,7 @@
 
 namespace zokecc_test {
 
-// SM3 for selector 0, SHA-256 for 1, and no byte for any other.
+// SM3 for selector 0, SHA-256 for 1, and empty for any other.
 inline ByteString selected_digest(uint32_t selector, const ByteString &message) {
     if (selector == 0) return model_sm3(message);
     if (selector == 1) return model_sha256(message);
@@ -39,11 +39,11 @@ inline ByteString standard_stream(uint32_t selector, const ByteString &z, size_t
     return out;
 }
 
-// An output area of the deployed derivation. digests[i] is H(z || i + 1); none for an unknown hash.
+// The output of the deployed derivation. digests[i] is H(z || i + 1); none for an unknown hash.
 //
-// KEPT: klen / step_len whole steps write a digest each, one behind the other, cut to klen only
-// where klen is below the digest; then the rest of klen, unless it is passed already. Behind the
-// digest the rest is zero bytes, and so is all of it for an unknown hash.
+// KEPT: klen / step_len whole steps write a digest each, one after the other, cut to klen only
+// if klen is shorter than the digest; then the remainder of klen, unless already exceeded. After the
+// digest the remainder is zero bytes; for an unknown hash all of it is.
 inline void deployed_derivation(const std::vector<ByteString> &digests, int32_t klen, int32_t step_len,
                                 ByteString &area) {
     if (klen <= 0) return;

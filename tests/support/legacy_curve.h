@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Installing a curve for the process, and the small curve that most tests of the schemes use.
+// Installs a process-wide curve, for example the small one that most scheme tests use.
 #ifndef ZOKECC_TESTS_SUPPORT_LEGACY_CURVE_H
 #define ZOKECC_TESTS_SUPPORT_LEGACY_CURVE_H
 
@@ -18,7 +18,7 @@
 namespace zokecc_test {
 
 // A curve over a one-word prime in records of 24, 28 or 32 bytes. Numbers of one word never
-// meet an equal word under a borrow, so that plain integers predict every result.
+// meet an equal word under a borrow, so plain integers predict every result.
 inline Curve legacy_curve(unsigned byte_len, uint32_t p, uint32_t a, uint32_t b, uint32_t Gx, uint32_t Gy,
                           uint32_t n) {
     Curve out{};
@@ -35,7 +35,7 @@ inline Curve legacy_curve(unsigned byte_len, uint32_t p, uint32_t a, uint32_t b,
     return out;
 }
 
-// Makes the curve that of the process. Its table is built once per program.
+// Installs the curve process-wide. Its table is built once per program.
 inline void install(const Curve &curve) {
     static std::map<std::pair<std::string, unsigned>, std::unique_ptr<GlobalCurve>> installed;
     std::unique_ptr<GlobalCurve> &slot = installed[{curve.name, curve.byte_len}];

@@ -16,8 +16,8 @@
 
 namespace zokecc_test::exchange {
 
-// Changing a pointer, a record or a number before the call is how a test makes its case. The
-// curve has to be installed.
+// A test sets up its case by changing a pointer, a record or a number before the call. The
+// curve must be installed.
 struct LegacyExchange {
     LegacyExchange(const ExchangeCase &exchange, Role side, int32_t key_length = 16)
         : d_bytes(exchange.own(side).d),
@@ -38,7 +38,7 @@ struct LegacyExchange {
 
     Scalar d_bytes, r_bytes;
     ecc_point_bytes R_record, peerR_record, peerP_record;
-    ByteString peer_x, peer_y;  // the peer's key, which the call for both roles hashes
+    ByteString peer_x, peer_y;  // the peer's key, hashed by the call for both roles
     ByteString ZA_bytes, ZB_bytes;
     GuardedRecord<ecc_point_bytes> R_written;
     GuardedBuffer value02{32}, value03{32}, key;
@@ -81,7 +81,7 @@ struct LegacyExchange {
     int32_t whole() {
         return sm2_KeyExChg(role, r, R, peerR, d, peerP, ZA, ZB, klen, out03, out02, K, selector);
     }
-    // b1_10() with the case's own r as the number that is drawn.
+    // b1_10() with the case's own r as the drawn number.
     int32_t b1_10_with_r() {
         FakeEntropy entropy;
         entropy.queued_numbers.push_back(mint_from_hex(to_hex(r->bytes, r->length)));
@@ -97,7 +97,7 @@ struct LegacyExchange {
 
 using LegacyCall = int32_t (LegacyExchange::*)();
 
-// One of the three calls that make a key, with the side of the case that it serves.
+// One of the three calls that derive a key, with its side of the case.
 struct LegacyKeyCall {
     const char *name;
     LegacyCall call;
@@ -116,8 +116,8 @@ inline uint32_t run(LegacyExchange &side, const LegacyKeyCall &call) {
 
 inline std::string text_of(const GuardedBuffer &buffer) { return to_hex(buffer.all()); }
 
-// Exactly klen bytes of key and 32 bytes in each value. The values of the call for both roles cover the
-// peer's key as well.
+// Exactly klen bytes of key and 32 bytes of each value. The values of the call for both roles cover the
+// peer's key, too.
 inline void expect_results(const LegacyExchange &side, const LegacyKeyCall &call,
                            const ExchangeHashes &expected) {
     auto confirmation = [&](uint8_t prefix) {

@@ -1,7 +1,7 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// The arguments of the calls that read the curve of the process. Each knows what it held at
-// first, so that a test can say that a call left it alone; byte areas have their exact size, so
-// that reading beyond them is noticed by an address sanitizer.
+// The arguments of the calls that use the process-wide curve. Each remembers its original
+// content, so that a test can check that a call left it alone; buffers have their exact size, so
+// that an address sanitizer detects reading past them.
 #ifndef ZOKECC_TESTS_SUPPORT_LEGACY_RECORDS_H
 #define ZOKECC_TESTS_SUPPORT_LEGACY_RECORDS_H
 
@@ -47,7 +47,7 @@ private:
     ecc_scalar record_{};
 };
 
-// A message descriptor. Its middle word is not read, and holds nonsense here.
+// A message descriptor. Its middle word is ignored and contains garbage here.
 class Message {
 public:
     explicit Message(const ByteString &bytes) : bytes_(bytes), first_(bytes) {
@@ -67,7 +67,7 @@ private:
     sm3_msg record_{};
 };
 
-// x and y at the start of their fields, the fill behind them, and their length.
+// x and y at the start of their fields, the fill pattern after them, and their length.
 inline ecc_point_bytes point_record(const ByteString &x, const ByteString &y) {
     ecc_point_bytes out;
     std::memset(&out, kFill, sizeof out);
@@ -87,7 +87,7 @@ public:
 
     ecc_point_bytes *get() { return &record_; }
     bool intact() const { return image(record_) == first_; }
-    // The fields stay; only the length says something else.
+    // Changes only the length, not the fields.
     void set_length(uint32_t length) {
         record_.length = length;
         first_ = image(record_);
@@ -98,7 +98,7 @@ private:
     ByteString first_;
 };
 
-// What a call wrote into a record: the two numbers and their length, and nothing else.
+// What a call must write to a record: the two numbers and their length, and nothing else.
 inline void expect_record(const GuardedRecord<ecc_point_bytes> &written, const ByteString &x,
                           const ByteString &y) {
     EXPECT_EQ(to_hex(written.bytes()), to_hex(image(point_record(x, y))));

@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// The published vectors over the curves that Curve_Init takes.
+// The published vectors on the curves that Curve_Init supports.
 #ifndef ZOKECC_TESTS_SUPPORT_LEGACY_VECTORS_H
 #define ZOKECC_TESTS_SUPPORT_LEGACY_VECTORS_H
 

@@ -205,7 +205,7 @@ std::vector<ecc_point> ModelCurve::base_points(const ecc_point &G) const {
     return base;
 }
 
-// The sum over the set bits of i in rising order is the sum without the top bit, and one more.
+// The sum over the set bits of i in ascending order is the sum without the top bit plus one more point.
 std::vector<ecc_point> ModelCurve::table(const ecc_point &G) const {
     std::vector<ecc_point> base = base_points(G);
     uint32_t m = p.len;

@@ -1,10 +1,10 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// A second statement of the curve layer, one line per step, over the exported mint_ calls.
+// A second implementation of the curve layer, one line per step, on the exported mint_ calls.
 //
-// The order of the steps decides what comes out for infinity, equal points, numbers that are
-// not reduced or not trimmed, and where a kept subtraction acts; so the library must agree
-// with this model in every word of X, Y and Z, not only in the affine point. The mint_ calls
-// have tests of their own.
+// The order of the steps decides the results for infinity, equal points, numbers that are
+// not reduced or not trimmed, and where a kept subtraction applies; so the library must match
+// this model in every word of X, Y and Z, not only in the affine point. The mint_ calls
+// have their own tests.
 #ifndef ZOKECC_TESTS_SUPPORT_MODEL_CURVE_H
 #define ZOKECC_TESTS_SUPPORT_MODEL_CURVE_H
 
@@ -32,7 +32,7 @@ public:
     ecc_jac_point add(const ecc_jac_point &P, const ecc_jac_point &Q) const;
     ecc_jac_point negate(ecc_jac_point P) const;
 
-    // B[0]..B[2m] and the table; as many entries as the library has to write.
+    // B[0]..B[2m] and the table, with as many entries as the library must write.
     std::vector<ecc_point> base_points(const ecc_point &G) const;
     std::vector<ecc_point> table(const ecc_point &G) const;
 
@@ -58,11 +58,11 @@ bool model_is_one(const mint &value);
 unsigned model_bit_length(const mint &k);
 bool model_bit(const mint &k, unsigned index);
 
-// The bits the library counts: a zero top word of a number that is not trimmed has none of its
-// own, but those below it count in full. This selects the width of the window.
+// The bits the library counts: a zero top word of an untrimmed number adds no bits of its
+// own, but the words below it count in full. This selects the window width.
 unsigned model_counted_bits(const mint &k);
 
-// The signed digits of k, least significant first, for the width that k's size selects.
+// The signed digits of k, least significant first, for the width selected by k's size.
 struct ModelDigits {
     unsigned width;
     std::vector<int> digit;

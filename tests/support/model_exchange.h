@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// SM2 key exchange (GB/T 32918.3) told once more for the tests: what is hashed, from byte strings
+// SM2 key exchange (GB/T 32918.3), implemented again for the tests: the hashes, from byte strings
 // alone, and the steps with numbers and points on curves over primes of a few bits, in plain
 // integers. Nothing here uses the library.
 #ifndef ZOKECC_TESTS_SUPPORT_MODEL_EXCHANGE_H
@@ -16,10 +16,10 @@
 
 namespace zokecc_test::exchange {
 
-// The digest that a hash selector names: 0 SM3, 1 SHA-256. Throws for any other.
+// The digest for a hash selector: 0 SM3, 1 SHA-256. Throws for any other.
 ByteString model_digest_of(uint32_t selector, const ByteString &message);
 
-// 2^w + (x mod 2^w), and the same as x.size() big-endian bytes.
+// 2^w + (x mod 2^w), also as x.size() big-endian bytes.
 Natural model_x_bar(const ByteString &x, unsigned w);
 ByteString model_x_bar_bytes(const ByteString &x, unsigned w);
 
@@ -27,7 +27,7 @@ ByteString model_x_bar_bytes(const ByteString &x, unsigned w);
 ByteString model_user_z(const Curve &curve, uint32_t selector, const ByteString &id, const ByteString &x,
                         const ByteString &y);
 
-// One exchange once the shared point is known. All coordinates have the curve's length.
+// An exchange after the shared point is known. All coordinates have the curve's length.
 struct ExchangeHashes {
     uint32_t selector;
     ByteString xU, yU;
@@ -41,14 +41,14 @@ struct ExchangeHashes {
     ByteString inner() const;
     // H(prefix || yU || inner): S1 and SB with 02, S2 and SA with 03.
     ByteString confirmation(uint8_t prefix) const;
-    // What the call for both roles hashes instead: behind yU stand 5 L + 64 bytes of a working
-    // area, the inner digest in 100 bytes and the peer's key behind it as a finite ecc_point of a
+    // What the call for both roles hashes instead: yU is followed by 5 L + 64 bytes of a working
+    // area, the inner digest in 100 bytes and after it the peer's key as a finite ecc_point of a
     // 32-bit little-endian device.
     ByteString whole_call_confirmation(uint8_t prefix, const ByteString &peer_x,
                                        const ByteString &peer_y) const;
 };
 
-// A point record as it lies in the device's memory: flag 0, then x and y with 19 words, least
+// A point record as laid out in the device's memory: flag 0, then x and y with 19 words, least
 // significant first, and their count.
 ByteString model_point_image(const ByteString &x, const ByteString &y);
 
@@ -62,11 +62,11 @@ struct TinyGroup {
     uint32_t cofactor() const { return group.p / n; }
     TinyPoint multiple(uint32_t k, const TinyPoint &P) const;
     TinyPoint multiple(uint32_t k) const { return multiple(k, G); }
-    // The first such point whose x is not zero. Throws if there is none.
+    // The first such point with a nonzero x. Throws if there is none.
     TinyPoint point_of_order(uint32_t order) const;
-    // Records in fields of byte_len bytes, of one of the lengths that the library serves.
+    // Records with fields of byte_len bytes, one of the lengths that the library supports.
     Curve curve(unsigned byte_len) const;
-    // w for these fields: the type's bits less the zero bits on top of the order's only word.
+    // w for these fields: from the type's bits minus the leading zero bits of the order's only word.
     unsigned width(unsigned byte_len) const;
 };
 
@@ -80,7 +80,7 @@ const TinyGroup &origin_group();
 ByteString tiny_bytes(uint32_t value, unsigned byte_len);
 TinyPoint tiny_point_of(const ByteString &x, const ByteString &y);
 
-// The steps up to the shared point, with the library's kept answers for opposite points, equal
+// The steps up to the shared point, with the library's kept results for opposite points, equal
 // points in two records, and k = h t reduced modulo p.
 struct TinySteps {
     uint32_t t;
@@ -89,7 +89,7 @@ struct TinySteps {
     TinyPoint U;
 };
 
-// What one side puts into them. The x fields are the L bytes that x-bar is made from.
+// One side's inputs. The x fields are the L bytes from which x-bar is computed.
 struct TinySide {
     uint32_t d;
     Natural r;
@@ -98,7 +98,7 @@ struct TinySide {
     TinyPoint peer_random;
     ByteString peer_x;
 };
-// The weighted random point of the peer, x-bar' R'.
+// The peer's weighted random point, x-bar' R'.
 TinyPoint tiny_weighted(const TinyGroup &curve, const TinySide &side);
 TinySteps tiny_steps(const TinyGroup &curve, const TinySide &side);
 

@@ -20,7 +20,7 @@ uint32_t big_endian(const uint8_t *bytes) {
 }
 
 // FIPS 180-4 takes its constants from the fractional parts of roots of the first primes. A
-// double holds 53 bits, and no root needs more than 3 + 32 of them.
+// double has 53 bits, and no root needs more than 3 + 32 of them.
 uint32_t fraction_bits(double root) {
     return static_cast<uint32_t>((root - std::floor(root)) * 4294967296.0);
 }

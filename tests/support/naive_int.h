@@ -1,7 +1,7 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// A plain and slow unsigned integer of 16-bit digits, the mathematical oracle of the tests.
+// A simple and slow unsigned integer with 16-bit digits, the mathematical oracle of the tests.
 //
-// It shares nothing with the library: another digit size, no carry words, division bit by
+// It shares nothing with the library: a different digit size, no carry words, division bit by
 // bit, modular products by doubling and adding. Up to 1536 bits; anything wider throws.
 #ifndef ZOKECC_TESTS_SUPPORT_NAIVE_INT_H
 #define ZOKECC_TESTS_SUPPORT_NAIVE_INT_H
@@ -37,7 +37,7 @@ public:
     size_t word_count() const { return (size_ + 1) / 2; }
     Natural low_bits(unsigned count) const;  // modulo 2^count
 
-    // In place, for loops that would otherwise mostly copy.
+    // In place, for loops that would otherwise spend their time copying.
     void halve();
     void add(const Natural &other);
     void subtract(const Natural &other);  // throws std::domain_error if other is greater

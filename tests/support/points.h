@@ -12,7 +12,7 @@
 
 namespace zokecc_test {
 
-// Zero has no used word here; zero_in_one_word() is the other form that counts as zero.
+// Zero has no used words here; zero_in_one_word() is the other form of zero.
 inline mint small(uint32_t value) {
     mint out{};
     out.words[0] = value;
@@ -43,7 +43,7 @@ inline ecc_jac_point with_garbage(const ecc_jac_point &P) {
     return {with_garbage(P.X), with_garbage(P.Y), with_garbage(P.Z)};
 }
 
-// The same value with one used word of zero on top.
+// The same value with one zero word on top.
 inline mint untrimmed(mint value) {
     value.words[value.len++] = 0;
     return value;
@@ -54,8 +54,8 @@ inline ecc_point affine_infinity() { return {1, small(0), small(0)}; }
 inline ecc_jac_point jacobian(const mint &X, const mint &Y, const mint &Z) { return {X, Y, Z}; }
 inline ecc_jac_point jacobian_infinity() { return {small(1), small(1), small(0)}; }
 
-// Same flag, same lengths, same used words. Infinity has no used words, so that it equals
-// only infinity as the library writes it.
+// Same flag, same lengths, same used words. Infinity has no used words, so it equals
+// only infinity as written by the library.
 inline bool same_point(const ecc_point &P, const ecc_point &Q) {
     return P.infinity == Q.infinity && same_value(P.x, Q.x) && same_value(P.y, Q.y);
 }

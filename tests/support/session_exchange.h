@@ -18,7 +18,7 @@
 
 namespace zokecc_test::exchange {
 
-// Changing a pointer, a record or a number before the call is how a test makes its case.
+// A test sets up its case by changing a pointer, a record or a number before the call.
 struct SessionExchange {
     SessionExchange(const ExchangeCase &exchange, Role side, int key_length = 16)
         : d_record(private_key(exchange.own(side).d)),
@@ -116,7 +116,7 @@ struct SessionKeyCall {
     SessionCall call;
     Role role;
     bool makes_Z;  // from identities
-    bool draws;    // its random scalar; else it is given r
+    bool draws;    // its random scalar; otherwise it takes r
 };
 inline constexpr SessionKeyCall kSm2Initiate = {"SM2 initiator", &SessionExchange::sm2_initiate,
                                                 Role::kInitiator, true, false};
@@ -135,7 +135,7 @@ inline constexpr SessionKeyCall kPlainFamily[] = {kInitiate, kRespond, kRespondA
 inline constexpr SessionKeyCall kSessionKeyCalls[] = {kSm2Initiate, kSm2Respond, kSm2RespondAtOnce,
                                                       kInitiate,    kRespond,    kRespondAtOnce};
 
-// The call, with the case's own r as the number of those that draw.
+// The call, with the case's own r as the drawn number for those that draw.
 inline uint32_t run(SessionExchange &side, const SessionKeyCall &call) {
     FakeEntropy entropy;
     if (side.r != nullptr && side.r->bits <= 512)
@@ -162,7 +162,7 @@ inline void expect_results(SessionExchange &side, const SessionKeyCall &call,
     EXPECT_TRUE(side.written.guards_intact()) << call.name;
 }
 
-// x, y in L bytes at the start of their fields, bits, and nothing else.
+// x and y in L bytes at the start of their fields, bits, and nothing else.
 inline void expect_public_written(const GuardedRecord<ECCrefPublicKey> &written, const ByteString &x,
                                   const ByteString &y) {
     EXPECT_EQ(to_hex(written.bytes()), to_hex(image(public_key(x, y))));

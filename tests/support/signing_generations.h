@@ -1,6 +1,6 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// ECDSA and SM2 signatures on the small curve, over the curve of the process, over a session and there over a
-// value that was hashed before, in one shape, for the tests of what all of them have to do.
+// One interface to ECDSA and SM2 signatures on the small curve: process-wide, in a session, and there for a
+// digest, too; for tests of their common behaviour.
 #ifndef ZOKECC_TESTS_SUPPORT_SIGNING_GENERATIONS_H
 #define ZOKECC_TESTS_SUPPORT_SIGNING_GENERATIONS_H
 
@@ -13,7 +13,7 @@
 
 namespace zokecc_test::signing {
 
-// What one call wrote, if it did; that it wrote nothing else has been looked at.
+// What one call wrote, if anything; already checked to have written nothing else.
 struct Made {
     uint32_t status;
     ByteString r, s;
@@ -27,7 +27,7 @@ struct Scheme {
     static SmallSignature pair(uint32_t e, uint32_t d, uint32_t k) {
         return IsSm2 ? small_sm2(e, d, k) : small_ecdsa(e, d, k);
     }
-    // Whether the call draws again.
+    // Whether the call draws another nonce.
     static bool is_fruitless(uint32_t e, uint32_t d, uint32_t k) {
         if (!IsSm2 && small_multiple(k).x % kSmallN == 0) return true;
         const auto [r, s] = pair(e, d, k);
@@ -38,7 +38,7 @@ struct Scheme {
     }
 };
 
-// Over the curve of the process. Z is 32 bytes that the caller gives.
+// On the process-wide curve. Z is 32 bytes from the caller.
 template <bool IsSm2>
 struct Legacy : Scheme<IsSm2> {
     static constexpr unsigned kLengths[] = {24, 28, 32};
@@ -64,7 +64,7 @@ struct Legacy : Scheme<IsSm2> {
         expect_record(sig, r, s);
         return {static_cast<uint32_t>(status), r, s};
     }
-    // Nothing is written. True for a good signature.
+    // Writes nothing. True for a valid signature.
     static bool verify(const ByteString &x, const ByteString &y, const ByteString &text, uint32_t hash,
                        const ByteString &r, const ByteString &s) {
         install_small(static_cast<unsigned>(r.size()));
@@ -79,13 +79,13 @@ struct Legacy : Scheme<IsSm2> {
     }
 };
 
-// Over a session. Z is made from the identity.
+// In a session. Z is computed from the identity.
 template <bool IsSm2>
 struct OfMessage : Scheme<IsSm2> {
     static constexpr unsigned kLengths[] = {20};
     static constexpr size_t kMostKeyBytes = 64, kMostCoordinateBytes = 64, kMostText = 65536;
     static constexpr uint32_t kFailed = ZOK_ERR_SIGN;
-    static constexpr bool kHashesKeyFields = IsSm2;  // whatever bits say
+    static constexpr bool kHashesKeyFields = IsSm2;  // independent of bits
     static constexpr uint32_t kAlgorithm = IsSm2 ? ZOK_ALG_SM2_SIGN : ZOK_ALG_ECDSA_SIGN;
     static inline const ByteString kId = text_bytes("ALICE");
 
@@ -139,7 +139,7 @@ struct OfMessage : Scheme<IsSm2> {
     }
 };
 
-// Over a session, with e in place of the message.
+// In a session, with e instead of the message.
 template <bool IsSm2>
 struct OfValue : OfMessage<IsSm2> {
     static constexpr size_t kMostText = 76;

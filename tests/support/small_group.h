@@ -1,6 +1,6 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The small curve y^2 = x^3 + 2x + 25 over 1009 elements, whose 991 points are multiples of
-// (2, 365), in plain integers: what the schemes over it have to compute. 991 is prime and below
+// (2, 365), in plain integers: the expected results of the schemes. 991 is prime and below
 // 1009, and the quotient of the two is 1.
 #ifndef ZOKECC_TESTS_SUPPORT_SMALL_GROUP_H
 #define ZOKECC_TESTS_SUPPORT_SMALL_GROUP_H
@@ -28,7 +28,7 @@ inline const TinyCurve &small_group() {
     return group;
 }
 
-// k G for every k below n, by adding G again and again.
+// k G for every k below n, by repeated addition of G.
 inline const TinyPoint &small_multiple(uint32_t k) {
     static const std::vector<TinyPoint> multiples = [] {
         const TinyPoint G{false, 2, 365};
@@ -42,7 +42,7 @@ inline const TinyPoint &small_multiple(uint32_t k) {
 inline uint32_t product_modulo(uint32_t x, uint32_t y, uint32_t m) { return x % m * (y % m) % m; }
 inline uint32_t negative_modulo(uint32_t x, uint32_t m) { return (m - x % m) % m; }
 
-// 1 / x for a prime m below 2^16; throws where there is none.
+// 1 / x for a prime m below 2^16; throws if there is none.
 inline uint32_t inverse_modulo(uint32_t x, uint32_t m) {
     for (uint32_t candidate = 1; candidate < m; ++candidate)
         if (product_modulo(x, candidate, m) == 1) return candidate;
@@ -61,7 +61,7 @@ inline uint32_t residue(const ByteString &bytes, uint32_t m) {
     return value;
 }
 
-// The smallest k in 1..n-1 for which the condition holds.
+// The smallest k in 1..n-1 that satisfies the condition.
 template <class Condition>
 uint32_t first_scalar(Condition condition) {
     for (uint32_t k = 1; k < kSmallN; ++k)

@@ -25,7 +25,7 @@ TinyPoint TinyCurve::negate(const TinyPoint &P) const {
     return P.infinite ? P : TinyPoint{false, P.x, (p - P.y) % p};
 }
 
-// The third point of a line through P and Q, turned over.
+// The third point on the line through P and Q, reflected.
 TinyPoint TinyCurve::along(uint32_t slope, const TinyPoint &P, const TinyPoint &Q) const {
     uint32_t x3 = (mod_product(slope, slope) + 2 * p - P.x - Q.x) % p;
     uint32_t y3 = (mod_product(slope, (P.x + p - x3) % p) + p - P.y) % p;

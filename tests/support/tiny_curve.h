@@ -1,6 +1,6 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Curves over primes of a few bits in plain integers: the group by its definition, and the
-// library's answers where they are known to differ from it.
+// library's results where they are known to differ from it.
 //
 // Nothing here uses the library. One-word numbers never meet the kept rule for equal words
 // under a borrow (it needs a second word), so an inverse is the true inverse and 1/0 is p.
@@ -38,15 +38,15 @@ public:
     TinyPoint add(const TinyPoint &P, const TinyPoint &Q) const;
     TinyPoint negate(const TinyPoint &P) const;
 
-    // What the affine addition answers. KEPT: opposite points give (-2x, -y), and a
-    // computed sum at (0, 0) is taken for infinity.
+    // The result of the affine addition. KEPT: opposite points give (-2x, -y), and a
+    // computed sum of (0, 0) is treated as infinity.
     TinyPoint library_affine_add(const TinyPoint &P, const TinyPoint &Q) const;
-    // What the full Jacobian addition of two records answers. KEPT: equal points give infinity.
+    // The result of the full Jacobian addition of two records. KEPT: equal points give infinity.
     TinyPoint library_jacobian_add(const TinyPoint &P, const TinyPoint &Q) const;
-    // What the signed window answers: the recoding is exact, every addition is the one above.
+    // The result of wNAF: the recoding is exact, every addition is the one above.
     TinyPoint library_window(const mint &k, const TinyPoint &P) const;
-    // What the comb answers for a one-word k: 2^16 G comes from affine doublings, the rest from
-    // mixed additions, which are right for every pair.
+    // The result of the comb for a one-word k: 2^16 G comes from affine doublings, the rest from
+    // mixed additions, which are correct for every pair.
     TinyPoint library_comb(uint32_t k, const TinyPoint &G) const;
 
 private:

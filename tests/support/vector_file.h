@@ -29,7 +29,7 @@ public:
     mint number(const std::string &key) const { return mint_from_hex(text(key)); }
     unsigned decimal(const std::string &key) const { return static_cast<unsigned>(std::stoul(text(key))); }
 
-    // What tells blocks apart.
+    // Identifies the block in messages.
     std::string name() const {
         std::string out;
         for (const char *key : {"Curve", "Hash", "tcId", "r", "C1x", "d", "Reason", "Comment"})
@@ -46,7 +46,7 @@ private:
     std::map<std::string, std::string> values_;
 };
 
-// All blocks of tests/vectors/<name>. Throws if the file cannot be read or holds none.
+// All blocks of tests/vectors/<name>. Throws if the file cannot be read or has none.
 inline std::vector<VectorBlock> read_vectors(const std::string &name) {
     std::ifstream in(std::string(ZOKECC_VECTOR_DIR "/") + name);
     if (!in) throw std::runtime_error("cannot read vector file " + name);
@@ -67,7 +67,7 @@ inline std::vector<VectorBlock> read_vectors(const std::string &name) {
     return blocks;
 }
 
-// Runs the test on every block of the file that is wanted, and says how many there were.
+// Runs the test on every wanted block of the file, and returns how many there were.
 template <class Wanted, class Test>
 unsigned on_blocks(const std::string &file, Wanted wanted, Test test) {
     unsigned count = 0;
