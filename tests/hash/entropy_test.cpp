@@ -81,7 +81,7 @@ TEST(GenRandomSeed, CounterWrapsModuloTwoToTheThirtyTwo) {
     EXPECT_EQ(draw(), model.seed());
 }
 
-// rand() = 0 and counter 0: 0, 3 and 7 shifted by 0, 11 and 22, over the one that is always set.
+// rand() = 0 and counter 0: 0, 3 and 7 shifted by 0, 11 and 22, with bit 0 always set.
 TEST(GenRandomSeed, FirstWordByHand) {
     FakeEntropy entropy(kNow, 0);
     entropy.stuck = true;
@@ -116,7 +116,7 @@ TEST(GenRandomSeed, LargestRandAgreesWithTheModel) {
     }
 }
 
-// Each rand value goes where its turn says: a single one among zeros shows up in one word only.
+// Each rand value goes to its own place: a single nonzero one shows up in one word only.
 TEST(GenRandomSeed, EveryRandValueReachesItsOwnWordAndShift) {
     for (size_t turn = 0; turn < 24; ++turn) {
         FakeEntropy entropy(kNow, 0);
@@ -150,7 +150,7 @@ TEST(GenRandomSeed, KeptTwoSeedingsInOneSecondDifferByTheCounterAlone) {
     EXPECT_EQ(draw(), first);
 }
 
-// An application that uses rand itself finds its sequence restarted from the clock.
+// An application's own sequence of rand is restarted from the clock.
 TEST(GenRandomSeed, KeptReseedsFromTheClockOnEverySeeding) {
     FakeEntropy entropy(kNow, 0);
     std::srand(1);

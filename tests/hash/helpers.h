@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// What the tests of this folder share: descriptors, handles and small comparisons.
+// Shared by the tests of this folder: descriptors, handles and small comparisons.
 #ifndef ZOKECC_TESTS_HASH_HELPERS_H
 #define ZOKECC_TESTS_HASH_HELPERS_H
 
@@ -13,7 +13,7 @@
 
 namespace zokecc_test {
 
-// A handle that is not null and that no call may look behind.
+// A non-null handle that no call may dereference.
 inline void *any_session() { return reinterpret_cast<void *>(uintptr_t{4}); }
 
 inline uint32_t length_of(const ByteString &bytes) { return static_cast<uint32_t>(bytes.size()); }
@@ -43,14 +43,14 @@ inline ByteString shortened(ByteString bytes, size_t length) {
     return bytes;
 }
 
-// The 8 words that a digest is as an integer, least significant first.
+// A digest as an integer of 8 words, least significant first.
 inline std::vector<uint32_t> digest_words(const ByteString &digest) {
     std::vector<uint32_t> words(8, 0);
     for (size_t i = 0; i < 32; ++i) words[7 - i / 4] = words[7 - i / 4] << 8 | digest[i];
     return words;
 }
 
-// value modulo modulus, bit by bit; the modulus is not zero. The result has as many words as
+// value modulo a nonzero modulus, bit by bit. The result has as many words as
 // the modulus, the topmost ones possibly zero.
 inline std::vector<uint32_t> model_remainder(const std::vector<uint32_t> &value,
                                              const std::vector<uint32_t> &modulus) {

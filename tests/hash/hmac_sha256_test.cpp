@@ -21,7 +21,7 @@ ByteString mac_of(const ByteString &key, const ByteString &text) {
     return out.all();
 }
 
-// The call has to return 1 and leave the output alone.
+// The call must return 1 and leave the output alone.
 void expect_refused(const uint8_t *text, int32_t text_len, const uint8_t *key, int32_t key_len) {
     GuardedBuffer out(64);
     EXPECT_EQ(mhmac_sha256(text, text_len, key, key_len, out.data(), 32), 1);

@@ -34,8 +34,8 @@ TEST(ZokHmacSm3, EveryKeyLengthUpToTwoHundredAgreesWithTheModel) {
     }
 }
 
-// Messages of 0 to 130 bytes: the second step reuses the buffer that held them, and must not
-// see what is left of a long one or run past the end of a short one.
+// Messages of 0 to 130 bytes: the second step reuses the message buffer, and must neither
+// hash remains of a long message nor run past the end of a short one.
 TEST(ZokHmacSm3, EveryDataLengthUpToOneHundredAndThirtyAgreesWithTheModel) {
     const ByteString key = test_bytes(20, 2), longest = test_bytes(130);
     for (size_t length = 0; length <= 130; ++length) {
@@ -96,7 +96,7 @@ TEST(ZokHmacSm3, MacMayReplaceDataOrKey) {
     EXPECT_EQ(shortened(over_key, 32), expected);
 }
 
-// One call that has to end with `code`, without a byte written or an allocation tried.
+// One call that must return `code`, without writing a byte or trying an allocation.
 void expect_refused(void *session, uint32_t data_len, uint32_t out_len, uint32_t code) {
     const ByteString key = test_bytes(20, 2), data = test_bytes(1);
     GuardedBuffer out(64);

@@ -1,6 +1,6 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// The source of the hardened build: getrandom, /dev/urandom where that is missing, and what happens
-// when neither gives anything.
+// The source of the hardened build: getrandom, /dev/urandom if that is missing, and the case
+// that both fail.
 #ifdef ZOKECC_HARDENED
 
 #include <gtest/gtest.h>
@@ -128,7 +128,7 @@ TEST(GenRandomSeed, MissingDeviceFails) {
     EXPECT_EQ(order(entropy), "gogogo");
 }
 
-// The words hold zeros then: none of what had already been read.
+// The words are then zero, even those already read.
 TEST(GenRandomSeed, DeviceThatEndsOrFailsIsClosedAndFails) {
     for (const FakeKernel::Answer &last : {FakeKernel::Answer{0, 0}, FakeKernel::Answer{-1, EIO}}) {
         FakeEntropy entropy(kNow, 0);
@@ -139,7 +139,7 @@ TEST(GenRandomSeed, DeviceThatEndsOrFailsIsClosedAndFails) {
     }
 }
 
-// A file, another device, a pipe: its bytes are nobody's randomness, and none is read.
+// A file, another device, a pipe: not random, so nothing is read from it.
 TEST(GenRandomSeed, WhatIsNotTheRandomDeviceFailsUnread) {
     constexpr unsigned kFile = 0100000, kBlockDevice = 0060000, kCharacterDevice = 0020000, kPipe = 0010000;
     constexpr unsigned long kRandom = 1 << 8 | 9;
@@ -171,7 +171,7 @@ TEST(GenRandomSeed, DeviceThatCannotBeLookedAtFailsUnread) {
     EXPECT_EQ(order(entropy), "goc");
 }
 
-// Any other error is not a reason to look elsewhere.
+// Any other error does not lead to another source.
 TEST(GenRandomSeed, OtherErrorOfTheCallFailsWithoutTheDevice) {
     for (int error : {EPERM, EFAULT, EINVAL, EIO, EAGAIN}) {
         FakeEntropy entropy(kNow, 0);

@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// The two chained derivation functions: bytes, extent and what a failing step leaves behind.
+// The two chained derivation functions: bytes, extent and the effect of a failing step.
 #include <gtest/gtest.h>
 #include <zokecc/hash.h>
 
@@ -23,14 +23,14 @@ ByteString full_blocks(Mac mac, const ByteString &key, ByteString message, uint3
     return out;
 }
 
-// The MAC that a remainder behind `count` full blocks is taken from.
+// The MAC for the remainder after `count` full blocks.
 ByteString last_mac(Mac mac, const ByteString &key, const ByteString &text, uint32_t count) {
     const ByteString chain = full_blocks(mac, key, text, count + 1);
     return ByteString(chain.end() - 32, chain.end());
 }
 
-// What KD_hmac_sha256 writes for a length: for a remainder behind full blocks the last call
-// asks for the whole length again and therefore reaches far behind it.
+// What KD_hmac_sha256 writes for a length: for a remainder after full blocks the last call
+// requests the whole length again and therefore writes far past it.
 ByteString sha256_derivation(const ByteString &key, const ByteString &text, uint32_t length) {
     const uint32_t count = length / 32;
     ByteString out = full_blocks(model_hmac_sha256, key, text, count);
@@ -116,7 +116,7 @@ TEST(KdHmacSha256, RefusedKeyWritesNothing) {
     }
 }
 
-// The chain goes on behind a refused first step, over what the output held before.
+// After a refused first step the chain continues from the old content of the output.
 TEST(KdHmacSha256, KeptRefusedTextLeavesItsBlockAndTheChainGoesOn) {
     const ByteString pattern(32, 0xA5);
     for (int32_t text_len : {-1, 50}) {
@@ -180,7 +180,7 @@ TEST(ZokKdHmacSm3, TakesOneBufferPerBlockAndReturnsThem) {
     EXPECT_EQ(allocations.outstanding, 0);
 }
 
-// Every block but the failing one is written; the one behind it takes what stood there as its
+// Every block but the failing one is written; the next one uses its old content as the
 // message.
 TEST(ZokKdHmacSm3, KeptInnerFailureIsNotReported) {
     const ByteString pattern(32, 0xA5);

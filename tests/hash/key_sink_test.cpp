@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Where a derived key goes: in place, or through a block where whole digests need more room than
+// The destination of a derived key: in place, or through a block if whole digests need more room than
 // the caller has.
 #include "hash/key_sink.h"
 
@@ -18,7 +18,7 @@ namespace {
 
 constexpr uint32_t kUnknownHash = 2;
 
-// A derivation through a sink, the way its callers do it.
+// A derivation through a sink, as its callers do it.
 struct Derived {
     bool ready;
     unsigned allocations;

@@ -1,8 +1,8 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// The random generator a second time, over the stand-in for the clock and for rand, and over
+// A second implementation of the random generator, on the fake clock and rand and on
 // the model's SHA-256. It shares no code with the library.
 //
-// The stand-in for the kernel gives the same words, so this is the model of the hardened build too.
+// The fake kernel delivers the same words, so this is the model of the hardened build, too.
 #ifndef ZOKECC_TESTS_HASH_MODEL_RANDOM_H
 #define ZOKECC_TESTS_HASH_MODEL_RANDOM_H
 

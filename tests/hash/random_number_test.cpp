@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// gen_random_number: how much it draws, and what it makes of it.
+// gen_random_number: how much it draws, and its result.
 #include <gtest/gtest.h>
 #include <zokecc/hash.h>
 
@@ -28,7 +28,7 @@ Drawn draw(const mint &bound, uint32_t counter) {
     return {*out.get(), entropy.seedings()};
 }
 
-// What the number has to be: the drawn words modulo the bound, which is not zero.
+// The expected number: the drawn words modulo a nonzero bound.
 std::string expected_number(const mint &bound, uint32_t counter) {
     ModelRandom model(kNow, counter);
     return mint_to_hex(mint_of(model_remainder(model.words(bound.len), words_of(bound))));
@@ -48,7 +48,7 @@ TEST(GenRandomNumber, BoundOfEightWordsDrawsThirtyTwoBytes) {
     EXPECT_EQ(drawn.seedings, 2u);
 }
 
-// 4 * w bytes: one seeding, and one more for every 32 bytes begun.
+// 4 * w bytes: one seeding, and one more for every started 32 bytes.
 TEST(GenRandomNumber, EveryWordCountDrawsFourBytesPerWord) {
     for (uint32_t count = 1; count <= MINT_WORDS; ++count) {
         mint bound{};
@@ -60,8 +60,8 @@ TEST(GenRandomNumber, EveryWordCountDrawsFourBytesPerWord) {
     }
 }
 
-// Bytes 4i to 4i + 3 are word i, the least significant first: below a bound of all ones the
-// drawn bytes come out as they are.
+// Bytes 4i to 4i + 3 are word i, least significant first: below a bound of all ones the
+// drawn bytes are returned unchanged.
 TEST(GenRandomNumber, WordsTakeTheBytesInMemoryOrder) {
     const mint bound = mint_of(std::vector<uint32_t>(3, 0xFFFFFFFFu));
     ModelRandom model(kNow, 0);
@@ -112,7 +112,7 @@ TEST(GenRandomNumber, ZeroBoundDrawsAndLeavesTheOutput) {
     }
 }
 
-// A drawn value at or above the bound is reduced and not drawn again: small results come up
+// A drawn value at or above the bound is reduced, not redrawn: small results occur
 // more often than large ones, and zero is one of them.
 TEST(GenRandomNumber, KeptDrawnValueIsReducedAndMayBeZero) {
     const mint bound = mint_from_hex("c0000000"), three = mint_from_hex("3");

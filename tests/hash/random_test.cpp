@@ -29,7 +29,7 @@ const std::string kCallsOfASeeding = "g";
 const std::string kCallsOfASeeding = "ts" + std::string(24, 'r');
 #endif
 
-// True if the library seeded that often, each time with its calls in their order.
+// True if the library seeded that often, each time with its calls in order.
 bool seeded(const FakeEntropy &entropy, unsigned times) {
     std::string expected;
     for (unsigned i = 0; i < times; ++i) expected += kCallsOfASeeding;

@@ -19,7 +19,7 @@ const char kSm3ZeroDigest[] = "00000000667650a88cec59e7069748d7a7f5afb547bf5b24c
 
 const char kP192Order[] = "ffffffffffffffffffffffff99def836146bc9b1b4d22831";
 const char kP256Order[] = "ffffffff00000000ffffffffffffffffbce6faada7179e84f3b9cac2fc632551";
-constexpr uint32_t kPattern = 0xA5A5A5A5u;  // what a GuardedRecord is filled with
+constexpr uint32_t kPattern = 0xA5A5A5A5u;  // the fill of a GuardedRecord
 
 ByteString digest(uint32_t selector, const ByteString &message) {
     return selector == HASH_ALG_SM3 ? model_sm3(message) : model_sha256(message);
@@ -129,7 +129,7 @@ TEST(HashMintValue, Sm3DropsALeadingZeroWord) {
     EXPECT_EQ(out->len, 7u);
 }
 
-// A value below the modulus passes the reduction as it is, its leading zero word included.
+// A value below the modulus passes the reduction unchanged, including its leading zero word.
 TEST(HashMintValue, KeptLeadingZeroWordPassesALargerModulus) {
     const ByteString message = text_bytes(kSha256Zero);
     const hash_msg descriptor = message_for(HASH_ALG_SHA256, message);
@@ -140,7 +140,7 @@ TEST(HashMintValue, KeptLeadingZeroWordPassesALargerModulus) {
     EXPECT_EQ(out.len, 8u);
 }
 
-// Eight counted words against seven: the value is reduced, and comes out trimmed.
+// Eight words compared with seven: the value is reduced, and the result is trimmed.
 TEST(HashMintValue, LeadingZeroWordIsReducedByAShorterModulus) {
     const ByteString message = text_bytes(kSha256Zero);
     const hash_msg descriptor = message_for(HASH_ALG_SHA256, message);
@@ -170,7 +170,7 @@ TEST(HashMintValue, SmallerModulusReducesTheDigest) {
         }
 }
 
-// A 192-bit order takes the digest modulo itself; the usual rule would drop the last 64 bits.
+// For a 192-bit order the whole digest is reduced; the usual rule would drop the last 64 bits.
 TEST(HashMintValue, KeptWholeDigestWithoutTruncation) {
     const ByteString message = text_bytes("abc");
     const mint modulus = mint_from_hex(kP192Order);

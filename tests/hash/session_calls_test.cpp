@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// The calls that take a session handle: what they check, and what they do not report.
+// The calls that take a session handle: their checks, and the failures they do not report.
 #include <gtest/gtest.h>
 #include <zokecc/hash.h>
 
@@ -163,7 +163,7 @@ TEST(ZokKdHmacSha256, NullLengthPointerIsRefusedAndNothingIsWritten) {
     EXPECT_TRUE(out.untouched());
 }
 
-// The same bytes, to the same extent, as KD_hmac_sha256, whose own tests say which.
+// The same bytes, to the same extent, as KD_hmac_sha256, which has its own tests.
 TEST(ZokKdHmacSha256, WritesWhatTheDerivationWritesAndLeavesTheLength) {
     const ByteString key = test_bytes(20, 2), data = test_bytes(50);
     for (uint32_t length : {0u, 1u, 20u, 31u, 32u, 33u, 40u, 64u, 70u, 96u, 100u}) {

@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// The block transformation of SHA-256, by every routine that the processor can run.
+// The block transformation of SHA-256, with every routine that the processor supports.
 #include "hash/sha256_blocks.h"
 
 #include <gtest/gtest.h>

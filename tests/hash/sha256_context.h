@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// SHA-256 contexts as the streaming tests start from and compare them.
+// SHA-256 contexts to start from and to compare with in the streaming tests.
 #ifndef ZOKECC_TESTS_HASH_SHA256_CONTEXT_H
 #define ZOKECC_TESTS_HASH_SHA256_CONTEXT_H
 

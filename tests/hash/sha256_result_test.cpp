@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// The end of a streamed SHA-256: finalising, asking for the digest, and the block under both.
+// The end of a streamed SHA-256: finalising, returning the digest, and the block transformation.
 #include <gtest/gtest.h>
 
 #include <cstring>

@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// The streaming SHA-256 under the one-shot calls: its state, its status and its limits.
+// The streaming SHA-256: its state, its status and its limits.
 #include <gtest/gtest.h>
 
 #include <cstring>
@@ -13,7 +13,7 @@ namespace zokecc_test::sha256_stream_test {
 
 namespace {
 
-// The digest of what the context holds; the context itself stays as it was.
+// The digest of the context's input; the context itself is not changed.
 std::string digest_of(sha256_ctx context) {
     uint8_t out[32];
     EXPECT_EQ(sha256_result(&context, out), 0);

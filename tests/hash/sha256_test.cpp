@@ -12,7 +12,7 @@ namespace {
 
 const char kEmptyDigest[] = "e3b0c44298fc1c149afbf4c8996fb92427ae41e4649b934ca495991b7852b855";
 
-// The digest that mhash_sha256 gives; writes 32 bytes, returns 0.
+// The digest from mhash_sha256, which must write 32 bytes and return 0.
 std::string digest_of(const ByteString &message) {
     GuardedBuffer out(32);
     EXPECT_EQ(mhash_sha256(message.data(), length_of(message), out.data()), 0u);
@@ -27,8 +27,8 @@ TEST(MhashSha256, ThreeLettersGiveThePublishedDigest) {
               "ba7816bf8f01cfea414140de5dae2223b00361a396177a9cb410ff61f20015ad");
 }
 
-// With 55 bytes the length still fits behind the padding bit, with 56 it moves to a block of
-// its own, with 63 the padding bit fills the block and with 64 nothing waits.
+// With 55 bytes the length still fits after the padding bit, with 56 it moves to its
+// own block, with 63 the padding bit fills the block and with 64 no bytes are pending.
 TEST(MhashSha256, FiftyFiveBytesNeedOneBlockAndFiftySixTwo) {
     for (size_t length : {55u, 56u, 63u, 64u}) {
         const ByteString message = test_bytes(length, 55);
@@ -70,7 +70,7 @@ TEST(MhashSha256, NullMessageOfLengthZeroIsTheEmptyMessage) {
     EXPECT_EQ(to_hex(out.all()), kEmptyDigest);
 }
 
-// The step that refuses a null message is not reported: the computation ends as if nothing had
+// The refusal of a null message is not reported: the computation ends as if nothing had
 // been appended.
 TEST(MhashSha256, KeptInnerFailuresAreNotReported) {
     for (uint32_t length : {1u, 64u, 0xFFFFFFFFu}) {

@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// What SM2 encryption and key exchange hash: the check value, the transcript and the confirmations.
+// The hashes of SM2 encryption and key exchange: check value, transcript and confirmations.
 #include "hash/sm2_digests.h"
 
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// The key derivation of SM2: sm2_kdf and its twin sm2_kdf_session, which every test here calls
+// The key derivation of SM2: sm2_kdf and its twin sm2_kdf_session; every test here calls
 // both.
 #include "hash/sm2_kdf.h"
 
@@ -23,7 +23,7 @@ struct Twin {
 };
 const Twin kTwins[] = {{"sm2_kdf", sm2_kdf}, {"sm2_kdf_session", sm2_kdf_session}};
 
-// Z with no two equal bytes next to each other; five bytes keep the hashed block count at one.
+// Z without equal neighbouring bytes; with five bytes only one block is hashed.
 const ByteString kSecret = {0x13, 0x37, 0x00, 0xFF, 0x80};
 
 int32_t run(const Twin &twin, const ByteString &z, int32_t klen, int32_t step_len, uint32_t alg,
@@ -31,7 +31,7 @@ int32_t run(const Twin &twin, const ByteString &z, int32_t klen, int32_t step_le
     return twin.call(z.data(), static_cast<int32_t>(z.size()), klen, step_len, alg, out);
 }
 
-// Both twins answer 0, write `want` and leave everything behind it alone.
+// Both twins return 0, write `want` and leave everything after it alone.
 void expect_written(const ByteString &z, int32_t klen, int32_t step_len, uint32_t alg,
                     const ByteString &want) {
     for (const Twin &twin : kTwins) {
@@ -42,7 +42,7 @@ void expect_written(const ByteString &z, int32_t klen, int32_t step_len, uint32_
     }
 }
 
-// Both twins answer `status` and write nothing.
+// Both twins return `status` and write nothing.
 void expect_nothing(const ByteString &z, int32_t z_len, int32_t klen, int32_t step_len, int32_t status) {
     for (const Twin &twin : kTwins)
         for (uint32_t alg : {HASH_ALG_SM3, HASH_ALG_SHA256, kUnknownHash}) {
@@ -148,12 +148,12 @@ TEST(Sm2Kdf, KeptStepsAreFilledWithWholeDigests) {
     expect_written(kSecret, 48, 24, HASH_ALG_SM3, standard_stream(HASH_ALG_SM3, kSecret, 64));
     // 100 bytes in steps of 20 are five, 160 bytes.
     expect_written(kSecret, 100, 20, HASH_ALG_SHA256, standard_stream(HASH_ALG_SHA256, kSecret, 160));
-    // 30 bytes in steps of 20: one step, cut to 30, and a remainder of nothing.
+    // 30 bytes in steps of 20: one step, cut to 30, and an empty remainder.
     expect_written(kSecret, 30, 20, HASH_ALG_SM3, standard_stream(HASH_ALG_SM3, kSecret, 30));
 }
 
 TEST(Sm2Kdf, KeptRemainderThatIsAlreadyPassedIsSkipped) {
-    // 45 bytes in steps of 20: two digests pass klen, and 45 - 64 bytes are none.
+    // 45 bytes in steps of 20: two digests exceed klen, and nothing remains.
     expect_written(kSecret, 45, 20, HASH_ALG_SM3, standard_stream(HASH_ALG_SM3, kSecret, 64));
     expect_written(kSecret, 45, 20, HASH_ALG_SHA256, standard_stream(HASH_ALG_SHA256, kSecret, 64));
 }
@@ -220,7 +220,7 @@ TEST(KdfWrittenBytes, AgreesWithTheBytesThatAreWritten) {
         for (int32_t klen = 0; klen <= 200; klen += step_len == 1 ? 7 : 1) {
             const size_t written = static_cast<size_t>(
                 zokecc::kdf_written_bytes(static_cast<uint32_t>(klen), static_cast<uint32_t>(step_len)));
-            // A byte that keeps two different patterns was not written.
+            // A byte that still has both of two different patterns was not written.
             GuardedBuffer one(written + 64, 0xA5), other(written + 64, 0x5A);
             for (GuardedBuffer *out : {&one, &other})
                 ASSERT_EQ(run(kTwins[0], kSecret, klen, step_len, HASH_ALG_SHA256, out->data()), 0);

@@ -12,7 +12,7 @@ namespace zokecc_test::sm2_kdf_vectors_test {
 
 namespace {
 
-// True if the block tells the shared point.
+// True if the block contains the shared point.
 bool is_complete(const VectorBlock &block) { return block.has("x2") && block.text("Result") == "valid"; }
 
 uint32_t hash_of(const VectorBlock &block) {
@@ -29,7 +29,7 @@ TEST(Sm2Kdf, KeyStreamsOfTheEncryptionVectors) {
         const ByteString x2 = block.bytes("x2"), want = block.bytes("t");
         const ByteString z = joined({x2, block.bytes("y2")});
         for (auto call : {sm2_kdf, sm2_kdf_session}) {
-            // Whole digests in steps of 20 to 32 bytes stay within this.
+            // Whole digests in steps of 20 to 32 bytes do not exceed this.
             GuardedBuffer out(2 * want.size() + 32);
             ASSERT_EQ(call(z.data(), static_cast<int32_t>(z.size()), static_cast<int32_t>(want.size()),
                            static_cast<int32_t>(x2.size()), hash_of(block), out.data()),

@@ -35,7 +35,7 @@ std::string digest_of(const ByteString &message) {
 
 using Blocks = void (*)(uint32_t *, const uint8_t *, uint64_t);
 
-// The definition, and the routines that this processor has.
+// The reference, and the routines that this processor supports.
 std::vector<Blocks> routines() {
     std::vector<Blocks> all{zokecc::sm3_blocks_portable};
     if constexpr (zokecc::kShaInstructions) {
@@ -45,7 +45,7 @@ std::vector<Blocks> routines() {
     return all;
 }
 
-// Runs all routines on one state and block beside the model.
+// Runs all routines on one state and block and compares with the model.
 void expect_same_block(const HashState &start, const ByteString &block) {
     for (const Blocks compress : routines()) {
         GuardedRecord<HashState> state;
@@ -114,7 +114,7 @@ TEST(Sm3Hash, DigestMayReplaceTheMessage) {
     EXPECT_EQ(ByteString(buffer.begin() + 32, buffer.end()), ByteString(message.begin() + 32, message.end()));
 }
 
-// The lengths at which the number of bits needs another bit, and around them: 512 MiB, 4 GiB and the longest.
+// Around the lengths at which the bit count needs another bit: 512 MiB, 4 GiB and the longest.
 TEST(PadEnd, LengthInBitsTakesEightBytes) {
     for (uint64_t around : {uint64_t{1} << 29, uint64_t{1} << 32, uint64_t{1} << 60, uint64_t{1} << 61})
         for (uint32_t more : {0u, 1u, 55u, 56u, 63u, 64u}) {
@@ -133,7 +133,7 @@ TEST(PadEnd, LengthInBitsTakesEightBytes) {
         }
 }
 
-// A message that is told to have 4 GiB lies in front of a page that cannot be read.
+// A message with a claimed length of 4 GiB lies before an unreadable page.
 TEST(Sm3Hash, HighWordOfTheLengthIsRead) {
     const size_t page = static_cast<size_t>(sysconf(_SC_PAGESIZE));
     void *const pages = mmap(nullptr, 2 * page, PROT_READ, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);

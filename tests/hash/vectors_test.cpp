@@ -38,7 +38,7 @@ const std::vector<DigestCase> &sm3_cases() {
     return cases;
 }
 
-// Runs call(message, out) on every case; it has to write the digest and nothing else.
+// Runs call(message, out) on every case; it must write the digest and nothing else.
 template <class Call>
 void expect_digests(const std::vector<DigestCase> &cases, Call call) {
     for (const DigestCase &one : cases) {
@@ -150,7 +150,7 @@ TEST(ZokHmacSm3, AgreesWithEveryStandardVector) {
                 });
 }
 
-// The other tests of this folder lean on the model, so it has to pass the vectors as well.
+// The other tests of this folder rely on the model, so it must pass the vectors, too.
 // Two blocks' worth of every kind of padding is enough; the long messages only cost time.
 TEST(ModelHash, AgreesWithTheStandardVectorsUpToTwoHundredBytes) {
     for (const DigestCase &one : sha256_cases())

@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Secrets are gone from the memory that held them when their scope ends.
+// Secrets are gone from memory at the end of their scope.
 #include <gtest/gtest.h>
 
 #include <cstdlib>
@@ -22,7 +22,7 @@ struct Secret {
 
 using Held = zokecc::Wiping<Secret>;
 
-// Reads memory as it is now: behind the barrier the compiler no longer knows what was there.
+// Reads memory as it is now: after the barrier the compiler can assume nothing about its content.
 bool all_zero(const void *memory, size_t size) {
     __asm__ __volatile__("" : "+r"(memory) : : "memory");
     const uint8_t *bytes = static_cast<const uint8_t *>(memory);

@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Addition, and subtraction where it agrees with the textbook.
+// Addition, and subtraction in the cases that agree with the textbook.
 #include <zokecc/mint.h>
 
 #include <gtest/gtest.h>
@@ -99,7 +99,7 @@ TEST(MintAdd, HardNumbersInEveryPlace) {
     }
 }
 
-// Checks against the textbook; the operands must not meet a kept case.
+// Compares with the textbook; the operands must avoid the kept cases.
 void expect_textbook_difference(const mint &a, const mint &b) {
     for_each_aliasing(a, b, Operands::kKept, mint_sub, [](const AliasRun &run) {
         Natural x(run.a), y(run.b);
@@ -159,7 +159,7 @@ TEST(MintSub, BorrowsThroughDifferentWordsFollowTheTextbook) {
 }
 
 TEST(MintSub, ZeroTopWordMakesTheShorterNumberTheLarger) {
-    // 5 as (5, 0) is longer than 7 and so counts as the larger: 5 - 7 modulo 2^64, no sign.
+    // 5 as (5, 0) is longer than 7 and so counts as larger: 5 - 7 modulo 2^64, no sign.
     mint a = of_words({5, 0}), b = one_word(7), out;
     EXPECT_EQ(0, mint_sub(&a, &b, &out));
     EXPECT_TRUE(is_value(out, of_words({0xFFFFFFFEu, 0xFFFFFFFFu})));

@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// The integer layer works on the stack alone: no call asks for memory.
+// The integer layer uses only the stack: no call allocates memory.
 #include <zokecc/mint.h>
 
 #include <gtest/gtest.h>
@@ -17,7 +17,7 @@ struct Numbers {
     mint out, rest;
 };
 
-// Runs the calls with every allocation failing, and says how many there were.
+// Runs the calls with every allocation failing, and returns how many there were.
 template <class Calls>
 unsigned allocations_of(Calls calls) {
     FailingAlloc watch(1);

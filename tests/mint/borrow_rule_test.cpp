@@ -22,7 +22,7 @@ protected:
         return out;
     }
 
-    // x > y, with equal words and with words of zeros above y.
+    // x > y, with equal words and with zero words above y.
     void draw_pair() {
         do {
             x = draw.trimmed(kWords);

@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Products and remainders by the definition, long division on words, whatever the exported calls use.
+// Reference products and remainders, by long division on words, independent of the exported calls.
 #ifndef ZOKECC_TESTS_MINT_DEFINITION_H
 #define ZOKECC_TESTS_MINT_DEFINITION_H
 
@@ -11,7 +11,7 @@
 
 namespace zokecc_test {
 
-// x[count] mod p, for a p that is not zero.
+// x[count] mod p, for a nonzero p.
 inline mint defined_remainder(const uint32_t *x, uint32_t count, const mint &p) {
     const uint32_t used = zokecc::trimmed_words(p);
     mint out{};

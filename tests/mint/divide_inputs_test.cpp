@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Division by zero, null outputs, dividends below the divisor and lengths that are not trimmed.
+// Division by zero, null outputs, dividends below the divisor and untrimmed lengths.
 #include <zokecc/mint.h>
 
 #include <gtest/gtest.h>
@@ -93,7 +93,7 @@ TEST(MintMod, DividendWithZeroTopWordsMayStillBeTheSmaller) {
 }
 
 TEST(MintMod, DivisorWithZeroTopWordsComparesAsTheLonger) {
-    // The operands are compared as given, and the longer one counts as the greater.
+    // The operands are compared as given, and the longer one counts as larger.
     mint a = of_words({1, 2, 3}), m = of_words({7, 0, 0, 0}), q, r;
     EXPECT_EQ(1, mint_mod(&a, &m, &r));
     EXPECT_TRUE(is_value(r, a));

@@ -1,7 +1,7 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Long division: quotient and remainder, and the remainder alone.
 //
-// A quotient and a remainder are right exactly if q * b + r is a and r is below b, so most
+// Quotient and remainder are correct if and only if q * b + r is a and r is below b, so most
 // tests need no second division.
 #include <zokecc/mint.h>
 
@@ -14,7 +14,7 @@
 namespace zokecc_test::divide_test {
 namespace {
 
-// Divides between guards and holds mint_div and mint_mod to the identity.
+// Divides between guards and checks the identity for mint_div and mint_mod.
 void expect_division(const mint &a, const mint &b) {
     GuardedRecord<mint> quotient, remainder, alone;
     mint dividend = a, divisor = b;

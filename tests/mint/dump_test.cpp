@@ -10,7 +10,7 @@
 namespace zokecc_test::dump_test {
 namespace {
 
-// Dumps the bytes 0xA0, 0xA1, ... and gives back what was printed.
+// Dumps the bytes 0xA0, 0xA1, ... and returns what was printed.
 std::string dump(const char *label, int32_t count) {
     uint8_t bytes[128];
     for (unsigned i = 0; i < sizeof bytes; ++i) bytes[i] = static_cast<uint8_t>(0xA0 + i);

@@ -1,7 +1,7 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Inverses where the kept subtraction shows. Small numbers, powers of two and their
-// neighbours come out wrong modulo primes with words of all ones or all zeros; deployed
-// devices compute them so. Each of these tests fails if the inverse is put right.
+// Inverses affected by the kept subtraction. Small numbers, powers of two and their
+// neighbours are wrong modulo primes with words of all ones or all zeros; deployed
+// devices compute them this way. Each of these tests fails if the inverse is corrected.
 #include <zokecc/mint.h>
 
 #include <gtest/gtest.h>
@@ -26,7 +26,7 @@ std::string inverse_hex(uint32_t a, const std::string &m) {
     return mint_to_hex(inverse(one_word(a), of_hex(m)));
 }
 
-// The kept value, and that it is not the true inverse.
+// Checks the kept value, and that it is not the true inverse.
 void expect_kept(const std::string &kept, uint32_t a, const std::string &m) {
     EXPECT_EQ(kept, inverse_hex(a, m));
     EXPECT_NE(Natural(1), mod_mul(Natural(a), Natural::from_hex(kept), Natural::from_hex(m)));
@@ -58,13 +58,13 @@ TEST(MintEeaAlgo, KeptSmallInverseOfTwoModuloTheNistOrders) {
 }
 
 TEST(MintEeaAlgo, KeptEvenModulusDividesWithTheSameSubtraction) {
-    // The first remainder, 2^65 - (2^64 + 1), comes out as fffffffe ffffffff. The true inverse
+    // The first remainder, 2^65 - (2^64 + 1), is computed as fffffffe ffffffff. The true inverse
     // of 2^64 + 1 modulo 2^65 is itself.
     mint a = of_words({1, 0, 1}), m = of_words({0, 0, 2});
     EXPECT_TRUE(is_value(inverse(a, m), of_hex("cccccccc00000001")));
 }
 
-// The operands on which borrows meet equal words.
+// Operands for which borrows meet equal words.
 std::vector<Natural> structured_operands(const Natural &m, HardWords &draw) {
     std::vector<Natural> out;
     for (uint32_t small : {1u, 2u, 3u, 4u, 5u, 6u, 7u, 8u, 11u, 12u, 16u, 33u, 64u, 0xFFFFFFFFu})
@@ -82,7 +82,7 @@ std::vector<Natural> structured_operands(const Natural &m, HardWords &draw) {
     return out;
 }
 
-// Compares with the restated iteration; says how many results are not true inverses.
+// Compares with the model's iteration; returns how many results are not true inverses.
 int compare_with_iteration(const std::vector<Modulus> &moduli, uint32_t seed) {
     HardWords draw(seed);
     int wrong = 0;

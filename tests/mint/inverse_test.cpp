@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Inverses where they are what the textbook says, and the degenerate inputs.
+// Inverses that agree with the textbook, and degenerate inputs.
 #include <zokecc/mint.h>
 
 #include <gtest/gtest.h>

@@ -1,9 +1,9 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// The kept arithmetic, restated step by step over the oracle's numbers.
+// A model of the kept arithmetic, step by step with the oracle's numbers.
 //
 // mint_sub departs from the textbook in two places, and everything that subtracts inherits
-// it: modular subtraction, doubling and above all the inverse. These functions say what the
-// deployed answer is; where kept_sub and the textbook agree, so must everything built on it.
+// it: modular subtraction, doubling and above all the inverse. These functions give the
+// deployed results; if kept_sub and the textbook agree, so must everything built on it.
 #ifndef ZOKECC_TESTS_MINT_KEPT_RULES_H
 #define ZOKECC_TESTS_MINT_KEPT_RULES_H
 
@@ -27,7 +27,7 @@ inline int32_t kept_compare(const mint &a, const mint &b) {
     return 0;
 }
 
-// Where mint_sub stores: apart from both operands or over the smaller, or over the larger.
+// Where mint_sub stores: separately or over the smaller operand, or over the larger.
 enum class Over { kOther, kLarger };
 
 struct KeptDifference {
@@ -64,25 +64,25 @@ inline KeptDifference kept_sub(const mint &a, const mint &b, Over over) {
     return out;
 }
 
-// |a - b| of trimmed numbers, stored apart or over the larger.
+// |a - b| of trimmed numbers, stored separately or over the larger.
 inline Natural kept_sub(const Natural &a, const Natural &b, Over over) {
     return Natural(kept_sub(a.to_mint(), b.to_mint(), over).value);
 }
 
-// mint_mod_sub for trimmed operands and a modulus that is not zero.
+// mint_mod_sub for trimmed operands and a nonzero modulus.
 inline Natural kept_mod_sub(const Natural &a, const Natural &b, const Natural &p) {
     if (a == b) return Natural();
     Natural rest = kept_sub(a, b, Over::kOther) % p;
     return b < a ? rest : kept_sub(p, rest, Over::kOther);
 }
 
-// mint_mod_left_move_1: double, cut to a record, subtract p in place if not below it.
+// mint_mod_left_move_1: double, truncate to a record, subtract p in place if not below it.
 inline Natural kept_double(const Natural &a, const Natural &p) {
     Natural out = (a << 1).low_bits(32 * MINT_WORDS);
     return out < p ? out : kept_sub(out, p, Over::kLarger);
 }
 
-// mint_mod_left_move_n. `returned` becomes 0 when the value is wider than the modulus.
+// mint_mod_left_move_n. `returned` becomes 0 if the value is wider than the modulus.
 inline Natural kept_shift(const Natural &a, const Natural &p, int32_t n, int32_t &returned) {
     Natural out = a;
     returned = 1;
@@ -100,7 +100,7 @@ inline Natural kept_shift(const Natural &a, const Natural &p, int32_t n, int32_t
     return out;
 }
 
-// mint_exp: the exponent modulo p - 1, the base as it is.
+// mint_exp: the exponent modulo p - 1, the base unreduced.
 inline Natural kept_power(const Natural &g, const Natural &e, const Natural &p) {
     Natural one(1);
     Natural order = p.is_zero() ? one : p - one;
@@ -112,7 +112,7 @@ inline Natural kept_power(const Natural &g, const Natural &e, const Natural &p) 
 
 namespace inverse_detail {
 
-// Halves `value` until it is odd, and `cofactor` as often modulo m.
+// Halves `value` until it is odd, and `cofactor` as often, modulo m.
 inline void drop_factors_of_two(Natural &value, Natural &cofactor, const Natural &m) {
     while (!value.is_odd()) {
         value.halve();

@@ -102,7 +102,7 @@ TEST(Div2, HardWordsMatchTheOracle) {
     }
 }
 
-// The platform's fault handler ends the process; which signal or message it uses is its own.
+// The platform's fault handler ends the process, by whatever signal or message it uses.
 TEST(Div2DeathTest, ZeroDivisorGoesToThePlatform) {
     volatile uint64_t quotient = 0;
     EXPECT_DEATH(quotient = div_2(1, 2, 0), "");

@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// The kernels on bare word arrays: exact words, exact extent, and outputs laid over inputs.
+// The kernels on plain word arrays: exact words, exact extent, and outputs over inputs.
 #include <zokecc/mint.h>
 
 #include <gtest/gtest.h>
@@ -13,7 +13,7 @@ constexpr int32_t kLongest = 20;
 
 struct Kernel2 {
     uint32_t (*call)(const uint32_t *, const uint32_t *, int32_t, uint32_t *);
-    // The carry out, and what the words must be, as numbers.
+    // The carry out, and the expected words as numbers.
     Natural (*expected)(const Natural &x, const Natural &y, unsigned bits, uint32_t &carry);
 };
 

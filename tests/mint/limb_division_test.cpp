@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Division on limbs against Knuth's division on words.
+// Division on limbs, compared with Knuth's division on words.
 #include "mint/limbs/division.h"
 
 #include "mint/limbs/borrow_rule.h"
@@ -24,7 +24,7 @@ protected:
         return (base * base - Natural(1)) / natural(d) - base;
     }
 
-    // A multiple of the divisor, or one less, or one more.
+    // A multiple of the divisor, or one less or more.
     void set_near_multiple(const Row<L> &divisor, Row<L> &span) {
         const Natural two(2);
         const Natural product = natural(divisor) * (natural(drawn_limb<L>(draw)) + Natural(1));
@@ -33,7 +33,7 @@ protected:
             zokecc::set_word(span.data(), i, near.word(i));
     }
 
-    // v[v_count] with a top word other than zero, its top bit set or not.
+    // v[v_count] with a nonzero top word, its top bit set or not.
     void draw_divisor() {
         v_count = draw.between(kLeastWords, kMintWords);
         draw.fill(v, v_count);
@@ -42,7 +42,7 @@ protected:
         if (draw.below(4) == 0) v[v_count - 1] = 1u << draw.below(32);
     }
 
-    // Hard words, or a multiple of v with v - 1, v - 2 or so on it, where estimates are too large.
+    // Hard words, or a multiple of v plus v - 1, v - 2 or so, for which estimates are too large.
     void draw_dividend() {
         u_count = draw.between(v_count, kProductWords);
         draw.fill(u, u_count);
@@ -111,7 +111,7 @@ TYPED_TEST(FastDivide, EveryPairOfLengths) {
             }
 }
 
-// Whichever form of the dividend a machine takes, quotient and remainder are the same.
+// Quotient and remainder are the same for both forms of the dividend.
 TYPED_TEST(FastDivide, DividendAsItsComplement) {
     using L = TypeParam;
     constexpr unsigned kLimbs = zokecc::limbs_for<L>(kProductWords) + 1;
@@ -146,7 +146,7 @@ TYPED_TEST(FastDivide, ReciprocalsOfLimbs) {
             ASSERT_EQ(this->true_reciprocal(d), natural(zokecc::reciprocal_limb(d))) << natural(d).to_hex();
 }
 
-// The digit for the divisor d1 d0, for every relation of the three limbs to it.
+// The digit for the divisor d1 d0, for all relations of the three limbs to it.
 TYPED_TEST(FastDivide, DigitsByTwoLimbs) {
     using L = TypeParam;
     const Natural largest = natural(kAllOnesLimb<L>);
@@ -170,7 +170,7 @@ TYPED_TEST(FastDivide, DigitsByTwoLimbs) {
     }
 }
 
-// Counts of every size, with zero words on top, and products below p, of its length and far above.
+// All counts, with zero words on top, and products below p, as long as p and far above.
 TYPED_TEST(FastDivide, ProductModuloIsThatOfTheDefinition) {
     using L = TypeParam;
     for (int round = 0; round < rounds(6000); ++round) {
@@ -196,7 +196,7 @@ TYPED_TEST(FastDivide, ProductModuloIsThatOfTheDefinition) {
     }
 }
 
-// The exported calls take the fast path from some length on, and agree with the definition on both
+// The exported calls take the fast path from some length on, and agree with the reference on both
 // sides of it.
 class FastDivideCalls : public testing::Test {
 protected:

@@ -1,11 +1,11 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// The inverse on limbs against the kept iteration, word for word.
+// The inverse on limbs, compared with the kept iteration word for word.
 //
-// The fast inverse may refuse: where the cofactor x is a multiple of m the definition's answer hangs
-// on which multiple. No test asks that this happens, for no operand is known that gets there. Where
-// the kept subtraction never departs from the true one, a x is -gcd(a, m) modulo m. A departure makes
-// the steps those of a true Euclid on a and another modulus, which equal words make smaller and lost
-// borrows larger, and x stays below that one: so equal words alone never lead to m. For one lost
+// The fast inverse may give up: if the cofactor x is a multiple of m, the reference's result depends
+// on which multiple. No test needs this to happen, because no operand is known that causes it. If
+// the kept subtraction never departs from the true one, a x is -gcd(a, m) modulo m. A departure turns
+// the steps into a true Euclid on a and another modulus, which equal words make smaller and lost
+// borrows larger, and x stays below that modulus: so equal words alone never lead to m. For one lost
 // borrow alone the bounds on the rows of the matrix exclude m, too. Several together would have to
 // hit one residue out of 2^64 and more.
 #include "mint/limbs/inverse.h"
@@ -26,7 +26,7 @@ class FastInverseOn : public testing::Test {
 protected:
     void SetUp() override { CountingTrace::reset(); }
 
-    // Runs the inverse of a modulo m with fences around what it writes.
+    // Runs the inverse of a modulo m with fences around its output.
     static void expect_kept(const Natural &a, const Natural &m) {
         const unsigned n = zokecc::limbs_for<L>(static_cast<unsigned>(m.word_count()));
         Row<L> x(n);
@@ -43,7 +43,7 @@ protected:
         EXPECT_EQ(natural(out, n), natural(x)) << "over the operand";
     }
 
-    // An odd modulus above 1 of that many words, hard or with a name.
+    // An odd modulus above 1 with the given number of words, hard or a named one.
     Natural drawn_modulus(uint32_t words) {
         mint m = draw.untrimmed(words);
         m.words[0] |= 1;
@@ -51,7 +51,7 @@ protected:
         return Natural(m);
     }
 
-    // Between 1 and m - 1: small, sparse, short, even, and close to m, to its half and its words.
+    // Between 1 and m - 1: small, sparse, short, even, and close to m, to m / 2 and to words of m.
     Natural drawn_operand(const Natural &m) {
         const Natural one(1);
         for (;;) {
@@ -94,7 +94,7 @@ TYPED_TEST(FastInverseOn, KeptIterationForHardModuliOfOneToNineWords) {
     EXPECT_GE(CountingTrace::counts.difference_in_place, rounds(240));
 }
 
-// The last subtraction, m - x, meets words of m in x: a is the inverse of such an x, negated.
+// In the last subtraction, m - x, x has words of m: a is the negated inverse of such an x.
 TYPED_TEST(FastInverseOn, KeptLastDifference) {
     for (uint32_t words = 3; words <= kMaxWords; ++words)
         for (int round = 0; round < rounds(60); ++round) {
@@ -109,7 +109,7 @@ TYPED_TEST(FastInverseOn, KeptLastDifference) {
     EXPECT_GE(CountingTrace::counts.last_difference, rounds(100));
 }
 
-// Operands that share a factor with the modulus have no inverse, but an answer.
+// Operands with a factor in common with the modulus have no inverse, but a defined result.
 TYPED_TEST(FastInverseOn, CommonFactorsGiveWhatTheIterationLeaves) {
     for (uint32_t words = 2; words <= kMaxWords; ++words)
         for (int round = 0; round < rounds(60); ++round) {
@@ -122,7 +122,7 @@ TYPED_TEST(FastInverseOn, CommonFactorsGiveWhatTheIterationLeaves) {
         }
 }
 
-// Long runs of halvings fill the matrix in one go, and a value of zeros below asks for more of them.
+// Long runs of halvings fill the matrix at once, and a value with zero low limbs needs even more.
 TYPED_TEST(FastInverseOn, PowersOfTwoAndTheirNeighbours) {
     const Natural one(1);
     for (const char *name : {"2^288 - 1", "2^288 - 167", "2^256 + 1", "2^255 - 19"})
@@ -145,7 +145,7 @@ TYPED_TEST(FastInverseOn, EveryOperandOfSmallModuli) {
             this->expect_kept(Natural(a), Natural(m));
 }
 
-// mint_EEA_algo takes the fast inverse for odd moduli of up to nine words, and only there.
+// mint_EEA_algo uses the fast inverse only for odd moduli of up to nine words.
 TEST(FastInverseCalls, KeptIterationOnBothSidesOfTheChoice) {
     HardWords draw(7531);
     for (int round = 0; round < rounds(300); ++round) {

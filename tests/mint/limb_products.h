@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Products modulo p on limbs against the definition, for any of the library's moduli.
+// Products modulo p on limbs, compared with the reference, for each of the library's moduli.
 #ifndef ZOKECC_TESTS_MINT_LIMB_PRODUCTS_H
 #define ZOKECC_TESTS_MINT_LIMB_PRODUCTS_H
 
@@ -11,7 +11,7 @@
 
 namespace zokecc_test {
 
-// Odd moduli of that many words with a top word other than zero: the curves', others with a name,
+// Odd moduli of the given number of words with a nonzero top word: the curves', other named ones,
 // and `hard` hard ones.
 inline std::vector<mint> moduli_of(uint32_t words, HardWords &draw, int hard) {
     std::vector<mint> out;
@@ -40,8 +40,8 @@ public:
         product_.prepare(p.words, p.len);
     }
 
-    // Compares a b with the definition. Returns false if the quotient was left open, which may be
-    // near a multiple of p only, and then nothing may have been written.
+    // Compares a b with the reference. Returns false if the quotient was left open, which may happen
+    // only near a multiple of p, and then nothing may have been written.
     bool check(const mint &a, const mint &b) {
         const mint expected = defined_product(a, b, p_);
         const bool sure = check_place(a, b, expected, 0);
@@ -64,7 +64,7 @@ private:
         Limb fence = static_cast<Limb>(0xFEFEFEFEu);
     };
 
-    // The output apart, over a, over b, and all of them one.
+    // A separate output, over a, over b, and all three the same.
     bool check_place(const mint &a, const mint &b, const mint &expected, int place) {
         Number x(a), y(b), apart(p_);
         Number &second = place == 3 ? x : y;
@@ -79,7 +79,7 @@ private:
         return sure;
     }
 
-    // A squaring of its own, where there is one: the bits of the product, in place and not.
+    // A separate squaring, if there is one: same bits as the product, in place and not.
     void check_square(const mint &a, const mint &expected, bool sure) {
         if constexpr (requires(const Limb *x, Limb *out) { product_.square(x, out); }) {
             for (bool in_place : {false, true}) {
@@ -94,7 +94,7 @@ private:
         }
     }
 
-    // Within sixteen units of the guard of 0 or of p: no more limbs than that are in doubt.
+    // Within sixteen units of the guard column of 0 or p: only there can the quotient be open.
     bool is_near_multiple(const mint &rest) const {
         const Natural p(p_);
         const Natural value(rest);
@@ -107,7 +107,7 @@ private:
     Product product_;
 };
 
-// Operands up to p, p included.
+// Operands up to and including p.
 inline mint drawn_operand(HardWords &draw, const mint &p) {
     switch (draw.below(12)) {
     case 0: return p;
@@ -133,7 +133,7 @@ int check_hard_products(const mint &p, unsigned guard_bits, HardWords &draw, int
     return open;
 }
 
-// Products a few units away from a multiple of p, and around every step of the guard there: for
+// Products a few units away from a multiple of p, and around every step of the guard: for
 // each remainder r it finds b = r / a. Returns how many products were left open.
 template <class Product>
 int check_boundary_products(const mint &p, unsigned guard_bits, HardWords &draw) {
@@ -153,7 +153,7 @@ int check_boundary_products(const mint &p, unsigned guard_bits, HardWords &draw)
     return open;
 }
 
-// A multiple of p exactly, which the guard can never tell from the quotient below it.
+// Exact multiples of p, which the guard can never distinguish from the quotient below.
 template <class Product>
 void check_exact_multiples(const mint &p, unsigned guard_bits, HardWords &draw) {
     LimbProducts<Product> products(p, guard_bits);
@@ -169,7 +169,7 @@ void check_exact_multiples(const mint &p, unsigned guard_bits, HardWords &draw) 
     EXPECT_TRUE(products.check(zero, zero));
 }
 
-// p = f g of that many words, and the products (i f) (j g).
+// p = f g with the given number of words, and the products (i f) (j g).
 template <class Product>
 void check_composite(uint32_t words, unsigned guard_bits, HardWords &draw) {
     const unsigned half = 16 * words;

@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Rows of limbs for the tests of the fast arithmetic, and the limb types there are.
+// Rows of limbs for the tests of the fast arithmetic, and the limb types.
 #ifndef ZOKECC_TESTS_MINT_LIMB_ROWS_H
 #define ZOKECC_TESTS_MINT_LIMB_ROWS_H
 
@@ -25,7 +25,7 @@ using Row = std::vector<L>;
 template <class L>
 constexpr L kAllOnesLimb = static_cast<L>(~L{0});
 template <class L>
-constexpr L kFenceLimb = static_cast<L>(0xFEFEFEFEFEFEFEFEu);  // what no row operation may overwrite
+constexpr L kFenceLimb = static_cast<L>(0xFEFEFEFEFEFEFEFEu);  // must never be overwritten
 
 template <class L>
 Row<L> drawn_limbs(HardWords &draw, size_t count) {
@@ -68,7 +68,7 @@ Natural natural(L limb) {
     return natural(&limb, 1);
 }
 
-// The same with a fence of three behind it.
+// The same with a fence of three after it.
 template <class L>
 Row<L> fenced_limbs(Row<L> limbs) {
     limbs.insert(limbs.end(), 3, kFenceLimb<L>);

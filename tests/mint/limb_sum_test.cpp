@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Sums of products of limbs against naive integers.
+// Sums of products of limbs, compared with naive integers.
 #include "mint/limbs/limb.h"
 #include "tests/mint/limb_rows.h"
 #include "tests/support/counting_trace.h"
@@ -7,7 +7,7 @@
 namespace zokecc_test::limb_sum_test {
 namespace {
 
-// The sum of products that add_column<count> forms, when it fits two limbs.
+// The sum of products that add_column<count> computes, if it fits two limbs.
 template <unsigned count, class L>
 void check_column(HardWords &draw) {
     for (int round = 0; round < rounds(60); ++round) {

@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Rows of limbs against naive integers: the portable bodies and the assembly that replaces them.
+// Rows of limbs, compared with naive integers: the portable bodies and the assembly that replaces them.
 #include "mint/limbs/limb.h"
 
 #include "tests/mint/limb_rows.h"
@@ -13,7 +13,7 @@ constexpr size_t kMaxRow = 19;
 template <class L>
 class LimbRows : public testing::Test {
 protected:
-    // Natural of limbs bits, for the columns that wrap around.
+    // A Natural modulo the limbs' bits, for columns that wrap around.
     static Natural cut(const Natural &value, size_t limbs) {
         return value.low_bits(static_cast<unsigned>(limbs) * zokecc::kLimbBits<L>);
     }
@@ -26,7 +26,7 @@ protected:
         return false;
     }
 
-    // Each length a few times with hard rows a and b; b often is close to a.
+    // Each length a few times with hard rows a and b; b is often close to a.
     template <class Check>
     void for_each_pair(Check check) {
         for (int round = 0; round < rounds(36); ++round)
@@ -109,7 +109,7 @@ TYPED_TEST(LimbRows, DifferenceIsExactInEveryPlaceAndTellsOfWordsOfOnes) {
     EXPECT_GE(with_ones, rounds(300));
 }
 
-// The one word that differs, at every position: no group of a kernel may overlook it.
+// One differing word, at every position: no group of a kernel may miss it.
 TYPED_TEST(LimbRows, OneWordOfOnesIsSeenAtEveryPosition) {
     using L = TypeParam;
     for (size_t n = 1; n <= kMaxRow; ++n)
@@ -182,7 +182,7 @@ TYPED_TEST(LimbRows, MultipleIsTakenOffTheRow) {
     });
 }
 
-// All limbs and the multiplier at their largest carry most.
+// The largest limbs and multiplier give the largest carries.
 TYPED_TEST(LimbRows, RowsOfAllOnesCarryToTheTop) {
     using L = TypeParam;
     for (unsigned n = 1; n <= kMaxRow; ++n) {

@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Reduction one word at a time.
+// Modular reduction word by word.
 #include <zokecc/mint.h>
 
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Multiplication modulo p, and what all three operations do with a zero modulus.
+// Multiplication modulo p, and the behaviour of all three operations with a zero modulus.
 #include <zokecc/mint.h>
 
 #include <gtest/gtest.h>

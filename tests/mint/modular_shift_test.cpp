@@ -70,7 +70,7 @@ TEST(MintModLeftMove1, KeptEqualWordsUnderBorrow) {
 }
 
 TEST(MintModLeftMove1, KeptModulusIsSubtractedInPlaceAndOnce) {
-    // Not reduced on input: the borrow of 2^96 - 1 is lost above word 1.
+    // Unreduced input: the borrow of 2^96 - 1 is lost above word 1.
     mint a = of_words({0, 0, 0x80000000u}), p = one_word(1), out;
     EXPECT_EQ(1, mint_mod_left_move_1(&out, &a, &p));
     EXPECT_TRUE(is_value(out, of_words({0xFFFFFFFFu, 0xFFFFFFFFu, 0, 1})));
@@ -105,7 +105,7 @@ TEST(MintModLeftMoveN, ByZeroOnlyCopies) {
 TEST(MintModLeftMoveN, ValueWiderThanTheModulusReturnsZero) {
     mint a = of_words({1, 2}), p = one_word(0xFFFFFFFFu), out = of_words({});
     EXPECT_EQ(0, mint_mod_left_move_n(&out, &a, &p, 1));
-    EXPECT_TRUE(is_value(out, a));  // what the loop had reached: the copy
+    EXPECT_TRUE(is_value(out, a));  // the loop got no further than the copy
     p = one_word(7), a = one_word(8);
     EXPECT_EQ(0, mint_mod_left_move_n(&a, &a, &p, 5));
     EXPECT_TRUE(is_value(a, one_word(8)));
@@ -156,7 +156,7 @@ TEST(MintModLeftMoveN, IsMultiplicationByAPowerOfTwoForCurvePrimes) {
             ++all;
             if (Natural(out) == product) ++same;
         }
-    EXPECT_GT(same, all * 3 / 4);  // the rest met equal words under a borrow
+    EXPECT_GT(same, all * 3 / 4);  // the others met equal words under a borrow
 }
 
 TEST(MintModLeftMoveN, HardNumbersForEveryModulus) {

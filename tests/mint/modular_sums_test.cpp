@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Sums modulo p on limbs: the definition's where they answer, and they answer unless a word is all ones.
+// Sums modulo p on limbs: equal to the reference's, and given up only if a word may be all ones.
 #include "mint/limbs/modular_sums.h"
 
 #include "tests/mint/kept_rules.h"
@@ -37,7 +37,7 @@ protected:
         p_limbs = limbs_of(p);
     }
 
-    // With a fence behind the used limbs.
+    // With a fence after the used limbs.
     Row<L> limbs_of(const Natural &value) const {
         Row<L> out(n + 1);
         const mint words = value.to_mint();
@@ -57,7 +57,7 @@ protected:
         return false;
     }
 
-    // The output apart, over a, over b.
+    // A separate output, over a, over b.
     void check_add(const Natural &a, const Natural &b) {
         for (int place = 0; place < 3; ++place) {
             Row<L> x = limbs_of(a), y = limbs_of(b), apart = limbs_of(p);
@@ -138,7 +138,7 @@ protected:
 };
 TYPED_TEST_SUITE(ModularSums, Kinds);
 
-// With sums equal to p, one below it, and such that share its top word.
+// With sums equal to p, one below it, and with the same top word as p.
 TYPED_TEST(ModularSums, Additions) {
     this->for_each_modulus([this] {
         const Natural a = this->drawn();

@@ -108,7 +108,7 @@ TEST(MintModSub, KeptDifferenceMultipleOfModulusGivesModulus) {
         EXPECT_EQ(0, mint_mod_sub(&a, &greater, &p, &out));
         EXPECT_TRUE(is_value(out, p)) << b;
         EXPECT_EQ(0, mint_mod_sub(&greater, &a, &p, &out));
-        EXPECT_EQ(0u, out.len) << b;  // the other way round it is zero
+        EXPECT_EQ(0u, out.len) << b;  // with operands swapped it is zero
     }
     mint zero = empty_zero();
     EXPECT_EQ(0, mint_mod_sub(&zero, &p, &p, &out));

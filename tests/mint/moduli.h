@@ -47,7 +47,7 @@ inline std::vector<Modulus> even_moduli() {
     out.push_back({"2^64", Natural::power_of_two(64)});
     out.push_back({"2^256", Natural::power_of_two(256)});
     out.push_back({"2^256 - 2", Natural::power_of_two(256) - Natural(2)});
-    // So long that a step beyond its words would meet the record's length.
+    // So long that a step past its words would reach the record's length.
     out.push_back({"2^576 - 2", Natural::power_of_two(576) - Natural(2)});
     for (const Modulus &odd : curve_moduli()) out.push_back({odd.name + " - 1", odd.value - Natural(1)});
     return out;

@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Products on limbs of 29 bits: in loops, and as the library chooses between these and columns.
+// Products on 29-bit limbs: in loops, and as the library chooses between loops and columns.
 #include "mint/limbs/modulus_29_columns.h"
 
 #include <algorithm>
@@ -9,7 +9,7 @@
 namespace zokecc_test::short_limbs_test {
 namespace {
 
-// multiply_looped in the shape of the others.
+// multiply_looped with the interface of the others.
 struct LoopedLimbs {
     using Limb = uint32_t;
     static constexpr unsigned kElementLimbs = zokecc::kMaxFastWords;
@@ -24,7 +24,7 @@ struct LoopedLimbs {
     zokecc::ShortModulus modulus;
 };
 
-// The words above the quotient, too: nothing there reads them, but they are promised.
+// The words above the quotient, too: nothing reads them, but they are specified.
 TEST(ShortLimbs, ReciprocalIsThatOfTheDefinitionInEveryWord) {
     HardWords draw(7430);
     for (uint32_t words = 1; words <= 9; ++words)
@@ -54,7 +54,7 @@ TEST(ShortLimbs, ChosenProductsAreThoseOfTheDefinition) {
     for (uint32_t words = 5; words <= 9; ++words) check_width<zokecc::AnyShortLimbs>(words, kGuardBits, 7420);
 }
 
-// In loops the modulus is shifted to the top of its last limb; for that many bits a word has to suffice.
+// In loops the modulus is shifted to the top of its last limb; the shift must be less than a word.
 TEST(ShortLimbs, ModuliThatLackTopBitsAreRefused) {
     for (uint32_t words = 5; words <= 9; ++words) {
         const uint32_t spare = words == 5 || words == 9 ? 29 * zokecc::short_limbs(words) - 32 * words : 0;
@@ -72,7 +72,7 @@ TEST(ShortLimbs, ModuliThatLackTopBitsAreRefused) {
     EXPECT_FALSE(zokecc::ShortModulus::fits(ones, 10));
 }
 
-// For so many words: p is scaled by that many bits where it is unrolled, and shifted up before.
+// For each number of words: how p is shifted and, if the kernel is unrolled, scaled.
 TEST(ShortLimbs, EveryShiftOfTheModulus) {
     HardWords draw(7440);
     for (uint32_t words = 6; words <= 8; ++words)
@@ -85,7 +85,7 @@ TEST(ShortLimbs, EveryShiftOfTheModulus) {
         }
 }
 
-// The top bit of a remainder of 256 or 192 bits is not computed but follows from the guard: remainders
+// The top bit of a remainder of 256 or 192 bits is not computed but recovered from the guard: remainders
 // on both sides of it, as close as words allow, and those of the smallest and of the largest moduli.
 TEST(ShortLimbs, TopBitOfTheRemainderFollowsFromTheGuard) {
     HardWords draw(7450);
@@ -112,7 +112,7 @@ TEST(ShortLimbs, TopBitOfTheRemainderFollowsFromTheGuard) {
     }
 }
 
-// Limbs and columns at their largest: the closest that a column comes to overflow.
+// The largest limbs and columns, closest to an overflow of a column.
 template <class Product>
 void check_largest(uint32_t words) {
     const mint p = (Natural::power_of_two(32 * words) - Natural(1)).to_mint();

@@ -26,7 +26,7 @@ TEST(WordLimbs, FiveToNineWordsAreServed) {
     }
 }
 
-// p of a word that is 1: it is shifted the farthest.
+// p with a top word of 1, which needs the largest shift.
 TEST(WordLimbs, EveryShiftOfTheModulus) {
     HardWords draw(7540);
     for (uint32_t words = 5; words <= 9; ++words)

@@ -1,6 +1,6 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Products on 64-bit limbs, summed by the compiler's code and by the assembly, in columns and, where the
-// processor can, in rows.
+// Products on 64-bit limbs, summed by compiled code and by assembly, in columns and, if the
+// processor supports it, in rows.
 #include "mint/limbs/modulus_64.h"
 
 #include "tests/mint/limb_products.h"
@@ -23,7 +23,7 @@ using Products = testing::Types<
     zokecc::FullLimbs<5, zokecc::PortableSum>>;
 TYPED_TEST_SUITE(FullLimbs, Products);
 
-// The widths that N limbs serve: 2 N words and one less, and five to nine words in all.
+// The widths for N limbs: 2 N words and one less, from five to nine words in all.
 TYPED_TEST(FullLimbs, ProductsAreThoseOfTheDefinition) {
     for (uint32_t words = 2 * TypeParam::N - 1; words <= 2 * TypeParam::N && words <= 9; ++words)
         check_width<TypeParam>(words, 64, 7300);

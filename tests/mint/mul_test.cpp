@@ -63,7 +63,7 @@ TEST(MintMul, ProductAboveTheCapacityKeepsTheLowNineteenWords) {
     expect_product(all_ones(19), all_ones(19));
     expect_product(all_ones(10), all_ones(10));
     mint top = of_words({0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 1});
-    expect_product(top, top);  // 2^640: nothing is left
+    expect_product(top, top);  // 2^640: truncated to nothing
 }
 
 TEST(MintMul, LenAboveTheRecordReadsNineteenWords) {

@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Short ways to write the numbers of the integer tests.
+// Shorthands for the numbers of the integer tests.
 #ifndef ZOKECC_TESTS_MINT_NUMBERS_H
 #define ZOKECC_TESTS_MINT_NUMBERS_H
 
@@ -13,8 +13,8 @@
 
 namespace zokecc_test {
 
-// These words, least significant first, as they stand, zero top words included. The words
-// above them are rubbish.
+// The given words, least significant first, including zero top words. The words
+// above them are garbage.
 inline mint of_words(std::initializer_list<uint32_t> words) {
     mint out;
     for (uint32_t &word : out.words) word = 0xBAD0BAD0u;
@@ -24,10 +24,10 @@ inline mint of_words(std::initializer_list<uint32_t> words) {
 }
 
 inline mint one_word(uint32_t value) { return of_words({value}); }
-inline mint empty_zero() { return of_words({}); }  // zero held as no word
-inline mint word_zero() { return of_words({0}); }  // zero held as one word
+inline mint empty_zero() { return of_words({}); }  // zero without a word
+inline mint word_zero() { return of_words({0}); }  // zero as one word
 
-// A normalised value with rubbish above it.
+// A normalised value with garbage above it.
 inline mint of_hex(const std::string &text) {
     mint value = mint_from_hex(text), out = of_words({});
     for (; out.len < value.len; ++out.len) out.words[out.len] = value.words[out.len];
@@ -41,7 +41,7 @@ inline mint all_ones(uint32_t count) {
     return out;
 }
 
-// A record of words 1, 2, ... 19 with this length, in range or not.
+// A record of words 1, 2, ... 19 with the given length, valid or not.
 inline mint counting_words(uint32_t len) {
     mint out;
     for (uint32_t i = 0; i < MINT_WORDS; ++i) out.words[i] = i + 1;
@@ -49,7 +49,7 @@ inline mint counting_words(uint32_t len) {
     return out;
 }
 
-// Zero as the arithmetic leaves it: no words, and word 0 cleared.
+// Zero as the arithmetic writes it: no words, and word 0 cleared.
 inline ::testing::AssertionResult is_cleared_zero(const mint &got) {
     if (got.len == 0 && got.words[0] == 0) return ::testing::AssertionSuccess();
     return ::testing::AssertionFailure() << "len " << got.len << ", word 0 " << got.words[0];

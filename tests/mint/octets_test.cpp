@@ -19,7 +19,7 @@ mint read(const ByteString &bytes) {
     return *out.get();
 }
 
-// What a conversion to bytes left behind, in a buffer of 100 bytes.
+// The result of a conversion to bytes, in a buffer of 100 bytes.
 struct Written {
     int32_t returned;
     uint32_t len = kUnset;
@@ -189,7 +189,7 @@ TEST(MintToFixedlenOs, ValueWiderThanTheFieldGivesTwo) {
     Written w = fixed(of_hex(wide), 32, 100);
     EXPECT_EQ(2, w.returned);
     EXPECT_EQ(0u, w.len);
-    EXPECT_EQ(wide, w.hex(33));  // the minimal encoding stays in the buffer
+    EXPECT_EQ(wide, w.hex(33));  // the minimal encoding remains in the buffer
     EXPECT_TRUE(w.buffer.untouched_from(33));
 }
 

@@ -56,7 +56,7 @@ TEST(MintExp, KeptBaseNotReduced) {
     EXPECT_TRUE(is_value(power(one_word(9), one_word(1), p), one_word(9)));
     EXPECT_TRUE(is_value(power(wide, one_word(1), p), wide));
     EXPECT_TRUE(is_value(power(p, one_word(1), p), p));
-    // 7 = 1 modulo 6, so this too is the base itself.
+    // 7 = 1 modulo 6, so this is the base itself, too.
     EXPECT_TRUE(is_value(power(one_word(9), one_word(7), p), one_word(9)));
 }
 
@@ -70,7 +70,7 @@ TEST(MintExp, UnreducedBaseIsReducedByTheFirstProduct) {
 TEST(MintExp, KeptExponentReducedModuloPMinusOne) {
     // Modulo the composite 15: 2^15 is 8, but 15 mod 14 is 1.
     EXPECT_TRUE(is_value(power(one_word(2), one_word(15), one_word(15)), one_word(2)));
-    // Modulo the prime 7 with a base that 7 divides: 7^6 is 0, but 6 mod 6 is 0.
+    // Modulo the prime 7 with a base divisible by 7: 7^6 is 0, but 6 mod 6 is 0.
     EXPECT_TRUE(is_value(power(empty_zero(), one_word(6), one_word(7)), one_word(1)));
     // Modulo 2 every exponent vanishes.
     EXPECT_TRUE(is_value(power(empty_zero(), one_word(5), one_word(2)), one_word(1)));

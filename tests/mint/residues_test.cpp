@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Powers on the modulus context of the points against the definition, and as mint_exp chooses.
+// Powers with the fast moduli, compared with the reference, and the choice made by mint_exp.
 #include "mint/limbs/residues.h"
 
 #include <gtest/gtest.h>
@@ -30,7 +30,7 @@ protected:
         return out;
     }
 
-    // Any exponent but zero: dense, sparse, short, and as long as p.
+    // Nonzero exponents: dense, sparse, short, and as long as p.
     mint exponent(const mint &p) {
         for (;;) {
             const mint e = Natural(draw.trimmed(draw.below(3) == 0 ? 1 : p.len)).to_mint();
@@ -71,7 +71,7 @@ TYPED_TEST(ResiduesOf, PowersAreThoseOfTheDefinition) {
     }
 }
 
-// Every length of an exponent around the steps of the window's width, all ones and single bits.
+// All exponent lengths around the steps of the window width, all ones and single bits.
 TYPED_TEST(ResiduesOf, ExponentsOfEveryLength) {
     const mint p = this->served().back();
     const typename TestFixture::Residues residues(p);
@@ -90,7 +90,7 @@ TYPED_TEST(ResiduesOf, ExponentsOfEveryLength) {
         }
 }
 
-// f^2 and f g modulo f g: multiples of the modulus, where the quotient is left open.
+// f^2 and f g modulo f g: multiples of the modulus, for which the quotient is left open.
 TYPED_TEST(ResiduesOf, OpenQuotientsGoToTheDefinition) {
     for (uint32_t words = 5; words <= 9; ++words) {
         const Natural f = Natural::power_of_two(16 * words) - Natural(2 * this->draw.below(1000) + 1);
@@ -114,7 +114,7 @@ TYPED_TEST(ResiduesOf, OpenQuotientsGoToTheDefinition) {
     }
 }
 
-// Reduced, trimmed or not, of any length: what mint_exp meets from outside.
+// What callers may pass to mint_exp: reduced or not, trimmed or not, any length.
 TEST(ResiduesCalls, PowersOnBothSidesOfTheChoice) {
     HardWords draw(7620);
     for (int round = 0; round < rounds(400); ++round) {

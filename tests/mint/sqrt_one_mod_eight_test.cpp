@@ -1,6 +1,6 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Square roots modulo p = 1 (mod 8): the search for a non-residue, the table of exponents,
-// and results that nobody verifies.
+// and unverified results.
 #include <zokecc/mint.h>
 
 #include <gtest/gtest.h>
@@ -18,11 +18,11 @@ namespace {
 
 // Modulo this prime 2, 3, ..., 21 are all squares; it is 1 modulo 16.
 constexpr uint32_t kStubbornPrime = 53881;
-// Not primes, which always have a prime non-residue: modulo these the first numbers whose
-// power of half is -1 are 21, the last fixed candidate, and 22.
+// Not primes, whose smallest non-residue is always prime: modulo these the first numbers whose
+// power (p - 1) / 2 is -1 are 21, the last fixed candidate, and 22.
 constexpr uint32_t kTwentyOneQualifies = 83569;
 constexpr uint32_t kTwentyTwoQualifies = 157753;
-// Modulo 9 the square of no power of a unit is -1, so no candidate ever qualifies.
+// Modulo 9 no power of a unit is -1, so no candidate ever qualifies.
 constexpr uint32_t kHopeless = 9;
 
 uint32_t times(uint32_t a, uint32_t b, uint32_t p) { return static_cast<uint32_t>(uint64_t{a} * b % p); }
@@ -80,11 +80,11 @@ TEST(MintSqrt, EveryNumberModuloPrimesOneModEight) {
 
 TEST(MintSqrt, KeptRootUnverifiedForOneModEight) {
     mint out;
-    EXPECT_EQ(1, root_of(3, 17, out));  // 3 is no square modulo 17
+    EXPECT_EQ(1, root_of(3, 17, out));  // 3 is not a square modulo 17
     EXPECT_TRUE(is_value(out, one_word(kept_root(3, 17, 3))));
     EXPECT_NE(3u, times(out.words[0], out.words[0], 17));
     mint p = of_hex("ffffffffffffffffffffffffffffffff000000000000000000000001"), a = one_word(11);
-    EXPECT_EQ(1, mint_sqrt(&a, &p, &out));  // nor is 11 modulo this one
+    EXPECT_EQ(1, mint_sqrt(&a, &p, &out));  // neither is 11 modulo this one
     EXPECT_NE(Natural(11), mod_mul(Natural(out), Natural(out), Natural(p)));
 }
 
@@ -119,7 +119,7 @@ TEST(MintSqrt, SquaresModuloTheFieldOfP224) {
     EXPECT_EQ(Natural(square), mod_mul(Natural(root), Natural(root), Natural(p)));
 }
 
-// Of the square of the non-residue that is found every step is -1 and makes an entry.
+// For the square of the non-residue found, every step is -1 and adds an entry.
 TEST(MintSqrt, TwoHundredEntriesFillTheTable) {
     // 3 * 2^201 + 1, where 5 is found.
     const mint p = of_hex("600000000000000000000000000000000000000000000000001"), square = one_word(25);

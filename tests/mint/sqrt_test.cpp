@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Square roots modulo primes of the first two kinds, and what is refused.
+// Square roots modulo primes of the first two kinds, and refusals.
 #include <zokecc/mint.h>
 
 #include <gtest/gtest.h>
@@ -48,7 +48,7 @@ TEST(MintSqrt, EveryNumberModuloPrimesThreeModFour) {
             Root root = root_of(a, p);
             ASSERT_EQ(is_square(a, p) ? 1 : 0, root.returned) << a << " modulo " << p;
             if (root.returned == 1) {
-                // Of the two roots the one that this power gives.
+                // The one of the two roots that this power gives.
                 ASSERT_TRUE(is_value(root.value, one_word(power_mod(a, (p + 1) / 4, p))))
                     << a << " modulo " << p;
             }
@@ -125,7 +125,7 @@ TEST(MintSqrt, OutputMayBeTheOperand) {
 TEST(MintSqrt, SquaresModuloCurvePrimesHaveTheirRoot) {
     HardWords draw(251);
     for (const Modulus &modulus : curve_moduli()) {
-        if (modulus.name == "secp224r1 p") continue;  // 1 modulo 8, in a test of its own
+        if (modulus.name == "secp224r1 p") continue;  // 1 modulo 8, has its own test
         mint p = modulus.value.to_mint(), y = draw.reduced(p);
         if (y.len == 0) y = one_word(3);
         mint square = mod_mul(Natural(y), Natural(y), modulus.value).to_mint();

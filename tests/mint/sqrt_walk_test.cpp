@@ -1,6 +1,6 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// The square root modulo p = 1 (mod 8) with one running exponent against the stated walk with its
-// table: the same bits for squares, for other numbers, and for moduli that are not primes.
+// The square root modulo p = 1 (mod 8) with one running exponent, compared with the iteration with a
+// table: the same bits for squares, for other numbers, and for composite moduli.
 #include "mint/by_definition.h"
 
 #include <gtest/gtest.h>
@@ -15,8 +15,8 @@
 namespace zokecc_test::sqrt_walk_test {
 namespace {
 
-// Primes of 160 to 288 bits, p - 1 divisible by 2^3 to 2^192, and at the end two composite numbers
-// for which a small number qualifies all the same.
+// Primes of 160 to 288 bits, p - 1 divisible by 2^3 to 2^192, and two composite numbers at the end
+// for which a small number qualifies nevertheless.
 const char *const kModuli[] = {
     "9a1afe84599f4b430bcace71f8fb2d46f2938809",
     "e3cd593d13e9b67418a947980eb2730000000001",
@@ -35,7 +35,7 @@ const char *const kModuli[] = {
 // Modulo this prime 2, 3, ..., 21 are all squares.
 constexpr const char *kStubborn = "edf51bf6122094ec3d865fea62cbccd8e3c382df0fcae641";
 
-// Under emulation the table takes too long for those with many rounds.
+// Under emulation the table is too slow for those with many rounds.
 std::vector<mint> moduli() {
     std::vector<mint> out;
     for (const char *name : kModuli) {

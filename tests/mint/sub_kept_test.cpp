@@ -1,6 +1,6 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Subtraction where it departs from the textbook. Keys and signatures in the field went
-// through these words; each of these tests fails if one of them is put right.
+// Subtraction in the cases that depart from the textbook. Keys and signatures in the field went
+// through these words; each of these tests fails if one of them is corrected.
 #include <zokecc/mint.h>
 
 #include <gtest/gtest.h>
@@ -11,7 +11,7 @@
 namespace zokecc_test::sub_kept_test {
 namespace {
 
-// Where mint_sub is asked to store.
+// The output of mint_sub.
 enum class Store { kApart, kOverA, kOverB };
 
 mint difference(const mint &a, const mint &b, Store store, int32_t expected_sign = 0) {
@@ -100,7 +100,7 @@ TEST(MintSub, KeptRuleHoldsForHardNumbersInEveryPlace) {
         if (apart != (x < y ? y - x : x - y)) ++departures;
         if (apart != Natural(kept_sub(a, b, Over::kLarger).value)) ++lost_borrows;
     }
-    // The draw has to meet the cases, or it proves nothing.
+    // The draws must have met the cases, otherwise this proves nothing.
     EXPECT_GT(departures, 1000);
     EXPECT_GT(lost_borrows, 100);
 }

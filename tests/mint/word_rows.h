@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Word arrays for the kernel tests, with a fence behind the words that may be written.
+// Word arrays for the kernel tests, with a fence after the words that may be written.
 #ifndef ZOKECC_TESTS_MINT_WORD_ROWS_H
 #define ZOKECC_TESTS_MINT_WORD_ROWS_H
 
@@ -14,9 +14,9 @@ namespace zokecc_test {
 
 using Words = std::vector<uint32_t>;
 
-constexpr uint32_t kFence = 0xFEFEFEFEu;  // what no kernel may overwrite
+constexpr uint32_t kFence = 0xFEFEFEFEu;  // must never be overwritten
 
-// Which array the output is: its own, x, y, or x and y and output all one.
+// The output array: separate, x, y, or x, y and output all the same.
 enum class Place { kApart, kX, kY, kAll };
 constexpr Place kPlaces[] = {Place::kApart, Place::kX, Place::kY, Place::kAll};
 
@@ -31,7 +31,7 @@ inline Words drawn(HardWords &draw, size_t count) {
     return out;
 }
 
-// The words, and a fence of three behind them.
+// The words, and a fence of three after them.
 inline Words fenced(const Words &words) {
     Words out = words;
     out.insert(out.end(), 3, kFence);
