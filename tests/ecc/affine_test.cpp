@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Affine addition and doubling, and the test whether a point lies on the curve.
+// Affine addition and doubling, and the test of the curve equation.
 #include <gtest/gtest.h>
 
 #include "tests/ecc/multiples.h"
@@ -128,7 +128,7 @@ TEST(EccPointAdd, EqualPointsInTwoRecordsDouble) {
     EXPECT_TRUE(same_point(multiples(c)[6], sum(c, P, same)));
 }
 
-// -2 Gx and -Gy modulo p, computed apart from the library.
+// -2 Gx and -Gy modulo p, computed without the library.
 TEST(EccPointAdd, KeptOppositePointsGiveFinitePoint) {
     const Curve &nist = curve("secp256r1");
     ecc_point expected =

@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Multiples of a base point over a precomputed table.
+// Multiples of a base point with a precomputed table.
 #include <gtest/gtest.h>
 
 #include <cstring>
@@ -13,7 +13,7 @@ namespace zokecc_test::comb_test {
 
 namespace {
 
-// A table of one curve, and the multiplication over it.
+// A curve's table, and multiplication with it.
 class Comb {
 public:
     explicit Comb(const Curve &curve) : c(curve), table(std::make_unique<PrecompTable>()) {
@@ -24,7 +24,7 @@ public:
         EXPECT_EQ(0, ecc_fix_point_mul_1(&k, nullptr, &c.a, nullptr, &c.p, &out, table->entry));
         return out;
     }
-    // Every entry but `keep` takes another point, which is not even on the curve.
+    // Replaces every entry but `keep` by another point, which is not even on the curve.
     void poison_all_but(size_t keep) {
         for (size_t i = 0; i < PRECOMP_TABLE_ENTRIES; ++i)
             if (i != keep) table->entry[i] = affine(small(static_cast<uint32_t>(i)), small(1));
@@ -81,7 +81,7 @@ TEST_P(EccFixPointMul1On, ScalarsAroundTheOrder) {
     }
 }
 
-// The multiples of n that have a word more go another way, to the same result.
+// Multiples of n with one word more take another path to the same result.
 TEST_P(EccFixPointMul1On, MultiplesOfTheOrderGiveInfinity) {
     const Curve &c = curve(GetParam());
     Comb comb(c);
@@ -195,8 +195,8 @@ TEST(EccFixPointMul1, LeavesInputsAsTheyWere) {
     EXPECT_TRUE(same_bytes(*table_before, *comb.table));
 }
 
-// Scalars with a non-zero word above those of p do not fit the table. Their product comes from
-// the variable-point routine on entry 1, which asks for one byte more than the scalar has bits.
+// Scalars with a nonzero word above those of p do not fit the table. Their product comes from
+// the variable-point routine on entry 1, which allocates one byte more than the scalar has bits.
 TEST(EccFixPointMul1, WiderScalarsGiveTheTrueProduct) {
     const Curve &c = curve("brainpoolP160r1");
     Comb comb(c);
@@ -254,7 +254,7 @@ TEST(EccFixPointMul1, UnusableFieldSizeGivesInfinity) {
     EXPECT_EQ(0u, counting.allocations);
 }
 
-// The window loses this multiple to its last addition; the comb's mixed additions double.
+// wNAF loses this multiple in its last addition; the comb's mixed addition doubles instead.
 TEST(EccFixPointMul1, IsRightWhereTheWindowMeetsEqualPoints) {
     Comb comb(curve("secp256r1"));
     EXPECT_TRUE(same_point(minus(comb.c, multiples(comb.c)[2]), comb.times(less(comb.c.n, 2))));

@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Between affine and Jacobian form, and the three small changes to a Jacobian point.
+// Conversion between affine and Jacobian form, and the three small operations on a Jacobian point.
 #include <gtest/gtest.h>
 
 #include "tests/ecc/multiples.h"
@@ -177,8 +177,8 @@ TEST(EccInvertPoint, KeptEqualWordsUnderBorrowGiveFffffffe) {
     EXPECT_EQ("fffffffefffffffffffffffffffffffefffffffeffffffffffffffffffffffff", mint_to_hex(point.Y));
 }
 
-// The difference is stored over Y, which is the greater number here: the borrow out of word 1
-// is looked up in a word that has just been overwritten. The true difference is ffffffffffffffff.
+// The difference overwrites Y, which is the larger number here: the borrow out of word 1
+// is read from a word that has just been overwritten. The true difference is ffffffffffffffff.
 TEST(EccInvertPoint, KeptBorrowIsLostWhenYHasMoreWordsThanP) {
     mint p = small(1);
     ecc_jac_point point = jacobian(small(3), mint_from_hex("10000000000000000"), small(1));

@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// The curve of the process: Curve_Init and Curve_Exit.
+// The process-wide curve: Curve_Init and Curve_Exit.
 #include <gtest/gtest.h>
 
 #include <cstring>
@@ -13,7 +13,7 @@ namespace zokecc_test::curve_init_test {
 
 namespace {
 
-// What the process-wide curve held when the object was made.
+// The content of the process-wide curve when the object was created.
 class GlobalSnapshot {
 public:
     GlobalSnapshot() : before_(std::make_unique<GlobalCurve>(global_curve)) {}
@@ -157,7 +157,7 @@ TEST(CurveInit, ZeroOrderLeavesTheQuotientZero) {
     EXPECT_EQ(95u, global_curve.w) << "no used word counts no zero bits";
 }
 
-// The test of G compares two zeros, and the table cannot be built.
+// The check of G compares two zeros, and the table cannot be built.
 TEST(CurveInit, ZeroPrimeReturnsZeroAndLeavesTheTable) {
     ecc_curve_bytes record = tiny();
     ASSERT_EQ(0, Curve_Init(&record));
@@ -170,8 +170,8 @@ TEST(CurveInit, ZeroPrimeReturnsZeroAndLeavesTheTable) {
     EXPECT_TRUE(same_point(kTinyG, global_curve.G));
 }
 
-// Type bits minus the zero bits above the order's top bit in its highest used word: 256 - 0,
-// 256 - 31, 256 - 1 and 256 - 24, whatever the order's own bit length is.
+// The type's bits minus the leading zero bits of the order's highest used word: 256 - 0,
+// 256 - 31, 256 - 1 and 256 - 24, independent of the order's own bit length.
 TEST(CurveInit, WidthComesFromTheTypeAndTheTopWordOfTheOrder) {
     ecc_curve_bytes record = tiny_record<ecc_curve_bytes>(32, 1);
     struct {

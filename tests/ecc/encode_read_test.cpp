@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Octet strings to points: ecc_ByteToPoint. What the named curves answer is in
+// Octet strings to points: ecc_ByteToPoint. The named curves are tested in
 // encode_round_trip_test.cpp.
 #include <gtest/gtest.h>
 #include <zokecc/ecc.h>
@@ -29,7 +29,7 @@ ByteString octets(uint8_t prefix, uint32_t x, uint32_t y, size_t size) {
     return joined({{prefix}, number_bytes(x, size), number_bytes(y, size)});
 }
 
-// The call on an area of exactly the input's size.
+// The call on a buffer of exactly the input's size.
 int32_t read(const ByteString &in, ecc_point_bytes *out) {
     const std::unique_ptr<uint8_t[]> exact(new uint8_t[in.size()]);
     std::copy(in.begin(), in.end(), exact.get());
@@ -50,7 +50,7 @@ void expect_refused(const ByteString &in) {
     EXPECT_TRUE(out.unchanged());
 }
 
-// Refused by the last test, when the record is already filled.
+// Refused by the last check, after the record has been filled.
 void expect_off_curve(const ByteString &in, uint32_t x, uint32_t y, size_t size = kLength) {
     SCOPED_TRACE(to_hex(in));
     GuardedRecord<ecc_point_bytes> out;
@@ -181,7 +181,7 @@ TEST_F(EccByteToPoint, LongestStatedLengthsAreRefusedBeforeTheyAreRead) {
 }
 
 TEST_F(EccByteToPoint, CompressedXWithoutARootIsRefusedAndNothingWritten) {
-    // 103 is 7 modulo 8. At x = 0 the right side is 3, no square.
+    // 103 is 7 modulo 8. At x = 0 the right side is 3, not a square.
     install(legacy_curve(kLength, 103, 2, 3, 3, 6, 1));
     expect_refused(octets(2, 0));
     expect_refused(octets(3, 0));
@@ -195,7 +195,7 @@ TEST_F(EccByteToPoint, PointOffTheCurveIsRefusedWithTheRecordFilled) {
 }
 
 TEST_F(EccByteToPoint, KeptNonSquareModuloPrimesOneModEightFailsTheLastTestOnly) {
-    // 97 is 1 modulo 8. At x = 2 the right side is 15, no square; the meaningless root is written.
+    // 97 is 1 modulo 8. At x = 2 the right side is 15, not a square; the meaningless root is written.
     for (uint8_t prefix : kShort) {
         GuardedRecord<ecc_point_bytes> out;
         EXPECT_EQ(read(octets(prefix, 2), out.get()), -1);
@@ -219,7 +219,7 @@ TEST_F(EccByteToPoint, KeptCoordinatesAboveTheModulusAreAccepted) {
 }
 
 TEST_F(EccByteToPoint, KeptRootLostInTheSubtractionFailsTheLastTest) {
-    // The even root of b is 12345678 00000005 f0000000; p minus it comes out one word too small.
+    // The even root of b is 12345678 00000005 f0000000; p minus it has one word that is too small.
     uninstall();
     global_curve.byte_len = kLength;
     global_curve.p = mint_from_hex("c0000001000000050000001f");

@@ -1,6 +1,6 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Points of the named curves to octet strings and back, in every form, and what the decoder makes
-// of the points that Project Wycheproof collected.
+// Points of the named curves to octet strings and back, in every form, and the decoder's results for
+// the points that Project Wycheproof collected.
 #include <gtest/gtest.h>
 #include <zokecc/ecc.h>
 
@@ -18,7 +18,7 @@ constexpr uint32_t kHybrid = 2;
 
 bool has_slow_roots(const Curve &c) { return c.p.words[0] % 8 == 1; }
 
-// There and back in one form: the octets are as they must be, and so is the record.
+// A round trip in one form: both octets and record must be exact.
 void expect_round_trip(const Curve &c, const ecc_point &P, uint32_t form) {
     const ByteString x = fixed_bytes(P.x, c.byte_len), y = fixed_bytes(P.y, c.byte_len);
     const uint8_t parity = y.back() & 1;
@@ -65,8 +65,8 @@ TEST_P(EccPointOctetsOn, CompressedFormGoesThereAndBack) {
     }
 }
 
-// The first x from 2 on that no point has. Only with roots that nobody verifies the record is
-// filled, with a y that is none.
+// The first x from 2 on without a point. Only with unverified roots is the record
+// filled, with a wrong y.
 TEST_P(EccPointOctetsOn, CompressedXWithoutAPointIsRefused) {
     unsigned refused = 0;
     for (uint32_t x = 2; refused == 0; ++x) {
@@ -103,7 +103,7 @@ TEST_P(EccPointOctetsOn, OneFlippedBitIsNoPointAnyMore) {
 INSTANTIATE_TEST_SUITE_P(Curves, EccPointOctetsOn, testing::ValuesIn(legacy_curve_names()),
                          curve_test_name<testing::TestParamInfo<std::string>>);
 
-// Every public key of the file: accepted exactly where the collection says so.
+// Every public key of the file is accepted if and only if the collection says so.
 void expect_verdicts(const std::string &file, unsigned cases) {
     unsigned checked = 0;
     for (const VectorBlock &block : read_vectors(file)) {

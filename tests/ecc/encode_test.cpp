@@ -20,7 +20,7 @@ constexpr uint32_t kCompressed = 1;
 constexpr uint32_t kHybrid = 2;
 constexpr uint32_t kForms[] = {kUncompressed, kCompressed, kHybrid};
 
-// Coordinates without a pattern; the last byte of y as asked, the bytes behind `length` odd.
+// Coordinates without a pattern; the last byte of y as requested, the bytes after `length` odd.
 ecc_point_bytes some_point(uint32_t length, bool odd) {
     ecc_point_bytes out;
     std::memset(&out, 0xFF, sizeof out);

@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// The kept subtraction in the fast fields, worked out by hand, and the moduli that they serve.
+// The kept subtraction in the fast fields, computed by hand, and the moduli that they accept.
 #include "tests/ecc/field_pairs.h"
 #include "tests/mint/numbers.h"
 

@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Each operation of a fast field on some numbers beside the definition, in every place of the output.
+// Each operation of a fast field on some numbers, compared with the reference, for every output position.
 #ifndef ZOKECC_TESTS_ECC_FAST_FIELD_ON_H
 #define ZOKECC_TESTS_ECC_FAST_FIELD_ON_H
 
@@ -37,7 +37,7 @@ protected:
         return is_value(stored, want);
     }
 
-    // operation(x, out), apart and in place.
+    // operation(x, out), separate and in place.
     template <class Operation>
     static void expect_unary(const On &on, const mint &a, const mint &want, Operation operation) {
         Element x = loaded(on, a);
@@ -48,7 +48,7 @@ protected:
         EXPECT_TRUE(holds(on, x, want)) << mint_to_hex(a) << " in place";
     }
 
-    // operation(x, y, out), apart, over x and over y.
+    // operation(x, y, out), separate, over x and over y.
     template <class Operation>
     static void expect_binary(const On &on, const mint &a, const mint &b, const mint &want,
                               Operation operation) {

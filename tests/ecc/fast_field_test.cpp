@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Every operation of the fast fields against the definition, word for word.
+// Every operation of the fast fields, compared with the reference word for word.
 #include "tests/ecc/fast_field_on.h"
 #include "tests/mint/numbers.h"
 
@@ -31,7 +31,7 @@ TYPED_TEST(FastFieldOn, KeptDifferences) {
     EXPECT_GE(CountingTrace::counts.first_difference, rounds(600));
 }
 
-// For a < b the difference is taken from p, with which it shares words here.
+// For a < b the difference is subtracted from p, which has words in common with it here.
 TYPED_TEST(FastFieldOn, KeptDifferencesFromTheModulus) {
     this->for_each_modulus(30, rounds(60), [this](const auto &on) {
         const Natural p(on.p);
@@ -56,7 +56,7 @@ TYPED_TEST(FastFieldOn, KeptDoublingsAndShifts) {
         this->expect_same_shift(on, loadable(this->draw, on.p), 1);
         this->expect_same_shift(on, loadable(this->draw, on.p),
                                 static_cast<int32_t>(2 + this->draw.below(40)));
-        // The double of this one shares its words with p.
+        // The double of this one has words in common with p.
         const Natural half = Natural(this->draw.relative_of(on.p)) >> 1;
         if (half < p) this->expect_same_shift(on, half.to_mint(), 1);
         const Natural upper = (p + Natural(this->draw.relative_of(on.p))) >> 2;
@@ -80,7 +80,7 @@ TYPED_TEST(FastFieldOn, ProductsAreThoseOfTheDefinition) {
     });
 }
 
-// Products next to a multiple of p, where the quotient is left to the division.
+// Products close to a multiple of p, for which the division computes the quotient.
 TYPED_TEST(FastFieldOn, ProductsNearMultiplesOfTheModulus) {
     this->for_each_modulus(20, rounds(20), [this](const auto &on) {
         const mint a = loadable(this->draw, on.p);
@@ -104,7 +104,7 @@ TYPED_TEST(FastFieldOn, KeptInverses) {
     EXPECT_GE(CountingTrace::counts.difference_in_place, rounds(30));
 }
 
-// The one element that is not reduced, and what the formulas do with it.
+// The only unreduced element, and its use in the formulas.
 TYPED_TEST(FastFieldOn, KeptInverseOfZeroIsTheModulusAndProductsReduceIt) {
     this->for_each_modulus(10, 1, [this](const auto &on) {
         auto zero = this->loaded(on, mint{});
@@ -183,12 +183,12 @@ TYPED_TEST(FastFieldOn, PointsAreLoadedAndStoredByTheirFlag) {
         on.fast.store(P, stored);
         EXPECT_EQ(0u, stored.infinity);
         EXPECT_TRUE(is_value(stored.x, x) && is_value(stored.y, y));
-        // Any flag but 1 is a finite point, and keeps its flag.
+        // Any flag but 1 is a finite point, and the flag is retained.
         EXPECT_TRUE(on.fast.load(ecc_point{7, x, y}, P));
         EXPECT_EQ(7u, P.infinity);
         EXPECT_FALSE(on.fast.load(ecc_point{0, on.p, y}, P));
         EXPECT_FALSE(on.fast.load(ecc_point{0, x, on.p}, P));
-        EXPECT_TRUE(on.fast.load(ecc_point{1, on.p, on.p}, P));  // nobody reads its coordinates
+        EXPECT_TRUE(on.fast.load(ecc_point{1, on.p, on.p}, P));  // its coordinates are never read
         EXPECT_EQ(1u, P.infinity);
     });
 }

@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Multiples of points and their tables over the fast fields against the definition, byte for byte.
+// Multiples of points and tables over the fast fields, compared with the reference byte for byte.
 #include <algorithm>
 #include <memory>
 
@@ -15,7 +15,7 @@ namespace {
 
 using zokecc::ReferenceField;
 
-// The scalars that matter: 0, 1, those around the order, all ones, and hard ones.
+// Critical scalars: 0, 1, those around the order, all ones, and hard ones.
 std::vector<mint> hard_scalars(const Curve &c, HardWords &draw) {
     const Natural n(c.n);
     const Natural one(1);
@@ -42,7 +42,7 @@ std::vector<std::string> served_curves() {
     return out;
 }
 
-// Every byte of the result, from a record of a known pattern on.
+// Every byte of the result, written over a known pattern.
 template <class Field, class Multiple>
 ecc_point multiple_of(const Field &f, Multiple multiple) {
     ecc_point out;
@@ -71,7 +71,7 @@ TYPED_TEST(FastMultiples, WindowMultiples) {
     }
 }
 
-// Short scalars keep the structure of the point for the whole way.
+// Short scalars keep the structure of the point throughout.
 TYPED_TEST(FastMultiples, WindowMultiplesOfAnyPoint) {
     for (const mint &p : served_moduli<TypeParam>(this->draw, rounds(12))) {
         const TypeParam fast(p);
@@ -100,7 +100,7 @@ std::unique_ptr<PrecompTable> table_of(const Field &f, const Curve &c) {
     return table;
 }
 
-// Emulated, a table of eight words would take longer than all else here.
+// Under emulation, a table of eight words would take longer than everything else here.
 bool is_in_reach(const Curve &c) { return c.p.len <= (kEmulated ? 6u : 8u); }
 
 TYPED_TEST(FastMultiples, TablesAndCombMultiples) {
@@ -124,7 +124,7 @@ TYPED_TEST(FastMultiples, TablesAndCombMultiples) {
     }
 }
 
-// Entries that are multiples of nothing, some of them at infinity.
+// Entries that are not multiples of anything, some of them infinity.
 TYPED_TEST(FastMultiples, CombOverAnyEntries) {
     std::vector<ecc_point> entries(PRECOMP_TABLE_ENTRIES);
     for (const mint &p : served_moduli<TypeParam>(this->draw, rounds(4))) {
@@ -141,7 +141,7 @@ TYPED_TEST(FastMultiples, CombOverAnyEntries) {
     }
 }
 
-// What load() refuses ends the work before anything is written.
+// If load() refuses a number, the work stops before anything is written.
 TYPED_TEST(FastMultiples, RefusedNumbersLeaveTheResultAlone) {
     const mint p = served_moduli<TypeParam>(this->draw, 0)[0];
     const TypeParam fast(p);

@@ -1,6 +1,6 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// The exported multiples where the fast fields serve, where they refuse the modulus, and where they
-// refuse a number on the way: each time the formulas over the definition.
+// The exported multiplications when the fast fields accept all, when they refuse the modulus, and when they
+// refuse a number on the way: always the results of the formulas over the reference.
 #include <algorithm>
 #include <memory>
 
@@ -24,7 +24,7 @@ struct Choice {
     bool fast;
 };
 
-// Short limbs take nine words only where they have most of their bits.
+// 29-bit limbs support nine words only with nearly all bits used.
 #define IS_NOT_SHORT(Modulus) &&!std::is_same_v<zokecc::Modulus, zokecc::AnyShortLimbs>
 constexpr bool kWholeWords = true ZOKECC_MODULI(IS_NOT_SHORT);
 
@@ -122,7 +122,7 @@ protected:
         for (ecc_point &entry : out) entry = point(p);
         return out;
     }
-    // Numbers that no fast field takes: p and above, of more words, and not trimmed.
+    // Numbers that no fast field accepts: p and above, too many words, and untrimmed.
     static std::vector<mint> refused(const mint &p) {
         const Natural value(p);
         return {p,
@@ -141,7 +141,7 @@ TEST_F(FastPathChoice, ModulusDecidesOnTheField) {
         int runs = 0;
         EXPECT_EQ(choice.fast, zokecc::run_over_fast_field(choice.p, CountedRun{runs, true})) << choice.why;
         EXPECT_EQ(choice.fast ? 1 : 0, runs) << choice.why;
-        // An operation that a field refuses runs once more, over the reference.
+        // An operation that a field refuses runs again, over the reference.
         runs = 0;
         zokecc::run_over_best_field(choice.p, CountedRun{runs, false});
         EXPECT_EQ(choice.fast ? 2 : 1, runs) << choice.why;
@@ -197,8 +197,8 @@ TEST_F(FastPathChoice, WindowMultiplesOfRefusedNumbers) {
     }
 }
 
-// The first round that meets the refused entry is the last one, or the first: what was done before
-// is done again.
+// The round that first meets the refused entry is the last one, or the first: all earlier work
+// is repeated.
 TEST_F(FastPathChoice, CombMultiplesOverRefusedEntries) {
     for (const Choice &choice : choices()) {
         if (!choice.fast || choice.p.len > 8) continue;
@@ -214,7 +214,7 @@ TEST_F(FastPathChoice, CombMultiplesOverRefusedEntries) {
                 expect_comb(k, table, good, choice.p);
                 table[entry] = affine(bad, good);
                 expect_comb(k, table, good, choice.p);
-                table[entry].infinity = 1;  // then nobody reads it
+                table[entry].infinity = 1;  // then it is never read
                 expect_comb(k, table, good, choice.p);
             }
             ASSERT_FALSE(HasFailure()) << choice.why << ", " << mint_to_hex(bad) << ", " << draw.where();

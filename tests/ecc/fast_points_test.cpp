@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Points over the fast fields against the same formulas over the definition.
+// Points over the fast fields, compared with the same formulas over the reference.
 #include "ecc/jacobian_formulas.h"
 #include "tests/ecc/field_pairs.h"
 #include "tests/support/points.h"

@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// A fast field beside the definition, and the fields there are to test.
+// A fast field together with the reference, and the list of fields to test.
 #ifndef ZOKECC_TESTS_ECC_FIELD_PAIRS_H
 #define ZOKECC_TESTS_ECC_FIELD_PAIRS_H
 
@@ -18,14 +18,14 @@ namespace zokecc_test {
 template <class Modulus>
 using Counted = zokecc::FastField<Modulus, CountingTrace>;
 
-// The fields that the library chooses from, of either kind of machine.
+// The fields that the library chooses from, for both kinds of machine.
 using ChosenFields = ::testing::Types<
 #ifdef __SIZEOF_INT128__
     Counted<zokecc::FullLimbs<3>>, Counted<zokecc::FullLimbs<4>>, Counted<zokecc::FullLimbs<5>>,
 #endif
     Counted<zokecc::AnyWordLimbs>, Counted<zokecc::AnyShortLimbs>>;
 
-// These and what they are made of.
+// These and their components.
 using AllFields = ::testing::Types<
 #ifdef __SIZEOF_INT128__
     Counted<zokecc::FullLimbs<3>>, Counted<zokecc::FullLimbs<4>>, Counted<zokecc::FullLimbs<5>>,
@@ -33,7 +33,7 @@ using AllFields = ::testing::Types<
 #endif
     Counted<zokecc::AnyWordLimbs>, Counted<zokecc::AnyShortLimbs>>;
 
-// Odd moduli of five to nine words that Field serves: with a name, and `hard` hard ones.
+// Odd moduli of five to nine words that Field accepts: named ones, and `hard` hard ones.
 template <class Field>
 std::vector<mint> served_moduli(HardWords &draw, int hard) {
     std::vector<mint> out;
@@ -53,7 +53,7 @@ std::vector<mint> served_moduli(HardWords &draw, int hard) {
     return out;
 }
 
-// Below p and trimmed: what load() takes. Short ones too, and ones that share words with p.
+// Below p and trimmed, as load() needs. Also short ones, and ones with words in common with p.
 inline mint loadable(HardWords &draw, const mint &p) {
     switch (draw.below(10)) {
     case 0: return Natural(draw.below(3)).to_mint();
@@ -69,7 +69,7 @@ inline mint loadable(HardWords &draw, const mint &p) {
     }
 }
 
-// A point of no curve, sometimes at infinity: the formulas do not ask.
+// A point on no curve, sometimes infinity: the formulas do not check.
 inline ecc_point loadable_point(HardWords &draw, const mint &p) {
     ecc_point out{};
     out.infinity = draw.below(8) == 0 ? 1 : 0;

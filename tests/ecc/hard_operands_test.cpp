@@ -1,8 +1,8 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Every routine on numbers where carries and kept subtractions matter, against the model.
+// Every routine on numbers that provoke carries and kept subtractions, compared with the model.
 //
-// The points are not on any curve: no routine asks. Coordinates are close to 0 and to p, share
-// words with it, are zero in both forms; then also unreduced and untrimmed ones.
+// The points are not on any curve: no routine checks. Coordinates are close to 0 and to p, have
+// words in common with p, are zero in both forms; also unreduced and untrimmed ones.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -16,7 +16,7 @@ namespace zokecc_test::hard_operands_test {
 
 namespace {
 
-// The primes of the named curves, and odd moduli of nine words, of one, and of word boundaries.
+// The primes of the named curves, and odd moduli of nine words, of one, and at word boundaries.
 std::vector<std::string> moduli() {
     std::vector<std::string> out;
     for (const std::string &name : all_curve_names()) out.push_back(mint_to_hex(curve(name).p));
@@ -57,7 +57,7 @@ protected:
         mint_mod_mul(&x, &y, &p, &out);
         return out;
     }
-    // Another record of P, so that sums meet equal and opposite points.
+    // A different record of P, so that additions meet equal and opposite points.
     ecc_jac_point rescaled(const ecc_jac_point &P) {
         mint s = hard.reduced(p), square = product(s, s);
         ecc_jac_point out = jacobian(product(P.X, square), product(P.Y, product(square, s)), product(P.Z, s));
@@ -130,7 +130,7 @@ TEST_P(HardOperands, UntrimmedPrimeAgreesWithTheModel) {
     }
 }
 
-// Short scalars keep the structure of the point for the whole way, long ones lose it.
+// Short scalars keep the structure of the point throughout, long ones lose it.
 TEST_P(HardOperands, WindowAgreesWithTheModel) {
     const uint32_t words[] = {2, 8, MINT_WORDS};
     for (uint32_t i = 0; i < 40 && !HasFailure(); ++i) {

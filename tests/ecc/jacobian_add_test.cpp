@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// The addition of two Jacobian points, and its kept answer for equal points.
+// The addition of two Jacobian points, and its kept result for equal points.
 #include <gtest/gtest.h>
 
 #include "tests/ecc/multiples.h"
@@ -98,7 +98,7 @@ TEST(EccJacPointAdd1, OneInfiniteRecordTwiceIsDoubled) {
     EXPECT_TRUE(same_point(at(59, 91, 0), sum97(P, P))) << "the pointers are compared before Z is looked at";
 }
 
-// Only one record given twice is doubled.
+// It doubles only if the same record is passed twice.
 TEST(EccJacPointAdd1, KeptEqualPointsInTwoRecordsGiveInfinity) {
     EXPECT_TRUE(same_point(at(0, 0, 0), sum97(at(3, 6, 1), at(3, 6, 1))));
     EXPECT_TRUE(same_point(at(0, 0, 0), sum97(at(12, 48, 2), at(3, 6, 1))));

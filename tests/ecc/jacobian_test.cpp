@@ -23,8 +23,8 @@ ecc_jac_point twice97(const ecc_jac_point &P) {
     return out;
 }
 
-// The call answers 0 except where it ends in a doubling, whose 1 it passes on; callers look
-// at neither.
+// The call returns 0 except if it ends in a doubling, whose 1 it passes on; callers check
+// neither.
 ecc_jac_point sum97(const ecc_jac_point &P, const ecc_point &Q) {
     ecc_jac_point out{};
     ecc_jac_point_add(&P, &Q, &kA, &kB, &kP97, &out);
@@ -107,7 +107,7 @@ TEST(EccJacPointDouble, DoesNotReadB) {
     EXPECT_TRUE(same_point(at(74, 14, 12), out));
 }
 
-// Z = 1 held in two words is not taken for one: the general formula gives the same numbers.
+// Z = 1 in two words is not recognised as one: the general formula gives the same numbers.
 TEST(EccJacPointDouble, UntrimmedInputGivesTheSameValues) {
     ecc_jac_point P = jacobian(untrimmed(small(3)), untrimmed(small(6)), untrimmed(small(1)));
     EXPECT_TRUE(same_point(at(74, 14, 12), twice97(P)));

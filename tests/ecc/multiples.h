@@ -40,7 +40,7 @@ inline ecc_jac_point scaled(const Curve &curve, const ecc_point &P, const mint &
     return out;
 }
 
-// A z of every size the curve has; its words hold no pattern.
+// A z of the curve's size; its words have no pattern.
 inline mint any_z(const Curve &curve) {
     mint z{};
     mint random = mint_from_hex("7d31b5c58e2209fa64cb9035ef1a7746d3908cbe5127fe036a915bb8c4d2e7f1");
@@ -67,7 +67,7 @@ inline std::vector<std::string> all_curve_names() {
     return names;
 }
 
-// For the names of tests that run once per curve.
+// Names for tests that run once per curve.
 template <class Info>
 std::string curve_test_name(const Info &info) {
     return info.param;

@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// The choice between the comb and the window.
+// The choice between the comb and wNAF.
 #include <gtest/gtest.h>
 
 #include "tests/ecc/multiples.h"
@@ -9,11 +9,11 @@ namespace zokecc_test::point_mul_test {
 
 namespace {
 
-// The window allocates its digits and the comb nothing, which tells them apart.
+// wNAF allocates its digits and the comb nothing, which distinguishes them.
 class EccPointMul : public testing::Test {
 protected:
     EccPointMul() { ecc_precomputation_point(&c.G, &c.a, &c.b, &c.p); }
-    // Also asserts that the call went the stated way.
+    // Also checks that the call took the expected path.
     ecc_point times(const mint &k, const ecc_point &P, const ecc_point &G, bool over_table) {
         ecc_point out{};
         FailingAlloc counting;
@@ -74,7 +74,7 @@ TEST_F(EccPointMul, TakesTheTableOfTheProcessWhateverTheBasePointIs) {
     EXPECT_TRUE(same_point(multiples(c)[3], times(small(3), other, other, true)));
 }
 
-// KEPT: the window's -1 is not passed on; the output stays as it was.
+// KEPT: the -1 of wNAF is not passed on; the output is unchanged.
 TEST_F(EccPointMul, KeptFailureIsHidden) {
     mint k = small(6);
     const ecc_point &P = multiples(c)[3];
@@ -93,7 +93,7 @@ TEST_F(EccPointMul, KeptFailureOfAZeroScalarLeavesInfinity) {
     EXPECT_TRUE(same_point(affine_infinity(), out));
 }
 
-// The same multiple of G over the table and through the window.
+// The same multiple of G by the table and by wNAF.
 TEST(EccPointMulOnP256, KeptTwoWaysDifferInOneMultiple) {
     const Curve &c = curve("secp256r1");
     ecc_precomputation_point(&c.G, &c.a, &c.b, &c.p);

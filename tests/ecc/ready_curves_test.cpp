@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// The records of zokecc/curves.h against the vector file's numbers, byte for byte, and through the library.
+// The records of zokecc/curves.h, compared with the vector file byte for byte, and used with the library.
 #include <zokecc/curves.h>
 
 #include <gtest/gtest.h>
@@ -17,7 +17,7 @@ using zokecc_test::session_curve_names;
 struct Ready {
     const char *name;
     const CurvePara *session;
-    const ecc_curve_bytes *process;  // null where Curve_Init has no type for the size
+    const ecc_curve_bytes *process;  // null if Curve_Init has no type for the size
 };
 
 const Ready kReady[] = {
@@ -57,7 +57,7 @@ TEST(ReadyCurves, PassTheLibrarysCheck) {
         EXPECT_EQ(ZOK_OK, ZOK_CurveVerify(ready.session->type, ready.session)) << ready.name;
 }
 
-// The vectors have two curves more: those of the examples of GB/T 32918, which nobody uses otherwise.
+// The vectors have two more curves: those of the examples in GB/T 32918, which are not used elsewhere.
 TEST(ReadyCurves, HaveEveryCurveOfTheVectorsThatIsInUse) {
     std::vector<std::string> ready{"sm2test192", "sm2test256"};
     for (const Ready &one : kReady) ready.push_back(one.name);

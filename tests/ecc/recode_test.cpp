@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// The signed digits of a scalar, and the width of their window.
+// The signed digits of a scalar, and the window width.
 #include "ecc/recode.h"
 
 #include <gtest/gtest.h>
@@ -17,7 +17,7 @@ namespace {
 constexpr int8_t kUnwritten = 0x55;
 constexpr uint32_t kWidths[] = {1, 2, 3, 4};
 
-// The digits in room for one more than allowed, the rest of which stays as it was.
+// The digits, in room for one more than allowed; unused room must remain unchanged.
 std::vector<int8_t> digits_of(const mint &k, int32_t bits, uint32_t width) {
     std::vector<int8_t> digits(static_cast<size_t>(bits) + 2, kUnwritten);
     const int32_t count = zokecc::recode(k, bits, width, digits.data());
@@ -37,7 +37,7 @@ Natural sum_of(const std::vector<int8_t> &digits) {
     return positive - negative;
 }
 
-// What holds for the digits of any scalar.
+// Invariants of the digits of any scalar.
 void expect_digits_of(const mint &k, uint32_t width) {
     const int32_t bits = get_mint_bit_len(&k);
     const std::vector<int8_t> digits = digits_of(k, bits, width);
@@ -46,7 +46,7 @@ void expect_digits_of(const mint &k, uint32_t width) {
         EXPECT_TRUE(digit == 0 || digit % 2 != 0) << int{digit} << " of " << mint_to_hex(k);
         EXPECT_LT(digit < 0 ? -digit : digit, 1 << width) << mint_to_hex(k);
     }
-    // Below the top each digit is followed by as many zeros as the window is wide.
+    // Below the top each nonzero digit is followed by as many zeros as the window is wide.
     for (size_t j = 0; j + 2 * width + 2 < digits.size(); ++j) {
         if (digits[j] == 0) continue;
         EXPECT_EQ(width, static_cast<uint32_t>(std::count(&digits[j + 1], &digits[j + 1 + width], 0)))
@@ -90,7 +90,7 @@ TEST(Recode, DigitsAreThoseOfTheModel) {
     }
 }
 
-// Worked out by hand, the lowest digit first.
+// Computed by hand, the lowest digit first.
 TEST(Recode, DigitsNearTheTopArePositive) {
     EXPECT_EQ((std::vector<int8_t>{1, 1}), digits_of(small(3), 2, 1));
     EXPECT_EQ((std::vector<int8_t>{-1, 0, 0, 1}), digits_of(small(7), 3, 1));

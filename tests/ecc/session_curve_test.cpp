@@ -1,7 +1,7 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// The curve of a session: ZOK_CurveParaCfg.
+// A session's curve: ZOK_CurveParaCfg.
 //
-// The sessions here are plain records on the heap: the call asks for nothing else.
+// The sessions here are plain records on the heap: the call needs nothing else.
 #include <gtest/gtest.h>
 
 #include <cstdlib>
@@ -17,7 +17,7 @@ namespace zokecc_test::session_curve_test {
 
 namespace {
 
-// A session as it is when opened. The record copy that the library allocates is freed here.
+// A freshly opened session. The record copy that the library allocates is freed here.
 class RawSession {
 public:
     RawSession() : context_(std::make_unique<SessionContext>()) {}
@@ -273,7 +273,7 @@ TEST(ZokCurveParaCfg, ZeroOrderLeavesTheQuotientZero) {
     EXPECT_EQ(79u, session->w) << "no used word counts no zero bits";
 }
 
-// Type bits minus the zero bits above the order's top bit in its highest used word.
+// The type's bits minus the leading zero bits of the order's highest used word.
 TEST(ZokCurveParaCfg, WidthComesFromTheTypeAndTheTopWordOfTheOrder) {
     struct {
         uint32_t n, w;

@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// The sums that make a table of multiples, over the reference field.
+// The additions that build a table of multiples, over the reference field.
 #include "ecc/table_builder.h"
 
 #include <gtest/gtest.h>
@@ -63,7 +63,7 @@ TEST_F(TableBuilder, SumsWithInfinityAreTheOtherPoint) {
     EXPECT_TRUE(same_point(c.G, half[3]));
 }
 
-// All but the two entries that stand for no point, which are left alone here.
+// All but the two entries without a point, which are left alone here.
 TEST_F(TableBuilder, TablesOfEveryShape) {
     for (uint32_t words = 1; words <= 4; ++words) {
         const uint32_t size = 1u << words;

@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// The precomputed multiples of a base point, for the process and for a caller's table.
+// The precomputed multiples of a base point, process-wide and in a caller's table.
 #include <gtest/gtest.h>
 
 #include <cstring>
@@ -20,7 +20,7 @@ public:
     }
     ecc_point *entries() { return table_->entry; }
     const ecc_point &operator[](size_t i) const { return table_->entry[i]; }
-    // True if every byte of the entries from `first` on still holds the pattern.
+    // True if all entries from `first` on still hold the pattern.
     bool untouched_from(size_t first) const {
         const uint8_t *bytes = reinterpret_cast<const uint8_t *>(table_->entry);
         for (size_t i = first * sizeof(ecc_point); i < sizeof(PrecompTable); ++i)
@@ -39,7 +39,7 @@ ecc_point zero_words_with_flag() {
     return out;
 }
 
-// Every entry, the three that nobody reads included.
+// Every entry, including the three that are never read.
 void expect_table(const std::vector<ecc_point> &expected, const ecc_point *entries) {
     size_t half = expected.size() / 2;
     for (size_t i = 0; i < expected.size(); ++i)
@@ -60,8 +60,8 @@ TEST_P(PrecomputationOn, EveryEntryIsTheStatedSum) {
     EXPECT_TRUE(table.untouched_from(expected.size())) << "nothing is written above entry 2^(m+1)";
 }
 
-// Through the scalar that an entry stands for and the variable-point routine, which shares no
-// addition with the table. Entries with one and with all bits, and some between.
+// By the scalar of each entry and the variable-point routine, which has no
+// addition in common with the table. Entries with one and with all bits, and some between.
 TEST_P(PrecomputationOn, EntriesAreTheMultiplesTheyStandFor) {
     const Curve &c = curve(GetParam());
     uint32_t m = c.p.len;
@@ -111,7 +111,7 @@ TEST(EccPrecomputationPoint1, InfiniteBasePointGivesInfiniteEntries) {
     EXPECT_TRUE(same_bytes(all_zero(), table[2]));
 }
 
-// The entries are written out of the number, not of the record that it comes in.
+// The entries depend on the number, not on the rest of its record.
 TEST(EccPrecomputationPoint1, NoEntryHasWordsOfTheRecordAboveTheNumber) {
     mint p = small(97), a = small(2), b = small(3);
     ecc_point G = affine(small(3), small(6));
@@ -218,7 +218,7 @@ TEST(EccPrecomputationPoint, ChangesNothingOfTheGlobalCurveButBaseAndTable) {
     EXPECT_EQ(0, std::memcmp(before.get(), &global_curve, offsetof(GlobalCurve, base)));
 }
 
-// The last round computes 2^16 B[m], that is 2^32 G once more; nothing reads it.
+// The last round computes 2^16 B[m], that is 2^32 G again; it is never read.
 TEST(EccPrecomputationPoint, KeptLastRoundOfBasePointsIsComputed) {
     const Curve &c = curve("sm2p256v1");
     std::memset(&global_curve.base, 0xA5, sizeof(global_curve.base));

@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Records of a curve over one word, for tests of a configuration that need no real curve: its
+// Records of a one-word curve, for configuration tests that need no real curve: its
 // table has five entries and takes no time.
 #ifndef ZOKECC_TESTS_ECC_TINY_RECORD_H
 #define ZOKECC_TESTS_ECC_TINY_RECORD_H
@@ -30,7 +30,7 @@ Record tiny_record(unsigned byte_len, uint32_t type) {
 inline const mint kTinyP = small(97);
 inline const ecc_point kTinyG = affine(small(3), small(6));
 
-// The order field holding `value` at its end.
+// The order field with `value` at its end.
 template <class Record>
 void set_order(Record &record, unsigned byte_len, uint32_t value) {
     ByteString bytes = fixed_bytes(small(value), byte_len);

@@ -21,7 +21,7 @@ Equation equation_of(const Curve &c) { return {c.a, c.b, c.p}; }
 // y^2 = x^3 + 2x + 3 modulo 97, on which (3, 6) and (3, 91) lie, and (96, 0).
 const Equation kTiny = {small(2), small(3), small(97)};
 
-// What the call answers; the output starts as a pattern.
+// The call's result; the output starts as a pattern.
 struct Answer {
     int32_t status;
     mint y;
@@ -56,7 +56,7 @@ class EccPointUnpressOn : public testing::TestWithParam<std::string> {};
 // Published multiples of the base point, each with both parities.
 TEST_P(EccPointUnpressOn, GivesTheRootOfTheAskedParity) {
     const Curve &c = curve(GetParam());
-    // p = 1 modulo 8 is slow, and every root goes the same way there.
+    // p = 1 modulo 8 is slow, and every root takes the same path there.
     const uint32_t count = c.p.words[0] % 8 == 1 ? 1 : 20;
     for (uint32_t k = 1; k <= count; ++k) {
         SCOPED_TRACE(k);
@@ -79,15 +79,15 @@ TEST(EccPointUnpress, BothParitiesOnASmallCurve) {
 
 TEST(EccPointUnpress, AnXWithoutARootIsRefused) {
     // 2^3 + 2 * 2 + 5 is 6 modulo 11, and at x = 0 the right side is b.
-    expect_none({small(2), small(5), small(11)}, small(2), 0);  // p = 3 modulo 8, 6 is no square
-    expect_none({small(2), small(3), small(7)}, small(0), 0);   // p = 7 modulo 8, 3 is no square
-    expect_none({small(2), small(3), small(29)}, small(0), 1);  // p = 5 modulo 8, 3 is no square
+    expect_none({small(2), small(5), small(11)}, small(2), 0);  // p = 3 modulo 8, 6 is not a square
+    expect_none({small(2), small(3), small(7)}, small(0), 0);   // p = 7 modulo 8, 3 is not a square
+    expect_none({small(2), small(3), small(29)}, small(0), 1);  // p = 5 modulo 8, 3 is not a square
     expect_none(equation_of(curve("sm2p256v1")), small(2), 0);
     expect_none(equation_of(curve("sm2p256v1")), small(2), 1);
 }
 
 TEST(EccPointUnpress, KeptNonSquareGivesAMeaninglessYModuloPrimesOneModEight) {
-    // 3 is no square modulo 17; what the square root gives for it is not looked at again.
+    // 3 is not a square modulo 17; its meaningless square root is not verified.
     const Equation e = {small(2), small(3), small(17)};
     for (uint32_t parity : {0u, 1u}) {
         const Answer answer = unpress(e, small(0), parity);
@@ -131,7 +131,7 @@ TEST(EccPointUnpress, KeptZeroHasNoRootModuloPrimesFiveModEight) {
 }
 
 TEST(EccPointUnpress, KeptAParityOtherThanZeroAndOneNeverMatches) {
-    // 36^25 = 6 modulo 97 or its opposite: whichever the square root gives, the other comes out.
+    // 36^25 is 6 modulo 97 or its negative: whichever the square root gives, the other one is returned.
     const mint square = small(36), p = small(97);
     mint root;
     ASSERT_EQ(mint_sqrt(&square, &p, &root), 1);
@@ -143,7 +143,7 @@ TEST(EccPointUnpress, KeptAParityOtherThanZeroAndOneNeverMatches) {
 
 TEST(EccPointUnpress, KeptEqualWordsUnderABorrowReachTheOtherRoot) {
     // y^2 = b at x = 0. The square root gives 12345678 00000005 f0000000, which is even; p minus
-    // it meets equal middle words under a borrow, and they give fffffffe and not ffffffff.
+    // it meets equal middle words under a borrow, and they give fffffffe, not ffffffff.
     const Equation e = {small(0), mint_from_hex("64a2d8b561e02106ca10b33c"),
                         mint_from_hex("c0000001000000050000001f")};
     expect_y(e, small(0), 0, mint_from_hex("1234567800000005f0000000"));

@@ -20,8 +20,8 @@ uint32_t power_mod(uint32_t base, uint32_t exponent, uint32_t p) {
     return out;
 }
 
-// The root that the deployed square root of `square` gives, or kNone. Each residue of p has its
-// own way; for p = 1 modulo 8 the answer of mint_sqrt is taken, which has tests of its own.
+// The root that the deployed method gives for `square`, or kNone. Each residue of p has its
+// own method; for p = 1 modulo 8 the result of mint_sqrt is used, which has its own tests.
 uint32_t deployed_root(uint32_t square, uint32_t p) {
     if (p % 4 == 3) {
         const uint32_t root = power_mod(square, (p + 1) / 4, p);
@@ -57,7 +57,7 @@ void check(uint32_t p, uint32_t a, uint32_t b, uint32_t x, uint32_t root) {
     }
 }
 
-// Every b for each of the given a and x, so that every square and non-square comes up.
+// Every b for each of the given a and x, so that every square and non-square occurs.
 void check_prime(uint32_t p, const std::vector<uint32_t> &as, const std::vector<uint32_t> &xs) {
     std::vector<uint32_t> roots;
     for (uint32_t square = 0; square < p; ++square) roots.push_back(deployed_root(square, p));

@@ -21,7 +21,7 @@ protected:
 
     static ecc_point result(const VectorBlock &block) { return affine(block.number("x"), block.number("y")); }
 
-    // KEPT: n - 2 is the one scalar of the files that the window loses, on the four curves whose
+    // KEPT: n - 2 is the only scalar of the files that wNAF loses, on the four curves whose
     // order is 1 modulo 16: the last addition meets an equal point in another record.
     bool lost_by_window(const mint &k) const {
         mint two = small(2), minus_two{};
@@ -53,7 +53,7 @@ TEST_P(PointMulVectors, OtherPointsThroughTheWindow) {
         expect_window(block.number("k"), affine(block.number("Px"), block.number("Py")), result(block));
 }
 
-// The table and the routine that chooses; the global table is built by the public call.
+// The table and the routine that chooses; the process-wide table is built by the public call.
 TEST_P(PointMulVectors, BasePointOverTheGlobalTable) {
     ASSERT_EQ(0, ecc_precomputation_point(&c.G, &c.a, &c.b, &c.p));
     for (const VectorBlock &block : vectors("point_mul.rsp")) {

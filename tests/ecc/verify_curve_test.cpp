@@ -55,7 +55,7 @@ TEST_P(ZokCurveVerifyOn, AnotherOrderIsRefused) {
     const Curve &c = curve(GetParam());
     const Natural n(c.n), one(1);
     EXPECT_EQ(verify(with_order(c, n - one)), ZOK_ERR_INTERNAL);
-    // n + 1 fits, for no order here is all ones.
+    // n + 1 fits, because no order here is all ones.
     EXPECT_EQ(verify(with_order(c, n + one)), ZOK_ERR_INTERNAL);
     EXPECT_EQ(verify(with_order(c, one)), ZOK_ERR_INTERNAL);
     EXPECT_EQ(verify(with_order(c, Natural(c.p))), ZOK_ERR_INTERNAL);
@@ -125,7 +125,7 @@ TEST(ZokCurveVerify, YOfZeroIsRefusedOnAnOtherwiseValidCurve) {
     record.Gx[19] = 96;
     record.Gy[19] = 0;
     EXPECT_EQ(verify(record), ZOK_ERR_INTERNAL);
-    // y = p is zero as well.
+    // y = p is zero, too.
     record.Gy[19] = 97;
     EXPECT_EQ(verify(record), ZOK_ERR_INTERNAL);
 }
@@ -161,8 +161,8 @@ TEST(ZokCurveVerify, KeptMultiplesOfTheOrderAreAccepted) {
 }
 
 TEST(ZokCurveVerify, KeptWindowMeetsInfinityBelowTheOrder) {
-    // The last addition of the signed window meets an equal point at n - 2 * (n mod 16) and answers
-    // infinity, where that remainder is 1, 3, 5 or 7.
+    // The last addition of wNAF meets an equal point at n - 2 * (n mod 16) and returns
+    // infinity if that remainder is 1, 3, 5 or 7.
     struct {
         const char *name;
         uint32_t below;
@@ -218,7 +218,7 @@ TEST(ZokCurveVerify, FailedDigitBufferReturnsMinusOne) {
 TEST(ZokCurveVerify, KeptFailedDigitBufferOfOrderZeroIsNotSeen) {
     const CurvePara record = tiny_with_order(0);
     FailingAlloc failing(1);
-    // The one byte of digits is missing, but the product is infinite before it is asked for.
+    // The one byte of digits cannot be allocated, but the product is infinite before that.
     EXPECT_EQ(verify(record), kHardened ? ZOK_ERR_INTERNAL : ZOK_OK);
     EXPECT_EQ(failing.allocations, 1u);
 }

@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Multiples of any point by the signed window.
+// Multiples of any point by wNAF.
 #include <gtest/gtest.h>
 
 #include <memory>
@@ -31,12 +31,12 @@ mint near_order(const Curve &c, uint32_t factor, int offset) {
 }
 
 // Offsets from n, 2n and 3n within 20 at which the product is lost, and the curves they belong
-// to. The last digit d is odd and below 8 in size, the sum before it is (k - d) P, and k P is
+// to. The last digit d is odd and below 8 in magnitude, the sum before it is (k - d) P, and k P is
 // lost if that is d P: k = 2d modulo n and k = d modulo 16, or twice such a k. For n itself
 // this is d = -(n mod 16) as a signed digit.
 struct LostProducts {
     const char *curve;
-    int near_n, near_2n, near_3n;  // 0 where there is none
+    int near_n, near_2n, near_3n;  // 0 if there is none
 };
 const LostProducts kLost[] = {
     {"secp160r1", -14, 0, -10},      {"secp192r1", -2, -4, -6},    {"secp224r1", 6, 12, -14},
@@ -135,7 +135,7 @@ TEST(EccUnknownPointMul, EveryFlagButOneIsFinite) {
     }
 }
 
-// `bits` bits: ones at both ends, and runs of both kinds between them.
+// `bits` bits: ones at both ends, and runs of ones and zeros between.
 mint scalar_of(unsigned bits) {
     mint out{};
     out.len = (bits + 31) / 32;
@@ -148,8 +148,8 @@ mint scalar_of(unsigned bits) {
     return out;
 }
 
-// The sizes at which the window grows lie at 20, 70 and 300 bits; 608 is the longest scalar.
-// Checked against the scalar reduced by the order, and against the model's digits.
+// The window grows at 20, 70 and 300 bits; 608 is the longest scalar.
+// Compared with the scalar reduced by the order, and with the model's digits.
 TEST(EccUnknownPointMul, ScalarsOfEverySizeAgreeWithTheReducedScalar) {
     for (const char *name : {"brainpoolP160r1", "secp224r1", "sm2p256v1"}) {
         const Curve &c = curve(name);
@@ -191,7 +191,7 @@ TEST(EccUnknownPointMul, UntrimmedScalarIsTheSameNumber) {
     }
 }
 
-// Zero words on top count 32 bits each but the highest, which makes the window wider: four from
+// Zero words on top count 32 bits each except the highest, which makes the window wider: four from
 // eleven words on. There the last addition of n - 2 meets no equal point.
 TEST(EccUnknownPointMul, KeptUntrimmedScalarSelectsAWiderWindow) {
     const Curve &c = curve("secp256r1");
@@ -239,7 +239,7 @@ TEST(EccUnknownPointMul, LeavesInputsAsTheyWereAndDoesNotReadB) {
     EXPECT_TRUE(same_bytes(P0, P));
 }
 
-// KEPT: L + 1 bytes for a scalar of L bits, one byte for zero, and given back in the hardened build
+// KEPT: L + 1 bytes for a scalar of L bits, one byte for zero, freed in the hardened build
 // only.
 TEST(EccUnknownPointMul, KeptDigitBufferStaysAllocated) {
     const Curve &c = curve("brainpoolP160r1");

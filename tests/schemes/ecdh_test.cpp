@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Ecdh_KeyExChg: capacities, ranges, and the three things it does not look at: the peer's
+// Ecdh_KeyExChg: capacities, ranges, and the three things it does not check: the peer's
 // point, a key of zero, and whether the multiplication succeeded.
 #include "tests/support/failing_alloc.h"
 #include "tests/support/legacy_records.h"
@@ -9,7 +9,7 @@ namespace zokecc_test::ecdh_test {
 
 namespace {
 
-// One call with 100 guarded bytes of output, of which `capacity` are announced.
+// One call with 100 guarded bytes of output; the declared size is `capacity`.
 struct Exchange {
     Exchange(const ByteString &key, const PointBytes &point) : d(key), peer(point) {}
     Exchange(uint32_t key, const TinyPoint &P, size_t size = 32)
@@ -138,7 +138,7 @@ TEST(EcdhKeyExChg, KeptDigitBufferStaysAllocated) {
 }
 
 TEST(EcdhKeyExChg, KeptKeyJustBelowTheOrderGivesAZeroSecret) {
-    // n - 2 (n mod 16): the last addition of the signed window meets an equal point.
+    // n - 2 (n mod 16): the last addition of wNAF meets an equal point.
     struct Case {
         const char *name;
         uint32_t below;

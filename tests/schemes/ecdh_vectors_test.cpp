@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Published Diffie-Hellman secrets and public keys, on every curve that Curve_Init takes.
+// Published ECDH secrets and public keys, on every curve that Curve_Init supports.
 #include "tests/support/legacy_records.h"
 #include "tests/support/legacy_vectors.h"
 

@@ -1,7 +1,7 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// ECDSA over the curve of the process beside what all signatures have in common: hashes that do not exist,
-// curves that give no signature, and the leniency that is kept in verifying: r and s are not held against the
-// order, the key need not lie on the curve, and a sum at infinity counts as x = 0.
+// ECDSA on the process-wide curve, except what all signatures have in common: unknown hashes,
+// curves without signatures, and the kept leniency of the verification: r and s are not compared with the
+// order, the key need not be on the curve, and a sum at infinity counts as x = 0.
 #include "tests/schemes/ecdsa_calls.h"
 #include "tests/support/failing_alloc.h"
 
@@ -29,7 +29,7 @@ uint32_t s_for(uint32_t r, uint32_t u2) { return product_modulo(r, inverse_modul
 }  // namespace
 
 TEST(EcdsaDigitalSign, NonceWhoseXIsTheOrderIsDrawnAgain) {
-    // The small curve has no point with x = 991; this one begins there.
+    // The small curve has no point with x = 991; this curve does.
     install(legacy_curve(32, kSmallP, 2, 824, 991, 1, kSmallN));
     FakeEntropy entropy;
     queue_number(entropy, 1u);
@@ -138,8 +138,8 @@ TEST(EcdsaDigitalVeriy, KeptInfiniteSumCountsAsXZero) {
 }
 
 TEST(EcdsaDigitalVeriy, KeptOppositeProductsAddToAFinitePoint) {
-    // u1 G = -(u2 Q) should be infinity; the addition answers with x = -2 x1, and a signature
-    // made for that x passes.
+    // u1 G = -(u2 Q) should be infinity; the addition returns x = -2 x1, and a signature
+    // made for that x is accepted.
     install_small(32);
     unsigned found = 0;
     for (uint32_t number = 0; number < 20; ++number) {
@@ -191,7 +191,7 @@ TEST(EcdsaDigitalVeriy, RecordsOfLengthZeroAreZeros) {
     TinyPoint Q = small_multiple(kD);
     PointBytes nothing{ByteString(), ByteString()};
     EXPECT_EQ(EcdsaVerification(PointBytes(Q.x, Q.y, 32), nothing, kText).run(HASH_ALG_SM3), 0);
-    // A key (0, 0): u2 Q has x = 0 whatever u2, and with e = 0 no r but 0 can come out.
+    // A key of (0, 0): u2 Q has x = 0 for any u2, and with e = 0 the only possible r is 0.
     EXPECT_EQ(EcdsaVerification(nothing, PointBytes(1, 1, 32), kText).run(kUnknownHash), 0);
 }
 

@@ -12,7 +12,7 @@ namespace {
 
 constexpr uint32_t kUntouched = 0x5A5A5A5Au;
 
-// What a draw of `count` bytes gives with the clock at `now`.
+// The bytes of a draw of `count` with the clock at `now`.
 ByteString drawn_bytes(uint32_t count, uint32_t now) {
     FakeEntropy entropy(now);
     ByteString out(count);
@@ -20,7 +20,7 @@ ByteString drawn_bytes(uint32_t count, uint32_t now) {
     return out;
 }
 
-// A clock for which a zero byte is among them but for the last, or none.
+// A clock for which one of them except the last is zero, or none is.
 uint32_t clock_drawing(bool zero, uint32_t count) {
     for (uint32_t now = 1;; ++now) {
         const ByteString padding = drawn_bytes(count, now);
@@ -63,7 +63,7 @@ struct Deformat {
     uint32_t out_len = kUntouched;
 };
 
-// L - 1 bytes without a zero, but for the one at `separator`.
+// L - 1 bytes without a zero, except the one at `separator`.
 ByteString block_with_separator(uint32_t L, uint32_t separator) {
     ByteString block(L - 1);
     for (size_t i = 0; i < block.size(); ++i) block[i] = static_cast<uint8_t>(0x40 + i);
@@ -92,7 +92,7 @@ TEST(EcesFormat, EverySizeUpTo40) {
             const uint32_t drawn = k - m - 1;
             EXPECT_EQ(call.run(k, message), 0);
             EXPECT_EQ(call.out_len, k);
-            // One seeding at the start, and one for every 32 bytes begun.
+            // One seeding at the start, and one for every started 32 bytes.
             EXPECT_EQ(entropy.seedings(), 1 + (drawn + 31) / 32);
             ByteString expected = joined({ByteString(1, 0xA5), drawn_bytes(drawn, now), message});
             expected[drawn] = 0;
@@ -112,7 +112,7 @@ TEST(EcesFormat, NullMessageOfLengthZeroIsEmpty) {
 }
 
 TEST(EcesFormat, KeptZeroBytesAmongThePaddingAreNotReplaced) {
-    // The reader takes the zero byte for the separator, and the message it finds begins too early.
+    // The reader mistakes the zero byte for the separator, and its message begins too early.
     install_small(32);
     const ByteString message = text_bytes("message");
     const uint32_t now = clock_drawing(true, 24);
@@ -206,7 +206,7 @@ TEST(EcesDeformat, NullOutputIsNotNeededWhereNoByteIsWritten) {
     const ByteString block = block_with_separator(24, 22);
     EXPECT_EQ(eces_deformat(block.data(), 23, nullptr, &out_len), 0);
     EXPECT_EQ(out_len, 0u);
-    // One byte is enough to need it, of a block or of a short input.
+    // One byte of a block or of a short input is enough to need it.
     const ByteString one = block_with_separator(24, 21);
     for (uint32_t length : {23u, 1u}) EXPECT_EQ(eces_deformat(one.data(), length, nullptr, &out_len), 1);
     EXPECT_EQ(out_len, 0u);

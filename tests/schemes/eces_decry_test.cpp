@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Eces_Decry: ciphertext lengths, what it refuses, and the shortest form it gives back.
+// Eces_Decry: ciphertext lengths, refusals, and the shortest form that it returns.
 #include "tests/schemes/eces_calls.h"
 #include "tests/support/failing_alloc.h"
 
@@ -135,7 +135,7 @@ TEST(EcesDecry, NumbersAreAThirdOfTheLengthEach) {
 }
 
 TEST(EcesDecry, OneByteShortReadsNarrowerNumbers) {
-    // 11 bytes hold three numbers of 3 bytes; those of 4 bytes are cut in the wrong places.
+    // 11 bytes hold three numbers of 3 bytes; numbers of 4 bytes are split in the wrong places.
     install_small(32);
     const ByteString cipher = joined({ByteString(1, 4), number_bytes(200, 3), number_bytes(100, 3),
                                       number_bytes(300, 3), ByteString(2, 0xEE)});

@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Eces_Encry: the ciphertext, its capacities, and the nonces it draws again.
+// Eces_Encry: the ciphertext, its capacities, and the nonces it rejects.
 #include "tests/schemes/eces_calls.h"
 #include "tests/support/failing_alloc.h"
 
@@ -21,8 +21,8 @@ PointBytes recipient(size_t size = 32) {
     return PointBytes(small_multiple(kRecipient).x, small_multiple(kRecipient).y, size);
 }
 
-// All nonces are drawn, and the last one is used; as many bytes are counted as the capacity admits whole
-// numbers.
+// All nonces are drawn and the last one is used; the length counts the whole numbers that fit the
+// capacity.
 void expect_encrypted(const ByteString &text, const PointBytes &Q, const ByteString &expected,
                       int32_t capacity = kWholeSize, std::vector<uint32_t> nonces = {kK}) {
     SCOPED_TRACE("message of " + std::to_string(text.size()) + ", capacity " + std::to_string(capacity));
@@ -108,7 +108,7 @@ TEST(EcesEncry, SucceedsAtThe1024thDraw) {
     expect_encrypted(kWholeSize, nonces);
 }
 
-// Of a stranger's record: 1,024 nonces would be half a minute of work on a device.
+// With an attacker's record 1,024 nonces would cost a device half a minute.
 TEST(EcesEncry, RecipientWithoutAMultipleIsRefusedBeforeAnyDraw) {
     install_small(32);
     PointBytes zeros(0, 0, 32);
@@ -123,7 +123,7 @@ TEST(EcesEncry, RecipientWithoutAMultipleIsRefusedBeforeAnyDraw) {
     }
 }
 
-// Those beside them have multiples: the first draw serves.
+// Their neighbours have usable multiples: the first draw is used.
 TEST(EcesEncry, RecipientWithOneCoordinateZeroIsServed) {
     install_small(32);
     for (const PointBytes &Q : {PointBytes(0, 5, 32), PointBytes(kSmallP, 5, 32)}) {
@@ -193,7 +193,7 @@ TEST(EcesEncry, RecipientIsReadAtItsOwnLength) {
 }
 
 TEST(EcesEncry, PublishedSecretsMaskTheMessage) {
-    // With the own key of a published exchange as nonce, the point is its public key and the mask
+    // With the private key of a published exchange as nonce, the point is its public key and the mask
     // the published secret.
     auto test = [number = 0u](const VectorBlock &block) mutable {
         install(block.text("Curve"));

@@ -22,7 +22,7 @@ void expect_small_point(const GuardedRecord<ecc_point_bytes> &written, const Tin
     expect_record(written, x_of(P, byte_len), y_of(P, byte_len));
 }
 
-// The public key of d, by Ecc_KeyPair_Gen where there is a mode; d stays as it was, and nothing is drawn.
+// The public key of d, by Ecc_KeyPair_Gen if there is a mode; d is unchanged, and nothing is drawn.
 void expect_derived(const ByteString &d, const ByteString &x, const ByteString &y,
                     std::optional<uint32_t> mode = {}) {
     FakeEntropy entropy;
@@ -34,7 +34,7 @@ void expect_derived(const ByteString &d, const ByteString &x, const ByteString &
     EXPECT_EQ(entropy.number_calls + entropy.calls(), 0u);
 }
 
-// A pair on a small curve from the number that is drawn, with a count for the key's bytes.
+// A pair on a small curve from the drawn number, with a capacity for the key's bytes.
 struct Generated {
     Generated(uint32_t count, uint32_t drawn) : key{bytes.data(), count} {
         FakeEntropy entropy;
@@ -121,7 +121,7 @@ TEST(EccKeyPairGen, CountAboveTheCurveLengthIsLowered) {
 }
 
 TEST(EccKeyPairGen, CountBelowTheCurveLengthLosesTheKeyAndKeepsThePublicKey) {
-    // Also where the shortest form of the key would have fitted.
+    // Even if the shortest form of the key would have fitted.
     install_small(24);
     for (uint32_t count : {0u, 1u, 2u, 23u}) Generated(count, 700).expect({}, small_multiple(700), 24);
 }

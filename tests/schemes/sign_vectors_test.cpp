@@ -1,8 +1,8 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Published ECDSA and SM2 signatures over the curves that Curve_Init takes, the worked examples of GB/T
-// 32918.2 and GM/T 0003.5 among them. Z is the published one. On 256-bit curves the ECDSA calls follow the
-// standard. On shorter ones the standard cuts the digest to the size of the order and these calls do not:
-// there the signatures are held against the equation s k = e + d r with the whole digest as e.
+// Published ECDSA and SM2 signatures on the curves that Curve_Init supports, including the examples of GB/T
+// 32918.2 and GM/T 0003.5. Z is the published one. On 256-bit curves the ECDSA calls follow the
+// standard. On shorter ones the standard truncates the digest to the size of the order and these calls do
+// not: there the signatures are checked with the equation s k = e + d r with the whole digest as e.
 #include "tests/schemes/ecdsa_calls.h"
 #include "tests/schemes/sm2_sign_calls.h"
 #include "tests/support/legacy_vectors.h"
@@ -50,7 +50,7 @@ int32_t verify_sm2(const VectorBlock &block, const PointBytes &sig) {
         .run(block.hash());
 }
 
-// What the numbers alone decide: a zero, or an r not below the field prime.
+// Decided by the numbers alone: a zero, or an r not below the field prime.
 int32_t expected_sm2(const VectorBlock &block) {
     if (block.is_valid()) return 0;
     const Natural r = natural(block.bytes("r")), s = natural(block.bytes("s"));
@@ -63,7 +63,7 @@ bool is_s_plus_n(const VectorBlock &block) {
     return is_legacy(block) && block.has("Reason") &&
            block.text("Reason") == "s + n (congruent, out of range)";
 }
-// Keys 1 and n - 2: 1 / (1 + d) comes out wrong on this order, full of equal words.
+// Keys 1 and n - 2: 1 / (1 + d) is wrong for this order, which is full of equal words.
 bool is_key_of_the_kept_inverse(const VectorBlock &block) {
     if (!is_legacy(block) || !block.has("k")) return false;
     const std::string &d = block.text("d");
@@ -175,7 +175,7 @@ TEST(Sm2SignVectors, KeptInverseChangesTheSignaturesOfTwoKeys) {
 }
 
 TEST(Sm2SignVectors, KeptInverseOfTwoSignsForTheKeyOne) {
-    // 1 / 2 comes out as the number below; the true inverse has all ones in its words 4 and 5.
+    // 1 / 2 is computed as the number below; the true inverse has all ones in its words 4 and 5.
     const Natural half =
         Natural::from_hex("7fffffff7ffffffffffffffefffffffeb901efb590e30295a9ddfa049ceaa092");
     auto test = [&](const VectorBlock &block) {

@@ -1,6 +1,6 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// sm2_Decry: the plaintext for every short length, what it refuses with nothing written, and the
-// check value, which is looked for where C2 begins.
+// sm2_Decry: the plaintext for every short length, refusals with nothing written, and the
+// check value, which is expected at the start of C2.
 #include "tests/schemes/sm2_encrypt_calls.h"
 #include "tests/support/failing_alloc.h"
 
@@ -17,7 +17,7 @@ ByteString good_cipher(size_t L = 32, uint32_t hash = HASH_ALG_SM3, const ByteSt
     return small_sm2_cipher(kD, kK, L, text, hash);
 }
 
-// The check value is not where it is looked for, so that the answer is -1; the plaintext stands there.
+// The check value is not where it is expected, so the result is -1; the plaintext is written.
 template <class Key>
 void expect_decrypted(const Key &d, const ByteString &cipher, const ByteString &plain,
                       uint32_t hash = HASH_ALG_SM3, int32_t status = -1) {
@@ -28,7 +28,7 @@ void expect_decrypted(const Key &d, const ByteString &cipher, const ByteString &
 
 // A ciphertext of one byte that passes the check: the 32 bytes from C2 on are C2 itself and the
 // first 31 bytes of C3, so that C3 can be chosen as soon as C2 is the first byte of the check
-// value. It is for one of 256 nonces and values of C2.
+// value, which is true for one in 256 nonces and values of C2.
 struct Passing {
     Passing(uint32_t d, uint32_t hash) {
         for (uint32_t k = 1; k < kSmallN; ++k) {
@@ -127,7 +127,7 @@ TEST(Sm2Decry, KeyMayHave76Bytes) {
 }
 
 TEST(Sm2Decry, EveryLengthWithoutAMessageByteReturnsMinusOneUnread) {
-    // The areas end where the ciphertext does, also before C1 is complete.
+    // The buffers end where the ciphertext does, even before C1 is complete.
     for (unsigned L : kLegacyLengths) {
         install_small(L);
         const ByteString cipher = good_cipher(L);

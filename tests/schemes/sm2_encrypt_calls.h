@@ -114,7 +114,7 @@ struct Sm2Decryption {
     sm3_msg plain;
 };
 
-// The small curve with another number in place of its order, which makes h = 1009 / n.
+// The small curve with a different number as its order, which makes h = 1009 / n.
 inline void install_with_order(uint32_t n, unsigned byte_len = 32) {
     install(legacy_curve(byte_len, kSmallP, 2, 25, 2, 365, n));
 }

@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// sm2_Encry: the ciphertext for every short length, what it refuses and how much it has written
+// sm2_Encry: the ciphertext for every short length, refusals and how much has been written
 // and drawn by then, and its buffers.
 #include "tests/schemes/sm2_encrypt_calls.h"
 #include "tests/support/failing_alloc.h"
@@ -13,7 +13,7 @@ constexpr uint32_t kK = 77;
 
 const ByteString kText = text_bytes("ten bytes.");
 
-// All nonces are drawn, and the last one is used.
+// All nonces are drawn and the last one is used.
 void expect_encrypted(const PointBytes &Q, const ByteString &text, const ByteString &expected,
                       uint32_t hash = HASH_ALG_SM3, std::initializer_list<uint32_t> nonces = {kK}) {
     FakeEntropy entropy;
@@ -37,7 +37,7 @@ void expect_refused_before_the_loop(Sm2Encryption &call, uint32_t hash) {
     EXPECT_EQ(counter.outstanding, 0);
 }
 
-// Refused in the loop: k is drawn and C1 stands in the area by then.
+// Refused in the loop: by then k is drawn and C1 is written.
 void expect_refused_after_c1(Sm2Encryption &call, const TinyPoint &C1) {
     FakeEntropy entropy;
     queue_number(entropy, kK);
@@ -175,7 +175,7 @@ TEST(Sm2Encry, KeyStreamBufferHoldsAWholeDigestPerStepOfTheCurveLength) {
         unsigned L;
         size_t m, largest;
     };
-    // A step for every L bytes of the message fills 32. Where L is 32 the other buffer, for both
+    // Each step of L bytes of the message fills 32. If L is 32 the other buffer, for both
     // coordinates and the message, is the larger one.
     for (const Case &row : {Case{24, 1000, 41 * 32 + 1}, Case{28, 1000, 35 * 32 + 1}, Case{32, 1000, 1065}}) {
         install_small(row.L);

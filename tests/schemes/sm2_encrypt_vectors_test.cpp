@@ -1,8 +1,8 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Published SM2 ciphertexts, the worked examples of GB/T 32918.4 and GM/T 0003.5 among them,
-// over the curves that Curve_Init takes. On curves shorter than 32 bytes the messages are no
-// longer than a coordinate. Decryption answers -1 for all of them: the check value stands behind
-// C2 and not where it is looked for. The plaintext is there all the same.
+// Published SM2 ciphertexts, including the examples of GB/T 32918.4 and GM/T 0003.5,
+// on the curves that Curve_Init supports. On curves shorter than 32 bytes the messages are no
+// longer than a coordinate. Decryption returns -1 for all of them: the check value is after
+// C2, not where it is expected. The plaintext is written nevertheless.
 #include "tests/schemes/sm2_encrypt_calls.h"
 #include "tests/support/legacy_vectors.h"
 
@@ -17,7 +17,7 @@ ByteString cipher_of(const VectorBlock &block) {
 
 bool is_legacy_and(const VectorBlock &block, const char *key) { return is_legacy(block) && block.has(key); }
 
-// Decrypts to -1, and to what the call has written.
+// Decryption must return -1; returns the plaintext written.
 ByteString decrypted(const VectorBlock &block) {
     install(block.text("Curve"));
     Sm2Decryption call(block.bytes("d"), cipher_of(block));
@@ -46,7 +46,7 @@ TEST(Sm2EncryptVectors, Encrypting) {
 }
 
 TEST(Sm2EncryptVectors, PublishedIntermediatesAreThoseOfTheCiphertext) {
-    // The shared point by the exchange call, the key stream between M and C2, and C3 over both.
+    // The shared point from the exchange call, the key stream from M and C2, and C3 over both.
     auto test = [](const VectorBlock &block) {
         install(block.text("Curve"));
         const ByteString x2 = block.bytes("x2"), y2 = block.bytes("y2"), M = block.bytes("M");
@@ -75,7 +75,7 @@ TEST(Sm2EncryptVectors, KeptDecryptingGivesThePlaintextAndMinusOne) {
 }
 
 TEST(Sm2EncryptVectors, KeptInvalidCiphertextsLeaveWhatTheyDecryptTo) {
-    // A changed C3 is not noticed in the plaintext, a changed C2 changes its own byte, and a
+    // A changed C3 does not affect the plaintext, a changed C2 changes its own byte, and a
     // changed C1 all of it.
     auto test = [](const VectorBlock &block) {
         const std::string written = to_hex(decrypted(block)), reason = block.text("Reason");

@@ -1,6 +1,6 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // sm2_KeyExChg, the call for both roles: the key of the split calls, and confirmation values over
-// the digest's working area with the peer's key behind it. And sm2_RPoint, which never reads its scalar.
+// the digest's working area with the peer's key after it. And sm2_RPoint, which never reads its scalar.
 #include <gtest/gtest.h>
 
 #include "tests/support/exchange_generations.h"
@@ -14,7 +14,7 @@ namespace {
 
 constexpr LegacyKeyCall kWhole[] = {kWholeInitiator, kWholeResponder};
 
-// On the named curve of that length, where words of the coordinates are not zero.
+// On the named curve of that length, where all words of the coordinates are nonzero.
 ExchangeCase full_size_exchange(unsigned byte_len, uint32_t selector) {
     const char *const name = byte_len == 24 ? "secp192r1" : byte_len == 28 ? "secp224r1" : "sm2p256v1";
     for (const VectorBlock &block : exchange_vectors())
@@ -26,8 +26,8 @@ ExchangeCase full_size_exchange(unsigned byte_len, uint32_t selector) {
     throw std::out_of_range("no exchange on such a curve");
 }
 
-// The input of the confirmation hashes put together by hand: 0x02 or 0x03, yU, the digest, 68 zero
-// bytes, the flag, all of x with its count, and what is left of 5 L + 64 bytes from y: none of it
+// The input of the confirmation hashes assembled by hand: 0x02 or 0x03, yU, the digest, 68 zero
+// bytes, the flag, all of x with its count, and the remainder of 5 L + 64 bytes from y: none of it
 // for coordinates of 24 bytes, 20 bytes for 28, and for 32 all of y and 8 zero bytes.
 ByteString confirmation_by_hand(const ExchangeCase &exchange, uint8_t prefix, const ExchangeParty &peer) {
     const size_t L = exchange.curve.byte_len;
@@ -150,7 +150,7 @@ TEST(Sm2RPoint, KeptWritesZeroBytesToYOnly) {
 
 TEST(Sm2RPoint, KeptCountIsIgnored) {
     install(prime_group().curve(32));
-    const ByteString scalar = {0x07};  // nothing behind it may be read
+    const ByteString scalar = {0x07};  // nothing after it may be read
     for (uint32_t count : {0u, 1u, 77u, 0x80000000u, 0xFFFFFFFFu})
         expect_zero_bytes_in_y(scalar.data(), count, 32);
 }

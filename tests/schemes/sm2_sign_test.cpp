@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// sm2_DigitalSign: what it writes, which keys it refuses, which nonces it draws again. On the
+// sm2_DigitalSign: its output, the keys it refuses, the nonces it rejects. On the
 // small curve plain integers predict every signature.
 #include "tests/schemes/sm2_sign_calls.h"
 #include "tests/support/failing_alloc.h"
@@ -13,7 +13,7 @@ constexpr uint32_t kD = 123;
 const ByteString kText = text_bytes("message digest");
 const ByteString kZ = test_bytes(32, 7);
 
-// Signs on the small curve with the nonces given, the last of which has to be the one used.
+// Signs on the small curve with the given nonces, the last of which must be the one used.
 void expect_nonce_used(uint32_t d, const ByteString &text, uint32_t hash,
                        std::initializer_list<uint32_t> nonces) {
     FakeEntropy entropy;
@@ -29,12 +29,12 @@ void expect_signs(uint32_t d, const ByteString &text, uint32_t hash) {
     expect_nonce_used(d, text, hash, {usable_nonce(small_sm2_e(kZ, text, hash), d)});
 }
 
-// A nonce and the message it belongs to.
+// A nonce and its message.
 struct KeptRound {
     uint32_t k;
     ByteString text;
 };
-// The first message, numbered, and nonce for which the condition on e and k holds.
+// The first numbered message and nonce that satisfy the condition on e and k.
 template <class Condition>
 KeptRound find_round(Condition condition) {
     for (uint32_t number = 0; number < 100; ++number) {

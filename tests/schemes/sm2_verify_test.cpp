@@ -1,6 +1,6 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// sm2_DigitalVeriy: its three answers, the order of its checks, and what is kept: r is held
-// against the field prime, s against nothing.
+// sm2_DigitalVeriy: its three results, the order of its checks, and what is kept: r is compared
+// with the field prime, s with nothing.
 #include "tests/schemes/sm2_sign_calls.h"
 #include "tests/support/failing_alloc.h"
 
@@ -27,7 +27,7 @@ int32_t verify(const SmallSignature &sig, uint32_t hash = HASH_ALG_SM3, const By
     return verify(PointBytes(sig.r, sig.s, 32), hash, text);
 }
 
-// What s G + t Q answers, with the kept sum of opposite points, as x modulo n.
+// x of s G + t Q modulo n, with the kept sum of opposite points.
 uint32_t x_of_sum(uint32_t s, uint32_t t, const TinyPoint &Q) {
     TinyPoint tQ = small_group().library_window(small(t), Q);
     return small_group().library_affine_add(small_multiple(s), tQ).x;
@@ -84,7 +84,7 @@ TEST(Sm2DigitalVeriy, OtherMessageZKeyHashOrNumbersReturnOne) {
 }
 
 TEST(Sm2DigitalVeriy, KeptRIsBoundedByTheFieldPrime) {
-    // From the order to the prime r passes the range test, and then equals no reduced number.
+    // From the order up to the prime r passes the range check, and then equals no reduced number.
     install_small(32);
     SmallSignature good = signature_of(kText, HASH_ALG_SM3);
     for (uint32_t r = kSmallN; r < kSmallP; ++r) EXPECT_EQ(verify(SmallSignature{r, good.s}), 1) << r;
@@ -168,7 +168,7 @@ TEST(Sm2DigitalVeriy, RPlusSEqualToTheOrderIsFoundBeforeTheMultiplication) {
 }
 
 TEST(Sm2DigitalVeriy, KeptOppositeProductsAddToAFinitePoint) {
-    // s G = -(t Q) should be infinity; the addition answers with x = -2 x1.
+    // s G = -(t Q) should be infinity; the addition returns x = -2 x1.
     install_small(32);
     unsigned found = 0;
     for (uint32_t number = 0; number < 20; ++number) {
