@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Bad inputs of key agreement over a session's curve, and of devices and sessions themselves.
+// Bad inputs of key agreement on a session's curve, and of devices and sessions.
 #include <array>
 
 #include "tests/robustness/bad_inputs.h"
@@ -131,7 +131,7 @@ void add_sizes(const SessionKeyCall &call) {
         if (call.role == Role::kInitiator)
             size("r = " + to_hex(d), [=](SessionExchange &s) { s.r_record = private_key(d); });
     }
-    // Refused by its length alone: there is one byte behind the pointer.
+    // Refused for its length alone: there is one byte at the pointer.
     static const uint8_t one = 0x41;
     for (uint32_t length : {0xFFFFFFFFu, 0xFFFFFFFFu - 6 * 32 - 2})
         if (call.makes_Z) {
@@ -147,7 +147,7 @@ void add_sizes(const SessionKeyCall &call) {
     if (!call.makes_Z)
         for (uint32_t bytes : {289u - 32u, 0x80000000u, 0xFFFFFFFFu})
             size("ZA of " + std::to_string(bytes) + " bytes", [=](SessionExchange &s) { s.ZA_len = bytes; });
-    // Sums that wrap; with 5 L the last is 1 modulo 2^32.
+    // Sums that wrap around; with 5 L the last is 1 modulo 2^32.
     constexpr uint32_t kMost = 0xFFFFFFFFu, kHalf = 0x80000000u;
     if (!call.makes_Z)
         for (auto [A, B] : {std::pair{kMost, 0u},
@@ -198,7 +198,7 @@ void add_named_curve(const SessionKeyCall &call) {
         });
 }
 
-// An unknown hash: where Z is made it comes before the points, and else behind them.
+// An unknown hash: if Z is computed it is detected before the points, otherwise after them.
 void add_hashes(const SessionKeyCall &call) {
     for (uint32_t selector : {2u, 0xFFFFFFFFu}) {
         const Change there = in_session_with(selector);
@@ -225,7 +225,7 @@ void *unusable_session(unsigned which) {
     return std::array{device.handle(), unknown_type.handle(), type_zero.handle(), no_order.handle()}[which];
 }
 
-// Whatever d is.
+// For any d.
 void add_sessions(const SessionKeyCall &call) {
     for (unsigned which : {0u, 1u, 2u, 3u}) {
         for (uint32_t d : {0u, 1u, 123u})

@@ -1,9 +1,9 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Every call that allocates, with each of its allocations failing in turn: the call answers a failure
-// of its own, and memory is as before but for digit buffers of signed-window products, and in the
-// hardened build without exception.
+// Every call that allocates, with each of its allocations failing in turn: the call returns a failure
+// code of its own, and no memory is left except digit buffers of wNAF multiplications, and in the
+// hardened build none at all.
 //
-// The exact numbers of each call are with its other tests; this table has all of them at once.
+// The exact numbers of each call are in its own tests; this table covers all calls.
 #include <cstdio>
 
 #include "tests/ecc/tiny_record.h"
@@ -18,28 +18,28 @@ using namespace robustness;
 
 namespace {
 
-// What a call gave under a given failure.
+// The outcome of a call with a given failure.
 struct Outcome {
     int64_t status;
     unsigned allocations;
     int outstanding;
     size_t last_size;
-    bool untouched = false;  // no output was written and nothing drawn, where a row can tell
+    bool untouched = false;  // no output was written and nothing drawn, if a row can tell
 };
 
-// The longest digit buffer of a call; its other areas are longer. The scalars here have ten bits,
+// The longest digit buffer of a call; its other buffers are longer. The scalars here have ten bits,
 // and the 128 of x-bar in an exchange.
 constexpr size_t kShortDigits = 12, kXBarDigits = 130;
 
 struct Allocating {
     const char *name;
-    int digit_buffers;                     // that stay when nothing fails
-    unsigned allocations;                  // when nothing fails
-    bool hides_failure;                    // KEPT calls that answer as if nothing had happened
+    int digit_buffers;                     // never freed if nothing fails
+    unsigned allocations;                  // if nothing fails
+    bool hides_failure;                    // KEPT calls that return as if nothing had failed
     std::function<Outcome(unsigned)> run;  // with the failure of the k-th allocation; 0 for none
     size_t longest_digits = kShortDigits;
-    std::vector<uint32_t> failed = {};  // the answers to a failure of each allocation
-    unsigned untouched = 0;             // failures of the first so many leave everything as it was
+    std::vector<uint32_t> failed = {};  // the results for a failure of each allocation
+    unsigned untouched = 0;             // the first allocations whose failure changes nothing
 };
 
 template <class Call>
@@ -64,7 +64,7 @@ Allocating session_row(const NamedSessionCall &call, int digits, const std::vect
             failed,    untouched};
 }
 
-// With a message whose areas are longer than any digits.
+// With a message whose buffers are longer than any digits.
 Allocating scheme_row(const char *name, SchemeCall call, int digits, const std::vector<int32_t> &failed,
                       unsigned untouched = 0, bool hides = false) {
     const auto run = [=](unsigned fail_at) {
@@ -101,7 +101,7 @@ Allocating exchange_row(const exchange::LegacyKeyCall &call) {
             }};
 }
 
-// Two areas for Z where a call makes it.
+// Two buffers for Z if a call computes it.
 Allocating agreement_row(const exchange::SessionKeyCall &call) {
     return {call.name, 2, call.makes_Z ? 4u : 2u, false, [=](unsigned fail_at) {
                 exchange::SessionExchange side(small_exchange(), call.role);
@@ -243,7 +243,7 @@ std::vector<Allocating> all_rows() {
         scheme_row("sm2_Encry", &SchemeArguments::encrypt, 2, {-1, -1, -1, -1}, 2),
         scheme_row("sm2_Decry", &SchemeArguments::decrypt, 2, {-1, -1, -1, -1}, 4, true),
     };
-    // What these answer is with their other tests.
+    // Their results are checked in their own tests.
     rows.push_back(scheme_row("Ecdh_KeyExChg", &SchemeArguments::exchange, 1, {0}, 0, !kHardened));
     rows.push_back(scheme_row("Eces_Encry", &SchemeArguments::eces_encry, 1, {0}, 0, true));
     for (size_t i = rows.size() - 2; i < rows.size(); ++i) rows[i].failed.clear();
@@ -265,7 +265,7 @@ TEST(Allocations, EachFailingInTurnLeavesNothingButDigits) {
         const Outcome whole = row.run(0);
         EXPECT_EQ(whole.allocations, row.allocations);
         EXPECT_EQ(whole.outstanding, kept_digit_buffers(row.digit_buffers));
-        int digits = 0;  // buffers that were there when the call ended
+        int digits = 0;  // digit buffers left at the end of the call
         for (unsigned k = 1; k <= whole.allocations; ++k) {
             SCOPED_TRACE(k);
             const Outcome outcome = row.run(k);
@@ -274,7 +274,7 @@ TEST(Allocations, EachFailingInTurnLeavesNothingButDigits) {
             if (outcome.allocations == k) {
                 EXPECT_EQ(outcome.outstanding, kept_digit_buffers(digits));
                 if (row.digit_buffers > 0 && outcome.last_size <= row.longest_digits) ++digits;
-            } else {  // it went on without
+            } else {  // it continued without
                 EXPECT_GE(outcome.outstanding, 0);
                 EXPECT_LE(outcome.outstanding, kept_digit_buffers(row.digit_buffers));
             }
@@ -294,7 +294,7 @@ TEST(Allocations, EachFailingInTurnLeavesNothingButDigits) {
 }
 
 TEST(Allocations, WideKeyOfAHashSignatureKeepsItsDigits) {
-    // Without digits the public key is infinity, and the range of the key is looked at later.
+    // Without digits the public key is infinity, and the range of the key is checked later.
     const Allocating row =
         session_row(kSignHash, 1, {ZOK_ERR_SIGN, ZOK_ERR_ARGUMENT, ZOK_ERR_INTERNAL}, 3, with_wide_key);
     EXPECT_EQ(row.run(0).status, ZOK_ERR_SIGN);

@@ -1,9 +1,9 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// The table of bad inputs: a row for each, with the exported call that gets it.
+// The table of bad inputs: a row for each, with the exported call.
 //
-// A row makes the call and expects the exact answer, and that nothing was written that the call's
-// comment does not name. The files of this folder add their rows before main; table_test.cpp runs
-// all of them and sees to it that no exported call is left out.
+// A row makes the call and expects the exact result, and that nothing was written that the call's
+// comment does not mention. The files of this folder add their rows before main; table_test.cpp runs
+// all of them and checks that no exported call is missing.
 #ifndef ZOKECC_TESTS_ROBUSTNESS_BAD_INPUTS_H
 #define ZOKECC_TESTS_ROBUSTNESS_BAD_INPUTS_H
 

@@ -1,6 +1,6 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Bad inputs of the calls that install, check and use curves: types of nothing, records with wrong
-// bits, points off the curve and at (0, 0), coordinates of p and above, primes without a word.
+// Bad inputs of the calls that install, check and use curves: unknown types, records with wrong
+// bits, points off the curve and at (0, 0), coordinates of p and above, primes without words.
 #include <zokecc/ecc.h>
 #include <zokecc/sdf.h>
 
@@ -107,7 +107,7 @@ mint words_of_ones(uint32_t len) {
     return out;
 }
 
-// A prime without a word, or with more than eight: no table is built and no product taken.
+// A prime without words, or with more than eight: no table is built and nothing multiplied.
 void add_tables() {
     for (uint32_t len : {0u, 9u, 19u, 20u, 0x80000000u}) {
         const std::string what = "a prime of len " + std::to_string(len);

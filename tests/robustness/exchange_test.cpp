@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Bad inputs of the key exchange over the curve of the process.
+// Bad inputs of the key exchange on the process-wide curve.
 #include "tests/robustness/bad_inputs.h"
 #include "tests/support/failing_alloc.h"
 #include "tests/support/legacy_exchange.h"
@@ -83,7 +83,7 @@ void add_pointers(const Target &target) {
     }
 }
 
-// No curve, or one whose order or modulus is zero, also where zero is held in one word.
+// No curve, or one whose order or modulus is zero, also as one zero word.
 void without_curve(const Target &target) {
     refuses(target, "no curve", [](LegacyExchange &) { uninstall(); });
     for (mint GlobalCurve::*number : {&GlobalCurve::n, &GlobalCurve::p})

@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Bad inputs of the hash, code, derivation and random calls: null sessions and pointers, lengths of
+// Bad inputs of the hash, MAC, derivation and random calls: null sessions and pointers, lengths of
 // 0, below 0 and beyond the bound, unknown selectors.
 #include <zokecc/hash.h>
 
@@ -20,7 +20,7 @@ int any_session = 0;
 const ByteString kText = {'t', 'e', 'x', 't'};
 const ByteString kNothing;
 
-// Refused: the code, and neither the area nor the length written.
+// Refused: the code, and neither the buffer nor the length written.
 template <class Call>
 void refused(const std::string &name, const std::string &input, uint32_t code, Call call) {
     bad(name, input, [=] {

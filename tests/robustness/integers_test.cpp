@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Bad inputs of the integer calls: counts beyond the record, numbers that are not trimmed, moduli of
+// Bad inputs of the integer calls: counts beyond the record, untrimmed numbers, moduli of
 // zero, capacities that are too small, null where it is refused or allowed.
 #include <zokecc/mint.h>
 
@@ -32,7 +32,7 @@ constexpr unsigned kRecordBits = 32 * MINT_WORDS;
 
 using Binary = std::function<void(mint *a, mint *b, mint *out)>;
 
-// The call with a first operand of a wrong count, in all places for the result.
+// The call with a wrong count in the first operand, for all positions of the result.
 void wrong_lens(const std::string &call, Binary run, std::function<Natural(const Natural &)> expected) {
     for (uint32_t len : kWrongLens)
         bad(call, "len " + std::to_string(len), [=] {

@@ -1,6 +1,6 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Nothing hangs: every call that draws, with a generator that is stuck and on curves on which no
-// number is of use, ends after at most 1,024 draws; so do the square root and what rests on it.
+// Nothing hangs: every call that draws, with a stuck generator and on curves without any usable
+// number, ends after at most 1,024 draws; so do the square root and the calls that use it.
 #include "tests/robustness/scheme_arguments.h"
 #include "tests/robustness/session_arguments.h"
 #include "tests/support/legacy_exchange.h"
@@ -13,7 +13,7 @@ namespace {
 
 constexpr unsigned kMost = 1024;
 
-// y^2 = x^3 + ax + b over 1009 elements: what the tests below find degenerate about each.
+// y^2 = x^3 + ax + b over 1009 elements, each degenerate in the way that its test needs.
 struct Degenerate {
     const char *what;
     uint32_t p, a, b, Gx, Gy, n;
@@ -88,7 +88,7 @@ void every_scheme_call_ends(const Curve &curve) {
             SCOPED_TRACE(stuck.what);
             SchemeArguments a;
             ecc_curve_bytes record = curve.legacy_record();
-            Curve_Init(&record);  // 1 and -1 as well: the curve is there all the same
+            Curve_Init(&record);  // returns 1 and -1, too: the curve is installed nevertheless
             FakeEntropy entropy;
             stuck.apply(entropy);
             (a.*call)();
@@ -132,7 +132,7 @@ TEST(Loops, EcdsaOverTheBasePointZeroGivesUpAfter1024Draws) {
     EXPECT_TRUE(legacy.written.unchanged() && a.sig_written.unchanged());
 }
 
-// Moduli of 1 modulo 8 that are no primes: there may be no number whose power is -1.
+// Composite moduli of 1 modulo 8: there may be no number whose power is -1.
 TEST(Loops, SquareRootGivesUpAfterSixtyDraws) {
     for (uint32_t p : {9u, 25u, 33u, 49u, 561u, 1729u, 2465u, 6601u, 0xFFFFFFF1u}) {
         if (p % 8 != 1) continue;

@@ -1,6 +1,6 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Bad inputs of division and modular arithmetic: moduli of zero and one, counts beyond the record,
-// operands that are not reduced, and null where it is refused.
+// unreduced operands, and null where it is refused.
 #include <zokecc/mint.h>
 
 #include "tests/mint/kept_rules.h"
@@ -87,7 +87,7 @@ void add_lens() {
         });
 }
 
-// A modulus of zero, in either form: the result, and what is written.
+// A modulus of zero, in both forms: the result, and what is written.
 void zero_modulus(const std::string &call, std::function<int32_t(const mint *p, mint *out)> run,
                   int32_t result, int64_t value) {
     for (uint32_t len : {0u, 1u})

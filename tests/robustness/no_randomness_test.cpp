@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// The hardened build when the kernel gives no random bytes: every call that draws answers a failure of
+// The hardened build without random bytes from the kernel: every call that draws returns a failure of
 // its family, with one attempt, and writes nothing.
 #ifdef ZOKECC_HARDENED
 
@@ -101,7 +101,7 @@ TEST(NoRandomness, RespondersFailAndWriteNothing) {
     }
 }
 
-// Moduli of 1 modulo 8 for which none of 2 to 21 is what the square root looks for.
+// Moduli of 1 modulo 8 for which none of 2 to 21 is a non-residue.
 TEST(NoRandomness, SquareRootAnswersMinusOneAndWritesNothing) {
     unsigned drew = 0;
     for (uint32_t p : {561u, 1729u, 2465u, 6601u}) {
@@ -119,7 +119,7 @@ TEST(NoRandomness, SquareRootAnswersMinusOneAndWritesNothing) {
     EXPECT_GE(drew, 1u);
 }
 
-// What the failure leaves behind does not stand in the way of the next call.
+// A failure does not affect the next call.
 TEST(NoRandomness, NextCallWorks) {
     SessionArguments a;
     FakeEntropy entropy;

@@ -1,6 +1,6 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Bad inputs of points as byte strings: every length up to beyond the longest, every first byte,
-// forms of nothing, areas that are too small, null.
+// unknown forms, buffers that are too small, null.
 #include <zokecc/ecc.h>
 
 #include "tests/robustness/bad_inputs.h"
@@ -94,7 +94,7 @@ void add_writing() {
     });
 }
 
-// Over 1019 elements, where p is 3 modulo 4: an x without a point, and a prime that is none.
+// Over 1019 elements, where p is 3 modulo 4: an x without a point, and a composite "prime".
 void add_unpress() {
     const mint a = small(2), b = small(25);
     for (uint32_t x = 0; x < 30; ++x) {

@@ -35,7 +35,7 @@ std::vector<Odd> odd_points() {
             {"its opposite", affine(small(2), small(kSmallP - 365))}};
 }
 
-// The same answer as the second statement of the formulas, and nothing beside the record.
+// The same result as the model's formulas, and nothing outside the record.
 void agrees(const std::string &call, const char *what, std::function<void(ecc_point *)> run,
             const ecc_point &want) {
     bad(call, what, [=] {

@@ -1,6 +1,6 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Arguments with which every call of the schemes succeeds, to be spoilt one at a time, and what
-// may not have changed when a call has refused them.
+// Arguments with which every scheme call succeeds, to be broken one at a time, and what
+// must not have changed when a call has refused them.
 #ifndef ZOKECC_TESTS_ROBUSTNESS_SCHEME_ARGUMENTS_H
 #define ZOKECC_TESTS_ROBUSTNESS_SCHEME_ARGUMENTS_H
 
@@ -34,7 +34,7 @@ struct SchemeArguments {
     GuardedBuffer out{200};
     uint32_t out_len = kDescriptorFill;
 
-    // What the calls are given.
+    // The inputs of the calls.
     ecc_scalar *d = &scalar;
     const ecc_point_bytes *Q = key.get();
     const ecc_point_bytes *sig = numbers.get();

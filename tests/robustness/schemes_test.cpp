@@ -1,6 +1,6 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Bad inputs of the calls over the curve of the process: null, lengths beyond the fields, scalars of
-// 0, n, n + 1 and all ones, numbers of signatures out of range, ciphertexts cut short, no curve.
+// Bad inputs of the calls on the process-wide curve: null, lengths beyond the fields, scalars of
+// 0, n, n + 1 and all ones, signature values out of range, truncated ciphertexts, no curve.
 #include "tests/robustness/bad_inputs.h"
 #include "tests/robustness/scheme_arguments.h"
 
@@ -16,7 +16,7 @@ using Hashes = std::vector<uint32_t>;
 
 const Hashes kEveryHash = {HASH_ALG_SM3, HASH_ALG_SHA256, kUnknownHash};
 
-// Refused with the code, whatever the hash; nothing written, drawn or allocated.
+// Refused with the code for any hash; nothing written, drawn or allocated.
 struct Target {
     const char *name;
     int32_t failure;
@@ -53,7 +53,7 @@ Target target(const char *name, SchemeCall call, int32_t failure) {
     return {name, failure, [=](SchemeArguments &a) { return (a.*call)(); }};
 }
 
-// No curve, or one without order or field prime, also where zero is held in one word.
+// No curve, or one without order or field prime, also as one zero word.
 void without_curve(const Target &call, uint32_t mode = 0) {
     call.refuses("no curve", [=](SchemeArguments &a) {
         uninstall();
@@ -158,7 +158,7 @@ void add_keys() {
         }
 }
 
-// Without SM3 ECDSA takes a message of no data for the empty one.
+// Without SM3 ECDSA treats a message without data as empty.
 Hashes hashes_of(const Target &call) {
     return std::string(call.name) == "Ecdsa_DigitalSign" || std::string(call.name) == "Ecdsa_DigitalVeriy"
                ? Hashes{HASH_ALG_SM3}
@@ -204,7 +204,7 @@ void add_signatures() {
         numbers(call, call.failure, 5, 0);
         numbers(call, call.failure, 0, 0);
     }
-    // Without an inverse both products would vanish, and r = 0 would pass for every message.
+    // Without an inverse both products would vanish, and r = 0 would be valid for every message.
     const uint32_t good_r = small_multiple(77).x % kSmallN;
     for (uint32_t s : {0u, 1u, 2u, 7u, 1000u})
         for (uint32_t r : {0u, 5u, good_r}) numbers(ecdsa_verify, 0, r, s * kSmallN);
@@ -276,7 +276,7 @@ void add_eces() {
             open.refuses("first byte " + std::to_string(first),
                          [=](SchemeArguments &a) { a.eces_bytes[0] = static_cast<uint8_t>(first); });
     without_curve(open);
-    // The prefix is not counted, and has to be there all the same.
+    // The prefix is not counted, but required nevertheless.
     const Target empty{"Eces_Decry", -1,
                        [](SchemeArguments &a) { return Eces_Decry(a.d, nullptr, 0, a.area); }};
     empty.refuses("no ciphertext of no bytes", [](SchemeArguments &) {});

@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Arguments with which every call of a session but those of key agreement succeeds, on the small
+// Arguments with which every session call except key agreement succeeds, on the small
 // curve, with all outputs between guards.
 #ifndef ZOKECC_TESTS_ROBUSTNESS_SESSION_ARGUMENTS_H
 #define ZOKECC_TESTS_ROBUSTNESS_SESSION_ARGUMENTS_H
@@ -63,7 +63,7 @@ struct SessionArguments {
         e_bytes = digest;
         e = e_bytes.data();
     }
-    // Every value is bad, and every pointer is there.
+    // Every value is bad, but no pointer is null.
     void spoil_values() {
         key_algorithm = algorithm = kUnknownAlgorithm;
         key_bits = 159;

@@ -1,6 +1,6 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Sessions that cannot serve a call: no curve, no order or modulus, an order above the modulus, an unknown
-// hash. And pairs of faults, with the one that decides.
+// Unusable sessions: no curve, no order or modulus, an order above the modulus, an unknown
+// hash. And pairs of faults, with the one that takes precedence.
 #include <map>
 
 #include "tests/robustness/session_rows.h"
@@ -11,7 +11,7 @@ using namespace robustness;
 
 namespace {
 
-// From a device, with a record of an unknown type, and where there was no memory for the record.
+// From a device, with a record of an unknown type, and without memory for the record.
 void *session_without_curve(int kind) {
     AllocPause prepares_the_row;
     static const CurvelessSession device;
@@ -68,7 +68,7 @@ void no_check(SessionArguments &a) {
 }
 void unknown_hash(SessionArguments &a) { a.session = small_session(kUnknownSelector); }
 
-// What a call says in a session without a curve.
+// A call's result in a session without a curve.
 void without_curve(const NamedSessionCall &call, const std::string &input, const Spoil &spoil) {
     uint32_t sm2 = ZOK_ERR_ARGUMENT, other = ZOK_ERR_ARGUMENT;
     if (call.call == kSign.call) sm2 = other = ZOK_ERR_SIGN;
@@ -145,7 +145,7 @@ void add_unknown_hash() {
     for (uint32_t selector : {kUnknownSelector, 0xFFFFFFFFu})
         refuses(kUserInfo, ZOK_ERR_INTERNAL, "an unknown hash",
                 [=](SessionArguments &a) { a.session = small_session(selector); }, kBoth, {.allocations = 1});
-    // With and without a remainder step of the derivation, whose zero key stream is what is refused.
+    // With and without a remainder step of the derivation, whose zero key stream is refused.
     for (const NamedSessionCall &call : {kDecrypt, kFlatDecrypt})
         for (size_t size : {kSmallL, size_t{1}, size_t{19}, size_t{21}, size_t{40}, size_t{70}}) {
             if (call.call == kDecrypt.call && size != kSmallL) continue;
@@ -161,7 +161,7 @@ void add_unknown_hash() {
         }
 }
 
-// Of the first fault and the second, the first decides.
+// Of two faults the first takes precedence.
 void add_pairs() {
     auto encryption = [](uint32_t status, const char *input, const Spoil &spoil) {
         refuses(kEncrypt, status, input, both(spoil, unknown_algorithms));
@@ -183,7 +183,7 @@ void add_pairs() {
     encryption(ZOK_ERR_INTERNAL, "unknown identifier, no order", in(session_without_order));
     encryption(ZOK_ERR_INTERNAL, "unknown identifier, no h", in(session_without_h));
     encryption(ZOK_ERR_INTERNAL, "unknown identifier, unknown hash", unknown_hash);
-    // With a quotient h of zero as well, which shows only after C1 was written.
+    // Also with a quotient h of zero, which is detected only after C1 was written.
     const Spoil no_h_no_hash = [](SessionArguments &a) {
         a.session = session_with(kSmallP + 1, kSmallP, kUnknownSelector);
     };
@@ -237,7 +237,7 @@ void add_signing_pairs() {
     });
 }
 
-// Where the message is hashed an unknown algorithm comes before everything but the session, and the hash
+// If the message is hashed, an unknown algorithm comes before everything but the session, and the hash
 // before the range of the key or signature.
 void add_message_pairs() {
     for (const NamedSessionCall &call : {kSignHash, kVerifyHash}) {

@@ -17,11 +17,11 @@ enum Algorithms { kBoth, kSm2Only, kOtherOnly };
 struct Memory {
     unsigned fail_at = 0;
     unsigned allocations = 0;
-    int digit_buffers = 0;  // that stay
+    int digit_buffers = 0;  // never freed
 };
 inline constexpr Memory kAnyMemory = {0, 99};
 
-// The answer; nothing written, nothing drawn.
+// The result; nothing written, nothing drawn.
 inline void refuses(const NamedSessionCall &call, uint32_t status, const std::string &input,
                     const Spoil &spoil, Algorithms algorithms = kBoth, Memory memory = {}) {
     bad(call.name, input, [=, run = call.call] {

@@ -1,6 +1,6 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Bad inputs of the session calls but those of key agreement: null, records with wrong sizes, unknown
-// algorithms, scalars of 0, n, n + 1 and all ones. Sessions that cannot serve, and pairs of faults, are in
+// Bad inputs of the session calls except key agreement: null, records with wrong sizes, unknown
+// algorithms, scalars of 0, n, n + 1 and all ones. Unusable sessions, and pairs of faults, are in
 // session_order_test.cpp.
 #include "tests/robustness/session_rows.h"
 
@@ -10,14 +10,14 @@ using namespace robustness;
 
 namespace {
 
-// Whatever the values are.
+// For any values.
 template <class Pointer>
 void null(const NamedSessionCall &call, const char *what, Pointer SessionArguments::*argument,
           Algorithms algorithms = kBoth) {
     const std::string input = std::string("no ") + what;
     refuses(
         call, ZOK_ERR_ARGUMENT, input, [=](SessionArguments &a) { a.*argument = nullptr; }, algorithms);
-    // Where the message is hashed an unknown algorithm comes first.
+    // If the message is hashed, an unknown algorithm comes first.
     const bool hashes = call.call == kSignHash.call || call.call == kVerifyHash.call;
     const auto with_bad_values = [=](SessionArguments &a) {
         const uint32_t algorithm = a.algorithm;
@@ -123,7 +123,7 @@ void add_scalars() {
         for (const NamedSessionCall &call : {kDecrypt, kFlatDecrypt, kEcdh})
             refuses(call, ZOK_ERR_ARGUMENT, "d = " + to_hex(d), spoil);
         refuses(kSign, ZOK_ERR_SIGN, "d = " + to_hex(d), spoil);
-        // The public key of a d wider than the table takes a digit buffer; without one it is infinity. The
+        // The public key of a d wider than the table needs a digit buffer; without one it is infinity. The
         // hardened build refuses d first.
         const bool fits = (d.size() == 20 && d[0] == 0) || kHardened;
         const Memory memory = {.allocations = fits ? 2u : 3u, .digit_buffers = fits ? 0 : 1};
@@ -153,7 +153,7 @@ void add_scalars() {
     }
 }
 
-// A signature that is good but for one of its numbers: (226, 216) by SM2, (761, 681) by ECDSA.
+// A signature valid except for one of its numbers: (226, 216) by SM2, (761, 681) by ECDSA.
 void add_signatures() {
     auto numbers = [](std::string input, const ByteString *r, const ByteString *s) {
         const Spoil spoil = [=, r = r ? *r : ByteString(), s = s ? *s : ByteString()](SessionArguments &a) {

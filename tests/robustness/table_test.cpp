@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Runs the table of bad inputs, and holds it against the list of exported names.
+// Runs the table of bad inputs, and compares it with the list of exported names.
 #include <cstdio>
 #include <fstream>
 #include <map>

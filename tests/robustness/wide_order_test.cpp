@@ -1,7 +1,7 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// The hardened build on a curve whose order has more words than its field, for which it has no arithmetic
-// for secrets: every call that takes or makes one answers a failure of its family, draws nothing and writes
-// nothing, with memory and without.
+// The hardened build on a curve whose order has more words than its field, for which it has no constant-time
+// arithmetic: every call that takes or makes a secret returns a failure of its family, draws nothing and
+// writes nothing, with memory and without.
 #ifdef ZOKECC_HARDENED
 
 #include "tests/robustness/scheme_arguments.h"
@@ -45,7 +45,7 @@ void install_wide_curve() {
 struct SessionRow {
     NamedSessionCall call;
     uint32_t status;
-    std::vector<uint32_t> without_memory = {};  // where a failed allocation is seen before the curve is
+    std::vector<uint32_t> without_memory = {};  // if a failed allocation is detected before the curve
 };
 const SessionRow kSessionRows[] = {
     {kGenerate, ZOK_ERR_INTERNAL},

@@ -21,7 +21,7 @@ struct Outputs {
     GuardedRecord<ECCrefPublicKey> pub;
 };
 
-// The call with r as the number that it draws.
+// The call with r as the drawn number.
 void expect_pair(TemporaryCall call, const Curve &curve, const ByteString &r, const ByteString &x,
                  const ByteString &y) {
     Outputs out;

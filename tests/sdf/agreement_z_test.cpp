@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Given Z values of all lengths: those the key derivation takes, those it refuses without a word,
+// Given Z values of all lengths: those the key derivation accepts, those it silently refuses,
 // and those that do not fit at all.
 #include <gtest/gtest.h>
 
@@ -30,7 +30,7 @@ void expect_accepted(const SessionKeyCall &call, unsigned byte_len, size_t ZA_le
     expect_gives(side, call, use_Z(side, exchange, ZA_len, ZB_len));
 }
 
-// The key stays as it was, everything else is as if nothing were wrong.
+// The key is unchanged, everything else is as in a successful call.
 void expect_key_missing(const SessionKeyCall &call, unsigned byte_len, size_t ZA_len, size_t ZB_len,
                         int klen) {
     const ExchangeCase exchange = tiny_case(prime_group(), byte_len, 0);

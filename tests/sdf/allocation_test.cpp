@@ -1,6 +1,7 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Sizes of what the signing and verifying calls allocate, and what stays. Each allocation failing in turn is
-// in tests/robustness/allocations_test.cpp, opening and closing in device_test.cpp and session_*_test.cpp.
+// Sizes of the allocations of signing and verifying calls, and what is never freed. Each allocation failing
+// in turn is in tests/robustness/allocations_test.cpp, opening and closing in device_test.cpp and
+// session_*_test.cpp.
 #include "tests/sdf/fixtures.h"
 #include "tests/support/failing_alloc.h"
 
@@ -14,7 +15,7 @@ void expect_outcome(const FailingAlloc &counter, unsigned allocations, int digit
     EXPECT_EQ(counter.last_size, last_size);
 }
 
-// A signature of a message by SM2 with the fail_at-th allocation failing, and what it is to do.
+// An SM2 signature of a message with the fail_at-th allocation failing, and the expected outcome.
 void expect_sign_hash(const ECCrefPrivateKey &key, unsigned fail_at, uint32_t status, unsigned allocations,
                       int digit_buffers, size_t last_size) {
     const ByteString message = text_bytes("hello"), id = text_bytes("ALICE");

@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Sessions of a device that holds a curve record. The record belongs to whoever gave it to the
+// Sessions of a device that holds a curve record. The record belongs to its supplier, not to the
 // device: sessions read it, never free it, never write it.
 #include "tests/sdf/device.h"
 #include "tests/support/failing_alloc.h"
@@ -18,7 +18,7 @@ protected:
 
     DeviceContext *device() { return device_.context(); }
     SessionContext *open() { return static_cast<SessionContext *>(open_on(device_)); }
-    // Replaces the device's record; in the end it is compared with what was given last.
+    // Replaces the device's record; at the end it is compared with the last one set.
     void give(const CurvePara &record) {
         record_ = record;
         given_ = image(record_);
@@ -31,7 +31,7 @@ protected:
 
 CurvePara other_record() {
     CurvePara out = small_curve().record(HASH_ALG_SHA256);
-    std::memset(out.p + 20, 0x77, 44);  // bytes behind the number are copied and not read
+    std::memset(out.p + 20, 0x77, 44);  // bytes after the number are copied but not read
     return out;
 }
 

@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// ZOK_ExternalEcdhKeyAgreement: the x coordinate of d P in exactly L bytes, and what is refused.
+// ZOK_ExternalEcdhKeyAgreement: the x coordinate of d P in exactly L bytes, and refusals.
 // Vectors are in ecdh_vectors_test.cpp.
 #include "tests/support/encryption_case.h"
 
@@ -91,7 +91,7 @@ TEST(ZokExternalEcdhKeyAgreement, KeptPeerOfZerosGivesZeroBytes) {
 }
 
 TEST(ZokExternalEcdhKeyAgreement, KeptInfiniteSecretIsWrittenAsZeroBytes) {
-    // (0, 1) on y^2 = x^3 + 2x + 1 modulo 97 has order 56; in a session that states a larger one.
+    // (0, 1) on y^2 = x^3 + 2x + 1 modulo 97 has order 56; the session claims a larger one.
     const TinyCurve group(97, 2, 1);
     const TinyPoint P{false, 0, 1};
     Session session(small_variant(97, 2, 1, P, 96));
@@ -104,7 +104,7 @@ TEST(ZokExternalEcdhKeyAgreement, KeptInfiniteSecretIsWrittenAsZeroBytes) {
 }
 
 TEST(ZokExternalEcdhKeyAgreement, KeptPrivateKeySixBelowTheOrderGivesZeroBytes) {
-    // The signed window meets an equal point there on this curve.
+    // There wNAF meets an equal point on this curve.
     const Curve &c = curve("sm2p256v1");
     mint d{};
     const mint six = small_number(6);

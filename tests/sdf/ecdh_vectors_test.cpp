@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Published Diffie-Hellman secrets on every session curve.
+// Published ECDH secrets on every session curve.
 #include "tests/sdf/fixtures.h"
 #include "tests/support/vector_file.h"
 

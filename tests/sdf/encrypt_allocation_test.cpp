@@ -1,9 +1,9 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// What the encryption, decryption and Diffie-Hellman calls allocate, what is given back, and what
-// they answer and have written when any one of the allocations fails.
+// What the encryption, decryption and ECDH calls allocate and free, and what
+// they return and have written if any one of the allocations fails.
 //
 // KEPT: every multiplication of a point other than G keeps its digit buffer, which stays
-// outstanding here, but for the hardened build. Nothing else ever is.
+// outstanding here, except in the hardened build. Nothing else ever is.
 #include "tests/support/encryption_case.h"
 #include "tests/support/failing_alloc.h"
 
@@ -16,14 +16,14 @@ constexpr size_t kC1Bytes = 1 + 2 * kSmallL;
 
 const ByteString kMessage = test_bytes(kSmallL, 91);
 
-// One run: the answer, the allocations tried and those that are still there.
+// One run: the result, the allocations tried and those never freed.
 struct Outcome {
     uint32_t status;
     unsigned allocations;
     int outstanding;
     bool operator==(const Outcome &) const = default;
 };
-// The same, with so many digit buffers left by the call.
+// The same, with the digit buffers left by the call.
 Outcome with_digits(uint32_t status, unsigned allocations, int digit_buffers) {
     return {status, allocations, kept_digit_buffers(digit_buffers)};
 }
@@ -32,7 +32,7 @@ std::ostream &operator<<(std::ostream &out, const Outcome &o) {
                << o.outstanding << " outstanding";
 }
 
-// Everything that a call writes to, and its arguments, made before the counting starts.
+// The outputs and arguments of a call, made before the counting starts.
 struct Call {
     void *session = small_session();
     ECCrefPublicKey pub = small_public_key();
@@ -47,7 +47,7 @@ struct Call {
         return record.unchanged() && flat.untouched() && plain.untouched() && secret.untouched() &&
                length == kUntouchedLength;
     }
-    // C1 of the nonce 77 and nothing behind it.
+    // C1 of the nonce 77 and nothing after it.
     void expect_only_c1_in_the_record() {
         const TinyPoint C1 = small_multiple(77);
         expect_cipher(record, {small_bytes(C1.x), small_bytes(C1.y), {}, {}});
@@ -99,13 +99,13 @@ uint32_t agree(Call &call) {
     return ZOK_ExternalEcdhKeyAgreement(call.session, &call.priv, &call.pub, call.secret.data());
 }
 
-// The larger of the two buffers that an encryption of `length` bytes on the small curve asks for.
+// The larger of the two buffers that an encryption of `length` bytes on the small curve allocates.
 size_t larger_buffer(int32_t length) {
     Call call;
     const uint8_t message = 0;
     FakeEntropy entropy;
     FailingAlloc failing(2);
-    // The message is not read before both are there.
+    // The message is not read before both are allocated.
     EXPECT_EQ(
         ZOK_ExternalEncrytp_ECC(call.session, &call.pub, &message, length, call.flat.data(), &call.length),
         ZOK_ERR_INTERNAL);
@@ -165,7 +165,7 @@ TEST(ZokExternalEncrytpEccMemory, BuffersAreFreedOnEveryRefusal) {
     EXPECT_EQ(run(call, kNone, encrypt_flat), with_digits(ZOK_ERR_ARGUMENT, 2, 0));
     Session without_h(small_curve_with_order(kSmallP + 1));
     call.session = without_h.handle();
-    // The one digit of h = 0 is kept as well.
+    // The one digit of h = 0 is never freed, either.
     EXPECT_EQ(run(call, kNone, encrypt_flat), with_digits(ZOK_ERR_ARGUMENT, 3, 1));
 }
 
@@ -182,7 +182,7 @@ TEST(ZokExternalEncrytpEccMemory, KeptEveryRoundKeepsItsDigits) {
 }
 
 TEST(ZokExternalEncrytpEccMemory, BuffersHoldTheWholeDigestsOfEveryStepOrTheCheckInput) {
-    // Steps of 20 bytes are filled with digests of 32, and one byte more is asked for: more than
+    // Steps of 20 bytes are filled with digests of 32, and one byte more is allocated: more than
     // the 40 bytes of two coordinates, the message and one byte from 80 bytes on.
     EXPECT_EQ(larger_buffer(100), 160u + 1);
     EXPECT_EQ(larger_buffer(119), 160u + 1);

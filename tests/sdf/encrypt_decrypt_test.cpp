@@ -1,6 +1,6 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// SDF_ExternalDecrypt_ECC with SM2: what comes out, what a changed record gives, and what is written
-// all the same.
+// SDF_ExternalDecrypt_ECC with SM2: the plaintext, the results for changed records, and what is written
+// nevertheless.
 #include "tests/support/encryption_case.h"
 
 namespace zokecc_test::encrypt_decrypt_test {
@@ -9,7 +9,7 @@ namespace {
 
 const ByteString kMessage = test_bytes(kSmallL, 31);
 
-// By both pairs of calls; the record serves messages of a coordinate's length only.
+// By both pairs of calls; the record is only for messages as long as a coordinate.
 std::vector<Decrypted> decrypt_small(const Encrypted &parts, uint32_t d = kSmallD,
                                      uint32_t selector = HASH_ALG_SM3) {
     void *session = small_session(selector);
@@ -40,7 +40,7 @@ TEST(SdfExternalDecryptEcc, GivesTheMessageForEveryNonce) {
 }
 
 TEST(SdfExternalDecryptEcc, GivesTheMessageForEveryKey) {
-    // C1 is 77 G, so that d C1 follows the signed window of that point.
+    // C1 is 77 G, so d C1 follows the wNAF of that point.
     for (uint32_t d = 1; d < kSmallN; ++d) {
         SCOPED_TRACE(d);
         const TinyPoint C1 = small_multiple(77), shared = small_product(d, C1);
@@ -146,7 +146,7 @@ TEST(SdfExternalDecryptEcc, AnotherHashIsAMismatch) {
 }
 
 TEST(SdfExternalDecryptEcc, KeptKeyOfZeroSharesThePointOfZeros) {
-    // What was encrypted for a shared point of zero bytes comes out again, whatever C1 says.
+    // A message encrypted for a shared point of zero bytes is decrypted for any C1.
     const ByteString zero(kSmallL, 0);
     const TinyPoint C1 = small_multiple(77);
     const Encrypted parts =
@@ -156,7 +156,7 @@ TEST(SdfExternalDecryptEcc, KeptKeyOfZeroSharesThePointOfZeros) {
 }
 
 TEST(SdfExternalDecryptEcc, KeptC1OfZerosDecryptsUnderEveryKey) {
-    // (0, 0) is not taken for infinity here, and every multiple of it is written as zero bytes.
+    // (0, 0) is not treated as infinity here, and every multiple of it is written as zero bytes.
     const ByteString zero(kSmallL, 0);
     const Encrypted parts = model_encryption(HASH_ALG_SM3, zero, zero, zero, zero, kMessage);
     for (uint32_t d : {0u, 1u, 2u, 3u, kSmallD, kSmallN - 1}) {

@@ -1,6 +1,6 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Encryption and decryption over curves that cannot serve them: no modulus, a quotient h of zero, points
-// whose h-fold has no coordinates. What is refused before a nonce is in the table of bad inputs.
+// Encryption and decryption on unsuitable curves: no modulus, a quotient h of zero, points
+// whose h-fold has no coordinates. Refusals before a nonce is drawn are in the table of bad inputs.
 #include "tests/support/encryption_case.h"
 
 namespace zokecc_test::encrypt_degenerate_test {
@@ -19,7 +19,7 @@ Curve curve97(uint32_t n) { return small_variant(97, 2, 3, kOrderFive, n); }
 
 ECCrefPublicKey key_of(const TinyPoint &P) { return small_public_key(P.x, P.y); }
 
-// The first point that the condition holds for.
+// The first point that satisfies the condition.
 template <class Condition>
 TinyPoint find_point(const TinyCurve &group, Condition condition) {
     for (const TinyPoint &P : group.points())
@@ -42,7 +42,7 @@ const TinyCurve &group88() {
 constexpr TinyPoint kOrder88 = {false, 7, 19};
 constexpr TinyPoint kOrderFour = {false, 73, 10};
 
-// SM2 encryption draws k, writes C1 = k G and is then refused; behind C1 nothing is written.
+// SM2 encryption draws k, writes C1 = k G and is then refused; after C1 nothing is written.
 void expect_refused_after_c1(void *session, const ECCrefPublicKey &key, uint32_t k, const TinyPoint &C1) {
     const Encrypted only_c1 = {small_bytes(C1.x), small_bytes(C1.y), {}, {}};
     expect_encrypted(session, kSm2, key, kMessage, {k}, only_c1, ZOK_ERR_ARGUMENT);
@@ -121,7 +121,7 @@ TEST(EncryptionWithHOfTwo, OtherKeysAreServed) {
 }
 
 TEST(EncryptionWithHOfTwo, KeptZeroCoordinateOfTheHFoldIsNoReasonToRefuseC1) {
-    // Decryption asks only whether h C1 is infinite.
+    // Decryption checks only whether h C1 is infinite.
     Session wide(small_curve_with_order(500)), narrow(small_variant(97, 2, 4, kOrder88, 40));
     const TinyPoint C1 = half_of_x_zero();
     expect_sm2_decryption(wide.handle(), kSmallD, parts_for(C1, small_product(kSmallD, C1)), ZOK_OK,
@@ -138,7 +138,7 @@ TEST(EncryptionWithHOfFive, KeyOfThatOrderIsRefusedAfterC1) {
 TEST(EncryptionWithHOfFive, C1OfThatOrderReturns1000027) {
     Session session(curve97(19));
     expect_sm2_decryption(session.handle(), 1, parts_for(kOrderFive, kOrderFive), ZOK_ERR_ARGUMENT, nullptr);
-    // The same ciphertext where h is 1.
+    // The same ciphertext with h = 1.
     Session other(curve97(60));
     expect_sm2_decryption(other.handle(), 1, parts_for(kOrderFive, kOrderFive), ZOK_OK, &kMessage);
 }

@@ -88,7 +88,7 @@ TEST(SdfExternalEncrytpEccProduct, ThousandAndTwentyFourFruitlessNoncesEndWithMi
     expect_encryption(nonces, 77, kMessage);
 }
 
-// With a = 0 a point with x = p has the order 3. An x of zero is an argument that is refused.
+// With a = 0 a point with x = p has the order 3. An x of zero is refused as an argument.
 TEST(SdfExternalEncrytpEccProduct, RecipientWithoutAMultipleIsRefusedBeforeAnyDraw) {
     const Curve &koblitz = curve("secp256k1");
     Session session(koblitz);
@@ -117,7 +117,7 @@ TEST(SdfExternalEncrytpEccProduct, LargeNumbersFollowPlainArithmetic) {
         const mint k = mint_from_hex("384f30353073aeece7a1654330a96204d37982a3");
         ecc_point shared{};
         ecc_unknown_point_mul(&k, &c.G, &c.a, &c.b, &c.p, &shared);
-        // The recipient is G itself, so that C1 and the shared point are one.
+        // The recipient is G itself, so C1 equals the shared point.
         const ByteString message = test_bytes(L, 42);
         const Natural M = Natural::from_hex(to_hex(message)), p(c.p);
         const Encrypted parts = {fixed_bytes(shared.x, L), fixed_bytes(shared.y, L),

@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// SDF_ExternalEncrytp_ECC with SM2: what it writes and how it draws. Vectors are in
+// SDF_ExternalEncrytp_ECC with SM2: its output and its draws. Vectors are in
 // encrypt_vectors_test.cpp, refusals in the table of bad inputs.
 #include "tests/support/encryption_case.h"
 
@@ -36,7 +36,7 @@ TEST(SdfExternalEncrytpEcc, MessagesOfZerosAndOnesAreMaskedLikeAnyOther) {
 }
 
 TEST(SdfExternalEncrytpEcc, OneNonceBelowTheOrderIsDrawnAndNothingElse) {
-    // Without a queue the generator is asked; its answer is the same for the same clock.
+    // Without a queue the generator is used; it gives the same for the same clock.
     mint k{};
     const mint n = small_number(kSmallN);
     unsigned seedings = 0;
@@ -54,14 +54,14 @@ TEST(SdfExternalEncrytpEcc, OneNonceBelowTheOrderIsDrawnAndNothingElse) {
 }
 
 TEST(SdfExternalEncrytpEcc, KeptNonceOfZeroIsNotDrawnAgain) {
-    // C1 and the shared point are infinite and written as zero bytes; anybody can read the message.
+    // C1 and the shared point are infinite and written as zero bytes; anyone can read the message.
     const ByteString zero(kSmallL, 0);
     expect_encryption(HASH_ALG_SM3, 0, kMessage,
                       model_encryption(HASH_ALG_SM3, zero, zero, zero, zero, kMessage));
 }
 
 TEST(SdfExternalEncrytpEcc, KeptNonceSixBelowTheOrderSharesThePointOfZeros) {
-    // On this curve the signed window gives infinity for n - 6, while C1 comes from the comb.
+    // On this curve wNAF gives infinity for n - 6, while C1 comes from the comb.
     const Curve &c = curve("sm2p256v1");
     mint k{};
     const mint six = small_number(6);
@@ -76,7 +76,7 @@ TEST(SdfExternalEncrytpEcc, KeptNonceSixBelowTheOrderSharesThePointOfZeros) {
 }
 
 TEST(SdfExternalEncrytpEcc, KeptKeyOffTheCurveIsAccepted) {
-    // (5, 7) lies on another curve with the same a; the sums do not know b.
+    // (5, 7) is on another curve with the same a; the formulas do not use b.
     const TinyCurve other(kSmallP, 2, (7 * 7 + 2 * kSmallP - 5 * 5 * 5 - 2 * 5) % kSmallP);
     const TinyPoint shared = other.library_window(small_number(77), {false, 5, 7});
     ASSERT_FALSE(shared.infinite);

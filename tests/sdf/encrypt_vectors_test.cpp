@@ -1,6 +1,6 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Published SM2 encryptions over every session curve and both hashes, byte for byte, through both
-// pairs of calls, and the multiplicative scheme on the shared points that they tell.
+// Published SM2 encryptions on every session curve with both hashes, byte for byte, through both
+// pairs of calls, and the multiplicative scheme with their shared points.
 #include "tests/support/encryption_case.h"
 #include "tests/support/naive_int.h"
 #include "tests/support/vector_file.h"
@@ -9,7 +9,7 @@ namespace zokecc_test::encrypt_vectors_test {
 
 namespace {
 
-// One block with what every test of it needs.
+// One block with the data that every test needs.
 class Case {
 public:
     explicit Case(const VectorBlock &block) : block_(block), curve_(curve(block.text("Curve"))) {
@@ -31,7 +31,7 @@ public:
     bool is_valid() const { return block_.text("Result") == "valid"; }
     mint nonce() const { return block_.number("k"); }
     mint shared_x() const { return block_.number("x2"); }
-    // The parts for another message under the same nonce.
+    // The parts for another message with the same nonce.
     Encrypted parts_for(const ByteString &other) const {
         return model_encryption(selector, parts.x1, parts.y1, block_.bytes("x2"), block_.bytes("y2"), other);
     }

@@ -1,6 +1,6 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// The key buffer of an exchange: exactly the bytes asked for are written, whatever the derivation needs
-// inside; when a null one is refused; what an unknown hash leaves.
+// The key buffer of an exchange: exactly the requested bytes are written, whatever the derivation needs
+// internally; when a null one is refused; the effect of an unknown hash.
 #include <gtest/gtest.h>
 
 #include "tests/support/exchange_generations.h"
@@ -17,7 +17,7 @@ template <class G>
 class ExchangeKey : public testing::Test {};
 TYPED_TEST_SUITE(ExchangeKey, Generations, GenerationName);
 
-// With an unknown hash the key is zero bytes, or as it was, and nothing else is written.
+// With an unknown hash the key is zero bytes or unchanged, and nothing else is written.
 template <class G>
 void expect_unknown_selector(const typename G::Call &call, unsigned byte_len, size_t klen,
                              uint32_t selector) {
@@ -55,7 +55,7 @@ void expect_every_selector_above_one_unknown() {
             for (size_t klen : {20u, 64u}) expect_unknown_selector<G>(call, 32, klen, selector);
 }
 
-// Looks at nothing but the result record, whose pointer the test has changed.
+// Compares only the result record, whose pointer the test has changed.
 bool slots_untouched(SessionExchange &side) {
     side.result->key = side.key.data();
     return side.results_untouched();
@@ -204,7 +204,7 @@ TEST(Sm2KeyExChg, KeptUnknownSelectorIsNoticedAfterEveryCheck) {
             LegacyExchange side(exchange, call.role, 63);
             side.selector = kUnknown;
             if (null_key)
-                side.K = nullptr;  // which is needed
+                side.K = nullptr;  // although it is needed
             else
                 side.peerR_record.y[31] ^= 1;
             EXPECT_EQ(run(side, call), ZOK_ERR_INTERNAL) << call.name;

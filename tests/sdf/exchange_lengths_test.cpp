@@ -1,7 +1,7 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Which bytes of the records of an exchange count for what: numbers are read at the record's own length,
-// x-bar, Z and the hashes take the curve's length from the start of the field. And what is accepted although
-// it is odd.
+// Which bytes of an exchange's records are used for what: numbers are read with the record's own length,
+// x-bar, Z and the hashes use the curve's length from the start of the field. And odd inputs that
+// are accepted.
 #include <gtest/gtest.h>
 
 #include "tests/support/exchange_generations.h"
@@ -21,8 +21,8 @@ const TinyGroup &group() { return prime_group(); }
 
 ByteString last_two(const ByteString &bytes) { return ByteString(bytes.end() - 2, bytes.end()); }
 
-// Two-byte coordinates with other bytes behind them in the fields, or the coordinates in fields that they
-// fill.
+// Two-byte coordinates followed by other bytes in the fields, or coordinates that fill
+// their fields.
 enum class Width { kShort, kLong };
 template <class G>
 auto resized(Width width, const ByteString &x, const ByteString &y) {
@@ -42,7 +42,7 @@ struct FieldsOf {
     FieldsOf(const Record &key, unsigned byte_len) : x(key.x, key.x + byte_len), y(key.y, key.y + byte_len) {}
 };
 
-// One side in the model, with the results that it has to get.
+// One side in the model, with its expected results.
 struct Modelled {
     Modelled(const ExchangeCase &from, Role side)
         : exchange(from), role(side), model(tiny_side(from, side)) {}
@@ -70,7 +70,7 @@ struct Modelled {
     TinySide model;
 };
 
-// The received random point, and where it is given the own one, at another length.
+// The received random point, and our own one if given, with another length.
 template <class G>
 void expect_random_fields_count(Width width) {
     for (unsigned byte_len : G::kLengths)

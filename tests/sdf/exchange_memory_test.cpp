@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// What the exchange calls of both generations allocate, what they give back, and what they answer when any
+// What the exchange calls of both generations allocate and free, and what they return if any
 // one of the allocations fails.
 #include <gtest/gtest.h>
 
@@ -18,7 +18,7 @@ class ExchangeMemory : public testing::Test {};
 TYPED_TEST_SUITE(ExchangeMemory, Generations, GenerationName);
 
 constexpr unsigned kNone = 0;
-constexpr int kInPlace = 19;  // a key that is derived in place for every length of a curve
+constexpr int kInPlace = 19;  // a key length derived in place on every curve
 
 // On the shortest curve the derivation writes 64 bytes for this key, which has two steps.
 template <class G>
@@ -62,7 +62,7 @@ Outcome run_failing(const typename G::Call &call, int klen, unsigned fail_at) {
 unsigned blocks_for_Z(const LegacyKeyCall &) { return 0; }
 unsigned blocks_for_Z(const SessionKeyCall &call) { return call.makes_Z ? 2 : 0; }
 
-// Two multiplications of points that are not G keep their digits.
+// Two multiplications of points other than G never free their digits.
 template <class G>
 void expect_success(int klen, unsigned other_blocks) {
     for (const auto &call : G::kCalls) {
@@ -98,7 +98,7 @@ TYPED_TEST(ExchangeMemory, AnyFailedAllocationGivesNoResults) {
                 EXPECT_FALSE(done.results_written);
                 EXPECT_LE(done.outstanding, kept_digit_buffers(1));
                 if (klen != kInPlace || fail_at <= blocks_for_Z(call)) continue;
-                // The digits fail: the random point stands, and the bits of a given one are set.
+                // Allocating digits fails: the random point is written, and the bits of a given one are set.
                 EXPECT_EQ(done.draws, TypeParam::writes_point(call) ? 1u : 0u);
                 EXPECT_EQ(done.point_written, TypeParam::writes_point(call));
                 EXPECT_EQ(done.bits_set, TypeParam::sets_bits(call));
@@ -130,7 +130,7 @@ TEST(ZokAgreementMemory, FailedUserInformationBufferReturns1000027) {
 }
 
 TEST(ZokAgreementMemory, OwnUserInformationComesFirst) {
-    // A is named by 5 bytes and B by 4, so that the size shows whose value is being made.
+    // A's name has 5 bytes and B's 4, so the size shows whose Z is being computed.
     const size_t of_A = 6u * 20 + 5 + 3, of_B = 6u * 20 + 4 + 3;
     for (const SessionKeyCall &call : kSm2Family) {
         const bool initiates = call.role == Role::kInitiator;

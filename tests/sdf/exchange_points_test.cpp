@@ -1,6 +1,6 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The steps of an exchange between the checked inputs and the shared point, in both generations of calls, on
-// curves small enough to choose what happens: the cofactor, k of zero, and infinite sums and products.
+// curves small enough to choose every case: the cofactor, k of zero, and infinite sums and products.
 #include <gtest/gtest.h>
 
 #include "tests/support/exchange_generations.h"
@@ -32,7 +32,7 @@ struct Trial {
         model.peer_key = P;
         side.set_peer_key(bytes(P.x), bytes(P.y));
     }
-    // A private key with the Z value that belongs to it.
+    // A private key with its Z value.
     void set_d(uint32_t d) {
         model.d = d;
         own_Z = Z(exchange.own(call.role).id, group.multiple(d));
@@ -40,7 +40,7 @@ struct Trial {
         const bool initiates = call.role == Role::kInitiator;
         side.set_Z(initiates ? own_Z : exchange.A.Z, initiates ? exchange.B.Z : own_Z);
     }
-    // The peer's key for which the sum is the given point: that less the weighted random point.
+    // The peer's key for which the sum is the given point: that minus the weighted random point.
     void set_sum(const TinyPoint &T) {
         set_peer_key(group.group.add(T, group.group.negate(tiny_weighted(group, model))));
     }
@@ -81,8 +81,8 @@ void for_each_call(const TinyGroup &group, Test test, unsigned byte_len = 32) {
     }
 }
 
-// h t never reaches p for t below n and h = p / n, so k is h t itself. Modulo n it would be another
-// number, which shows with points outside the multiples of G.
+// h t never reaches p for t below n and h = p / n, so k is h t itself. Modulo n it would be a different
+// number, which matters for points outside the multiples of G.
 template <class G>
 void expect_cofactor_product_modulo_p() {
     const TinyGroup &group = cofactor_group();
@@ -92,7 +92,7 @@ void expect_cofactor_product_modulo_p() {
             group,
             [&](auto &trial) {
                 trial.set_peer_key(outside);
-                // d with h t above n, for which no kept rule of the point arithmetic acts.
+                // d with h t above n, for which no kept rule of the point arithmetic applies.
                 uint32_t d = 0;
                 auto serves = [&] {
                     trial.model.d = d;
@@ -140,7 +140,7 @@ void expect_cofactor_of_zero_refused() {
     });
 }
 
-// (0, 0) is read as infinity where a sum gives it.
+// (0, 0) as a sum is treated as infinity.
 template <class G>
 void expect_infinite_sum_refused() {
     for_each_call<G>(

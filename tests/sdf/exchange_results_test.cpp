@@ -1,6 +1,6 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// What comes out of an exchange: every call of both generations against the model, both sides against each
-// other, and the generations against each other.
+// The results of an exchange: every call of both generations compared with the model, both sides with each
+// other, and the generations with each other.
 #include <gtest/gtest.h>
 
 #include "tests/support/exchange_generations.h"
@@ -16,7 +16,7 @@ template <class G>
 class ExchangeResults : public testing::Test {};
 TYPED_TEST_SUITE(ExchangeResults, Generations, GenerationName);
 
-// The responder goes first; the initiator takes the random point that was drawn.
+// The responder goes first; the initiator uses its drawn random point.
 template <class G>
 void expect_sides_agree(const ExchangeCase &exchange, const typename G::Call &initiating,
                         const typename G::Call &responding) {
@@ -32,7 +32,7 @@ void expect_sides_agree(const ExchangeCase &exchange, const typename G::Call &in
     EXPECT_NE(G::values(initiator, initiating).first, G::values(initiator, initiating).second);
 }
 
-// Z values made by the library's own call.
+// Z values from the library's own call.
 ByteString generated_Z(const ExchangeCase &exchange, const ExchangeParty &party) {
     const ECCrefPublicKey key = public_key(party.x, party.y);
     ByteString Z(32);
@@ -44,7 +44,7 @@ ByteString generated_Z(const ExchangeCase &exchange, const ExchangeParty &party)
     return Z;
 }
 
-// Two calls of one side or of one role, with whichever arguments they take, give the same.
+// Two calls for the same side or role give the same results with their respective arguments.
 template <class G1, class G2 = G1>
 void expect_same_bytes(const ExchangeCase &exchange, const typename G1::Call &one,
                        const typename G2::Call &other, int klen = 45) {
@@ -119,7 +119,7 @@ TYPED_TEST(ExchangeResults, RespondersThatDrawTakeOneNumberBelowTheOrder) {
         FakeEntropy entropy;
         ASSERT_EQ((side.*call.call)(), 0) << call.name;
         EXPECT_EQ(entropy.number_calls, 1u);
-        // The same start of the generator gives the number that the call drew.
+        // The same generator state gives the number that the call drew.
         FakeEntropy again;
         mint r{};
         gen_random_number(&r, &exchange.curve.n);

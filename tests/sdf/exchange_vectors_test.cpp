@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Exchanges in both generations of calls against the standards' worked examples and the rest of sm2_kex.rsp:
+// Exchanges in both generations of calls, compared with the standards' examples and the rest of sm2_kex.rsp:
 // both random points, x-bar, the key and both confirmation values.
 #include <gtest/gtest.h>
 
@@ -15,7 +15,7 @@ using namespace exchange;
 
 namespace {
 
-// With a session the file's curves are served but for one, by the process those of Curve_Init.
+// Sessions support all curves of the file but one, the process-wide calls those of Curve_Init.
 bool fits(const std::vector<std::string> &names, const VectorBlock &block) {
     return std::find(names.begin(), names.end(), block.text("Curve")) != names.end();
 }
@@ -33,7 +33,7 @@ std::string name_of_block(const testing::TestParamInfo<size_t> &block) {
     return "Block" + std::to_string(block.param) + exchange_vectors()[block.param].text("Curve");
 }
 
-// Every call's results are what the file says. The call for both roles has the same key and other values.
+// Every call's results are the file's. The call for both roles has the same key but different values.
 template <class G>
 void expect_file_values(const VectorBlock &block) {
     const ExchangeCase exchange = vector_case(block);

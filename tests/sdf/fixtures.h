@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// What the tests of the session layer share: a curve that opens in no time, sessions that stay
+// Shared by the tests of the session layer: a curve that opens instantly, sessions that stay
 // open between tests, and the key and signature records.
 #ifndef ZOKECC_TESTS_SDF_FIXTURES_H
 #define ZOKECC_TESTS_SDF_FIXTURES_H
@@ -32,8 +32,8 @@ inline mint small_number(uint32_t value) {
 }
 
 // y^2 = x^3 + 2x + 25 over the field of 1009 elements, with 991 points, in 20-byte records.
-// Numbers of one word never meet an equal word under a borrow: what is computed here follows
-// the standards, except where a test says so. Every value given for this curve in the tests
+// Numbers of one word never meet an equal word under a borrow: results here follow
+// the standards, unless a test says otherwise. Every value for this curve in the tests
 // comes from plain integer arithmetic outside the library.
 inline const Curve &small_curve() {
     static const Curve curve = [] {
@@ -136,7 +136,7 @@ inline ECCSignature small_signature(uint32_t r, uint32_t s) {
 inline ECCrefPrivateKey small_private_key() { return small_private_key(123); }
 inline ECCrefPublicKey small_public_key() { return small_public_key(346, 763); }
 
-// A 64-byte field holds the value at its start and the fill pattern behind it.
+// A 64-byte field has the value at its start and the fill pattern after it.
 inline void expect_field(const uint8_t *field, const ByteString &value) {
     size_t rest = 64 - value.size();
     EXPECT_EQ(to_hex(field, value.size()), to_hex(value));

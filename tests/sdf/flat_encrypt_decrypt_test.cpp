@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// ZOK_ExternalDecrypt_ECC: ciphertexts of any length, changed ones, and what is refused.
+// ZOK_ExternalDecrypt_ECC: ciphertexts of any length, changed ones, and refusals.
 #include <zokecc/schemes.h>
 
 #include "tests/support/encryption_case.h"

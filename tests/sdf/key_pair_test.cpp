@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// SDF_GenerateKeyPair_ECC: what is drawn, what is written, and in which order it is checked.
+// SDF_GenerateKeyPair_ECC: its draws, its output, and the order of its checks.
 #include <deque>
 
 #include "tests/sdf/fixtures.h"
@@ -28,7 +28,7 @@ struct Written {
     }
 };
 
-// A call that succeeds, with the numbers that it is to draw; without any the stand-in generator draws one.
+// A successful call with the numbers to draw; without any, the fake generator delivers one.
 void expect_pair(void *session, uint32_t algorithm, const std::deque<mint> &numbers, const ByteString &d,
                  const ByteString &x, const ByteString &y) {
     FakeEntropy entropy;
@@ -39,7 +39,7 @@ void expect_pair(void *session, uint32_t algorithm, const std::deque<mint> &numb
     EXPECT_EQ(entropy.number_calls, 1u);
 }
 
-// The pair that the stand-in generator gives right after its start. The draw is the same for
+// The pair from the fake generator right after its start. The draw is the same for
 // every curve of one length; the values come from a model of the generator, reduced modulo
 // the order.
 struct FirstPair {

@@ -1,6 +1,6 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// ZOK_ExternalSignHash_ECC and ZOK_ExternalVerifyHash_ECC: which bytes are hashed, and what else a signature
-// depends on.
+// ZOK_ExternalSignHash_ECC and ZOK_ExternalVerifyHash_ECC: the bytes that are hashed, and what else a
+// signature depends on.
 #include "tests/sdf/example.h"
 #include "tests/support/failing_alloc.h"
 #include "tests/support/model_exchange.h"
@@ -14,7 +14,7 @@ ByteString alice() { return text_bytes("ALICE"); }
 ByteString bob() { return text_bytes("BOB"); }
 ByteString hello() { return text_bytes("hello"); }
 
-// One signature with nonce 77, over a message or over a value that the test hashed itself.
+// One signature with nonce 77, of a message or of a value hashed by the test.
 struct Signing {
     GuardedRecord<ECCSignature> sig;
     FakeEntropy entropy;
@@ -82,7 +82,7 @@ TEST(ZokExternalSignHashEcc, NullIdentityOfLengthZeroIsTheEmptyIdentity) {
     EXPECT_EQ(null_id.sig.bytes(), by_value.sig.bytes());
 }
 
-// The standard takes the leftmost 192 bits of the digest here; all 256 are reduced instead.
+// Here the standard takes the leftmost 192 bits of the digest; the library reduces all 256.
 TEST(ZokExternalSignHashEcc, KeptEcdsaReducesTheWholeDigestOnShortCurves) {
     FakeEntropy entropy;
     entropy.queued_numbers.push_back(mint_from_hex("a5c817a236a5f7faa329b8ecc3c596687c71aaaf86c7703e"));

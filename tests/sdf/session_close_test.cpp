@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Sessions: closing, with a device and without one, and what stays allocated.
+// Sessions: closing, with and without a device, and what remains allocated.
 #include <cstdlib>
 
 #include "tests/sdf/device.h"
@@ -69,7 +69,7 @@ TEST(ZokCloseSession, OpenDeviceKeepsItsCount) {
     EXPECT_EQ(ZOK_CloseSession(open_on(device)), ZOK_OK);
     EXPECT_EQ(counter.outstanding, 1);
     EXPECT_EQ(record->session_count, 1u);
-    device.close();  // which cannot know that the session is gone
+    device.close();  // does not know that the session is gone
     EXPECT_EQ(counter.outstanding, 1);
     EXPECT_EQ(record->state, 2u);
     std::free(record);

@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Sessions: opening, with a device and without one.
+// Sessions: opening, with and without a device.
 #include "tests/sdf/device.h"
 #include "tests/support/failing_alloc.h"
 

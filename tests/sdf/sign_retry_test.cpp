@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// SDF_ExternalSign_ECC: rounds that start again with another nonce, the remainder zero that is
+// SDF_ExternalSign_ECC: rounds that are repeated with another nonce, the r = 0 that is
 // kept in SM2 signing, and the end after 1,024 rounds without success.
 //
 // On the small curve with d = 123 and e = 1 a nonce of
@@ -24,7 +24,7 @@ void expect_sm2(std::initializer_list<uint32_t> nonces, uint32_t r, uint32_t s, 
     EXPECT_TRUE(signing.entropy.queued_numbers.empty());
 }
 
-// b = 0 and G = (0, 0): the base point lies on the curve, and every multiple has x = 0.
+// b = 0 and G = (0, 0): the base point is on the curve, and every multiple has x = 0.
 Curve useless_curve() {
     Curve out = small_curve();
     out.name = "useless";

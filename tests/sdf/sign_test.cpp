@@ -1,6 +1,6 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // SDF_ExternalSign_ECC: values with fixed nonces, the range and the length of the key. Rounds that
-// start again are in sign_retry_test.cpp.
+// are repeated are in sign_retry_test.cpp.
 #include "tests/sdf/example.h"
 
 namespace zokecc_test::sign_test {
@@ -53,8 +53,8 @@ TEST(SdfExternalSignEcc, NullEOfNoBytesIsZero) {
     expect_small_signature(sig, 761, 988);
 }
 
-// One half modulo the SM2 order comes out wrong, because subtraction turns equal words under a
-// borrow into FFFFFFFE; so do other inverses of structured numbers. r is right, s is not.
+// One half modulo the SM2 order is computed wrong, because subtraction turns equal words under a
+// borrow into FFFFFFFE; so are other inverses of structured numbers. r is right, s is not.
 TEST(SdfExternalSignEcc, KeptKeyOneOnTheSm2CurveGivesASignatureThatDoesNotVerify) {
     ExampleSigning signing;
     ByteString e = example::e();

@@ -1,6 +1,6 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Signing and verifying with ECDSA and SM2 in both generations of calls, on the small curve, where plain
-// integers predict every signature: what is written, which nonces are drawn again, what a signature depends
+// integers predict every signature: the output, the rejected nonces, and what a signature depends
 // on.
 #include "tests/support/signing_generations.h"
 
@@ -22,7 +22,7 @@ template <class S>
 class Verifying : public testing::Test {};
 TYPED_TEST_SUITE(Verifying, Calls, CallName);
 
-// All nonces are drawn, and the last one is used.
+// All nonces are drawn and the last one is used.
 template <class S>
 void expect_signs(const ByteString &d_bytes, const ByteString &text, uint32_t hash, unsigned L,
                   std::vector<uint32_t> nonces = {}) {
@@ -38,7 +38,7 @@ void expect_signs(const ByteString &d_bytes, const ByteString &text, uint32_t ha
     EXPECT_EQ(entropy.number_calls, nonces.size());
 }
 
-// A text for which the condition on its e holds, and the nonce that makes it do so.
+// A text whose e satisfies the condition, with its nonce.
 template <class S, class Condition>
 std::pair<ByteString, uint32_t> find_text(Condition condition) {
     for (uint32_t number = 0; number < 100; ++number) {
@@ -50,7 +50,7 @@ std::pair<ByteString, uint32_t> find_text(Condition condition) {
     throw std::out_of_range("no such text");
 }
 
-// A fruitless nonce and its text: s is 0; or r is 0 with ECDSA, r + k the order with SM2.
+// An unusable nonce and its text: s is 0; or r is 0 with ECDSA, r + k the order with SM2.
 template <class S>
 std::pair<ByteString, uint32_t> fruitless(bool s_is_zero) {
     return find_text<S>([=](uint32_t e, uint32_t k) {
@@ -58,7 +58,7 @@ std::pair<ByteString, uint32_t> fruitless(bool s_is_zero) {
     });
 }
 
-// One good signature, to be changed.
+// One valid signature, to be changed.
 template <class S>
 struct Good {
     Good(uint32_t d, uint32_t hash_selector, unsigned L, const ByteString &signed_text = kText)
@@ -136,7 +136,7 @@ TYPED_TEST(Signing, SucceedsInTheLastOf1024RoundsAndFailsBehindIt) {
 }
 
 TYPED_TEST(Signing, DrawsItsNonceBelowTheOrder) {
-    // The same clock and the same rand give the nonce that the generator itself hands out.
+    // The same clock and the same rand give the generator's own nonce.
     const mint n = small(kSmallN);
     mint k{};
     {
@@ -186,7 +186,7 @@ TYPED_TEST(Verifying, RefusesEveryOtherTextKeyHashOrNumber) {
             case 6: std::swap(bad.r, bad.s); break;
             default: bad.hash = 1 - hash;
             }
-            // A value that was hashed before does not say by what.
+            // A digest does not tell which hash computed it.
             const bool same_e = change == 7 && TypeParam::kMostText == 76;
             EXPECT_EQ(bad.verifies(), same_e) << change;
         }

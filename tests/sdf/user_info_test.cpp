@@ -31,7 +31,7 @@ struct UserInfo {
 
 ByteString alice() { return text_bytes("ALICE"); }
 
-// Whose arguments stay as they were.
+// Its arguments are not changed.
 void expect_Z(void *session, const ECCrefPublicKey &key, const ByteString &id, const std::string &value) {
     const ByteString key_before = image(key), id_before = id;
     UserInfo info;

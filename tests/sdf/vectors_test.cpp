@@ -1,6 +1,6 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The published SM2 and ECDSA signatures, through both pairs of calls: valid and invalid ones
-// are verified, and those with a known nonce are made again byte for byte.
+// are verified, and those with a known nonce are reproduced byte for byte.
 #include "tests/sdf/fixtures.h"
 #include "tests/support/vector_file.h"
 
@@ -8,7 +8,7 @@ namespace zokecc_test::vectors_test {
 
 namespace {
 
-// One block with what the calls take of it. The fields' names differ between the files.
+// One block with the calls' arguments. Field names differ between the files.
 struct Published {
     explicit Published(const VectorBlock &from, bool is_sm2)
         : block(from),
@@ -49,7 +49,7 @@ struct Published {
 // secp160r1 has an order of 161 bits, which its 20-byte record cannot hold.
 bool fits(const VectorBlock &block) { return block.text("Curve") != "secp160r1"; }
 bool fits_with_nonce(const VectorBlock &block) { return fits(block) && block.has("k"); }
-// Private keys 1 and n - 2, for which 1 / (1 + d) comes out wrong: their signatures are pinned
+// Private keys 1 and n - 2, for which 1 / (1 + d) is computed wrong: their signatures are pinned
 // in SdfExternalSignEcc.KeptKey...
 bool meets_the_kept_inverse(const VectorBlock &block) {
     if (!fits_with_nonce(block)) return false;

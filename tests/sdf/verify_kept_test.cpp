@@ -1,9 +1,9 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// SDF_ExternalVerify_ECC: what it accepts although the standards would not. The public key is
-// not tested in any way, a sum of opposite points is a finite point, and an infinite sum
-// counts as x = 0. Whoever calls it with a key from outside has to check the key first.
+// SDF_ExternalVerify_ECC: inputs it accepts although the standards would not. The public key is
+// not checked in any way, a sum of opposite points is a finite point, and an infinite sum
+// counts as x = 0. Callers must check a key from outside first.
 //
-// Every e below is r minus the x coordinate that the stated formulas give, worked out with a
+// Every e below is r minus the x coordinate from the library's formulas, computed with a
 // model of them in plain integers.
 #include "tests/sdf/example.h"
 
@@ -11,7 +11,7 @@ namespace zokecc_test::verify_kept_test {
 
 namespace {
 
-// Good for this e, bad for the next one.
+// Valid for this e, invalid for the next one.
 void expect_only(uint32_t e, const ECCrefPublicKey &key, uint32_t algorithm, uint32_t r, uint32_t s,
                  void *session = small_session()) {
     EXPECT_EQ(verify_e(session, algorithm, key, small_bytes(e), small_signature(r, s)), ZOK_OK);
@@ -99,7 +99,7 @@ TEST(SdfExternalVerifyEcc, KeptOppositePointsOnTheSm2CurveGiveAFinitePoint) {
 }
 
 TEST(SdfExternalVerifyEcc, KeptInfiniteSumCountsAsXZero) {
-    // The record claims three times the true order, so that s G and t P are both infinity.
+    // The record claims three times the true order, so s G and t P are both infinity.
     Curve claimed = small_curve();
     claimed.n = small_number(3 * 991);
     Session session(claimed);

@@ -1,6 +1,6 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// SDF_ExternalVerify_ECC: the ranges of r and s, the lengths that are read, and the order of
-// the checks. What is accepted on purpose is in verify_kept_test.cpp.
+// SDF_ExternalVerify_ECC: the ranges of r and s, the lengths used, and the order of
+// the checks. Intended leniency is tested in verify_kept_test.cpp.
 #include "tests/sdf/example.h"
 
 namespace zokecc_test::verify_test {
@@ -28,7 +28,7 @@ TEST(SdfExternalVerifyEcc, RefusesTheSignatureOfTheOtherAlgorithm) {
 }
 
 TEST(SdfExternalVerifyEcc, TakesEveryRAndSUpToTheOrderMinusOne) {
-    // Signatures with r or s of 1 and n - 1; e is what makes each of them good.
+    // Signatures with r or s of 1 and n - 1; e is chosen to make each of them valid.
     struct Case {
         Scheme scheme;
         uint32_t e;

@@ -1,6 +1,6 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// A valid C1 for which the default build refuses the ciphertext of one key and decrypts that of another,
-// which differs in the leading digit alone: tests/oracle found it. The hardened build decrypts both.
+// A valid C1 for which the default build refuses the ciphertext of one key and decrypts that of another
+// key, which differs only in the leading digit; found by tests/oracle. The hardened build decrypts both.
 #include <zokecc/schemes.h>
 
 #include "tests/support/encryption_case.h"
@@ -21,7 +21,7 @@ struct Recorded {
           parts{block.bytes("C1x"), block.bytes("C1y"), block.bytes("C2"), block.bytes("C3")},
           is_refused(block.text("Default") == "refused") {}
 
-    // The product of the default build, by the model, which knows the word rule.
+    // The default build's product, from the model, which includes the borrow rule.
     ByteString product() const {
         const Curve &c = curve("sm2p256v1");
         const ModelCurve model(c.a, c.b, c.p);
@@ -29,7 +29,7 @@ struct Recorded {
         const ecc_point out = model.window(mint_from_hex(to_hex(d)), C1);
         return joined({fixed_bytes(out.x, 32), fixed_bytes(out.y, 32)});
     }
-    // What decryption gives with that product.
+    // The plaintext with that product.
     ByteString unmasked() const {
         ByteString out = standard_stream(HASH_ALG_SM3, product(), message.size());
         for (size_t i = 0; i < out.size(); ++i) out[i] = static_cast<uint8_t>(out[i] ^ parts.C2[i]);
@@ -81,7 +81,7 @@ TEST(WordRuleOracle, KeptSessionsRefuseTheValidCiphertextOfOneKey) {
     }
 }
 
-// The answer is -1 for every regular ciphertext: the plaintext tells.
+// The result is -1 for every regular ciphertext, so the plaintext decides.
 TEST(WordRuleOracle, KeptProcessWideCallDecryptsTheValidCiphertextOfOneKeyWrongly) {
     install(curve("sm2p256v1"));
     for (const Recorded &one : recorded()) {

@@ -1,7 +1,7 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Project Wycheproof's ECDSA signatures over SHA-256 and its Diffie-Hellman exchanges, in both generations of
-// calls, with the cases that this library decides differently on purpose listed beside their reason. A case
-// that leaves or joins the lists is a changed kept rule.
+// Project Wycheproof's ECDSA signatures with SHA-256 and its ECDH exchanges, in both generations of
+// calls; cases that this library deliberately decides differently are listed with the reason. A case
+// that leaves or joins the lists means that a kept rule has changed.
 #include <set>
 
 #include "tests/sdf/fixtures.h"
@@ -18,11 +18,10 @@ using Cases = std::set<unsigned>;
 // Valid signatures are refused because subtraction keeps turning equal words under a borrow into FFFFFFFE,
 // and these cases are full of such words.
 struct Departures {
-    Cases inverse;     // of s comes out wrong
-    Cases sum;         // x of the sum has words of all ones, which the last subtractions cannot produce
-    Cases public_key;  // y is so large that its doubling modulo p comes out wrong
-    Cases accepted =
-        {};  // by the calls over the process's curve: s is larger than n, and congruent to a good one
+    Cases inverse;        // the inverse of s is wrong
+    Cases sum;            // x of the sum has words of all ones, which the last subtractions cannot produce
+    Cases public_key;     // y is so large that its doubling modulo p is wrong
+    Cases accepted = {};  // by the process-wide calls: s is larger than n, and congruent to a valid one
 
     Cases refused() const {
         Cases out = inverse;
@@ -59,7 +58,7 @@ struct Halves {
     ByteString x, y;
 };
 
-// Both answers are 1 for a good signature and 0 for a bad one.
+// Both results are 1 for a valid signature and 0 for an invalid one.
 int32_t by_process(const VectorBlock &block, const Halves &sig) {
     PointBytes key(block.bytes("Qx"), block.bytes("Qy")), pair(sig.x, sig.y);
     Message msg(block.bytes("Msg"));
@@ -93,7 +92,7 @@ void run_signatures(int32_t (*verify)(const VectorBlock &, const Halves &), cons
         if (block.is_valid() && answer == 0) found_refused.insert(block.decimal("tcId"));
         if (!block.is_valid() && answer == 1) found_accepted.insert(block.decimal("tcId"));
     };
-    // Other lengths are a matter of encoding, which a record does not have.
+    // Other lengths concern the encoding, which a record does not have.
     auto fits = [&](const VectorBlock &block) {
         const bool right = block.bytes("Sig").size() == 2 * L;
         EXPECT_TRUE(right || !block.is_valid());
@@ -109,7 +108,7 @@ void run_both(const std::string &name, const Departures &departures, unsigned ex
     run_signatures(by_session, name, departures.refused(), {}, expected_count);
 }
 
-// What the signed window gives, in a second statement of its steps.
+// The result of wNAF, from a second implementation of its steps.
 ByteString modelled_secret(const VectorBlock &block, const Halves &point) {
     const ModelCurve model(global_curve.a, global_curve.b, global_curve.p);
     const ecc_point P = affine(mint_from_hex(to_hex(point.x)), mint_from_hex(to_hex(point.y)));
@@ -135,8 +134,8 @@ ByteString secret_by_session(const VectorBlock &block, const Halves &point) {
     return out.all();
 }
 
-// The departing cases give another secret. What the collection calls invalid is off the curve or badly
-// encoded, which is a matter of reading the point.
+// The departing cases give a different secret. Cases marked invalid are off the curve or badly
+// encoded, which concerns reading the point.
 void run_exchanges(ByteString (*secret)(const VectorBlock &, const Halves &), const std::string &name,
                    const Cases &departures, unsigned expected_count, unsigned expected_undecoded) {
     install(name);
@@ -163,7 +162,7 @@ void run_exchanges(ByteString (*secret)(const VectorBlock &, const Halves &), co
 }
 
 // secp256r1, 75: the multiplication meets equal words under a borrow. 329: the private key is n - 2, where
-// the last addition of the signed window meets an equal point and the secret is zero. secp224r1, 51: as 75.
+// the last addition of wNAF meets an equal point and the secret is zero. secp224r1, 51: as 75.
 void run_secp256r1(ByteString (*secret)(const VectorBlock &, const Halves &)) {
     run_exchanges(secret, "secp256r1", {75, 329}, 178, 12);
 }

@@ -20,7 +20,7 @@ constexpr size_t kArea = 40;  // longer than any coordinate
 const ByteString kX = from_hex("000102030405060708090a0b0c0d0e0ff0f1f2f3f4f5f6f7f8f9fafbfcfdfeff");
 const ByteString kUntouched8(8, kFill), kUntouched15(15, kFill), kUntouched16(16, kFill);
 
-// What a call leaves in an area that it finds filled with the pattern, on a curve of byte_len bytes.
+// The result of a call in a buffer filled with the pattern, on a curve of byte_len bytes.
 struct Process {
     static constexpr unsigned kLengths[] = {24, 28, 32};
     static ByteString x_bar(const ecc_point_bytes &point, uint32_t w) {
@@ -47,7 +47,7 @@ struct OfSession {
     }
 };
 
-// The last w / 8 + 1 of the L bytes written, everything else as it was.
+// Only the last w / 8 + 1 of the L bytes are written.
 ByteString only_written_at_the_end(const ByteString &x, unsigned w) {
     ByteString out(kArea, kFill);
     const ByteString value = model_x_bar_bytes(x, w);
@@ -55,7 +55,7 @@ ByteString only_written_at_the_end(const ByteString &x, unsigned w) {
     return out;
 }
 
-// 0xF0 AND 0x7F, and 0x80 on top: bit 127 of x is not part of the low 127 bits.
+// 0xF0 AND 0x7F, plus 0x80: bit 127 of x is not one of the low 127 bits.
 template <class G>
 void expect_top_bit_of_byte_16() {
     const ByteString low = from_hex("f1f2f3f4f5f6f7f8f9fafbfcfdfeff");
@@ -74,7 +74,7 @@ void expect_top_byte_of_one() {
     }
 }
 
-// Those of the curves' lengths, and others.
+// The widths of the curves' lengths, and others.
 template <class G>
 void expect_widths_as_modelled() {
     for (unsigned byte_len : G::kLengths)
