@@ -1,19 +1,19 @@
 #!/bin/sh
 # Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-# The binary interface of the library against the recorded one, on amd64 and armel: names, arguments, sizes
+# Compares the library's binary interface with the recorded one, on amd64 and armel: names, arguments, sizes
 # and offsets of the records. Fails on any difference.
 #
 #     tests/boundary/abi_check.sh [--update]
 #
-# --update records the interface anew in tests/boundary/abi, which only an addition may need.
+# --update records the interface again in tests/boundary/abi; only an addition may need this.
 set -eu
 cd "$(dirname "$0")/../.."
 recorded=tests/boundary/abi
 folder=build/abi
 mkdir -p "$folder"
 
-# interface ARCHITECTURE OPTION...: builds the library for the debugger, each function as its own, and
-# writes down what of that belongs to its interface, with paths from the root of the sources.
+# interface ARCHITECTURE OPTION...: builds the library with debug information, each function separately, and
+# records what belongs to the interface, with paths relative to the root of the sources.
 interface() {
     architecture=$1
     shift

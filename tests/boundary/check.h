@@ -26,7 +26,7 @@ static inline int check_result(void) {
     return made_checks > 0 && failed_checks == 0 ? EXIT_SUCCESS : EXIT_FAILURE;
 }
 
-/* True if the bytes are what the hexadecimal digits say, two per byte. */
+/* True if the bytes equal the hexadecimal digits, two per byte. */
 static inline int equals_hex(const uint8_t *bytes, const char *digits) {
     char pair[3];
     for (; *digits != '\0'; digits += 2, ++bytes) {

@@ -5,7 +5,7 @@
 #
 #     consumer_check.sh CMAKE EXAMPLES ROOT COMPILER TOOLCHAIN_FILE [EMULATOR...]
 #
-# ROOT has the library under it, directly or in usr/. For a cross build it is the device's file
+# ROOT contains the library, directly or in usr/. For a cross build it is the device's file
 # system; otherwise TOOLCHAIN_FILE is empty.
 set -eu
 
@@ -21,7 +21,7 @@ trap 'rm -rf "$work"' EXIT
 trap 'exit 130' INT
 trap 'exit 143' TERM
 
-# program COMMAND...: runs a program, whose own output matters only if it fails.
+# program COMMAND...: runs a program and shows its output only if it fails.
 program() {
     if ! "$@" "$examples/sign_with_identity.c" > "$work/output"; then
         cat "$work/output"
@@ -40,7 +40,7 @@ fi
 "$cmake" -G Ninja -S "$(dirname "$0")/consumer" -B "$work/build" $where -DEXAMPLES="$examples" \
     "-DCMAKE_PREFIX_PATH=$root;$root/usr" > "$work/configured" || { cat "$work/configured"; exit 1; }
 "$cmake" --build "$work/build" > "$work/log" || { cat "$work/log"; exit 1; }
-# It is this library, and not one that the machine happens to have.
+# It is this library, not one that happens to be installed on the machine.
 grep -q "^zokecc_DIR:PATH=$root/" "$work/build/CMakeCache.txt"
 for kind in shared static; do
     if readelf -d "$work/build/with_$kind" | grep 'NEEDED.*c++'; then
@@ -59,7 +59,7 @@ PKG_CONFIG_LIBDIR=$(dirname "$(find "$root" -name zokecc.pc)")
 export PKG_CONFIG_LIBDIR
 if [ -n "$toolchain" ]; then export PKG_CONFIG_SYSROOT_DIR="$root"; fi
 pkg-config --atleast-version=1.0 zokecc
-# Both say which build it is, and the same.
+# Both report the build, and the same one.
 build="$(pkg-config --variable=build zokecc) build, $(pkg-config --variable=kind zokecc)"
 grep -qxE -e '-- zokecc: (default|hardened) build, (fast|small)' "$work/told"
 grep -qx -e "-- zokecc: $build" "$work/told"

@@ -71,7 +71,7 @@ static void check_root(void) {
     CHECK(mint_compare(&y, &G.y) == 0);
 }
 
-/* The base point in all three forms, there and back over the curve of the process. */
+/* The base point in all three forms and back, on the process-wide curve. */
 static void check_encodings(void) {
     static const uint8_t prefixes[3] = {4, 2, 6};
     const ecc_curve_bytes curve = sm2_process_curve();

@@ -1,12 +1,12 @@
 #!/usr/bin/env python3
 # Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-"""What the shared library exports, said four times and compared.
+"""Compares four lists of what the shared library exports.
 
     exports_check.py NM LIBRARY
 
-exports.txt beside this script is the contract and is written by hand. The public headers, the
-linker's version script and the dynamic symbols of the built library have to name exactly the
-same functions, and nothing but functions.
+exports.txt next to this script is the contract, written by hand. The public headers, the
+linker's version script and the dynamic symbols of the built library must name exactly the
+same functions, and only functions.
 """
 import pathlib
 import subprocess

@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
 # Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-"""What no file of the repository may contain: unfinished work, tests that are switched off or
-cannot fail, paths of one machine, odd characters, and too many lines. What every file contains: the
-line with its licence, or an entry in REUSE.toml."""
+"""Checks for what no file of the repository may contain: unfinished work, tests that are disabled or
+cannot fail, paths of one machine, odd characters, and too many lines. Every file must contain the line with
+its licence, or have an entry in REUSE.toml."""
 import os
 import pathlib
 import re
@@ -12,15 +12,15 @@ ROOT = pathlib.Path(__file__).resolve().parent.parent.parent
 SKIPPED_FOLDERS = {".git", ".cache", "build", "__pycache__", "Testing"}
 DATA = ("tests/vectors/", "tests/boundary/abi/", "LICENSE", "docs/footprint.json")
 BINARY = ("fuzz/corpus/",)
-UNLICENSED = ("CMakePresets.json", "docs/", "packaging/debian/", "tests/")  # REUSE.toml speaks for these
+UNLICENSED = ("CMakePresets.json", "docs/", "packaging/debian/", "tests/")  # REUSE.toml covers these
 LICENSED_SUFFIXES = {".cpp", ".h", ".c", ".py", ".sh", ".md", ".cmake", ".1", ".in"}
 LICENCE = "Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0"
 MAX_LINES = 400  # and those with the licence
-MAX_HEADER_LINES = 1000  # a public header is its family's manual
+MAX_HEADER_LINES = 1000  # a public header is the manual of its family
 MAX_COLUMNS = 110
 MAX_TABLE_COLUMNS = 160  # a row of a table in a page cannot be wrapped
 
-# Each in a form that does not match itself.
+# Each written so that it does not match itself.
 FORBIDDEN = [
     (re.compile(r"\b(TO[D]O|FIX[M]E|X[X]X|HAC[K])\b"), "unfinished work"),
     (re.compile(r"GTEST_SKI[P]|\bDISABLE[D]_|\bif [(]?0[)]?$"), "something switched off"),

@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 # Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-"""What the shared library needs from outside: a few calls of the C library, and nothing else. They are
+"""The shared library needs only a few calls of the C library. They are
 bound when it is loaded.
 
     imports_check.py NM READELF LIBRARY [hardened]
@@ -16,23 +16,23 @@ C_LIBRARY = {
     "printf", "putchar",
 }
 CLOCK_SEEDED = {"rand", "srand"}
-# The hardened build asks the kernel instead; the last of the first line is where errno is. What tells a
-# device from a file has several names, by the age of the C library and the size of time.
+# The hardened build asks the kernel instead; the last of the first line returns errno's address. The call
+# that tells a device from a file has several names, depending on the C library's age and the size of time.
 KERNEL = {"getrandom", "open", "read", "close", "__errno_location",
           "fstat", "fstat64", "__fstat64_time64", "__fstat_time64", "__fxstat", "__fxstat64"}
-# Where a time of 64 bits was asked for on a 32-bit processor, time has another name; with musl always.
+# With 64-bit time on a 32-bit processor, time has a different name; with musl always.
 TIME_OF_64_BITS = {"__time64"}
 MUSL = "libc.so"
 # Weak references of the start-up files that every shared library is linked with.
 START_UP = {"__cxa_finalize", "__gmon_start__", "_ITM_deregisterTMCloneTable", "_ITM_registerTMCloneTable"}
-# Arithmetic that the compiler calls where the processor has no instruction, as on ARM. Its
-# division raises a signal when the divisor is zero.
+# Arithmetic that the compiler calls if the processor has no instruction for it, as on ARM. Its
+# division raises a signal if the divisor is zero.
 COMPILER_HELPER = re.compile(r"__aeabi_\w+")
 ARM_DIVISION = {"raise"}
 # What the compiler adds under a distribution's flags: checks of the sizes of buffers and of the stack.
 FORTIFIED = re.compile(r"__(\w+)_chk")
 STACK_PROTECTOR = {"__stack_chk_fail", "__stack_chk_guard"}
-# The second of these, which ARM has, lies in glibc's dynamic loader, which every program has anyway.
+# The second of these, on ARM, is in glibc's dynamic loader, which every program has anyway.
 ARM_LOADER = "ld-linux.so.3"
 
 
@@ -61,7 +61,7 @@ def stray_libraries(listing, imports):
 
 
 def late_binding(listing):
-    """A call that is looked up when it is first made leaves registers on the stack."""
+    """A call that is bound lazily leaves registers on the stack."""
     return [] if re.search(r"\(FLAGS\).*\bBIND_NOW\b", listing) else ["binds its calls late: no BIND_NOW"]
 
 

@@ -1,7 +1,7 @@
 #!/bin/sh
 # Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-# What `cmake --install` gives, moved to another place, is enough to build the example and run it; and each
-# component has what belongs to it.
+# The result of `cmake --install`, moved to another place, is enough to build and run the example; and each
+# component contains exactly its files.
 #
 #     installed_check.sh CMAKE BUILD_FOLDER SOURCE_FOLDER COMPILER TOOLCHAIN_FILE [EMULATOR...]
 set -eu
@@ -21,7 +21,7 @@ mv "$work/first" "$work/moved"
 shared=$(find "$work/moved" -name libzokecc.so)
 [ -e "$(dirname "$shared")/libzokecc.so.1" ]
 
-# component NAME FILE...: the component consists of these; '*' stands for anything.
+# component NAME FILE...: the component consists of these files; '*' matches anything.
 component() {
     name=$1
     shift

@@ -1,6 +1,6 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// The records behind the handles and of the hash. Callers never see them, but tools that read a
-// device's memory do. Nothing here runs; a record that has moved does not compile.
+// The records behind the handles and of the hash. Callers never access them, but tools that read a
+// device's memory do. Nothing here runs; a changed layout does not compile.
 #include <cstddef>
 
 #include "ecc/curve.h"

@@ -1,10 +1,10 @@
 #!/usr/bin/env python3
 # Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-"""Every kept result is written down, and every test that is named exists.
+"""Every kept result is documented, and every named test exists.
 
-The comments marked KEPT: say which test holds them, and docs/compatibility*.md does for every
-result that differs from the textbook. A test that was renamed or dropped is missed here, and so
-is a test called Kept that neither a comment nor a page names.
+The comments marked KEPT: name the test that holds them, and docs/compatibility*.md does for every
+result that differs from the textbook. A test that was renamed or dropped is reported here, and so
+is a Kept test that neither a comment nor a page names.
 """
 
 import pathlib
@@ -16,7 +16,7 @@ FOLDERS = ("base", "mint", "hash", "ecc", "schemes", "sdf")
 
 
 def named_in_code():
-    """Suite.KeptName in comments, which may be broken over lines behind the dot."""
+    """Suite.KeptName in comments, where a line may break after the dot."""
     for folder in FOLDERS:
         for path in sorted((ROOT / folder).rglob("*.[ch]*")):
             text = re.sub(r"\n\s*//\s*", " ", path.read_text())

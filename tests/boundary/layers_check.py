@@ -4,12 +4,11 @@
 
     layers_check.py NM OBJECT...
 
-Held twice: by what the sources include and by what the object files call. Two edges climb, and are
-named here: the modular square root asks the hash layer for a random number, and in the hardened build
-the installation of a curve asks for the exact table. No two headers of a folder include each other,
-however long the way round, choices of the preprocessor stay few, for what a build is stands in
-base/config.h, and no header is a crumb. The picture in docs/architecture.md shows these layers, in this
-order.
+Checked twice: by the includes of the sources and by the calls in the object files. Two edges go upward, and
+are listed here: the modular square root asks the hash layer for a random number, and in the hardened build
+the installation of a curve asks for the exact table. No headers of a folder include each other, directly or
+indirectly; there are few preprocessor conditionals, because build choices are in base/config.h; and no header
+is too small. The picture in docs/architecture.md shows these layers in this order.
 """
 import pathlib
 import re
@@ -25,7 +24,7 @@ UPWARD_INCLUDE = ("mint/sqrt.cpp", "zokecc/hash.h")
 UPWARD_CALLS = {("mint/sqrt.cpp", "gen_random_number"), ("ecc/session_curve.cpp", "fill_exact_table"),
                 ("ecc/global_curve.cpp", "fill_exact_table")}
 
-# The narrow part of the C++ library that is allowed everywhere, and what one file alone may use.
+# The small part of the C++ library that is allowed everywhere, and what only one file may use.
 ANYWHERE = {"array", "bit", "cstddef", "cstdint", "cstdlib", "cstring", "limits", "span", "type_traits"}
 ONE_FILE_HEADERS = {
     "cstdio": "mint/dump.cpp", "ctime": "hash/clock.cpp", "x86intrin.h": "mint/limbs/limb_x86_64.h",
@@ -43,11 +42,11 @@ ONE_FILE_CALLS = {
     "read": "hash/kernel_random.cpp", "close": "hash/kernel_random.cpp",
 }
 MAX_CONDITIONALS = 8
-# A header of fewer lines is joined to another, unless it is the interface of one source or stands here.
+# Smaller headers must be merged into others, unless they are the interface of one source or listed here.
 SHORTEST_HEADER = 25
-SHORT_HEADERS = {"hash/digest.h",  # below both hashes
+SHORT_HEADERS = {"hash/digest.h",  # used by both hashes
                  "mint/by_definition.h",  # bodies in two sources
-                 "mint/limbs/trace.h"}  # what tests put in its place
+                 "mint/limbs/trace.h"}  # replaced by tests
 CONDITIONAL = re.compile(r"^ *# *(?:if|ifdef|ifndef|elif) .*", re.MULTILINE)
 INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^>"]+)[>"]', re.MULTILINE)
 
@@ -111,7 +110,7 @@ def source_faults():
 
 
 def circles():
-    """A fault for each way of #includes that leads back to where it began."""
+    """A fault for each cycle of #includes."""
     below = {}
     for folder in RANK:
         for path in sorted((ROOT / folder).glob("**/*.h")):
@@ -133,7 +132,7 @@ def circles():
 
 
 def conditional_faults():
-    """Too many choices of the preprocessor, include guards apart, outside base/."""
+    """Too many preprocessor conditionals outside base/, not counting include guards."""
     found = []
     for folder in RANK:
         for path in sorted((ROOT / folder).glob("**/*")):
@@ -158,7 +157,7 @@ def short_headers():
 
 
 def picture_faults():
-    """Layers that the picture of the architecture lacks, or shows in another order."""
+    """Layers missing from the picture of the architecture, or in a different order."""
     page = (ROOT / "docs" / "architecture.md").read_text(encoding="ascii")
     picture = page.partition("\n```\n")[2].partition("\n```\n")[0]
     last, faults = -1, [] if picture else ["docs/architecture.md: no picture"]
@@ -173,7 +172,7 @@ def picture_faults():
 
 
 def symbols(nm, path):
-    """The names that an object file defines, and those that it takes from elsewhere."""
+    """The names that an object file defines, and those that it imports."""
     output = subprocess.run([nm, path], check=True, capture_output=True, text=True)
     letters = [line.split()[-2:] for line in output.stdout.splitlines()]
     needed = [name for letter, name in letters if letter in "Uwv"]

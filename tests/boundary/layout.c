@@ -1,7 +1,7 @@
 /* Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0 */
 /*
- * The public records, byte by byte: their sizes and where their fields lie, with pointers of four
- * bytes and of eight. Nothing here runs; a record that has moved does not compile.
+ * The public records, byte by byte: their sizes and the offsets of their fields, with pointers of four
+ * bytes and of eight. Nothing here runs; a changed layout does not compile.
  */
 #include <stddef.h>
 

@@ -1,12 +1,12 @@
 #!/usr/bin/env python3
 # Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-"""The comment of every public function says what a caller needs, in the same form everywhere.
+"""The comment of every public function is complete and has the same form everywhere.
 
 Each declaration is preceded by a comment with a sentence on the purpose, one @param for each argument in
 their order, with a direction for pointers and the size of byte strings, @return or a @retval for each
 result if there is one, and the paragraph Timing, of the call or of its group. The paragraph Aliasing
-stands once for all calls in conventions.h; where an output can be the very memory of an input, because
-both are records of one type or both are bytes, the call or its group has one of its own.
+is in conventions.h for all calls; if an output can be the same memory as an input, because
+both are records of one type or both are bytes, the call or its group has its own.
 """
 import pathlib
 import re
@@ -25,7 +25,7 @@ def clean(comment):
 
 
 def comment_before(text, at):
-    """The documentation comment that ends right in front of a place, or nothing."""
+    """The documentation comment that ends right before a position, or nothing."""
     before = text[:at].rstrip()
     if not before.endswith("*/"):
         return ""
@@ -111,7 +111,7 @@ def faults(result, name, args, comment, group):
 
 
 def group_of(text, at):
-    """The comment of the group that a place is in."""
+    """The comment of the group that a position is in."""
     group = ""
     for found in GROUP.finditer(text, 0, at):
         group = clean(found.group(1)) if found.group(1) else ""

@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
 # Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-"""Every constant, function, file and folder that a page names exists.
+"""Every constant, function, file and folder named in a page exists.
 
-A name between backquotes in a page is a word of the code or of the build, or begins like those of another
-project; a path is a file or a folder of this repository, or of what it installs.
+A name in backquotes in a page is a word of the code or of the build, or begins like those of another
+project; a path is a file or folder of this repository, or of its installation.
 """
 import pathlib
 import re
@@ -39,7 +39,7 @@ def words(names):
 
 
 def fault(term, page, known, paths):
-    """What is wrong with a term of a page, or nothing."""
+    """The fault of a term in a page, or nothing."""
     if NAME.fullmatch(term):
         # zokecc_test_program(NAME) makes NAME_tests.
         if term.endswith("_tests") and term.removesuffix("_tests") in known:

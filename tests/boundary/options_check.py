@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 # Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-"""The table of options in docs/porting.md has every option of the build with its default, whatever the
-presets, the scripts and the documents pass exists, and options are declared in cmake/Options.cmake alone."""
+"""The table of options in docs/porting.md has every build option with its default, every option that the
+presets, the scripts and the documents pass exists, and options are declared only in cmake/Options.cmake."""
 import pathlib
 import re
 import sys
@@ -12,7 +12,7 @@ DECLARATION = re.compile(
 ROW = re.compile(r"^\| `(ZOKECC_\w+)` \| `?([\w ]+?)`? \| \S.*\|$", re.MULTILINE)
 IN_WORDS = {"${zokecc_is_top_level}": "on top", "${zokecc_manual}": "with doxygen", "": "empty"}
 PASSED = re.compile(r'-D(ZOKECC_\w+)[=:]|"(ZOKECC_\w+)": ')
-# Definitions of the preprocessor and folders, which have the same form.
+# Preprocessor definitions and folders, which look the same.
 NO_OPTIONS = {"ZOKECC_ARMEL_DIR", "ZOKECC_MUSL_ROOT", "ZOKECC_HOST_CC", "ZOKECC_NO_ASSEMBLY"}
 TEXTS = (".md", ".sh", ".py", ".json", ".txt", ".cmake", ".mk", ".bb", ".inc", ".in", "")
 SKIPPED = {".git", ".cache", "build", "__pycache__", "Testing"}

@@ -1,7 +1,7 @@
 /* Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0 */
 /*
- * A program that defines rand, srand and time itself: the shared library has to use those, each as
- * often as promised, and nothing else. The random bytes are then computed here once more.
+ * A program that defines rand, srand and time itself: the shared library must use those, each as
+ * often as documented, and nothing else. The random bytes are then recomputed here.
  */
 #include <time.h>
 
@@ -33,7 +33,7 @@ time_t time(time_t *out) {
     return NOW;
 }
 
-/* One seeding: eight words from 24 draws and a counter that never starts again. */
+/* One seeding: eight words from 24 draws and a counter that is never reset. */
 static uint32_t counter;
 
 static void seed_block(uint8_t block[32]) {
@@ -54,7 +54,7 @@ static void xor_block(const uint8_t a[32], const uint8_t b[32], uint8_t out[32])
     for (int i = 0; i < 32; ++i) out[i] = a[i] ^ b[i];
 }
 
-/* What gen_random writes for 33 bytes. */
+/* The output of gen_random for 33 bytes. */
 static void expected_33(uint8_t out[33]) {
     uint8_t state[32], seed[32], middle[32], mixed[32], last[32];
     seed_block(state);

@@ -1,8 +1,8 @@
 /* Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0 */
 /*
  * A program that defines getrandom itself, and rand, srand and time: the shared library of the
- * hardened build has to draw from the first, as often as promised, and leave the others alone. The
- * random bytes are then computed here once more.
+ * hardened build must draw from the first, as often as documented, and leave the others alone. The
+ * random bytes are then recomputed here.
  */
 #include <errno.h>
 #include <sys/types.h>
@@ -57,7 +57,7 @@ static void xor_block(const uint8_t a[32], const uint8_t b[32], uint8_t out[32])
     for (int i = 0; i < 32; ++i) out[i] = a[i] ^ b[i];
 }
 
-/* What gen_random writes for 33 bytes. */
+/* The output of gen_random for 33 bytes. */
 static void expected_33(uint8_t out[33]) {
     uint8_t state[32], seed[32], middle[32], mixed[32], last[32];
     seed_block(state);

@@ -1,6 +1,6 @@
 #!/bin/sh
 # Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-# The Debian packages say the right things about themselves, and are enough, unpacked into an empty folder,
+# The Debian packages have the right metadata, and are enough, unpacked into an empty folder,
 # to build the example and run it: the default pair and the hardened one. lintian finds nothing.
 #
 #     packages_check.sh CMAKE PACKAGE_FOLDER ARCHITECTURE READELF COMPILER TOOLCHAIN_FILE [EMULATOR...]
@@ -87,7 +87,7 @@ pair() {
     cp -a "$work/$library/usr" "$folder/"
     grep -qx "build=$build" "$(find "$folder" -name zokecc.pc)" || fail "zokecc.pc is not for $build"
     [ -f "$folder/usr/share/man/man3/mint_sub.3.gz" ] || fail "$development has no man pages"
-    # Compiled from the package's own copies.
+    # Compiled from the copies in the package.
     "$tests/consumer_check.sh" "$cmake" "$folder/usr/share/doc/$development/examples" "$folder" "$@"
 }
 

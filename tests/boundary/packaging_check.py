@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 # Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-"""What can be said about packaging/ without Buildroot and bitbake: the Makefile fragment is read by make,
-the recipe is complete, versions and sums are those of the sources, and the options that both pass exist.
+"""Checks packaging/ as far as possible without Buildroot and bitbake: the Makefile fragment is read by make,
+the recipe is complete, versions and checksums match the sources, and the options that both pass exist.
 
     packaging_check.py                      the checks
     packaging_check.py buildroot [CHOICE..] the options that Buildroot would pass with these choices
@@ -18,7 +18,7 @@ ROOT = pathlib.Path(__file__).resolve().parent.parent.parent
 BUILDROOT = ROOT / "packaging" / "buildroot" / "zokecc"
 RECIPES = sorted((ROOT / "packaging" / "yocto").glob("*.bb"))
 CHOICES = ["HARDENED", "SMALL", "TOOLS"]
-# Stand-ins for what Buildroot brings.
+# Substitutes for what Buildroot defines.
 WRAPPER = """
 qstrip = $(subst ",,$(1))
 define cmake-package
@@ -47,7 +47,7 @@ def options():
 
 
 def fragment(chosen):
-    """Version, folder, licence and options, as make sees them."""
+    """Version, folder, licence and options, as evaluated by make."""
     settings = [f"BR2_PACKAGE_ZOKECC_{choice}=y" for choice in chosen]
     command = ["make", "-s", "--warn-undefined-variables", "-f", "-", 'BR2_PACKAGE_ZOKECC_SOURCE="/sources"',
                *settings]

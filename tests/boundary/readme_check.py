@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 # Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-"""The C that README.md and the pages for integrators show is a piece of an example that the tests build
-and run, and the tables of results in docs/integrating.md name every function that has a result of its own."""
+"""The C code in README.md and the pages for integrators is a part of an example that the tests build
+and run, and the tables of results in docs/integrating.md list every function with its own result codes."""
 import pathlib
 import re
 import sys
@@ -9,7 +9,7 @@ import sys
 ROOT = pathlib.Path(__file__).resolve().parent.parent.parent
 GUIDE = "docs/integrating.md"
 LONGEST = {"README.md": 20, GUIDE: 20, "docs/interoperability.md": 10, "docs/coming-from.md": 10}
-SESSION_CALL = re.compile(r"(SDF|ZOK)_")  # these share one table of status codes
+SESSION_CALL = re.compile(r"(SDF|ZOK)_")  # these have one table of status codes
 
 
 def examples():

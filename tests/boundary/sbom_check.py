@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
 # Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-"""The bill of materials that cmake/sbom.py writes is a whole SPDX 2.3 document, lists every source that
-CMakeLists.txt compiles and every header in those folders, and its sums are those of the files.
+"""The bill of materials from cmake/sbom.py is a complete SPDX 2.3 document, lists every source that
+CMakeLists.txt compiles and every header in those folders, and its checksums are those of the files.
 
-    sbom_check.py [SOURCE...]    what the build compiles, below the root of the sources
+    sbom_check.py [SOURCE...]    the compiled sources, relative to the root
 """
 import hashlib
 import json
@@ -13,7 +13,7 @@ import subprocess
 import sys
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent.parent
-# What SPDX 2.3 asks for.
+# Required by SPDX 2.3.
 DOCUMENT = ["spdxVersion", "dataLicense", "SPDXID", "name", "documentNamespace", "creationInfo", "packages"]
 PACKAGE = ["SPDXID", "name", "downloadLocation", "licenseConcluded", "licenseDeclared", "copyrightText"]
 FILE = ["SPDXID", "fileName", "checksums", "licenseConcluded", "licenseInfoInFiles", "copyrightText"]

@@ -1,5 +1,5 @@
 /* Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0 */
-/* The calls over the curve of the process, from C through the shared library. */
+/* The calls on the process-wide curve, from C through the shared library. */
 #include <zokecc/schemes.h>
 
 #include "check.h"
@@ -13,7 +13,7 @@ typedef struct key_pair {
     ecc_point_bytes Q;
 } key_pair;
 
-/* A message descriptor points to bytes that may change; as an input they never do. */
+/* A message descriptor points to non-const bytes; as an input they are never changed. */
 static uint8_t text[] = {'m', 'e', 's', 's', 'a', 'g', 'e', ' ', 'd', 'i', 'g', 'e', 's', 't'};
 static uint8_t changed_text[] = {'M', 'e', 's', 's', 'a', 'g', 'e', ' ', 'd', 'i', 'g', 'e', 's', 't'};
 static const sm3_msg message = {text, 0, sizeof text};
@@ -64,7 +64,7 @@ static void check_sm2_signature(void) {
     CHECK(sm2_DigitalVeriy(&alice.Q, &message, NULL, ZA, HASH_ALG_SM3) == -1);
 }
 
-/* The plaintext is right, and the answer is -1 all the same. */
+/* The plaintext is right, but the result is -1. */
 static void check_sm2_encryption(void) {
     uint8_t cipher_bytes[1 + 2 * L + sizeof text + 32], plain_bytes[sizeof text];
     sm3_msg cipher = {cipher_bytes, 1, 0}, plain = {plain_bytes, 1, 0};
@@ -147,7 +147,7 @@ static void check_whole_exchange(void) {
     CHECK(memcmp(A3, B3, 32) != 0 && memcmp(A2, B2, 32) != 0 && memcmp(A2, S1, 32) != 0);
 }
 
-/* Multiplies nothing: zero bytes in y, and x as it was. */
+/* Multiplies nothing: zero bytes in y, and x unchanged. */
 static void check_r_point(void) {
     static const uint8_t scalar[L] = {1}, zero[L];
     ecc_point_bytes R;

@@ -7,7 +7,7 @@
 
 enum { L = 32, KEY_BITS = 128, KEY_BYTES = KEY_BITS / 8 };
 
-/* A side of an agreement: a key pair, a temporary one, an identity, its Z, and what comes out. */
+/* A side of an agreement: a key pair, a temporary one, an identity, its Z, and the results. */
 typedef struct side {
     ECCrefPrivateKey d, r;
     ECCrefPublicKey P, R;
@@ -79,7 +79,7 @@ static void check_given_Z(void) {
     CHECK(ZOK_GenerateResponseWithECC(session, KEY_BITS, A.Z, 32, B.Z, 32, &B.d, &A.P, &A.R, &B.r, &B.R,
                                       &B.result) == ZOK_OK);
     CHECK(initiator_by_Z() == ZOK_OK && sides_agree());
-    /* The values Z are those that the identities give. */
+    /* The values Z are those of the identities. */
     CHECK(initiator_by_identity(&B) == ZOK_OK && sides_agree());
     B.R.y[L - 1] ^= 1; /* off the curve */
     CHECK(initiator_by_Z() == ZOK_ERR_INTERNAL);

@@ -14,7 +14,7 @@ static void *session;
 static ECCrefPublicKey pub;
 static ECCrefPrivateKey priv;
 
-/* The record that takes a message of L bytes. */
+/* The record for a message of L bytes. */
 static void check_record(uint32_t algorithm) {
     ECCCipher cipher;
     uint8_t plain[L];
@@ -40,7 +40,7 @@ static void check_check_value(void) {
           ZOK_ERR_INTERNAL);
 }
 
-/* The byte string that takes a message of any length. */
+/* The byte string for a message of any length. */
 static void check_bytes(void) {
     uint8_t cipher[OVERHEAD + SHORT], plain[SHORT];
     uint32_t cipher_size = 0, size = 0;

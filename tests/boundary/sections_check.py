@@ -1,10 +1,10 @@
 #!/usr/bin/env python3
 # Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-"""The library's object files run nothing at load time and carry no tables for exceptions.
+"""The library's object files run nothing at load time and contain no exception tables.
 
     sections_check.py READELF OBJECT...
 
-The linked library cannot tell: the C start-up files put an .init_array into every one.
+This cannot be checked in the linked library: the C start-up files add an .init_array to every one.
 """
 import re
 import subprocess

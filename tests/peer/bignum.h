@@ -45,7 +45,7 @@ inline std::string hex_of(const Bignum &value) {
     return first == std::string::npos ? "0" : out.substr(first);
 }
 
-// The scratch space that the slower calls want.
+// The scratch space that the slower calls need.
 inline BN_CTX *scratch() {
     static const std::unique_ptr<BN_CTX, FreeBignum> context(BN_CTX_new());
     return context.get();

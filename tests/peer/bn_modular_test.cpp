@@ -1,6 +1,6 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Modular arithmetic against OpenSSL's big numbers. Where the kept subtraction makes the
-// deployed answer differ, the restated rule says what it must be, and the differences are
+// Modular arithmetic, compared with OpenSSL's big numbers. Where the kept subtraction makes the
+// deployed result differ, a model of the rule gives the expected one, and the differences are
 // counted so that neither side of the comparison can silently vanish.
 #include <zokecc/mint.h>
 
@@ -19,7 +19,7 @@ constexpr int kRounds = 100;  // per modulus
 struct Tally {
     int agreed = 0, departed = 0;
 
-    // The deployed answer is `kept`; it counts as agreeing if it is also the textbook's.
+    // The deployed result is `kept`; it counts as agreeing if it is also the textbook's.
     void expect(const mint &got, const Natural &kept, const Bignum &textbook) {
         EXPECT_EQ(kept.to_hex(), mint_to_hex(got));
         if (kept.to_hex() == hex_of(textbook))

@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Plain integer arithmetic, and the tests' own oracle, against OpenSSL's big numbers.
+// Plain integer arithmetic and the tests' own oracle, compared with OpenSSL's big numbers.
 #include <zokecc/mint.h>
 
 #include <gtest/gtest.h>

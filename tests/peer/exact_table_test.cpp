@@ -1,6 +1,6 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// The table of a base point in the hardened build: exact on curves where the word rule spoils entries of the
-// contract's table.
+// The table of a base point in the hardened build: exact on curves where the borrow rule spoils entries of
+// the default build's table.
 #ifdef ZOKECC_HARDENED
 
 #include <gtest/gtest.h>
@@ -22,8 +22,8 @@ struct Free {
     void operator()(EC_POINT *point) const { EC_POINT_free(point); }
 };
 
-// y^2 = x^3 + a x + b over the field of the SM2 curve, through a given point. How many points it has is not
-// known, and no entry of a table depends on it.
+// y^2 = x^3 + a x + b over the field of the SM2 curve, through a given point. Its number of points is
+// unknown, and no table entry depends on it.
 Curve curve_through(uint32_t x, uint32_t y) {
     Curve out = curve("sm2p256v1");
     const Natural p(out.p), a(out.a), X(x), Y(y);
@@ -89,7 +89,7 @@ TEST(ExactTable, HoldsWhereTheWordRuleSpoilsTheContractsTable) {
     EXPECT_GT(spoilt, 0u);
 }
 
-// The base point has to lie on the curve, and no other table is left.
+// The base point must be on the curve; otherwise no table is written.
 TEST(ExactTable, BasePointOffTheCurveIsRefused) {
     Curve c = curve("sm2p256v1");
     c.G.y.words[0] ^= 1;

@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// SHA-256, SM3 and HMAC over both beside OpenSSL, on messages and keys of many lengths.
+// SHA-256, SM3 and HMAC with both, compared with OpenSSL for messages and keys of many lengths.
 #include <gtest/gtest.h>
 #include <openssl/evp.h>
 #include <openssl/hmac.h>
@@ -18,7 +18,7 @@ constexpr uint32_t kSeed = 20240229;
 constexpr int kRounds = 300;
 constexpr uint32_t kLongest = 4096;
 
-// Lengths up to kLongest, every fourth of them next to a multiple of the block.
+// Lengths up to kLongest, every fourth of them close to a multiple of the block.
 class Draws {
 public:
     uint32_t length() {
@@ -57,7 +57,7 @@ ByteString peer_mac(const EVP_MD *digest, const ByteString &key, const ByteStrin
     return out;
 }
 
-// Any non-null handle serves.
+// Any non-null handle will do.
 void *session() {
     static int place = 0;
     return &place;

@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Octet strings of points beside OpenSSL's encoder and decoder, on its own copies of the curves.
+// Octet strings of points, compared with OpenSSL's encoder and decoder on its own copies of the curves.
 #include <zokecc/ecc.h>
 
 #include "tests/peer/scheme_peer.h"

@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Points against OpenSSL's group arithmetic, on its own copies of the curves.
+// Points, compared with OpenSSL's group arithmetic on its own copies of the curves.
 //
 // Numbers are drawn from fixed seeds; a failure names the seed and the draw.
 #include <gtest/gtest.h>
@@ -33,7 +33,7 @@ using Number = std::unique_ptr<BIGNUM, FreeNumber>;
 struct PeerCurve {
     const char *name;
     int nid;
-    // The one multiple n + offset that the library's window loses to its last addition, counted
+    // The only multiple n + offset that the library's wNAF loses in its last addition, counted
     // in scalars as long as n.
     int lost_offset;
 };
@@ -86,7 +86,7 @@ protected:
         return from_peer_point(out);
     }
 
-    // A finite multiple of G, by the peer.
+    // A finite multiple of G, from the peer.
     ecc_point some_point() {
         ecc_point out = affine_infinity();
         while (out.infinity == 1) out = peer_times(hard.trimmed(c.n.len), c.G);
@@ -139,7 +139,7 @@ TEST_P(PointPeer, RandomMultiplesOfRandomPoints) {
     }
 }
 
-// The table and the window also agree with the peer on scalars far above the order.
+// The table and wNAF also agree with the peer for scalars far above the order.
 TEST_P(PointPeer, WideScalars) {
     ASSERT_EQ(0, ecc_precomputation_point(&c.G, &c.a, &c.b, &c.p));
     for (int i = 0; i < 20 && !HasFailure(); ++i) {
@@ -178,7 +178,7 @@ TEST_P(PointPeer, RandomSumsAndDoubles) {
     }
 }
 
-// KEPT, each on its own: where the peer has a sum, a double or a multiple and the library not.
+// KEPT, one by one: cases in which the peer has a sum, a double or a multiple and the library does not.
 TEST_P(PointPeer, KeptOppositePointsAreFiniteHere) {
     ecc_point P = some_point(), minus_P = P, out{};
     mint_mod_sub(&c.p, &P.y, &c.p, &minus_P.y);

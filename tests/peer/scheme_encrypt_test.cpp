@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// SM2 encryption over the process-wide curve beside OpenSSL. Our ciphertext is 04 || C1 || C2 ||
+// SM2 encryption on the process-wide curve, compared with OpenSSL. Our ciphertext is 04 || C1 || C2 ||
 // C3; OpenSSL's is the sequence of x1, y1, C3 and C2 of GM/T 0009 in DER.
 #include <openssl/asn1.h>
 
@@ -103,7 +103,7 @@ ByteString peer_encrypt(const PeerKeyPair &keys, const ByteString &text, uint32_
     der.resize(size);
     return der;
 }
-// Empty if the peer finds fault with it.
+// Empty if the peer rejects it.
 ByteString peer_decrypt(const PeerKeyPair &keys, const ByteString &der, uint32_t hash) {
     PeerKeyContext context = prepared(keys, EVP_PKEY_decrypt_init, hash);
     size_t size = der.size() + 64;
@@ -122,7 +122,7 @@ ByteString our_encrypt(const PeerKeyPair &keys, const ByteString &text, uint32_t
     EXPECT_EQ(cipher.len_low, area.size());
     return area;
 }
-// KEPT: the answer is -1 although the plaintext is right.
+// KEPT: the result is -1 although the plaintext is right.
 ByteString our_decrypt(const PeerKeyPair &keys, const ByteString &bytes, uint32_t hash) {
     Scalar d(keys.d);
     Message cipher(bytes);
@@ -145,7 +145,7 @@ std::string describe(const PeerKeyPair &keys, const ByteString &cipher) {
     return "seed " + std::to_string(kPeerSeed) + " d " + to_hex(keys.d) + " ciphertext " + to_hex(cipher);
 }
 
-// A key stream of one byte may come out as zero, which the peer need not draw again.
+// A key stream of one byte may be zero, which the peer need not redraw.
 bool is_masked(const ByteString &text, const Parts &parts) { return parts.C2 != text; }
 
 }  // namespace

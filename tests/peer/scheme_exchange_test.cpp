@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Diffie-Hellman over the process-wide curve, and key generation, beside OpenSSL.
+// ECDH on the process-wide curve, and key generation, compared with OpenSSL.
 #include "tests/peer/scheme_peer.h"
 
 namespace zokecc_test::scheme_exchange_test {

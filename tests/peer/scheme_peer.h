@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// OpenSSL beside the calls that read the curve of the process: a key pair held by both sides.
+// OpenSSL and the calls on the process-wide curve: a key pair held by both sides.
 //
 // Keys and messages come from a fixed seed. What OpenSSL draws does not; failures print it.
 #ifndef ZOKECC_TESTS_PEER_SCHEME_PEER_H
@@ -61,7 +61,7 @@ struct PeerCurve {
 
 inline const PeerCurve kPeerSm2 = {"sm2p256v1", "SM2", NID_sm2};
 
-// A private key between 1 and n - 2, with the public key as the peer computes it.
+// A private key from 1 to n - 2, with the public key computed by the peer.
 class PeerKeyPair {
 public:
     PeerKeyPair(const PeerCurve &on, PeerDraws &draws) {

@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// The ECDSA and SM2 signatures of the process-wide curve beside OpenSSL: what one side signs the
+// ECDSA and SM2 signatures on the process-wide curve and OpenSSL: what one side signs the
 // other verifies, and neither accepts it for another message.
 #include <openssl/ecdsa.h>
 
@@ -30,7 +30,7 @@ const Scheme kSchemes[] = {
     {kPeerSm2, HASH_ALG_SM3},
 };
 
-// The value that the SM2 calls are given: H(bit length, identity, a, b, G, Q).
+// The value passed to the SM2 calls: H(bit length, identity, a, b, G, Q).
 ByteString user_value(const ByteString &id, const PeerKeyPair &keys) {
     const Curve &on = curve(kPeerSm2.name);
     const uint32_t bits = static_cast<uint32_t>(8 * id.size());
@@ -38,7 +38,7 @@ ByteString user_value(const ByteString &id, const PeerKeyPair &keys) {
                              fixed_bytes(on.G.x, 32), fixed_bytes(on.G.y, 32), keys.x, keys.y}));
 }
 
-// One signer and what it signs.
+// A signer and its message.
 struct Case {
     Case(const Scheme &with, PeerDraws &draws)
         : scheme(with),
@@ -100,7 +100,7 @@ struct Case {
     ByteString id, text, Z;
 
 private:
-    // The peer makes the user value itself, of the identity.
+    // The peer computes the user value itself, from the identity.
     void prepare() {
         context.reset(EVP_MD_CTX_new());
         key_context.reset(EVP_PKEY_CTX_new(keys.peer.get(), nullptr));

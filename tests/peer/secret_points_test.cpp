@@ -1,6 +1,6 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Products with secret scalars in the hardened build against OpenSSL's, on its own copies of the curves:
-// exact for every scalar, those included that the contract's subtraction spoils.
+// Multiplication by secret scalars in the hardened build, compared with OpenSSL's on its own copies of the
+// curves: exact for every scalar, even those that the default build's subtraction spoils.
 #ifdef ZOKECC_HARDENED
 
 #include <gtest/gtest.h>
@@ -44,7 +44,7 @@ const PeerCurve kCurves[] = {
 
 class SecretPointsPeer : public testing::TestWithParam<PeerCurve> {
 protected:
-    // Scalars from 1 to n - 1 with structure: few bits, runs of ones, next to n and to parts of it.
+    // Structured scalars from 1 to n - 1: few bits, runs of ones, close to n and to fractions of it.
     std::vector<Natural> structured() const {
         const Natural n(c.n), one(1);
         std::vector<Natural> out;

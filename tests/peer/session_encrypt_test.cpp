@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// SM2 encryption by the session calls beside OpenSSL, both ways. A ciphertext is 04 || x1 || y1 ||
+// SM2 encryption by the session calls and OpenSSL, both ways. A ciphertext is 04 || x1 || y1 ||
 // C2 || C3 here and the sequence of x1, y1, C3 and C2 in DER there.
 #include <zokecc/sdf.h>
 
@@ -47,7 +47,7 @@ ByteString der(uint8_t tag, const ByteString &content) {
     return joined({{tag}, length, content});
 }
 
-// The shortest form that does not look negative.
+// The shortest non-negative form.
 ByteString der_number(ByteString bytes) {
     while (bytes.size() > 1 && bytes[0] == 0) bytes.erase(bytes.begin());
     if (bytes[0] >= 0x80) bytes.insert(bytes.begin(), uint8_t{0});
@@ -59,7 +59,7 @@ ByteString to_der(const Parts &parts) {
                                   der(kOctets, parts.C2)}));
 }
 
-// Takes the element at `at` and moves behind it.
+// Reads the element at `at` and moves past it.
 ByteString take(const ByteString &bytes, size_t &at, uint8_t tag) {
     EXPECT_EQ(bytes.at(at), tag);
     size_t size = bytes.at(at + 1);
@@ -112,7 +112,7 @@ Parts peer_encrypt(const PeerKeyPair &keys, const ByteString &message, uint32_t 
     return from_der(slice(out, 0, size));
 }
 
-// Empty if the peer finds fault with it.
+// Empty if the peer rejects it.
 ByteString peer_decrypt(const PeerKeyPair &keys, const Parts &parts, uint32_t hash) {
     PeerKeyContext context = prepared(keys, EVP_PKEY_decrypt_init, hash);
     const ByteString cipher = to_der(parts);
@@ -149,7 +149,7 @@ Parts our_encrypt(void *session, const PeerKeyPair &keys, const ByteString &mess
     return split(out);
 }
 
-// Empty if we find fault with it.
+// Empty if we reject it.
 ByteString our_decrypt(void *session, const PeerKeyPair &keys, const Parts &parts) {
     const ECCrefPrivateKey key = private_key(keys);
     const ByteString cipher = parts.flat();
@@ -223,7 +223,7 @@ TEST(PeerZokExternalDecryptEcc, WeDecryptWhatThePeerEncrypts) {
         for (size_t length : message_lengths()) {
             const ByteString message = draws.bytes(length);
             Parts parts = peer_encrypt(keys, message, hash);
-            // A key stream of one byte may be zero, which the peer need not draw again.
+            // A key stream of one byte may be zero, which the peer need not redraw.
             while (!parts.is_masked(message)) parts = peer_encrypt(keys, message, hash);
             SCOPED_TRACE(describe(keys, parts));
             EXPECT_EQ(to_hex(our_decrypt(session.handle(), keys, parts)), to_hex(message));

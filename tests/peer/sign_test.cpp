@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// SM2 and ECDSA signatures of messages beside OpenSSL: what one side signs the other verifies,
+// SM2 and ECDSA signatures of messages and OpenSSL: what one side signs the other verifies,
 // and a changed message is refused by both.
 //
 // Keys and messages come from a fixed seed. The nonces of OpenSSL do not; a failure prints the
@@ -139,7 +139,7 @@ private:
     Key peer_;
 };
 
-// One signing or verifying operation of the peer, with the identity where there is one.
+// One signing or verifying operation of the peer, with the identity if there is one.
 class PeerOperation {
 public:
     PeerOperation(const Scheme &scheme, const KeyPair &keys, const ByteString &id)
@@ -238,7 +238,7 @@ TEST(PeerSignature, IdentityCountsOnBothSidesForSm2) {
     const Scheme &sm2 = kSchemes[0];
     const KeyPair keys(sm2, draws);
     const ByteString message = draws.message();
-    // The peer takes identities of up to 8190 bytes.
+    // The peer accepts identities of up to 8190 bytes.
     for (size_t size : {size_t{1}, size_t{16}, size_t{100}, size_t{4096}, size_t{8190}}) {
         const ByteString id = draws.bytes(size);
         const ECCSignature sig = peer_sign(sm2, keys, message, id);
