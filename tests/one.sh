@@ -3,14 +3,14 @@
 # tests/one.sh NAME PRESET: builds and runs the tests with NAME in their name, whichever programs and
 # shares they are in; `./build.sh one` calls it. With a capital, NAME is GoogleTest's SUITE.TEST or a
 # part of it, in which * stands for anything; otherwise it is one of the names that ctest lists, such as
-# boundary.kept. In the hardened presets a test that departs fails, and has to.
+# boundary.kept. In the hardened presets tests of departures must fail.
 set -eu
 cd "$(dirname "$0")/.."
 name=$1
 preset=$2
 log=build/$preset/one.log
 
-# quiet COMMAND...: shows what the command said only if it fails.
+# quiet COMMAND...: shows the command's output only if it fails.
 quiet() { "$@" > "$log" 2>&1 || { tail -n 100 "$log"; exit 1; }; }
 
 mkdir -p "build/$preset"
@@ -23,7 +23,7 @@ case $name in
     ;;
 esac
 
-# The folders whose sources have the last part of the name, and what the preset calls their programs.
+# The folders whose sources contain the last part of the name, and the preset's names of their programs.
 last=${name##*.}
 programs=$(grep -lr --include='*_test.cpp' -e "${last%%[*/]*}" tests | cut -d/ -f2 | sort -u)
 case $programs in
@@ -46,11 +46,11 @@ fi
 quiet cmake --build --preset "$preset" --target $targets
 
 status=0
-# A suite for several types or values has their names behind its own.
+# A suite for several types or values has their names after its own.
 filter=$(echo "$name" | sed 's/[.]/*./')
 GTEST_FILTER="*$filter*" ctest --preset "$preset" --parallel "$(nproc)" -V \
     -R "^(${patterns#|})[.](share_|departures)" > "$log" 2>&1 || status=$?
-# The number of a share is in front of each of its lines, which mix with those of the others.
+# The number of a share precedes each of its lines, which mix with those of the others.
 awk '
     !/^[0-9]+: / { next }
     { share = $1; sub(/^[0-9]+: /, "") }

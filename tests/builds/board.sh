@@ -1,6 +1,6 @@
 #!/bin/sh
 # Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-# The recipe of docs/porting.md for a board, as it stands there, with stand-ins for scp and ssh: what is
+# The recipe for a board from docs/porting.md, verbatim, with substitutes for scp and ssh: what is
 # copied to the board runs there without any library.
 . "$(dirname "$0")/common.sh"
 
@@ -21,7 +21,7 @@ cat > "$work/bin/ssh" <<END_OF_SSH
 END_OF_SSH
 chmod +x "$work/bin/scp" "$work/bin/ssh"
 
-# The example beside the tools stays a program with shared libraries.
+# The example next to the tools remains dynamically linked.
 PATH=$work/bin:$PATH quiet sh -eu "$work/recipe"
 told ': default build, small'
 told ' passed, 0 failed'

@@ -1,6 +1,6 @@
 # Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-# What the scripts of this folder share; they run from the root of the sources. Sets $sources and $work, a
-# folder that goes away at the end.
+# Shared by the scripts of this folder, which run from the root of the sources. Sets $sources and $work, a
+# temporary folder.
 set -eu
 cd "$(dirname "$0")/../.."
 sources=$(pwd)
@@ -22,10 +22,10 @@ quiet() {
     fi
 }
 
-# told TEXT: the last quiet command printed it.
+# told TEXT: the last quiet command printed TEXT.
 told() { grep -qF -e "$1" "$work/quiet.log" || { cat "$work/quiet.log"; fail "it did not say: $1"; } }
 
-# needed PROGRAM: the names of the shared libraries that it asks for, on one line.
+# needed PROGRAM: the names of the shared libraries that it needs, on one line.
 needed() { readelf -d "$1" | sed -n 's/.*(NEEDED).*\[\(.*\)\]/\1/p' | xargs; }
 
 # copy_sources FOLDER: the sources without builds and history, as from an archive.

@@ -1,7 +1,7 @@
 #!/bin/sh
 # Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-# The flags that Debian gives every package, and those that other distributions add: the library builds
-# without a warning, and what it then needs is foreseen. In both builds, and for armel.
+# With the flags that Debian uses for every package, and those that other distributions add, the library
+# builds without warnings, and its imports are the expected ones. In both builds, and for armel.
 . "$(dirname "$0")/common.sh"
 
 # build NAME ARCHITECTURE TOOL_PREFIX OPTION...

@@ -1,7 +1,8 @@
 #!/bin/sh
 # Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 # The library builds and installs with the options that the Buildroot package and the Yocto recipe pass, and
-# those that these systems pass to every CMake project: hardened by the one, default and small by the other.
+# those that these systems pass to every CMake project: hardened with the one, default and small with the
+# other.
 . "$(dirname "$0")/common.sh"
 
 # build NAME OPTION...: through a cross toolchain, into an image of a device.
@@ -19,7 +20,7 @@ build() {
     done
 }
 
-# build_is NAME BUILD KIND: what the installed library is, by its own account and by what it imports.
+# build_is NAME BUILD KIND: checks what the installed library reports, and its imports.
 build_is() {
     grep -qx "build=$2" "$work/$1.image/usr/lib/pkgconfig/zokecc.pc" || fail "$1 is not the $2 build"
     grep -qx "kind=$3" "$work/$1.image/usr/lib/pkgconfig/zokecc.pc" || fail "$1 is not $3"

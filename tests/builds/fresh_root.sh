@@ -18,7 +18,7 @@ inside() {
     chroot "$root" env LC_ALL=C DEBIAN_FRONTEND=noninteractive PATH=/usr/sbin:/usr/bin:/sbin:/bin "$@"
 }
 
-# state: every file and package, without the records of apt and dpkg.
+# state: lists every file and package, without the records of apt and dpkg.
 state() {
     inside dpkg-query --show --showformat '${Package} ${Version} ${Status}\n'
     (cd "$root" && find . -path ./proc -prune -o -path ./packages -prune -o -path './var/lib/*' -prune \
@@ -26,7 +26,7 @@ state() {
         -o ! -type d -print | sort)
 }
 
-# install PACKAGE...: from the folder, offline, since nothing else is needed.
+# install PACKAGE...: from the folder, offline, because nothing else is needed.
 install() {
     files=
     for package in "$@"; do files="$files $(cd "$root" && echo packages/"$package"_*.deb)"; done
@@ -63,7 +63,7 @@ pair libzokecc1 libzokecc-dev default
 pair libzokecc1-hardened libzokecc-hardened-dev hardened
 cat "$work/demo.log"
 
-# A program stays while the library under it is replaced.
+# A program keeps working when its library is replaced.
 state > "$work/before"
 install libzokecc1 zokecc-tools
 install libzokecc1-hardened

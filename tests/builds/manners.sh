@@ -1,17 +1,17 @@
 #!/bin/sh
 # Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-# What ./build.sh says when something is not as it should be, and what it leaves behind. The compilers and
-# apt are stand-ins here, so that nothing is built or installed.
+# The messages of ./build.sh when something is wrong, and what it leaves behind. The compilers and
+# apt are fakes here, so that nothing is built or installed.
 . "$(dirname "$0")/common.sh"
 
 copy_sources "$work/sources"
 mkdir "$work/bin" "$work/tmp" "$work/elsewhere"
 cd "$work/sources"
 
-# stand_in NAME BODY: a program that is found before the machine's own.
+# stand_in NAME BODY: a fake program that is found before the machine's own.
 stand_in() { printf '#!/bin/sh\n%s\n' "$2" > "$work/bin/$1" && chmod +x "$work/bin/$1"; }
 
-# answer STATUS COMMAND...: runs it with the stand-ins; the output is in $work/quiet.log.
+# answer STATUS COMMAND...: runs it with the fakes; the output is in $work/quiet.log.
 answer() {
     expected=$1
     shift
@@ -20,14 +20,14 @@ answer() {
     [ "$status" -eq "$expected" ] || { cat "$work/quiet.log"; fail "$*: status $status and not $expected"; }
 }
 
-# FILE is judged before anything is built.
+# FILE is checked before anything is built.
 stand_in cmake 'echo built >&2; exit 1'
 answer 2 ./build.sh demo "$work/none"
 told "build.sh: $work/none does not exist"
 answer 2 ./build.sh demo docs
 told "docs is a folder, and a file is needed"
 
-# It says what it does, and found its folder through a symbolic link from another one.
+# It reports what it does, and finds its folder through a symbolic link from elsewhere.
 ln -s "$work/sources/build.sh" "$work/elsewhere/sign"
 cd "$work/elsewhere"
 answer 1 ./sign demo "$work/sources/README.md"
@@ -35,7 +35,7 @@ told '==> building the library and the tool'
 told built
 cd "$work/sources"
 
-# A build folder from another place is made anew, and its log is not shown.
+# A build folder configured elsewhere is recreated, and its log is not shown.
 echo 'CMAKE_HOME_DIRECTORY:INTERNAL=/somewhere/else' > build/demo/CMakeCache.txt
 echo 'the old log' > build/demo/build.log
 stand_in cmake 'echo the new log; exit 1'
@@ -44,14 +44,14 @@ told '==> build/demo is from another place, and made anew'
 told 'the new log'
 if grep -q 'the old log' "$work/quiet.log"; then fail 'the old log is shown'; fi
 
-# A file where the folder has to be stands for a folder that cannot be written; root could write that.
+# A file in place of the folder simulates a folder that cannot be written; root could write to that.
 rm -rf build
 : > build
 answer 1 ./build.sh demo
 told "build.sh: cannot write in $work/sources/build/demo"
 rm build
 
-# Packages are missing: without a network one reason, without sudo the whole command.
+# Missing packages: without a network the reason, without sudo the whole command.
 mkdir "$work/few"
 for name in sh dirname readlink date nproc id grep head mktemp rm cat; do
     ln -s "$(command -v "$name")" "$work/few/$name"
@@ -73,7 +73,7 @@ answer 1 env PATH="$work/few" TMPDIR="$work/tmp" sh ./build.sh demo
 told 'there is no sudo'
 told "$command"
 
-# Ctrl-C at work leaves nothing of FILE behind. setsid's group gets the signal as a terminal would give it.
+# Ctrl-C during the work leaves nothing of FILE. setsid's group gets the signal as from a terminal.
 stand_in openssl 'kill -INT 0; exit 1'
 stand_in zokecc 'kill -INT 0; exit 1'
 printf '#!/bin/sh\nfor n in Z x y r s; do printf "%%s = %%064d\\n" $n 1; done\n' > "$work/bin/signer"

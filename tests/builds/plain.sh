@@ -1,9 +1,9 @@
 #!/bin/sh
 # Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-# The build that a user types who has read nothing: no preset, no build type, a machine without GoogleTest.
+# The build of a user who has read nothing: no preset, no build type, a machine without GoogleTest.
 . "$(dirname "$0")/common.sh"
 
-# Without a build type it is an optimised build, of the tests too.
+# Without a build type the build is optimised, tests included.
 quiet cmake -S . -B "$work/plain"
 told 'no build type given, taking Release'
 grep -q '^CMAKE_BUILD_TYPE:STRING=Release$' "$work/plain/CMakeCache.txt" ||
@@ -11,7 +11,7 @@ grep -q '^CMAKE_BUILD_TYPE:STRING=Release$' "$work/plain/CMakeCache.txt" ||
 quiet ctest --test-dir "$work/plain" --show-only
 told 'boundary.imports'
 
-# Without GoogleTest the tests are left out, which is said, and the rest is built and can be installed.
+# Without GoogleTest the tests are left out with a message, and everything else is built and can be installed.
 quiet cmake -S . -B "$work/bare" -DCMAKE_DISABLE_FIND_PACKAGE_GTest=ON
 told 'the tests are left out, for want of GoogleTest'
 quiet cmake --build "$work/bare" --parallel "$(nproc)"
@@ -22,8 +22,8 @@ quiet cmake --install "$work/bare" --prefix "$work/prefix"
     fail 'the installed zokecc-selftest does not find its library'
 grep -q ': default build, fast$' "$work/selftest" || fail 'zokecc-selftest does not say which build it is'
 
-# A library that gives wrong answers: the case that fails says what was expected and what was found. A part
-# that does not exist is answered by the list of parts.
+# A library with wrong results: the failing case reports the expected and the actual value. A part
+# that does not exist leads to the list of parts.
 cat > "$work/wrong.c" <<'END_OF_LIBRARY'
 int sm3_hash(const void *message, unsigned char *out)
 {
@@ -48,7 +48,7 @@ for program in zokecc-selftest 'zokecc-speed 1'; do
 done
 [ -f "$work/prefix/share/man/man3/mint_sub.3" ] || fail 'the man pages are not installed'
 
-# CMake's own switch is respected, and code that is not optimised may have large frames.
+# CMake's own switch is respected, and unoptimised code may have large frames.
 quiet cmake -S . -B "$work/debug" -DCMAKE_BUILD_TYPE=Debug -DCMAKE_CXX_FLAGS=-O0 -DBUILD_TESTING=OFF \
     -DZOKECC_WERROR=ON -DZOKECC_EXAMPLES=OFF
 quiet cmake --build "$work/debug" --parallel "$(nproc)"

@@ -1,10 +1,10 @@
 #!/bin/sh
 # Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-# A release of the sources is made, signed, checked as docs/releasing.md says, and built; and none is made of
-# a commit without a tag, of changed files, or without a date in CHANGELOG.md.
+# A release of the sources is made, signed, checked as described in docs/releasing.md, and built; none is made
+# from a commit without a tag, from changed files, or without a date in CHANGELOG.md.
 . "$(dirname "$0")/common.sh"
 
-# refused REASON: no release now, and that is why.
+# refused REASON: a release must be refused for this reason.
 refused() {
     if packaging/release.sh --sources "$work/refused" > "$work/quiet.log" 2>&1; then
         fail "made, though $1"
@@ -41,7 +41,7 @@ quiet packaging/release.sh --sources "$work/two"
 told 'to sign: '
 cmp "$work/one/SHA256SUMS" "$work/two/SHA256SUMS" || fail 'two releases of a commit differ'
 
-# What docs/releasing.md tells whoever downloads them, in its own words.
+# The commands of docs/releasing.md for those who download the sources.
 cd "$work/one"
 sed -n '/^    gpg --verify/,/^$/s/^    //p' "$sources/docs/releasing.md" > "$work/check.sh"
 grep -q sha256sum "$work/check.sh" || fail 'docs/releasing.md does not say how to check a download'

@@ -1,10 +1,10 @@
 #!/bin/sh
 # Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-# The same sources give the same Debian packages, byte for byte, from another folder and at another time; and
-# SOURCE_DATE_EPOCH is the time in them.
+# The same sources produce the same Debian packages, byte for byte, in another folder and at another time; and
+# their time is SOURCE_DATE_EPOCH.
 . "$(dirname "$0")/common.sh"
 
-# build FOLDER: packages of the sources there.
+# build FOLDER: builds packages from the sources there.
 build() (
     cd "$1"
     unset SOURCE_DATE_EPOCH

@@ -4,7 +4,8 @@
 #
 #     tests/builds/run.sh [NAME...]
 #
-# NAME is a script of this folder; all of them run otherwise, whatever one finds. Then the exit status tells.
+# NAME is a script of this folder; by default all of them run, even if one fails. The exit status is then
+# nonzero.
 set -u
 cd "$(dirname "$0")" || exit 1
 [ $# -gt 0 ] || set -- plain subfolder distribution board embedded manners reproducible release

@@ -1,7 +1,7 @@
 #!/bin/sh
 # Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-# zokecc as a folder of a project that has no build type and knows C++: the library is optimised, nothing but
-# it is built, and a program in C that is linked with the archive needs a C library only. On ARM, too.
+# zokecc as a subdirectory of a project without a build type and with C++: the library is optimised, nothing
+# else is built, and a C program linked with the archive needs only a C library. On ARM, too.
 . "$(dirname "$0")/common.sh"
 
 cat > "$work/CMakeLists.txt" <<END_OF_PROJECT
@@ -10,7 +10,7 @@ project(parent LANGUAGES C CXX)
 add_subdirectory($sources zokecc)
 foreach(kind shared static)
     add_executable(with_\${kind} $sources/examples/agree_on_key.c)
-    # Shows a library in the program also where nobody calls it.
+    # Makes a library visible in the program even if it is never called.
     target_link_options(with_\${kind} PRIVATE -Wl,--no-as-needed)
 endforeach()
 target_link_libraries(with_shared PRIVATE zokecc::zokecc)
@@ -45,7 +45,7 @@ quiet cmake -G Ninja -S "$work" -B "$work/arm" -DZOKECC_INSTALL=OFF \
     "-DCMAKE_TOOLCHAIN_FILE=$sources/cmake/armv5te.toolchain.cmake"
 check "$work/arm" qemu-arm -cpu arm926 -L /usr/arm-linux-gnueabi
 
-# The parent installs what it wants, and of zokecc nothing.
+# The parent project installs its own files, and nothing of zokecc.
 quiet cmake --install "$work/arm" --prefix "$work/prefix"
 found=$(cd "$work/prefix" && find . -type f)
 [ "$found" = ./bin/with_static ] || fail "installed are $found"

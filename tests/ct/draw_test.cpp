@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Secret numbers of the hardened build: what they are made of, which are drawn again, and a silent kernel.
+// Secret numbers of the hardened build: how they are derived, which are redrawn, and a failing kernel.
 #include <gtest/gtest.h>
 
 #include <cerrno>
@@ -17,7 +17,7 @@ namespace zokecc_test::ct_draw_test {
 namespace {
 
 constexpr uint32_t kNow = 0x65432100u;
-// The bytes of the kernel, the key, the digest and a counter, each in an area of fixed size.
+// The kernel's bytes, the key, the digest and a counter, each in a field of fixed size.
 constexpr size_t kKey = 44, kDigest = kKey + 36, kCounter = kDigest + 76, kInput = kCounter + 4;
 
 struct SecretEntropy : FakeEntropy {
@@ -29,7 +29,7 @@ void put_words(const mint &number, uint8_t *out) {
         out[i] = static_cast<uint8_t>(number.words[i / 4] >> (8 * (i % 4)));
 }
 
-// What comes of the kernel's words, before the range is looked at.
+// The number from the kernel's words, before the range check.
 Natural reduced(const std::vector<uint32_t> &kernel, const mint &n, const mint *key, const mint *digest) {
     ByteString input(kInput), spread;
     for (size_t i = 0; i < 4 * kernel.size(); ++i)
@@ -45,7 +45,7 @@ Natural reduced(const std::vector<uint32_t> &kernel, const mint &n, const mint *
     return Natural::from_hex(to_hex(spread)) % Natural(n);
 }
 
-// The library's draws one after the other, without the library.
+// The library's sequence of draws, without the library.
 class Model {
 public:
     explicit Model(const mint &n) : n_(n) {}
@@ -111,7 +111,7 @@ TEST(DrawSecretNumber, StuckKernelGivesAnotherNonceForAnotherKeyOrDigest) {
     EXPECT_NE(drawn(c.n, nullptr, nullptr), nonce);
 }
 
-// A small order meets both ends of its range.
+// With a small order both ends of the range occur.
 TEST(DrawSecretNumber, ZeroIsDrawnAgainAndForKeysTheOrderLessOne) {
     const mint n = small(1009), key = small(5), digest = small(6);
     for (const mint *with : {static_cast<const mint *>(nullptr), &key}) {

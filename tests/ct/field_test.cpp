@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// The field for secret numbers against plain integers.
+// The field for secret numbers, compared with plain integers.
 #include "ct/field.h"
 
 #include <gtest/gtest.h>
@@ -17,7 +17,7 @@ using zokecc::kMaxSecretWords;
 using zokecc::Mask;
 using zokecc::SecretField;
 
-// A number below p, with its extremes more often than they would come by themselves.
+// A number below p, with extremes more often than by chance.
 Natural drawn(HardWords &draw, const Natural &p) {
     switch (draw.below(12)) {
     case 0: return p - Natural(1 + draw.below(3));
@@ -59,7 +59,7 @@ public:
         open_ += raw_.multiply(element(a).limb, element(b).limb, scratch.limb) ? 0 : 1;
     }
 
-    // What is not reduced is told from what is.
+    // Unreduced numbers are recognised.
     void check_range() {
         for (const Natural &number : {Natural(), Natural(1), p_ - Natural(1)})
             EXPECT_EQ(~Mask{0}, field_.is_reduced(element(number)));
@@ -81,7 +81,7 @@ public:
         EXPECT_TRUE(value(out) < p_);
     }
 
-    // How many products left their quotient open.
+    // How many products left the quotient open.
     int open() const { return open_; }
     Natural inverse(const Natural &a) const {
         Element out;
@@ -129,7 +129,7 @@ private:
     int open_ = 0;
 };
 
-// Products whose quotient the guard leaves open: those next to a multiple of p, on both sides of it.
+// Products whose quotient the guard leaves open: those close to a multiple of p, on both sides.
 template <class Modulus>
 void check_boundaries(Checked<Modulus> &checked, unsigned guard_bits, HardWords &draw) {
     const Natural &p = checked.modulus();
@@ -143,7 +143,7 @@ void check_boundaries(Checked<Modulus> &checked, unsigned guard_bits, HardWords 
     }
 }
 
-// For p = f g: a product that is a multiple of p, and no smaller one is next to it.
+// For p = f g: a product that is exactly a multiple of p.
 template <class Modulus>
 int check_composite(uint32_t words, HardWords &draw) {
     const unsigned half = 16 * words;

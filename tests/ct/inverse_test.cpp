@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// The inverse in constant time against plain integers, for numbers of one to nine words.
+// The constant-time inverse, compared with plain integers, for numbers of one to nine words.
 #include "ct/inverse.h"
 
 #include <gtest/gtest.h>
@@ -10,7 +10,7 @@ namespace zokecc_test::ct_inverse_test {
 
 namespace {
 
-// The inverse exists exactly where it should, is right, and may take the number's place.
+// The inverse exists if and only if it should, is correct, and may overwrite the number.
 void expect_inverse(const Natural &a, const Natural &m, unsigned words) {
     uint32_t number[zokecc::kMaxSecretWords], modulus[zokecc::kMaxSecretWords];
     uint32_t out[zokecc::kMaxSecretWords + 1];
@@ -55,7 +55,7 @@ TEST(InvertSecret, HardNumbersOfEveryLength) {
     }
 }
 
-// The numbers of all bits set and the like need the most steps there are.
+// Numbers of all ones and the like need the most steps.
 TEST(InvertSecret, PowersOfTwoAndTheirNeighbours) {
     for (unsigned words = 1; words <= zokecc::kMaxSecretWords; ++words) {
         const Natural m = Natural::power_of_two(32 * words) - Natural(1);

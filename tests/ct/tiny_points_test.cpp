@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Sums and products of points with secret scalars on tiny curves, all of them, against plain integers.
+// All additions and multiplications with secret scalars on tiny curves, compared with plain integers.
 #include <gtest/gtest.h>
 
 #include <bit>
@@ -19,7 +19,7 @@ using Curve = zokecc::SecretCurve<Field>;
 using Affine = Curve::Affine;
 using Point = Curve::Point;
 
-// What a point is, once it is known.
+// A point, as found by the test.
 enum class Kind { finite, infinite, undefined };
 
 class TinySecretPoints : public testing::TestWithParam<TinyParameters> {
@@ -37,7 +37,7 @@ protected:
         out.y = element(P.y);
         return out;
     }
-    // In other coordinates for every factor.
+    // Different coordinates for every factor.
     Point projective(const TinyPoint &P, uint32_t factor) const {
         Point out;
         if (P.infinite)
@@ -106,7 +106,7 @@ TEST_P(TinySecretPoints, EverySum) {
     }
 }
 
-// Sums without the complete formulas: of nothing, of a point, and of what is left out.
+// Sums without the complete formulas: empty, of one point, and with masked-out points.
 TEST_P(TinySecretPoints, EveryRunningSum) {
     const Field::Element factor = element(3);
     for (const TinyPoint &P : points)
@@ -152,7 +152,7 @@ TEST_P(TinySecretPoints, EveryDoubling) {
     EXPECT_EQ(Kind::undefined, kind(nothing));
 }
 
-// With the complete formulas for any point, and without them for those of an order that is large enough.
+// With the complete formulas for any point, and without them for points of sufficiently large order.
 TEST_P(TinySecretPoints, EveryMultiple) {
     constexpr unsigned kBits = 13;
     constexpr uint32_t kLeastOrder = 32, kWindowOrder = 8;

@@ -13,7 +13,7 @@ namespace zokecc_test {
 struct TinyParameters {
     uint32_t p, a, b;
     uint32_t order;
-    uint32_t step;  // of the points tried together; 1 tries all with all
+    uint32_t step;  // between the points that are paired; 1 pairs all with all
 };
 
 // Primes of 5 to 11 bits in all three classes: 3 modulo 4, 5 modulo 8 and 1 modulo 8; prime
@@ -43,7 +43,7 @@ inline std::string tiny_curve_name(const TinyParameters &parameters) {
     return name.append("b").append(std::to_string(parameters.b));
 }
 
-// Infinity, and every step-th point from the first on; with step 1 all points.
+// Infinity, and every step-th point starting with the first; with step 1 all points.
 inline std::vector<TinyPoint> some_points(const TinyCurve &curve, uint32_t step) {
     std::vector<TinyPoint> out{TinyPoint{}};
     for (size_t i = 1; i < curve.points().size(); i += step) out.push_back(curve.points()[i]);
@@ -55,7 +55,7 @@ inline std::vector<uint32_t> some_z(const TinyCurve &curve, size_t i) {
     return {1, static_cast<uint32_t>(2 + (i * 7 + 3) % (curve.p - 2))};
 }
 
-// A curve's three numbers as the library takes them.
+// A curve's three numbers in the library's form.
 struct TinyRecords {
     explicit TinyRecords(const TinyCurve &curve)
         : p(tiny_number(curve.p)), a(tiny_number(curve.a)), b(tiny_number(curve.b)) {}

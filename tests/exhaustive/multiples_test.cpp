@@ -1,8 +1,8 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Every scalar with every point of tiny curves, against plain integers.
+// Every scalar with every point of tiny curves, compared with plain integers.
 //
-// Points of small order meet the kept answer of the Jacobian addition all the time, at places
-// that depend on the width of the window, so that agreement here pins the recoding too.
+// Points of small order meet the kept result of the Jacobian addition all the time, at places
+// that depend on the window width, so agreement here pins the recoding, too.
 #include <gtest/gtest.h>
 
 #include <memory>
@@ -71,7 +71,7 @@ TEST_P(TinyMultiples, ScalarsOfEveryWindowWidth) {
 using TinyPrimeOrder = TinyMultiples;
 
 // KEPT: of the multiples below a prime order n, n - 2 is lost if n is 1 modulo 4, to a last
-// addition of equal points; no other.
+// addition of equal points; no other multiple is lost.
 TEST_P(TinyPrimeOrder, KeptWindowLosesOneMultipleBelowAPrimeOrder) {
     uint32_t n = curve.order();
     for (size_t i = 1; i < points.size(); i += points.size() / 8) {
@@ -87,7 +87,7 @@ TEST_P(TinyPrimeOrder, KeptWindowLosesOneMultipleBelowAPrimeOrder) {
 }
 
 // One word: entries G, G, zero, 2^16 G and infinity. Without the origin on the curve no sum is
-// mistaken for infinity, and the comb is the group's multiplication.
+// mistaken for infinity, and the comb is exact.
 TEST_P(TinyMultiples, EveryScalarOverATableOfOneWord) {
     auto table = std::make_unique<PrecompTable>();
     for (const TinyPoint &G : points) {

@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Every point with every point of tiny curves, in both forms, against plain integers.
+// Every point with every point of tiny curves, in both forms, compared with plain integers.
 #include <gtest/gtest.h>
 
 #include "tests/exhaustive/curves.h"

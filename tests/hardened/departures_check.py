@@ -1,12 +1,12 @@
 #!/usr/bin/env python3
 # Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-"""Runs a test program of the contract on the hardened build: exactly the listed tests have to fail.
+"""Runs a test program of the contract on the hardened build: exactly the listed tests must fail.
 
     departures_check.py PROGRAM LIST [COMMAND...]
 
 LIST names them, a line each, under the reasons why that build departs; COMMAND, an emulator for
-example, runs the program. A test that fails and is not listed, or is listed and passes, is a fault.
-With GTEST_FILTER in the environment only the tests it selects run, and are shown.
+example, runs the program. An unlisted test that fails, or a listed one that passes, is a fault.
+With GTEST_FILTER in the environment only the selected tests run, and are shown.
 """
 import os
 import pathlib

@@ -1,7 +1,7 @@
 # Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-"""Small changes to a C++ source, one at a time, each of which some test should notice.
+"""Small changes to a C++ source, one at a time, each of which some test should detect.
 
-Works on tokens, not on a grammar, and counts on the project's format: an operator between blanks has
+Works on tokens, not on a grammar, and relies on the project's format: an operator between spaces has
 two operands, `<` without them opens template arguments, `*` and `&` without them declare.
 """
 import re
@@ -34,7 +34,7 @@ SWAPPED = {
     "+": "-", "-": "+", "*": "+", "/": "*", "%": "/", "&": "|", "|": "&", "^": "|", "<<": ">>", ">>": "<<",
     "+=": "-=", "-=": "+=", "*=": "+=", "|=": "&=", "&=": "|=", "^=": "|=", "<<=": ">>=", ">>=": "<<=",
 }
-# What cleans up after a call is held by tests/secrets, in the builds that are shipped.
+# Clean-up after a call is tested by tests/secrets, in the builds that are shipped.
 EXCLUDED = re.compile(r"\b(wipe|burn_stack|\w*Burn|Wiping|kStack\w*|static_assert|__asm__|__attribute__)\b")
 KEYWORDS = {"return", "case", "else", "throw", "new", "delete", "goto", "sizeof", "using", "typedef", "class",
             "struct", "enum", "union", "namespace", "template", "public", "private", "protected", "break",
@@ -78,7 +78,7 @@ class Finder:
         self.changes = []
 
     def excluded(self):
-        """Indices of tokens in template arguments, in sizes of arrays that are declared, and in
+        """Indices of tokens in template arguments, in sizes of declared arrays, and in
         statements that are not to be changed."""
         out, tokens = set(), self.tokens
         start = 0
@@ -168,7 +168,7 @@ class Finder:
             self.add(opening, last, "(true)", f"{kind} condition true")
 
     def statements(self):
-        """Calls and assignments that stand by themselves."""
+        """Calls and assignments that are whole statements."""
         tokens, i, starts = self.tokens, 0, True
         while i < len(tokens):
             token = tokens[i]

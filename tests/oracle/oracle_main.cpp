@@ -1,15 +1,15 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Searches for a valid SM2 ciphertext that the default build refuses with a private key and decrypts with
-// one that differs in the leading digit alone; tests/oracle/search.h says why there is one.
+// one that differs only in the leading digit; tests/oracle/search.h explains why there is one.
 //
 //     oracle [KEY [NONCE [BLOCKS]]]     both numbers in hexadecimal; nonces are tried from NONCE on,
 //                                       1,024 in a block
 //
 // Prints the case in the form of tests/vectors/sm2_word_rule.rsp, once for each of the two keys. The exit
-// status is 0 if there is one, 1 if not, 2 for wrong arguments. Some 2^25 nonces have to be tried, for which
-// a processor takes a minute or two. Who attacks a device sends the ciphertext of its public key, learns
-// the digit from the status, and goes on with the next one: the simulation is as short there, behind the
-// digits that are known.
+// status is 0 if there is one, 1 if not, 2 for wrong arguments. Some 2^25 nonces must be tried, for which
+// a processor takes a minute or two. An attacker sends a device the ciphertext for its public key, learns
+// the digit from the status, and continues with the next one: the simulation is just as short there, after
+// the known digits.
 #include <zokecc/curves.h>
 #include <zokecc/zokecc.h>
 
@@ -29,7 +29,7 @@ using namespace zokecc_test;
 using zokecc::CurveView;
 
 constexpr uint32_t kL = 32;
-const char kMessage[] = "one digit of a private key leaks";  // as long as a record has it
+const char kMessage[] = "one digit of a private key leaks";  // as long as in a record
 constexpr int32_t kMessageBytes = sizeof kMessage - 1;
 
 ByteString bytes_of(const mint &number) {
@@ -47,7 +47,7 @@ ecc_point multiple(const CurveView &curve, const mint &k) {
     return out;
 }
 
-// d C1 as the library computes it, and by way of the nonce and the table of the base point.
+// d C1 as the library computes it, and from the nonce and the table of the base point.
 ecc_point by_window(const CurveView &curve, const mint &d, const ecc_point &C1) {
     ecc_point out{};
     ecc_unknown_point_mul(&d, &C1, &curve.a, &curve.b, &curve.p, &out);
@@ -97,7 +97,7 @@ void print_case(const CurveView &curve, const mint &d, const mint &nonce, const 
     std::printf("Result = valid\nDefault = %s\n", answer);
 }
 
-// A block of nonces; true if one of them is what is looked for.
+// Tries a block of nonces; true if one of them qualifies.
 bool search_block(const CurveView &curve, oracle::Search &search, const mint &key, const mint &other,
                   const mint &first) {
     for (const mint &nonce : search.block(first)) {

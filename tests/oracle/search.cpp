@@ -11,7 +11,7 @@ namespace {
 
 constexpr int kMostDoublings = 4;
 
-// The digits as the product has them.
+// The digits as used in the product.
 std::vector<int8_t> digits_of(const mint &key) {
     const int32_t bits = get_mint_bit_len(&key);
     std::vector<int8_t> out(static_cast<size_t>(bits) + 1);
@@ -92,8 +92,8 @@ std::vector<mint> Search::block(const mint &first) {
     return out;
 }
 
-// Sums of affine points with one inversion for all of them. The rule may spoil one in a great many, which
-// shows when the whole product is looked at.
+// Sums of affine points with one shared inversion. The borrow rule may spoil one in a great many, which
+// is detected when the whole product is checked.
 void Search::make_points(const mint &first) {
     ecc_point record{};
     Field::Affine base;
@@ -123,7 +123,7 @@ void Search::make_points(const mint &first) {
     }
 }
 
-// The product's own steps, down to the last doubling that the leading digit decides.
+// The product's own steps, down to the last doubling determined by the leading digit.
 bool Search::may_act(const Field::Affine &P) {
     Field::Jacobian odd[zokecc::kMaxOddMultiples], R;
     const uint32_t index = static_cast<uint32_t>(digits_[leading_.count - 1]) >> 1;

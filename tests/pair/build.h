@@ -1,6 +1,6 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// One of two builds of the shared library that are loaded side by side: its calls by their names. Each has
-// its own variables, the curve of the process among them.
+// One of two builds of the shared library that are loaded side by side: its calls by name. Each has
+// its own variables, including the process-wide curve.
 #ifndef ZOKECC_TESTS_PAIR_BUILD_H
 #define ZOKECC_TESTS_PAIR_BUILD_H
 
@@ -31,7 +31,7 @@ namespace zokecc_test::pair {
                                                                 call(sm2_RPoint)
 
 struct Build {
-    // Throws if the file is no library with all of these calls.
+    // Throws if the file is not a library with all of these calls.
     explicit Build(const std::string &path);
 
 #define ZOKECC_PAIR_MEMBER(name) decltype(&::name) name = nullptr;
@@ -39,7 +39,7 @@ struct Build {
 #undef ZOKECC_PAIR_MEMBER
 };
 
-// A curve in both records; the process has none for some.
+// A curve in both records; some have no process-wide record.
 struct Curve {
     const char *name;
     const CurvePara *record;
@@ -49,7 +49,7 @@ struct Curve {
 };
 extern const Curve kCurves[9];
 
-// A build with the curve installed, in a session and for the process.
+// A build with the curve installed, in a session and process-wide.
 struct Side {
     Side(const Build &build, const Curve &curve);
     ~Side();

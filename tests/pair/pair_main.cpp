@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// The default and the hardened build against each other: what one signs, encrypts or agrees on the other
+// The default and the hardened build work together: what one signs, encrypts or agrees on the other
 // verifies, decrypts and agrees on, in both directions, on all curves.
 //
 //     pair_tests DEFAULT.so HARDENED.so [OPTIONS OF GOOGLETEST]
@@ -39,10 +39,10 @@ std::string hex(const uint8_t *bytes, size_t count) {
     return out;
 }
 
-// One build acts, the other answers.
+// One build acts, the other responds.
 class PairOf : public testing::TestWithParam<std::tuple<int, bool>> {
 protected:
-    // A number below p in front, without a leading zero byte, which the multiplicative schemes would lose.
+    // Starts with a number below p without a leading zero byte, which the multiplicative schemes would lose.
     void SetUp() override {
         for (size_t i = 0; i < sizeof message; ++i) message[i] = static_cast<uint8_t>(0x35 + 61 * i);
     }
@@ -126,7 +126,7 @@ TEST_P(SessionPair, SecretsAreTheSame) {
     EXPECT_EQ(hex(one, L), hex(other, L));
 }
 
-// What the two sides of an agreement end with.
+// The results of both sides of an agreement.
 struct Agreed {
     uint8_t key_of_initiator[kKeyBytes] = {}, key_of_responder[kKeyBytes] = {};
     KeyAgreementResult initiator{{}, {}, key_of_initiator}, responder{{}, {}, key_of_responder};
@@ -219,7 +219,7 @@ TEST_P(ProcessPair, SignaturesVerify) {
         }
 }
 
-// sm2_Decry answers -1 with the plaintext written.
+// sm2_Decry returns -1 with the plaintext written.
 TEST_P(ProcessPair, CiphertextsAreDecrypted) {
     const sm3_msg plain = text();
     for (const uint32_t hash : kHashes) {
@@ -277,14 +277,14 @@ std::string name_of(const testing::TestParamInfo<std::tuple<int, bool>> &tested)
            (std::get<1>(tested.param) ? "_hardened_first" : "_default_first");
 }
 
-// brainpoolP160r1 has no record for the process.
+// brainpoolP160r1 has no process-wide record.
 const int kOfSessions[] = {0, 1, 2, 3, 4, 5, 6, 7, 8}, kOfTheProcess[] = {0, 1, 2, 3, 4, 6, 7, 8};
 INSTANTIATE_TEST_SUITE_P(Curves, SessionPair,
                          testing::Combine(testing::ValuesIn(kOfSessions), testing::Bool()), name_of);
 INSTANTIATE_TEST_SUITE_P(Curves, ProcessPair,
                          testing::Combine(testing::ValuesIn(kOfTheProcess), testing::Bool()), name_of);
 
-// The two are not the same file: only the default build takes the key 0.
+// The two are not the same file: only the default build accepts the key 0.
 TEST(BothBuilds, AreTwo) {
     uint8_t zero[32] = {};
     const ecc_scalar key{zero, sizeof zero};
@@ -298,8 +298,8 @@ TEST(BothBuilds, AreTwo) {
 
 }  // namespace zokecc_test::pair
 
-// Both builds draw from these, the same in every run: by chance one product in some hundred thousand of the
-// default build is wrong.
+// Both builds draw from these, the same in every run: otherwise one product in some hundred thousand of the
+// default build would be wrong by chance.
 namespace {
 
 uint64_t state = 1;

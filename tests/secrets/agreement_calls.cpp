@@ -63,7 +63,7 @@ uint32_t respond_at_once_with_identities(const Party &own) {
 }  // namespace
 
 std::vector<Call> agreement_calls() {
-    static const Party nowhere{};  // (0, 0), which is on no curve
+    static const Party nowhere{};  // (0, 0), not on any of the curves
     return {
         {"ZOK_SM2_GenerateResponseTmpKeyWithECC", make_temporary<ZOK_SM2_GenerateResponseTmpKeyWithECC>,
          ZOK_OK},

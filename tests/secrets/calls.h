@@ -12,7 +12,7 @@ namespace zokecc_test::secrets {
 struct Call {
     const char *name;
     Work work;
-    uint32_t expected;  // the answer where nothing fails
+    uint32_t expected;  // the result if nothing fails
 };
 
 std::vector<Call> hash_calls();

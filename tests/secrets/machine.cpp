@@ -77,7 +77,7 @@ int note_library(dl_phdr_info *info, size_t, void *search) {
 void enter() {
     entry_frame = static_cast<const uint8_t *>(__builtin_frame_address(0));
     status = current();
-    // At once, and without a call: the way back to the other stack would write over what lies here.
+    // Immediately and without a call: switching back to the other stack would overwrite what is here.
     for (size_t i = 0; i < kStackWords; ++i) {
         words_afterwards[i] = stack_words[i];
         __asm__ __volatile__("" : : : "memory");
@@ -119,7 +119,7 @@ void compare(const std::vector<uint8_t> &first, const std::vector<uint8_t> &seco
 }  // namespace
 
 void note_start(const std::vector<std::string> &libraries) {
-    getcontext(&watched_context);  // once: every run begins with the same registers
+    getcontext(&watched_context);  // only once: every run starts with the same registers
     variables.clear();
     Search search{libraries};
     dl_iterate_phdr(note_library, &search);

@@ -1,9 +1,9 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// A call on a stack of its own, with every block of the heap and the library's variables in view: the
-// memory that it leaves can be compared with what the same call left that was given other secrets.
+// Runs a call on its own stack and records all heap blocks and the library's variables: the
+// memory it leaves can be compared with that left by the same call with other secrets.
 //
-// The program defines malloc, calloc, free, rand, srand, time and getrandom, so the shared library uses
-// these while a call runs, as it lies in the file system. Equal calls see equal addresses.
+// The program defines malloc, calloc, free, rand, srand, time and getrandom, so the installed shared library
+// uses these while a call runs. Equal calls get equal addresses.
 #ifndef ZOKECC_TESTS_SECRETS_MACHINE_H
 #define ZOKECC_TESTS_SECRETS_MACHINE_H
 
@@ -17,7 +17,7 @@ namespace zokecc_test::secrets {
 struct Conditions {
     uint32_t stream = 0;      // which random numbers are drawn
     unsigned allocation = 0;  // the one that fails, from 1 on; 0 for none
-    unsigned draw = 0;        // the draw from the kernel that fails, likewise
+    unsigned draw = 0;        // the draw from the kernel that fails, also from 1 on
 };
 
 struct Counts {
@@ -28,7 +28,7 @@ struct Counts {
 
 using Work = uint32_t (*)();
 
-// Finds the variables of the shared libraries with these names and notes what they and the heap hold:
+// Finds the variables of the shared libraries with these names and saves them and the heap:
 // every call starts from there.
 void note_start(const std::vector<std::string> &libraries);
 size_t bytes_of_variables();
@@ -40,17 +40,17 @@ struct Remains {
     Counts counts;
 };
 
-// The result lies in one of two places that are used in turn.
+// The result is in one of two buffers, used in turn.
 const Remains &run(Work work, const Conditions &conditions);
 
-// A word of 4 bytes that differs.
+// A 4-byte word that differs.
 struct Finding {
     const char *place;  // "stack", "freed heap", "kept heap", "variable"
     size_t offset;      // below the caller, in its block, in the variables
     uint32_t first, second;
 };
 
-// What differs between two runs; `second` has to be the last that ran.
+// The differences between two runs; `second` must be the latest run.
 std::vector<Finding> differences(const Remains &first, const Remains &second);
 
 }  // namespace zokecc_test::secrets

@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-/* Calls that leave a secret behind, in a shared library of their own: the scan has to report each. */
+/* Calls that leave a secret behind, in their own shared library: the scan must report each. */
 #ifndef ZOKECC_TESTS_SECRETS_PLANTED_H
 #define ZOKECC_TESTS_SECRETS_PLANTED_H
 
@@ -9,7 +9,7 @@
 extern "C" {
 #endif
 
-/* Each leaves one word of 4 bytes, all but the last. */
+/* Each but the last leaves one 4-byte word. */
 void planted_on_stack(const uint32_t *secret);
 void planted_in_freed_heap(const uint32_t *secret);
 void planted_in_kept_heap(const uint32_t *secret);

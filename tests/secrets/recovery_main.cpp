@@ -1,6 +1,6 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// The private key from what a signature leaves on the stack: every piece of it is tried as a number
-// that the equations of signing know, as somebody would who sees the stack and the signature.
+// Tries to recover the private key from what a signature leaves on the stack: every piece of it is tried as
+// a number in the signing equations, as an attacker with the stack and the signature would do.
 #include <cstdio>
 #include <cstring>
 
@@ -18,7 +18,7 @@ Scene &s = scene;
 struct Signature {
     mint r, s, e;
     mint divisor;   // 1 / (r + s) with SM2, 1 / r with ECDSA
-    mint inverted;  // what has its inverse in the equations: 1 + d with SM2, k with ECDSA
+    mint inverted;  // the inverted number in the equations: 1 + d with SM2, k with ECDSA
 };
 
 mint zero_or_number(const uint8_t *bytes, uint32_t size) {
@@ -67,7 +67,7 @@ mint ecdsa_key(const Signature &sig, const mint &k) {
 
 bool is_key(const mint &d) { return mint_compare(&d, &s.own.number) == 0; }
 
-// What a number on the stack may be: d, d + 1, k, r + k, 1 / (1 + d), 1 / k. The last two are known by their
+// A number on the stack may be: d, d + 1, k, r + k, 1 / (1 + d), 1 / k. The last two are recognised by their
 // product: an inverse for every word of the memory would take minutes.
 bool gives_key(const Signature &sig, const mint &found, bool is_sm2) {
     mint number{};
@@ -80,7 +80,7 @@ bool gives_key(const Signature &sig, const mint &found, bool is_sm2) {
     return is_key(sm2_key(sig, number)) || is_key(sm2_key(sig, difference(number, sig.r)));
 }
 
-// Whether some piece of the memory gives the key, as a number with the first or the last byte on top.
+// Whether some piece of the memory gives the key, as a big-endian or little-endian number.
 bool search(const std::vector<uint8_t> &memory, const Signature &sig, bool is_sm2) {
     const uint32_t size = 4 * s.n.len;
     for (size_t at = 0; at + size <= memory.size(); at += 4) {
@@ -114,7 +114,7 @@ uint32_t sign_in_session() {
                                 &s.out.signature);
 }
 
-// As the session's call with SM2, but for r + k, which is computed once more where it stays.
+// Like the session's call with SM2, except that r + k is computed again and left behind.
 uint32_t sign_and_leave_sum() {
     const uint32_t status = sign_in_session<ZOK_ALG_SM2_SIGN>();
     const mint r = zero_or_number(s.out.signature.r, s.L), half = zero_or_number(s.out.signature.s, s.L);
@@ -140,7 +140,7 @@ struct Attack {
     bool is_sm2, in_session, succeeds;
 };
 
-// The digest that an ECDSA signature of the process-wide curve is made over.
+// The digest signed with ECDSA on the process-wide curve.
 mint digest_number(bool in_session) {
     mint out{};
     const hash_msg text = {HASH_ALG_SHA256, s.text, 0, kMessageBytes};

@@ -1,8 +1,8 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Every call twice, with the same public inputs and two secrets: what differs in memory afterwards is
-// a finding. On success, with each allocation and with each draw failing in turn.
+// Runs every call twice, with the same public inputs and two secrets: any difference in memory afterwards is
+// a finding. Once on success, then with each allocation and each draw failing in turn.
 //
-//     secrets_scan          exits with 0 if there is no finding and every planted leak was one
+//     secrets_scan          exits with 0 if nothing was found except every planted leak
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
@@ -34,7 +34,7 @@ const Remains &run_with(unsigned secret, Work work, Conditions conditions) {
     return run(work, conditions);
 }
 
-// Whether the two words of a finding stand at the same place of what everybody may know after these two
+// Whether the two words of a finding are at the same offset of data that is public after these two
 // runs, in either order of bytes.
 bool is_public(const Finding &finding, const Scene &first, const Scene &second) {
     const std::vector<Area> known = public_areas(first), also_known = public_areas(second);
@@ -68,7 +68,7 @@ void show(const std::vector<Finding> &found) {
                     found[i].second);
 }
 
-// One path of a call. The answer is only foreseen where nothing fails.
+// One path of a call. The result is only known in advance if nothing fails.
 Counts scan_path(const Call &call, const char *path, const Conditions &conditions, bool fails) {
     const Remains &first = run_with(0, call.work, conditions);
     static Scene written;
@@ -121,7 +121,7 @@ const uint32_t *secret_words() { return scene.own.number.words; }
 struct Planted {
     const char *name;
     Work work;
-    const char *place;  // where it is to be found, null for nowhere
+    const char *place;  // where it must be found, null for nowhere
 };
 
 template <void leak(const uint32_t *)>

@@ -1,6 +1,6 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// What the watched calls are given: two parties on one curve, in static records, so that each run finds
-// them at the same addresses. The public inputs are the same for every secret wherever a call allows it.
+// The inputs of the watched calls: two parties on one curve, in static records, so that each run finds
+// them at the same addresses. Where a call allows it, the public inputs are the same for every secret.
 #ifndef ZOKECC_TESTS_SECRETS_SCENE_H
 #define ZOKECC_TESTS_SECRETS_SCENE_H
 
@@ -14,10 +14,10 @@ namespace zokecc_test::secrets {
 
 inline constexpr uint32_t kMaxBytes = 32;       // of a coordinate
 inline constexpr uint32_t kMessageBytes = 70;   // more than a block of either hash
-inline constexpr uint32_t kLongKeyBytes = 100;  // hashed before it serves as a key
+inline constexpr uint32_t kLongKeyBytes = 100;  // hashed before use as a key
 inline constexpr int32_t kKeyBytes = 48;
 
-// A private number and its point, as every call wants them.
+// A private number and its point, in every form that calls need.
 struct Party {
     uint8_t bytes[kMaxBytes];
     mint number;
@@ -38,16 +38,16 @@ struct Scene {
     Party above;                 // a private number above n
 
     uint8_t message[kMessageBytes], long_key[kLongKeyBytes];  // secret
-    uint8_t text[kMessageBytes];                              // what is signed
+    uint8_t text[kMessageBytes];                              // the signed message
 
-    // Ciphertexts for the own key.
+    // Ciphertexts for our own key.
     uint8_t legacy_sm2[200], flat_sm2[200], legacy_product[200];
     sm3_msg legacy_cipher;
     uint32_t flat_length, product_length;
     ECCCipher sm2_record, product_record, changed_record;
     uint8_t changed_flat[200];
 
-    // What calls write and what may be known to everybody, and what may not.
+    // Outputs of calls: public and secret ones.
     struct Public {
         uint8_t bytes[256];
         sm3_msg message;
@@ -68,7 +68,7 @@ struct Scene {
     } hidden;
 };
 
-// The areas whose content may be known: the outputs, and the inputs that go with the own key.
+// The memory whose content is public: the outputs, and the inputs that belong to our own key.
 struct Area {
     const uint8_t *begin;
     size_t size;
@@ -77,13 +77,13 @@ std::vector<Area> public_areas(const Scene &scene);
 
 extern Scene scene;
 
-// The names of the curves: two that fast fields serve, and one that none does.
+// The names of the curves: two with a fast field, and one without.
 extern const char *const curve_names[3];
 
-// Installs the curve for the process and for scene.session, and makes the peer. False if a call fails.
+// Installs the curve process-wide and for scene.session, and makes the peer. False if a call fails.
 bool install_curve(unsigned curve);
 
-// Makes everything that is secret from the number, and clears the outputs.
+// Derives all secrets from the number, and clears the outputs.
 bool make_secrets(uint32_t number);
 
 }  // namespace zokecc_test::secrets

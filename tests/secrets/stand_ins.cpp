@@ -1,6 +1,6 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Written without calls wherever the library is watched: what the watching itself leaves on the watched
-// stack would be found there.
+// Written without calls while the library is watched: otherwise the watching code's own traces on the watched
+// stack would be found.
 #include "tests/secrets/stand_ins.h"
 
 #include <sys/types.h>
@@ -49,7 +49,7 @@ void *take_block(size_t size) {
     return out;
 }
 
-// The size of a block of the program stands in front of it; freed memory is not used again, but for the
+// The size of a block precedes it; freed memory is not reused, except for the
 // last block.
 void *take_own(size_t size) {
     size = aligned(size);
@@ -77,7 +77,7 @@ bool is_of_heap(const void *block) {
     return bytes >= heap_bytes && bytes < heap_bytes + kHeapBytes;
 }
 
-// A permutation with good mixing, over the stream's number and how often it was asked.
+// A well-mixing permutation of the stream's number and the number of draws.
 uint32_t random_state = 0;
 uint32_t next_random() {
     uint32_t x = random_state += 0x9E3779B9u;

@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// The heap and the sources of randomness that the scan puts in the place of the C library's.
+// The heap and the sources of randomness with which the scan replaces the C library's.
 #ifndef ZOKECC_TESTS_SECRETS_STAND_INS_H
 #define ZOKECC_TESTS_SECRETS_STAND_INS_H
 
@@ -10,7 +10,7 @@
 
 namespace zokecc_test::secrets {
 
-// Where the library's blocks lie, one after the other; nothing is used twice, so a block stays as it
+// The library's blocks, one after the other; nothing is reused, so a block stays as it
 // was when it was freed.
 struct Heap {
     uint8_t *begin;
@@ -25,13 +25,13 @@ struct Block {
 
 // Empties the heap.
 void clear_heap();
-// While it is on, blocks come from the heap. For what the calls need all the time, too.
+// While enabled, blocks come from this heap. Also for blocks that all calls need.
 void use_heap(bool on);
-// Blocks of now belong to every start.
+// The current blocks are part of every start state.
 void keep_blocks();
 Block block_at(size_t offset);
 
-// Null, or told of all that the stand-in for the kernel gives.
+// Null, or called with everything the fake kernel delivers.
 extern void (*note_random)(void *bytes, size_t size);
 
 void start_watching(const Conditions &conditions);

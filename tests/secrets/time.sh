@@ -1,13 +1,13 @@
 #!/bin/sh
 # Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-# Whether a jump or an address depends on a secret in the hardened build, for every way in which a
-# compiler may write it:
+# Tests whether a branch or an address depends on a secret in the hardened build, with every way in which a
+# compiler may generate it:
 #
 #     tests/secrets/time.sh [PATTERN]            only the variants whose names match, as `clang-*`
 #     tests/secrets/time.sh trace [SECRETS]      on ARM instead, by what is executed (trace.py)
 #
-# Each is built in build/time/NAME and runs under valgrind with its secrets marked as undefined, one of them
-# with clang's memory sanitizer instead; a line for each at the end, then the places where something stops
+# Each is built in build/time/NAME and runs under valgrind with secrets marked as undefined, one of them
+# with clang's memory sanitizer instead; at the end a line for each, then the places where something stops
 # being secret. An exit code of 1 if one failed.
 set -eu
 cd "$(dirname "$0")/../.."
@@ -29,7 +29,7 @@ variant() {
     shift 3
     watcher='valgrind --quiet --num-callers=8'
     case $name in *-msan) watcher='env MSAN_OPTIONS=exitcode=0' ;; esac
-    # shellcheck disable=SC2254 # a pattern it is
+    # shellcheck disable=SC2254 # it is a pattern
     case $name in
     $pattern) ;;
     *) return 0 ;;
@@ -56,7 +56,7 @@ for level in O2 O3 Os; do
     variant "gcc-$level" "-$level" g++
     variant "clang-$level" "-$level" clang++
 done
-# It does not see through assembly and most of the processor's own operations.
+# It cannot track assembly and most processor intrinsics.
 variant clang-msan -O2 clang++ -DZOKECC_SHA_INSTRUCTIONS=OFF \
     '-DCMAKE_CXX_FLAGS=-fsanitize=memory -fsanitize-recover=memory -DZOKECC_NO_ASSEMBLY'
 

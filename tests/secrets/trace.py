@@ -1,19 +1,19 @@
 #!/usr/bin/env python3
 # Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-"""Whether the hardened build on ARM executes the same instructions and addresses whatever the secrets are.
+"""Tests whether the hardened build on ARM executes the same instructions and addresses for all secrets.
 
     tests/secrets/trace.py [SECRETS] [NAME...]
 
-Builds the library for each of the named architectures, armv5te and armv7a unless told otherwise, as it goes
-onto a device, and runs every call that takes or makes a secret, on two curves, under QEMU with as many
-different secrets (12 unless told otherwise: private and temporary keys, messages, and what the kernel gives).
-A plugin of the emulator follows the guest: for each run the number of instructions, the sequence of blocks of
-code, and the sequence of all addresses that are read and written have to be the same.
+Builds the library for each of the named architectures, by default armv5te and armv7a, as shipped to
+devices, and runs every call that takes or makes a secret, on two curves, under QEMU with SECRETS
+different secrets (by default 12: private and temporary keys, messages, and the kernel's bytes).
+A plugin of the emulator follows the guest: for all runs the number of instructions, the sequence of code
+blocks, and the sequence of all addresses read and written must be the same.
 
-That covers what is executed. It does not cover how long a processor takes for an instruction, which for its
-multiplication may depend on the factors, and not calls, lengths or refusals that no call of the list has;
-which jumps could depend on a secret with other values is for memcheck (time.sh). A planted jump and a planted
-look-up at a secret address have to show.
+That covers what is executed. It does not cover how long a processor takes for an instruction, which for a
+multiplication may depend on the factors, nor calls, lengths or refusals that are not in the list;
+memcheck (time.sh) finds branches that could depend on a secret with other values. A planted branch and a
+planted lookup at a secret address must be reported.
 """
 import concurrent.futures
 import os
@@ -70,7 +70,7 @@ def run(name, secrets):
 
 
 def judge(name, secrets):
-    """Prints what is wrong, and a line of counts. True if all is well."""
+    """Prints faults and a line of counts. True if there are no faults."""
     traces, status = run(name, secrets)
     calls = [one for one in traces if one.kind == "call"]
     different = [one for one in calls if one.differences()]

@@ -1,11 +1,11 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Every call that takes or makes a secret, with several secrets in turn, for a plugin of the emulator that
-// traces them; tests/secrets/trace.py runs it and compares the traces.
+// Runs every call that takes or makes a secret, with several secrets in turn, for a plugin of the emulator
+// that traces them; tests/secrets/trace.py runs it and compares the traces.
 //
 //     secrets_trace SECRETS
 //
-// Private numbers, messages and what the kernel gives differ from run to run. Public points that a call is
-// given and all addresses are the same.
+// Private numbers, messages and the kernel's bytes differ from run to run. Public points passed to a call
+// and all addresses are the same.
 #include <sys/syscall.h>
 #include <unistd.h>
 
@@ -29,7 +29,7 @@ volatile uint8_t table[64] = {};
 
 __attribute__((noinline)) uint32_t further() { return table[0]; }
 
-// What the comparison has to see: a jump, and an address, that depend on a secret.
+// The comparison must detect these: a branch and an address that depend on a secret.
 uint32_t planted_jump() { return secret_number == 1 ? further() : 0; }
 uint32_t planted_look_up() { return table[secret_number % sizeof table]; }
 
@@ -50,7 +50,7 @@ void announce(const char *kind, const char *name, const char *curve) {
     std::fflush(stdout);
 }
 
-// True for a number with a zero byte at its beginning: calls that write public numbers take another way for
+// True for a number with a leading zero byte: calls that write public numbers take another path for
 // those.
 bool is_short(const uint8_t *number) {
     if (number[0] != 0) return false;
@@ -71,8 +71,8 @@ bool writes_short_numbers() {
            is_short(first + scene.L);
 }
 
-// The public points that go with secret numbers, and those of what is encrypted for the own key, are the
-// same for all: they decide about jumps, and may.
+// The public points of secret numbers, and those in ciphertexts for our own key, are the
+// same in all runs: branches may depend on them.
 bool make_scenes(std::vector<Scene> &out) {
     bool good = true;
     uint32_t number = 0;
@@ -96,7 +96,7 @@ bool run(const Call &call, const char *kind, const char *curve, const std::vecto
     bool good = true;
     uint32_t stream = 0;
     for (uint32_t i = 0; i < scenes.size(); ++i) {
-        // Once beforehand, for numbers of full length, and since the first call of all writes variables.
+        // Once beforehand, for numbers of full length, and because the very first call writes variables.
         do {
             scene = scenes[i];
             start_watching({++stream, 0, 0});

@@ -1,12 +1,12 @@
 /* Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0 */
 /*
- * A plugin for QEMU's user-mode emulation: what the guest executes between two marks, and where it reads
- * and writes, each as a count and a hash over the whole sequence. The second mark prints
+ * A plugin for QEMU's user-mode emulation: records what the guest executes between two marks, and where it
+ * reads and writes, each as a count and a hash over the whole sequence. The second mark prints
  *
  *     trace INSTRUCTIONS PATH ACCESSES ADDRESSES
  *
- * A mark is a system call with a number that no kernel knows. PATH hashes the address of each block of code
- * as it begins: blocks end at jumps, so two equal paths run through the same instructions. ADDRESSES hashes
+ * A mark is a system call with a number that no kernel uses. PATH hashes the address of each block of code
+ * as it begins: blocks end at branches, so two equal paths execute the same instructions. ADDRESSES hashes
  * the address, size and kind of each access.
  */
 #include <inttypes.h>
@@ -21,7 +21,7 @@ const int qemu_plugin_version = 1;
 static bool watches;
 static uint64_t instructions, path, accesses, addresses;
 
-/* The multiplication is a permutation, and carries every bit upwards. */
+/* The multiplication is a permutation and propagates every bit upwards. */
 static uint64_t mix(uint64_t hash, uint64_t value) {
     hash = (hash ^ value) * UINT64_C(0x9E3779B97F4A7C15);
     return hash ^ hash >> 32;

@@ -1,12 +1,12 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Every call that takes or makes a secret, under valgrind's memcheck and with the secrets marked as
-// undefined: a jump or an address that depends on one is a report.
+// Runs every call that takes or makes a secret under valgrind's memcheck with the secrets marked as
+// undefined: a branch or an address that depends on one is reported.
 //
-//     valgrind secrets_undefined       exits with 0 if no call is reported, and a planted jump is
+//     valgrind secrets_undefined       exits with 0 if no call is reported, and a planted branch is
 //
-// Built with clang's memory sanitizer it runs on its own. The private numbers, what is encrypted and what the
-// kernel gives are secret. The library has to be built with ZOKECC_MEMCHECK, or with the same sanitizer,
-// which makes its declassify() tell what is not.
+// Built with clang's memory sanitizer it runs alone. The private numbers, the plaintexts and the kernel's
+// bytes are secret. The library must be built with ZOKECC_MEMCHECK, or with the same sanitizer,
+// so that its declassify() marks what is not.
 #include <cstdio>
 #include <cstring>
 
@@ -20,7 +20,7 @@ namespace {
 unsigned report_count = 0;
 }  // namespace
 
-// What instrumented code calls where it finds something; the linker's --wrap puts this in between.
+// Called by instrumented code for a finding; intercepted with the linker's --wrap.
 extern "C" void __real___msan_warning_with_origin(unsigned origin);
 extern "C" void __wrap___msan_warning_with_origin(unsigned origin);
 extern "C" void __wrap___msan_warning_with_origin(unsigned origin) {
@@ -77,7 +77,7 @@ void run(const Call &call, unsigned curve) {
     std::printf("%s on %s: %u reports, status %x\n", call.name, curve_names[curve], found, status);
 }
 
-// What memcheck has to see.
+// Memcheck must detect this.
 __attribute__((noinline)) int planted_jump(const volatile uint8_t *secret) {
     if (*secret == 3) return std::puts("planted");
     return 0;

@@ -1,10 +1,10 @@
 #!/bin/sh
 # Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-# What calls leave of their secrets in memory, for every way in which the library is built:
+# Tests what calls leave of their secrets in memory, for every way of building the library:
 #
 #     tests/secrets/variants.sh [PATTERN]      only the variants whose names match, as `arm-*`
 #
-# Each is built in build/secrets/NAME; a line for each at the end, and an exit code of 1 if one failed.
+# Each is built in build/secrets/NAME; at the end a line for each, and an exit code of 1 if one failed.
 set -eu
 cd "$(dirname "$0")/../.."
 pattern=${1:-*}
@@ -18,7 +18,7 @@ variant() {
     name=$1
     level=$2
     shift 2
-    # shellcheck disable=SC2254 # a pattern it is
+    # shellcheck disable=SC2254 # it is a pattern
     case $name in
     $pattern) ;;
     *) return 0 ;;

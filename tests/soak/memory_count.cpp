@@ -8,7 +8,7 @@
 
 namespace {
 
-// In front of every block, its size. Sixteen bytes keep the block aligned for anything.
+// The size precedes every block. Sixteen bytes keep the block aligned for any type.
 constexpr size_t kHead = 16;
 
 zokecc_soak::MemoryCount in_use{};

@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// What the library has allocated and not given back: it calls malloc, calloc and free through this.
+// Counts what the library has allocated and not freed: it calls malloc, calloc and free through this.
 #ifndef ZOKECC_TESTS_SOAK_MEMORY_COUNT_H
 #define ZOKECC_TESTS_SOAK_MEMORY_COUNT_H
 
@@ -9,13 +9,13 @@ namespace zokecc_soak {
 
 struct MemoryCount {
     size_t blocks;
-    size_t bytes;    // as they were asked for
+    size_t bytes;    // as requested
     size_t largest;  // size of the largest block so far, freed or not
 };
 
 MemoryCount memory_in_use();
 
-// The C library's own view: bytes of its arena that are in use. 0 where it does not tell.
+// The C library's own figure: bytes of its arena in use. 0 if unknown.
 size_t arena_in_use();
 
 }  // namespace zokecc_soak

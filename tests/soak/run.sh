@@ -1,7 +1,7 @@
 #!/bin/sh
 # Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 # run.sh [ROUNDS SESSIONS]: the soak in the default and in the hardened build, and a short one of each
-# under valgrind. Called by `./build.sh soak`, which installs what it takes.
+# under valgrind. Called by `./build.sh soak`, which installs what it needs.
 set -eu
 cd "$(dirname "$0")/../.."
 rounds=${1:-1000000}

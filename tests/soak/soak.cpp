@@ -1,14 +1,14 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Signs and verifies, opens and closes sessions, as often as it is told, and holds the memory that
-// stays allocated against what is documented: one digit buffer for each verification, and in the
+// Signs and verifies, opens and closes sessions, as often as requested, and compares the memory that
+// remains allocated with what is documented: one digit buffer for each verification, and in the
 // hardened build nothing.
 //
 //     soak ROUNDS SESSIONS
 //
-// The kept rule of subtraction acts where two words are equal under a borrow. A product with a point
-// that is not the base point subtracts some ten thousand pairs of words, and two random ones are equal
+// The kept borrow rule applies if two words are equal under a borrow. Multiplying a point
+// other than the base point subtracts some ten thousand pairs of words, and two random ones are equal
 // once in 2^32, so about one signature in two hundred thousand does not verify. Those are printed, for
-// a look at them, and counted; more of them than chance gives are a failure.
+// examination, and counted; more of them than expected by chance are a failure.
 #include <zokecc/zokecc.h>
 
 #include <algorithm>
@@ -34,7 +34,7 @@ constexpr size_t kBuffersOfAProduct = 1;
 #endif
 
 constexpr size_t kLongestDigitBuffer = 257;  // a scalar of 256 bits, and one
-// What the C library adds to a block, the counting included, and what it keeps for itself.
+// What the C library adds to a block, including the counting, and what it uses itself.
 constexpr size_t kOverhead = 48, kArenaSlack = 64 * 1024;
 constexpr uint32_t kL = 32;
 constexpr unsigned long kRoundsOfARefusal = 20000, kRefusalsOfChance = 5;
@@ -57,7 +57,7 @@ void print_number(const char *name, const uint8_t *bytes) {
     std::fputc('\n', stderr);
 }
 
-// Every kind of signature in turn, over a message that tells the round.
+// Every kind of signature in turn, of a message that contains the round.
 class Signer {
 public:
     Signer() {
@@ -129,7 +129,7 @@ private:
     unsigned long refusals_ = 0;
 };
 
-// A session of its own, or one of a device that is opened with it, and a signature in it.
+// A session without a device, or with one opened for it, and a signature in it.
 void open_and_close(unsigned long round) {
     const bool on_a_device = round % 2 == 1;
     void *device = nullptr, *session = nullptr;
@@ -152,8 +152,8 @@ void open_and_close(unsigned long round) {
     }
 }
 
-// Runs the rounds; after each the library may hold `kept` blocks more than before, and no other. In
-// the end the C library's arena tells the same.
+// Runs the rounds; after each the library may hold exactly `kept` more blocks than before. In
+// the end the C library's arena must agree.
 template <class Work>
 void soak(const char *name, unsigned long rounds, size_t kept, const Work &work) {
     const MemoryCount before = memory_in_use();

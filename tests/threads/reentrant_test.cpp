@@ -1,10 +1,10 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// What may run on several threads at once does so on eight: calls that work on their arguments alone,
-// sessions of their own, and the curve of the process where it is only read. ThreadSanitizer looks
+// Calls that may run on several threads at once run on eight: calls that work only on their arguments,
+// on separate sessions, or only read the process-wide curve. ThreadSanitizer looks
 // for data races when this program is built with it; the results are compared in every build.
 //
-// Draws, devices, installing a curve and calls on one session are for the caller to serialise, and so
-// have no place here. Nor has a square root modulo a prime that is 1 modulo 8.
+// The caller must serialise draws, devices, installing a curve and calls on one session, so they
+// are not tested here. Nor is a square root modulo a prime that is 1 modulo 8.
 #include <gtest/gtest.h>
 #include <zokecc/zokecc.h>
 
@@ -26,7 +26,7 @@ namespace {
 constexpr unsigned kRounds = 4;
 constexpr size_t kL = 32;
 
-// The worked example of the curve in sm2_sign.rsp.
+// The example for the curve in sm2_sign.rsp.
 VectorBlock signature_over(const std::string &curve_name) {
     for (const VectorBlock &block : read_vectors("sm2_sign.rsp"))
         if (block.text("Curve") == curve_name && block.text("Result") == "valid") return block;
@@ -50,7 +50,7 @@ ByteString digest_of(const ByteString &message, bool sm3) {
     return out;
 }
 
-// k * G by the window, without any table.
+// k G by wNAF, without a table.
 ecc_point window_product(const Curve &c, const mint &k) {
     ecc_point out{};
     ecc_unknown_point_mul(&k, &c.G, &c.a, nullptr, &c.p, &out);

@@ -12,7 +12,7 @@ namespace zokecc_test::threads {
 
 inline constexpr unsigned kThreads = 8;
 
-// Runs body(0) to body(7), each on a thread of its own, none before all are there.
+// Runs body(0) to body(7), each on its own thread, none before all are ready.
 inline void on_eight_threads(const std::function<void(unsigned)> &body) {
     std::atomic<unsigned> ready{0};
     std::vector<std::thread> all;

@@ -13,7 +13,7 @@ TEXT_KEYS = {"Curve", "Hash", "Result", "Reason", "Source", "Comment", "Flags", 
 
 
 class Wrong(Exception):
-    """A value of a vector file that does not stand up."""
+    """A wrong value in a vector file."""
 
 
 def require(condition, what):

@@ -2,10 +2,10 @@
 # Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 """Checks the vector files of this folder on their own, without the library.
 
-Every value is worked out again with Python's integers and compared with what the file says:
+Every value is recomputed with Python's integers and compared with the file:
 digests and MACs, curve parameters, multiples of points, signatures with the verdict that the
 public standard gives, shared secrets, ciphertexts and key exchanges. A file that is missing,
-that has another number of cases than expected, or for which there is no check, counts as a
+that has a different number of cases than expected, or for which there is no check, counts as a
 failure.
 
     python3 check.py               all files
@@ -43,7 +43,7 @@ def check_mac(name):
 # Curves.
 
 def check_seed(curve, seed):
-    """ANSI X9.62: b is made from the seed, r * b^2 = a^3."""
+    """ANSI X9.62: b is derived from the seed, r * b^2 = a^3."""
     bits = curve.p.bit_length()
     blocks, rest = (bits - 1) // 160, (bits - 1) % 160
     value = int.from_bytes(hashlib.sha1(seed).digest(), "big") % (1 << rest)

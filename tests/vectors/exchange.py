@@ -1,5 +1,5 @@
 # Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-"""Checks of the cases in which two parties come to share something: Diffie-Hellman secrets,
+"""Checks of the cases in which two parties come to share something: ECDH secrets,
 SM2 ciphertexts and SM2 key exchanges."""
 import reference
 from blocks import HERE, curve_of, read_blocks, require
@@ -45,7 +45,7 @@ COMMON = ("Curve", "Hash", "d", "Px", "Py", "M")
 
 
 def original_of(block):
-    """The valid case that an invalid one was made from: same keys and same message."""
+    """The valid case from which an invalid one was made: same keys and same message."""
     if not ORIGINALS:
         for one in read_blocks(HERE / "sm2_encrypt.rsp"):
             if one.text("Result") == "valid":
@@ -56,7 +56,7 @@ def original_of(block):
 
 
 def check_reason(curve, block):
-    """An invalid case differs from its original in one part, and there as its Reason says."""
+    """An invalid case differs from its original in one part, as stated by its Reason."""
     original, part = original_of(block), block.text("Reason")[:2]
     values = ("C1x", "C1y") if part == "C1" else (part,)
     same = [key for key in ("C1x", "C1y", "C2", "C3") if key not in values]
@@ -75,7 +75,7 @@ def check_reason(curve, block):
 
 
 def check_way(curve, digest, block):
-    """The values on the way to a valid ciphertext, seen by the receiver and, if k is given, by
+    """The intermediate values of a valid ciphertext, for the receiver and, if k is given, for
     the sender."""
     block.has_width(curve.size, "x2", "y2")
     shared = block.number("x2"), block.number("y2")
@@ -114,7 +114,7 @@ def check_sm2_encrypt(block):
 # SM2 key exchange.
 
 def check_party(curve, digest, block, party, half):
-    """The values that one party makes from its own keys alone; gives back t and the point that
+    """The values that one party computes from its own keys alone; returns t and the point that
     the other party multiplies."""
     own, drawn, t = "d" + party, "r" + party, "t" + party
     block.has_width(curve.size, *(kind + party + axis for kind in "PR" for axis in "xy"), half)

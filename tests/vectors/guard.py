@@ -1,10 +1,10 @@
 #!/usr/bin/env python3
 # Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-"""Checks that check.py would notice a wrong value.
+"""Checks that check.py would detect a wrong value.
 
 Of every vector file the first case of each kind is taken, a kind being a set of keys, a Result
-and a Reason. Each value that the public standard ties to the others is changed in one digit, and
-check.py has to refuse the case; so it has to refuse a case whose Result says the opposite, and a
+and a Reason. Each value that the public standard determines from the others is changed in one digit, and
+check.py must refuse the case; it must also refuse a case with the opposite Result, and a
 file with one case more or less.
 """
 import sys
@@ -38,7 +38,7 @@ def free_keys(name, block):
 
 
 def changes(name, block):
-    """The case over and over, each time with another value changed; and the key of that value."""
+    """The case repeatedly, each time with a different value changed, and that value's key."""
     free = free_keys(name, block)
     for key, value in block.values.items():
         if key == "Result":

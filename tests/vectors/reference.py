@@ -1,11 +1,11 @@
 # Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-"""What the public standards compute, in plain Python: hashes, curves, signatures and
+"""The public standards in plain Python: hashes, curves, signatures and
 the secrets that two parties share."""
 import hashlib
 import hmac
 
 
-# Hashes. SHA-256 is Python's own; not every Python knows SM3 (GB/T 32905).
+# Hashes. SHA-256 is Python's own; not every Python has SM3 (GB/T 32905).
 
 def rotate(word, count):
     count %= 32
@@ -78,7 +78,7 @@ class Curve:
         return b"".join(value.to_bytes(self.size, "big") for value in coordinates)
 
     def decoded(self, octets):
-        """The point that SEC 1, section 2.3.4, reads from the octets; None where there is none."""
+        """The point for the octets by SEC 1, section 2.3.4; None if there is none."""
         form, rest = octets[:1], octets[1:]
         if form == b"\4" and len(rest) == 2 * self.size:
             halves = rest[:self.size], rest[self.size:]
@@ -144,7 +144,7 @@ class Curve:
 
 
 def is_prime(n):
-    """Miller and Rabin's test. The numbers are published ones, so fixed bases will do."""
+    """Miller-Rabin test. The numbers are published ones, so fixed bases will do."""
     bases = [q for q in range(2, 200) if all(q % r for r in range(2, q))]
     if any(n % q == 0 for q in bases):
         return n in bases
@@ -235,7 +235,7 @@ def mixed(left, right):
 
 
 def sm2_decrypted(curve, digest, d, c1, c2, c3):
-    """The message of GB/T 32918.4, section 7.1, or None where decryption has to fail."""
+    """The message of GB/T 32918.4, section 7.1, or None if decryption must fail."""
     if not curve.holds(c1) or curve.multiply(curve.h, c1) is None:
         return None
     x2, y2 = (curve.encoded(value) for value in curve.multiply(d, c1))
