@@ -32,7 +32,8 @@ public:
     static bool serves(const mint &p)
     {
         const uint32_t words = used_words(p);
-        return words > 0 && p.words[words - 1] >= 4 && is_odd(p) && Modulus::fits(p.words, words);
+        return words > 0 && p.words[words - 1] != 0 && is_odd(p) && !is_one(p) &&
+               Modulus::fits(p.words, words);
     }
 
     explicit SecretField(const mint &p) : words_(p.len)
@@ -42,7 +43,7 @@ public:
         read_words(p.words, p_);
         const Limb top = p_.limb[limbs() - 1];
         top_mask_ = ~Limb{0} >> std::countl_zero(top);
-        half_top_ = top / 2;
+        half_top_ = top > 1 ? top / 2 : 1;
     }
 
     unsigned words() const { return words_; }
@@ -150,12 +151,14 @@ private:
     using Sums = SecretSums<Limb>;
 
     // Corrects a product. If its quotient was open, the true remainder lies close to p; if it has lost its
-    // top bit it appears far below p / 2.
+    // top bit it appears far below p / 2. That shows in the top limb or, if p has a single bit there, in the
+    // highest bit of the next limb.
     void correct(bool is_exact, Element &out) const
     {
+        constexpr unsigned kSecond = Modulus::kElementLimbs > 1 ? 2 : 1;
         Limb &top = out.limb[limbs() - 1];
         Limb lost = 0;
-        sub_limb(top, half_top_, lost);
+        sub_limb(top | out.limb[limbs() - kSecond] >> (kLimbBits<Limb> - 1), half_top_, lost);
         Sums::subtract_once(lost & (opaque(Limb{is_exact}) ^ 1), p_.limb, limbs(), out.limb);
         top &= top_mask_;
     }
@@ -163,7 +166,7 @@ private:
     Modulus modulus_;
     Element p_;
     Limb top_mask_;  // the bits of p's top limb
-    Limb half_top_;  // half of it
+    Limb half_top_;  // half of it, but not 0
     unsigned words_;
 };
 

@@ -42,6 +42,23 @@ void draw_factor(const Field &f, typename Field::Element &out)
 // points may have h = 1, but Window::fill refuses its point of order 2.
 bool has_cofactor(const CurveView &view) { return !is_zero(view.h) && !is_one(view.h); }
 
+// No curve over p has more than p + 1 + 2 sqrt(p) points.
+bool fits_table(const mint &n, const mint &p)
+{
+    return n.len <= p.len || (n.len == p.len + 1 && n.words[p.len] == 1);
+}
+
+// If k has a bit above the given words, replaces it by n - k, which has none, and returns all ones.
+Mask shorten(const mint &n, unsigned words, uint32_t *k)
+{
+    Wiping<uint32_t[kMaxSecretWords]> opposite;
+    uint32_t ones;
+    sub_limbs(n.words, k, n.len, *opposite, ones);
+    const Mask is_long = ~mask_of_zero(k[words]);
+    for (unsigned i = 0; i < n.len; ++i) k[i] = select(is_long, (*opposite)[i], k[i]);
+    return is_long;
+}
+
 // Writes a product in affine coordinates. False if it has none or is not on the curve.
 template <class Curve>
 bool finish(const Curve &curve, const typename Curve::Point &point, ecc_point &out)
@@ -64,7 +81,10 @@ ZOKECC_OWN_FRAME bool multiply_base_over(const CurveView &view, const mint &k, e
     Wiping<uint32_t[kMaxSecretWords]> scalar;
     std::memcpy(*scalar, k.words, 4 * k.len);
     draw_factor(curve.f, factor);
+    const bool is_wide = view.n.len > view.p.len;
+    const Mask negative = is_wide ? shorten(view.n, view.p.len, *scalar) : 0;
     base_multiple(curve, *scalar, view.p.len, view.table, factor, *product);
+    if (is_wide) curve.negate(negative, product->Y);
     return finish(curve, *product, out);
 }
 
@@ -91,7 +111,7 @@ ZOKECC_OWN_FRAME bool multiply_over(const CurveView &view, const mint &k, uint32
 
 bool has_secret_points(const CurveView &curve)
 {
-    return has_secret_field(curve.p) && has_secret_field(curve.n) && curve.n.len <= curve.p.len &&
+    return has_secret_field(curve.p) && has_secret_field(curve.n) && fits_table(curve.n, curve.p) &&
            comb_words(curve.p) != 0 && mint_compare(&curve.a, &curve.p) < 0 &&
            mint_compare(&curve.b, &curve.p) < 0;
 }

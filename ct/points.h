@@ -12,7 +12,7 @@
 namespace zokecc {
 
 // True if the curve allows scalar multiplication with secret scalars: both p and n have a field for secret
-// numbers, a and b are below p, and n has no more words than p.
+// numbers, a and b are below p, and n has no more words than p, or one more with a single bit.
 bool has_secret_points(const CurveView &curve);
 
 // True if an outside point may be combined with a secret: its coordinates are below p and on the curve.

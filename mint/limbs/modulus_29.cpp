@@ -78,10 +78,13 @@ void product(const uint32_t *a, const uint32_t *b, unsigned n, uint32_t *x)
 
 void ShortModulus::prepare(const uint32_t *p, uint32_t count)
 {
-    const unsigned n = short_limbs(count);
     const unsigned scale = column_scale(count);
+    const unsigned zeros = static_cast<unsigned>(std::countl_zero(p[count - 1]));
+    const unsigned bits = 32 * count - zeros;
+    const unsigned n = scale != 0 ? short_limbs(count) : bits / kShortBits + 1;
     words = count;
-    shift = shift_of(p, count);
+    limbs = n;
+    shift = scale != 0 ? zeros : kShortBits * n - bits;  // from 1 on
     kernel = scale != 0 && shift == 0 ? count : 0;
     uint32_t wide[kMaxFastWords + 4];
     shift_limbs_up(p, count, shift, wide);
@@ -97,7 +100,7 @@ void ShortModulus::prepare(const uint32_t *p, uint32_t count)
 
 bool multiply_looped(const ShortModulus &p, const uint32_t *a, const uint32_t *b, uint32_t *out)
 {
-    const unsigned n = short_limbs(p.words);
+    const unsigned n = p.limbs;
     uint32_t wide[kMaxFastWords + 1];
     uint32_t a_limbs[kMaxShortLimbs];  // later the quotient
     uint32_t b_limbs[kMaxShortLimbs];  // later the remainder

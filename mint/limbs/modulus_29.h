@@ -26,10 +26,11 @@ constexpr unsigned column_scale(unsigned words)
     return words == 6 ? 12 : words == 7 ? 8 : words == 8 ? 6 : 0;
 }
 
-// p in the terms of barrett.h, with B = 2^29 and N = short_limbs(words): P = p 2^s is the modulus there,
-// s the shift and the scale together.
+// p in the terms of barrett.h, with B = 2^29 and N = limbs: P = p 2^s is the modulus there, s the shift and
+// the scale together.
 struct ShortModulus {
     uint32_t words;
+    uint32_t limbs;                           // with a scale short_limbs(words), else as few as p needs
     uint32_t kernel;                          // words if there is a scale and no shift, otherwise 0
     uint32_t shift;                           // of one factor
     uint32_t top;                             // the highest word of p 2^shift, if there is a scale
@@ -37,15 +38,9 @@ struct ShortModulus {
     uint32_t reciprocal[kMaxShortLimbs + 1];  // M, below 2 B^(N+1): its top limb is below 2^30
     [[no_unique_address]] OpenQuotients open_quotients;
 
-    // The shift must stay within a word: without a scale only a few of p[count]'s highest bits may be zero.
     static bool fits(const uint32_t *p, uint32_t count)
     {
-        return count >= 5 && count <= kMaxFastWords && p[count - 1] != 0 && shift_of(p, count) < 32;
-    }
-    static uint32_t shift_of(const uint32_t *p, uint32_t count)
-    {
-        const uint32_t zeros = static_cast<uint32_t>(std::countl_zero(p[count - 1]));
-        return column_scale(count) != 0 ? zeros : kShortBits * short_limbs(count) - 32 * count + zeros;
+        return count >= 5 && count <= kMaxFastWords && p[count - 1] != 0;
     }
     void prepare(const uint32_t *p, uint32_t count);
 };

@@ -21,7 +21,7 @@ constexpr uint32_t kNow = 0x65432100u;
 constexpr size_t kKey = 44, kDigest = kKey + 36, kCounter = kDigest + 76, kInput = kCounter + 4;
 
 struct SecretEntropy : FakeEntropy {
-    SecretEntropy() : FakeEntropy(kNow, 0) { draws_secrets = true; }
+    explicit SecretEntropy(uint32_t time = kNow) : FakeEntropy(time, 0) { draws_secrets = true; }
 };
 
 void put_words(const mint &number, uint8_t *out) {
@@ -48,7 +48,7 @@ Natural reduced(const std::vector<uint32_t> &kernel, const mint &n, const mint *
 // The library's sequence of draws, without the library.
 class Model {
 public:
-    explicit Model(const mint &n) : n_(n) {}
+    explicit Model(const mint &n, uint32_t now = kNow) : n_(n), words_(now, 0) {}
     Natural draw(const mint *key, const mint *digest) {
         const Natural n(n_), last = n - Natural(1);
         for (;;) {
@@ -64,7 +64,7 @@ public:
 
 private:
     mint n_;
-    KernelWords words_{kNow, 0};
+    KernelWords words_;
 };
 
 Natural drawn(const mint &n, const mint *key, const mint *digest) {
@@ -111,16 +111,27 @@ TEST(DrawSecretNumber, StuckKernelGivesAnotherNonceForAnotherKeyOrDigest) {
     EXPECT_NE(drawn(c.n, nullptr, nullptr), nonce);
 }
 
-// With a small order both ends of the range occur.
+// Orders of five words that divide the first draw of a clock, or the number above it.
 TEST(DrawSecretNumber, ZeroIsDrawnAgainAndForKeysTheOrderLessOne) {
-    const mint n = small(1009), key = small(5), digest = small(6);
-    for (const mint *with : {static_cast<const mint *>(nullptr), &key}) {
-        SecretEntropy entropy;
-        Model model(n);
-        for (int i = 0; i < 4000 && !testing::Test::HasFailure(); ++i)
-            ASSERT_EQ(drawn(n, with, &digest), model.draw(with, &digest)) << i;
-        EXPECT_GT(model.zeros, 0);
-        EXPECT_GT(model.lasts, 0);
+    const mint key = small(5), digest = small(6);
+    struct Row {
+        uint32_t now;
+        const char *n;
+        bool has_key;
+        int zeros, lasts;
+    };
+    for (const Row &row : {Row{343, "6dbbc68e39f2b94a2ccc3d6c4074f090703c097", false, 1, 0},
+                           Row{583, "e0d085f46f36a492bb26771e1d7ac60c594c9ff7", false, 0, 1},
+                           Row{211, "f09e5c71a5e0064cf80301dc25668aaa447ee8a3", true, 1, 0},
+                           Row{730, "59b834ef902949ed5bbeccae8135d54398fd7fb5", true, 0, 1}}) {
+        SCOPED_TRACE(row.now);
+        const mint n = mint_from_hex(row.n);
+        SecretEntropy entropy(row.now);
+        Model model(n, row.now);
+        const mint *const with = row.has_key ? &key : nullptr, *const of = row.has_key ? &digest : nullptr;
+        for (int i = 0; i < 3; ++i) EXPECT_EQ(drawn(n, with, of), model.draw(with, of)) << i;
+        EXPECT_EQ(row.zeros, model.zeros);
+        EXPECT_EQ(row.lasts, model.lasts);
     }
 }
 
@@ -136,12 +147,12 @@ TEST(DrawSecretNumber, SilentKernelGivesMinusOneAndNothingIsWritten) {
 }
 
 TEST(DrawSecretNumber, EndsAfter1024Zeros) {
-    const mint n = small(1009), key = small(5);
-    uint32_t word = 0;
-    while (!reduced({word, word, word}, n, &key, nullptr).is_zero()) ++word;
+    const mint n = mint_from_hex("458940a73f07d27e03cef5ef35f5da0cf86e1827"), key = small(5);
+    constexpr uint32_t kWord = 25;
+    ASSERT_TRUE(reduced(std::vector<uint32_t>(7, kWord), n, &key, nullptr).is_zero());
     SecretEntropy entropy;
     entropy.stuck = true;
-    entropy.stuck_value = static_cast<int>(word);
+    entropy.stuck_value = kWord;
     mint out{};
     EXPECT_EQ(draw_secret_number(&out, &n, &key, nullptr), -1);
     EXPECT_EQ(entropy.kernel.getrandom_calls, 1024u);

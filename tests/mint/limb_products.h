@@ -19,7 +19,8 @@ inline std::vector<mint> moduli_of(uint32_t words, HardWords &draw, int hard) {
         if (modulus.value.word_count() == words) out.push_back(modulus.value.to_mint());
     for (unsigned bits : {32 * words - 31, 32 * words - 1, 32 * words})
         out.push_back((Natural::power_of_two(bits) - Natural(1)).to_mint());
-    out.push_back((Natural::power_of_two(32 * words - 1) + Natural(1)).to_mint());
+    for (unsigned bits : {32 * words - 32, 32 * words - 1})
+        out.push_back((Natural::power_of_two(bits) + Natural(1)).to_mint());
     for (int i = 0; i < hard; ++i) {
         mint p = draw.untrimmed(words);
         p.words[0] |= 1;

@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// The hardened build on a curve whose order has more words than its field, for which it has no constant-time
+// The hardened build on a curve with n far above p, as no curve has it, for which it has no constant-time
 // arithmetic: every call that takes or makes a secret returns a failure of its family, draws nothing and
 // writes nothing, with memory and without.
 #ifdef ZOKECC_HARDENED

@@ -15,8 +15,9 @@ struct CurveText {
     const char *p, *a, *b, *Gx, *Gy, *n;
 };
 
-// GB/T 32918.5; SEC 2 version 2, section 2.2.2; SEC 2 version 1, section 2.3.2, in records of 24 bytes.
-const CurveText curves[3] = {
+// GB/T 32918.5; SEC 2 version 2, section 2.2.2; SEC 2 version 1, sections 2.3.2 and 2.4.2, both in records of
+// 24 bytes.
+const CurveText curves[4] = {
     {32, 4, 1, 32, "FFFFFFFEFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFF00000000FFFFFFFFFFFFFFFF",
      "FFFFFFFEFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFF00000000FFFFFFFFFFFFFFFC",
      "28E9FA9E9D9F5E344D5A9E4BCF6509A7F39789F515AB8F92DDBCBD414D940E93",
@@ -30,6 +31,9 @@ const CurveText curves[3] = {
     {24, 2, 0, 16, "FFFFFFFDFFFFFFFFFFFFFFFFFFFFFFFF", "D6031998D1B3BBFEBF59CC9BBFF9AEE1",
      "5EEEFCA380D02919DC2C6558BB6D8A5D", "7B6AA5D85E572983E6FB32A7CDEBC140",
      "27B6916A894D3AEE7106FE805FC34B44", "3FFFFFFF7FFFFFFFBE0024720613B5A3"},
+    {24, 2, 0, 20, "FFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFF7FFFFFFF", "FFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFF7FFFFFFC",
+     "1C97BEFC54BD7A8B65ACF89F81D4D4ADC565FA45", "4A96B5688EF573284664698968C38BB913CBFC82",
+     "23A628553168947D59DCC912042351377AC5FB32", "0100000000000000000001F4C8F927AED3CA752257"},
 };
 
 const CurveText *curve = nullptr;
@@ -86,7 +90,15 @@ bool make_random_party(Party &party, uint32_t seed) {
     return make_party(party);
 }
 
-bool encrypt_for_own_key() {
+bool encrypt_by_products() {
+    Scene &s = scene;
+    const int32_t length = Eces_Encry(&s.own.point, s.message, 12, s.legacy_product, sizeof s.legacy_product);
+    s.product_length = static_cast<uint32_t>(length);
+    return length > 0 && SDF_ExternalEncrytp_ECC(s.session, ZOK_ALG_MULTIPLICATIVE, &s.own.public_record,
+                                                 s.message, s.L, &s.product_record) == ZOK_OK;
+}
+
+bool encrypt_by_sm2() {
     Scene &s = scene;
     sm3_msg message = {s.message, 0, kMessageBytes};
     s.legacy_cipher = {s.legacy_sm2, 0, 0};
@@ -94,8 +106,6 @@ bool encrypt_for_own_key() {
     if (ZOK_ExternalEncrytp_ECC(s.session, &s.own.public_record, s.message, kMessageBytes, s.flat_sm2,
                                 &s.flat_length) != ZOK_OK)
         return false;
-    const int32_t length = Eces_Encry(&s.own.point, s.message, 12, s.legacy_product, sizeof s.legacy_product);
-    s.product_length = static_cast<uint32_t>(length);
     std::memcpy(s.changed_flat, s.flat_sm2, sizeof s.changed_flat);
     s.changed_flat[s.flat_length - 1] ^= 1;
     if (SDF_ExternalEncrytp_ECC(s.session, ZOK_ALG_SM2_ENCRYPT, &s.own.public_record, s.message, s.L,
@@ -103,8 +113,7 @@ bool encrypt_for_own_key() {
         return false;
     s.changed_record = s.sm2_record;
     s.changed_record.M[0] ^= 1;
-    return length > 0 && SDF_ExternalEncrytp_ECC(s.session, ZOK_ALG_MULTIPLICATIVE, &s.own.public_record,
-                                                 s.message, s.L, &s.product_record) == ZOK_OK;
+    return true;
 }
 
 }  // namespace
@@ -127,7 +136,7 @@ std::vector<Area> public_areas(const Scene &s) {
             area(s.changed_record)};
 }
 
-const char *const curve_names[3] = {"sm2p256v1", "secp192r1", "secp128r2"};
+const char *const curve_names[4] = {"sm2p256v1", "secp192r1", "secp128r2", "secp160r1"};
 
 bool install_curve(unsigned number) {
     curve = &curves[number];
@@ -170,7 +179,8 @@ bool make_secrets(uint32_t number) {
     fill(seed + 4, s.above.bytes, s.L);
     std::memset(s.above.bytes, 0xFF, s.L - 6);
     make_party(s.above, true);
-    if (!encrypt_for_own_key()) return false;
+    if (curve != &curves[kWideOrderCurve] && !encrypt_by_sm2()) return false;
+    if (!encrypt_by_products()) return false;
 
     std::memset(&s.out, 0, sizeof s.out);
     std::memset(&s.hidden, 0, sizeof s.hidden);

@@ -77,8 +77,10 @@ std::vector<Area> public_areas(const Scene &scene);
 
 extern Scene scene;
 
-// The names of the curves: two with a fast field, and one without.
-extern const char *const curve_names[3];
+// The names of the curves: two with a fast field, one without, and one whose n has more words
+// than p. There h is 0, so SM2 encryption and agreement refuse it, and the scene has none of its ciphertexts.
+extern const char *const curve_names[4];
+constexpr unsigned kWideOrderCurve = 3;
 
 // Installs the curve process-wide and for scene.session, and makes the peer. False if a call fails.
 bool install_curve(unsigned curve);
