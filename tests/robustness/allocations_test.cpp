@@ -206,6 +206,16 @@ void with_wide_key(SessionArguments &a) { a.private_record = private_key(ByteStr
 void with_d_out_of_range(SessionArguments &a) { a.private_record = small_private_key(0); }
 void with_r_of_zero(SessionArguments &a) { a.numbers = small_signature(0, 216); }
 
+// The row of a call whose digit buffers are those of products with a secret: in the hardened build these
+// allocate nothing, and what is left of its answers to failures is that of the areas.
+Allocating secret(Allocating row) {
+    if (!kHardened) return row;
+    row.allocations -= static_cast<unsigned>(row.digit_buffers);
+    row.digit_buffers = 0;
+    if (!row.failed.empty()) row.failed.resize(row.allocations);
+    return row;
+}
+
 std::vector<Allocating> all_rows() {
     constexpr uint32_t kMinusOne = ZOK_ERR_INTERNAL, kArgument = ZOK_ERR_ARGUMENT;
     std::vector<Allocating> rows = {
@@ -223,14 +233,14 @@ std::vector<Allocating> all_rows() {
         session_row(kVerifyHash, 1, {kArgument, kMinusOne, kMinusOne}),
         session_row(kVerifyHash, 0, {kArgument, kMinusOne}, 0, with_r_of_zero),
         session_row(kVerifyHash, 1, {kMinusOne}, 0, with_other_algorithms),
-        session_row(kEncrypt, 2, {kMinusOne, kMinusOne}),
-        session_row(kEncrypt, 1, {kMinusOne}, 0, with_other_algorithms),
-        session_row(kDecrypt, 2, {kMinusOne, kMinusOne}, 2),
-        session_row(kDecrypt, 1, {kMinusOne}, 1, with_other_algorithms),
-        session_row(kFlatEncrypt, 2, {kMinusOne, kMinusOne, kMinusOne, kMinusOne}, 2),
-        session_row(kFlatDecrypt, 2, {kMinusOne, kMinusOne, kMinusOne, kMinusOne}, 4),
-        session_row(kEcdh, 1, {kMinusOne}, 1),
-        session_row(kEcdh, 1, {kMinusOne}, 1, with_d_out_of_range),
+        secret(session_row(kEncrypt, 2, {kMinusOne, kMinusOne})),
+        secret(session_row(kEncrypt, 1, {kMinusOne}, 0, with_other_algorithms)),
+        secret(session_row(kDecrypt, 2, {kMinusOne, kMinusOne}, 2)),
+        secret(session_row(kDecrypt, 1, {kMinusOne}, 1, with_other_algorithms)),
+        secret(session_row(kFlatEncrypt, 2, {kMinusOne, kMinusOne, kMinusOne, kMinusOne}, 2)),
+        secret(session_row(kFlatDecrypt, 2, {kMinusOne, kMinusOne, kMinusOne, kMinusOne}, 4)),
+        secret(session_row(kEcdh, 1, {kMinusOne}, 1)),
+        secret(session_row(kEcdh, 1, {kMinusOne}, 1, with_d_out_of_range)),
         scheme_row("Ecc_GenPubKey", &SchemeArguments::public_key, 0, {}),
         scheme_row("Ecc_KeyPair_Gen", &SchemeArguments::key_pair, 0, {}),
         scheme_row("eces_format", &SchemeArguments::format, 0, {}),
@@ -239,18 +249,18 @@ std::vector<Allocating> all_rows() {
         scheme_row("Ecdsa_DigitalVeriy", &SchemeArguments::ecdsa_verify, 1, {0}, 0, true),
         scheme_row("sm2_DigitalSign", &SchemeArguments::sm2_sign, 0, {1}, 1),
         scheme_row("sm2_DigitalVeriy", &SchemeArguments::sm2_verify, 1, {-1, -1}),
-        scheme_row("Eces_Decry", &SchemeArguments::eces_decry, 1, {-1}, 1),
-        scheme_row("sm2_Encry", &SchemeArguments::encrypt, 2, {-1, -1, -1, -1}, 2),
-        scheme_row("sm2_Decry", &SchemeArguments::decrypt, 2, {-1, -1, -1, -1}, 4, true),
+        secret(scheme_row("Eces_Decry", &SchemeArguments::eces_decry, 1, {-1}, 1)),
+        secret(scheme_row("sm2_Encry", &SchemeArguments::encrypt, 2, {-1, -1, -1, -1}, 2)),
+        secret(scheme_row("sm2_Decry", &SchemeArguments::decrypt, 2, {-1, -1, -1, -1}, 4, true)),
     };
     // Their results are checked in their own tests.
-    rows.push_back(scheme_row("Ecdh_KeyExChg", &SchemeArguments::exchange, 1, {0}, 0, !kHardened));
-    rows.push_back(scheme_row("Eces_Encry", &SchemeArguments::eces_encry, 1, {0}, 0, true));
+    rows.push_back(secret(scheme_row("Ecdh_KeyExChg", &SchemeArguments::exchange, 1, {0}, 0, !kHardened)));
+    rows.push_back(secret(scheme_row("Eces_Encry", &SchemeArguments::eces_encry, 1, {0}, 0, true)));
     for (size_t i = rows.size() - 2; i < rows.size(); ++i) rows[i].failed.clear();
     for (const auto &more : {curve_rows(), hash_rows()}) rows.insert(rows.end(), more.begin(), more.end());
     const size_t ordinary = rows.size();
-    for (const auto &call : exchange::kLegacyKeyCalls) rows.push_back(exchange_row(call));
-    for (const auto &call : exchange::kSessionKeyCalls) rows.push_back(agreement_row(call));
+    for (const auto &call : exchange::kLegacyKeyCalls) rows.push_back(secret(exchange_row(call)));
+    for (const auto &call : exchange::kSessionKeyCalls) rows.push_back(secret(agreement_row(call)));
     for (size_t i = ordinary; i < rows.size(); ++i) rows[i].longest_digits = kXBarDigits;
     return rows;
 }
@@ -289,7 +299,7 @@ TEST(Allocations, EachFailingInTurnLeavesNothingButDigits) {
             }
         }
     }
-    EXPECT_GT(failed, 80u);
+    EXPECT_GT(failed, kHardened ? 40u : 80u);
     std::printf("%u allocations failed in turn\n", failed);
 }
 

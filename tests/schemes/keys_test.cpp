@@ -57,7 +57,7 @@ struct Generated {
 
 TEST(EccGenPubKey, EveryScalarBelowTheOrder) {
     install_small(24);
-    for (uint32_t d = 0; d < kSmallN; ++d)
+    for (uint32_t d = kLeastKey; d < kSmallN; ++d)
         expect_derived(number_bytes(d, 24), x_of(small_multiple(d), 24), y_of(small_multiple(d), 24));
 }
 
@@ -144,7 +144,7 @@ TEST(EccKeyPairGen, DrawOfZeroIsUsed) {
 
 TEST(EccKeyPairGen, DerivingLeavesTheKeyAloneAndDrawsNothing) {
     install_small(28);
-    for (uint32_t d : {0u, 1u, 2u, 123u, kSmallN - 1})
+    for (uint32_t d : {kLeastKey, 1u, 2u, 123u, kSmallN - 1})
         for (size_t length : {2u, 28u, 76u})
             expect_derived(number_bytes(d, length), x_of(small_multiple(d), 28), y_of(small_multiple(d), 28),
                            kDerive);

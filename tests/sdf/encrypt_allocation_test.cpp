@@ -23,9 +23,10 @@ struct Outcome {
     int outstanding;
     bool operator==(const Outcome &) const = default;
 };
-// The same, with the digit buffers left by the call.
+// The same, with the digit buffers left by the call, which are among the allocations.
 Outcome with_digits(uint32_t status, unsigned allocations, int digit_buffers) {
-    return {status, allocations, kept_digit_buffers(digit_buffers)};
+    const unsigned buffers = static_cast<unsigned>(digit_buffers);
+    return {status, allocations - buffers + digit_allocations(buffers), kept_digit_buffers(digit_buffers)};
 }
 std::ostream &operator<<(std::ostream &out, const Outcome &o) {
     return out << "status " << std::hex << o.status << std::dec << ", " << o.allocations << " allocations, "
@@ -163,7 +164,7 @@ TEST(ZokExternalEncrytpEccMemory, BuffersAreFreedOnEveryRefusal) {
     call.pub = small_public_key();
     call.session = small_session(kUnknownSelector);
     EXPECT_EQ(run(call, kNone, encrypt_flat), with_digits(ZOK_ERR_ARGUMENT, 2, 0));
-    Session without_h(small_curve_with_order(kSmallP + 1));
+    Session without_h(small_curve_with_order(kSmallP + 2));
     call.session = without_h.handle();
     // The one digit of h = 0 is never freed, either.
     EXPECT_EQ(run(call, kNone, encrypt_flat), with_digits(ZOK_ERR_ARGUMENT, 3, 1));
@@ -203,7 +204,7 @@ TEST(ZokExternalDecryptEccMemory, BuffersAreFreedOnEveryRefusalAndMismatch) {
     EXPECT_EQ(run(call, kNone, decrypt_flat), with_digits(ZOK_ERR_ARGUMENT, 4, 2));
     call.session = small_session(HASH_ALG_SHA256);
     EXPECT_EQ(run(call, kNone, decrypt_flat), with_digits(ZOK_ERR_INTERNAL, 4, 2));
-    Session without_h(small_curve_with_order(kSmallP + 1));
+    Session without_h(small_curve_with_order(kSmallP + 2));
     call.session = without_h.handle();
     EXPECT_EQ(run(call, kNone, decrypt_flat), with_digits(ZOK_ERR_ARGUMENT, 3, 1));
     call.session = small_session();

@@ -182,7 +182,7 @@ TEST(ZokAgreement, GivenOwnRandomPointIsNotTested) {
 TEST(Sm2KeyExChgAccepted, PrivateKeyOfZeroAndOfTheOrderLessOneAreNotRefused) {
     const ExchangeCase exchange = small_exchange<Legacy>();
     for (const LegacyKeyCall &call : kLegacyKeyCalls)
-        for (uint32_t d : {0u, 1u, 990u}) {
+        for (uint32_t d : {kLeastKey, 1u, 990u}) {
             LegacyExchange side(exchange, call.role);
             side.d_bytes.set(tiny_bytes(d, 32));
             Modelled expected(exchange, call.role);

@@ -29,7 +29,7 @@ inline constexpr uint32_t kSmallD = 123;
 inline TinyPoint small_key_point() { return {false, 346, 763}; }
 // The library's product of a point other than G.
 inline TinyPoint small_product(uint32_t k, const TinyPoint &P) {
-    return small_group().library_window(small_number(k), P);
+    return kHardened ? exact_multiple(k, P) : small_group().library_window(small_number(k), P);
 }
 
 // The parts of one encrypted message.

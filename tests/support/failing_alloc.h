@@ -7,6 +7,7 @@
 #define ZOKECC_TESTS_SUPPORT_FAILING_ALLOC_H
 
 #include <cstddef>
+#include <cstdint>
 
 namespace zokecc_test {
 
@@ -19,6 +20,12 @@ inline constexpr bool kHardened = false;
 // How many of `count` digit buffers of wNAF multiplications remain allocated: the hardened build
 // frees them.
 constexpr int kept_digit_buffers(int count) { return kHardened ? 0 : count; }
+
+// How many digit buffers `count` products with a secret ask for: in the hardened build none.
+constexpr unsigned digit_allocations(unsigned count) { return kHardened ? 0 : count; }
+
+// The least private number that is not refused.
+inline constexpr uint32_t kLeastKey = kHardened ? 1 : 0;
 
 class FailingAlloc {
 public:

@@ -39,6 +39,16 @@ inline const TinyPoint &small_multiple(uint32_t k) {
     return multiples.at(k);
 }
 
+// k P for a point of that group: what a product with a secret gives in the hardened build.
+inline TinyPoint exact_multiple(uint32_t k, const TinyPoint &P) {
+    TinyPoint out{};
+    for (uint32_t bit = 1u << 31; bit != 0; bit >>= 1) {
+        out = small_group().add(out, out);
+        if ((k & bit) != 0) out = small_group().add(out, P);
+    }
+    return out;
+}
+
 inline uint32_t product_modulo(uint32_t x, uint32_t y, uint32_t m) { return x % m * (y % m) % m; }
 inline uint32_t negative_modulo(uint32_t x, uint32_t m) { return (m - x % m) % m; }
 
