@@ -24,20 +24,6 @@ void require(bool good, const char *what) {
 
 }  // namespace
 
-const Curve kCurves[9] = {
-    {"sm2p256v1", &zokecc_sm2p256v1, &zokecc_sm2p256v1_process},
-    {"secp192r1", &zokecc_secp192r1, &zokecc_secp192r1_process},
-    {"secp224r1", &zokecc_secp224r1, &zokecc_secp224r1_process},
-    {"secp256r1", &zokecc_secp256r1, &zokecc_secp256r1_process},
-    {"secp256k1", &zokecc_secp256k1, &zokecc_secp256k1_process},
-    {"brainpoolP160r1", &zokecc_brainpoolP160r1, nullptr},
-    {"brainpoolP192r1", &zokecc_brainpoolP192r1, &zokecc_brainpoolP192r1_process},
-    {"brainpoolP224r1", &zokecc_brainpoolP224r1, &zokecc_brainpoolP224r1_process},
-    {"brainpoolP256r1", &zokecc_brainpoolP256r1, &zokecc_brainpoolP256r1_process},
-};
-
-uint32_t Curve::L() const { return 16 + 4 * record->type; }
-
 Build::Build(const std::string &path) {
     void *const library = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
     if (library == nullptr) throw std::runtime_error(dlerror());
@@ -46,9 +32,9 @@ Build::Build(const std::string &path) {
 #undef ZOKECC_PAIR_LOOK_UP
 }
 
-Side::Side(const Build &build, const Curve &curve) : calls(build) {
-    require(build.ZOK_OpenSession(&session, curve.record) == ZOK_OK, "a session");
-    if (curve.process != nullptr) require(build.Curve_Init(curve.process) == 0, "the curve of the process");
+Side::Side(const Build &build, const ReadyCurve &curve) : calls(build) {
+    require(build.ZOK_OpenSession(&session, curve.session) == ZOK_OK, "a session");
+    if (curve.process != nullptr) require(build.Curve_Init(curve.process) == 0, "the process-wide curve");
 }
 
 Side::~Side() { calls.ZOK_CloseSession(session); }

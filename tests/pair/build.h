@@ -8,6 +8,8 @@
 
 #include <string>
 
+#include "tests/support/ready_curves.h"
+
 namespace zokecc_test::pair {
 
 // Every call that the tests make.
@@ -39,19 +41,9 @@ struct Build {
 #undef ZOKECC_PAIR_MEMBER
 };
 
-// A curve in both records; some have no process-wide record.
-struct Curve {
-    const char *name;
-    const CurvePara *record;
-    const ecc_curve_bytes *process;
-
-    uint32_t L() const;
-};
-extern const Curve kCurves[9];
-
 // A build with the curve installed, in a session and process-wide.
 struct Side {
-    Side(const Build &build, const Curve &curve);
+    Side(const Build &build, const ReadyCurve &curve);
     ~Side();
     Side(const Side &) = delete;
     Side &operator=(const Side &) = delete;

@@ -47,7 +47,7 @@ protected:
         for (size_t i = 0; i < sizeof message; ++i) message[i] = static_cast<uint8_t>(0x35 + 61 * i);
     }
 
-    const Curve &curve = kCurves[std::get<0>(GetParam())];
+    const ReadyCurve &curve = kReadyCurves[std::get<0>(GetParam())];
     const uint32_t L = curve.L();
     const bool is_reversed = std::get<1>(GetParam());
     const Side first{*builds[is_reversed ? 1 : 0], curve}, second{*builds[is_reversed ? 0 : 1], curve};
@@ -273,7 +273,7 @@ TEST_P(ProcessPair, ExchangeGivesOneKey) {
 }
 
 std::string name_of(const testing::TestParamInfo<std::tuple<int, bool>> &tested) {
-    return std::string(kCurves[std::get<0>(tested.param)].name) +
+    return std::string(kReadyCurves[std::get<0>(tested.param)].name) +
            (std::get<1>(tested.param) ? "_hardened_first" : "_default_first");
 }
 
