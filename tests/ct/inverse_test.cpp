@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/support/counting_trace.h"
 #include "tests/support/hard_words.h"
 
 namespace zokecc_test::ct_inverse_test {
