@@ -95,13 +95,17 @@ def without_effect():
     lines = WITHOUT_EFFECT.read_text(encoding="ascii").splitlines()
     entries = [line.strip() for line in lines if not line.startswith("#")]
     changes_of = (entry.rpartition(" -- ")[0] for entry in entries[2::3])
-    return set(zip(entries[0::3], entries[1::3], changes_of))
+    out = set(zip(entries[0::3], entries[1::3], changes_of))
+    for name, line, _ in out:
+        if line not in map(str.strip, (workshop.ROOT / name).read_text(encoding="ascii").splitlines()):
+            sys.exit(f"{WITHOUT_EFFECT.name}: {name} has no line {line}")
+    return out
 
 
-def attempt(shop, change):
+def attempt(shop, change, no_effect):
     started = time.monotonic()
     line = (workshop.ROOT / change.file).read_text(encoding="ascii").splitlines()[change.line - 1].strip()
-    known = (change.file, line, change.what) in without_effect()
+    known = (change.file, line, change.what) in no_effect
     result = "same" if known else shop.attempt(change)
     record = {"file": change.file, "line": change.line, "column": change.column, "what": change.what,
               "result": result, "counts": result not in ("invalid", "same"),
@@ -112,7 +116,7 @@ def attempt(shop, change):
     return record
 
 
-def try_all(shop, plan, known, again):
+def try_all(shop, plan, known, again, no_effect):
     """Results of the plan's changes, the known ones among them. One of each file in turn, so that what there
     is after an interruption is a sample as well."""
     results = dict(known)
@@ -122,7 +126,7 @@ def try_all(shop, plan, known, again):
             for change in list_:
                 place = change.file, change.line, change.column, change.what
                 if again or place not in known:
-                    results[place] = attempt(shop, change)
+                    results[place] = attempt(shop, change, no_effect)
                     RECORD.write_text(json.dumps(list(results.values()), indent=1) + "\n", encoding="ascii")
                 if results[place]["counts"]:
                     left[name] = quota - 1, list_
@@ -177,8 +181,9 @@ def main():
                 say(f"{change.file}:{change.line}:{change.column}: {change.what}")
         return 0
     known = {key(record): record for record in recorded()} if arguments.survivors or arguments.resume else {}
+    no_effect = without_effect()
     signal.signal(signal.SIGTERM, lambda *_: sys.exit(1))  # and put the source back
-    records = try_all(workshop.Workshop(say), plan, known, arguments.survivors)
+    records = try_all(workshop.Workshop(say), plan, known, arguments.survivors, no_effect)
     return 0 if summary(records) else 1
 
 
