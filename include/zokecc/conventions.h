@@ -14,10 +14,10 @@
  *      pointer may be null when its length is 0. Pointers need the natural alignment of what they point to;
  *      byte strings need none.
  * @par Byte strings and lengths
- *      Byte strings are big-endian: the most significant byte stands first. Lengths and capacities are in
+ *      Byte strings are big-endian: the most significant byte comes first. Lengths and capacities are in
  *      bytes unless said otherwise. A coordinate or scalar of a curve of L bytes is written at exactly L
  *      bytes, padded with zero bytes on the left, at the start of its field; the bytes of the field after
- *      it, and every other byte of an output that a comment does not name, are left as they were.
+ *      it, and every other byte of an output that a comment does not name, are left unchanged.
  * @par Records
  *      "Record" means a C structure of one of these headers, owned and allocated by the caller, whose size
  *      and layout never change. "One record" as the size of an argument means exactly one such structure.
@@ -26,12 +26,12 @@
  *      An output record may be the same record as an input record unless a comment excludes it, and const and
  *      non-const pointers may therefore name the same record. Two outputs of one call must be different.
  *      Areas that overlap in part are never supported. An input that is not also an output is left byte for
- *      byte as it was; the few exceptions (mint_add and mint_mod_add trim their operands) are not const.
+ *      byte unchanged; the few exceptions (mint_add and mint_mod_add trim their operands) are not const.
  * @par Session handles
  *      "Session handle" means the void pointer that SDF_OpenSession or ZOK_OpenSession stored, between that
  *      call and SDF_CloseSession or ZOK_CloseSession. It is tested for null before every other argument, and
  *      for nothing else: a pointer of another kind, or the handle of a closed session, cannot be recognised.
- *      Calls whose comment says "the session is only tested for null" never look behind the handle.
+ *      Calls whose comment says "the session is only tested for null" never dereference the handle.
  * @par Results
  *      Every SDF_ and ZOK_ call returns one of the status codes below. The other families return small
  *      integers, listed with each call; a call with a single value always returns that value. A call
@@ -47,7 +47,7 @@
  *      There are no threads and no locks inside. A call that works on its arguments alone may run on any
  *      number of threads at once. The caller must serialise
  *      - every call that draws random numbers, against each other and against the application's own use of
- *        rand and srand: gen_random, gen_random_number, SDF_GenerateRandom; on whatever sessions
+ *        rand and srand: gen_random, gen_random_number, SDF_GenerateRandom; on any sessions
  *        SDF_GenerateKeyPair_ECC, SDF_ExternalSign_ECC, ZOK_ExternalSignHash_ECC, the two encrypting calls,
  *        and the six of key agreement that make a temporary key; Ecc_KeyPair_Gen in mode 0,
  *        Ecdsa_DigitalSign, sm2_DigitalSign, sm2_Encry, Eces_Encry, eces_format and sm2_KeyExChg_B1_10;
@@ -102,11 +102,11 @@
  * @{
  */
 
-/** The call did what it says. */
+/** Success. */
 #define ZOK_OK                0x00000000u
 /** ZOK_SM3: the hash reports an error. SM3 has none to report, so this is never seen. */
 #define ZOK_ERR_SM3           0x01000001u
-/** Signing: the private key is zero, not below the order or otherwise unusable, or no signature came out. */
+/** Signing: the private key is zero, not below the order or otherwise unusable, or no signature was found. */
 #define ZOK_ERR_SIGN          0x0100000Du
 /** Verification: the signature does not belong to this key and message. */
 #define ZOK_ERR_VERIFY        0x0100000Eu

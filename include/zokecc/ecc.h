@@ -16,7 +16,7 @@
  * @par Order of arguments
  *      Operands, a, b, p, output. The conversions, ecc_copy_point and ecc_point_unpress have the output
  *      first, ecc_invert_point has p first. b is read by ecc_test_point and ecc_point_unpress alone;
- *      elsewhere it stands for the sake of the common order, and may be null.
+ *      elsewhere it is there only for the common order of arguments, and may be null.
  * @par What is not checked
  *      No call tests that p is prime or that the curve is not singular. Whether a point lies on the curve is
  *      tested by ecc_test_point, by ecc_ByteToPoint and, for G, by the two calls that install a curve and by
@@ -59,8 +59,8 @@ typedef struct ecc_point {
 
 /** A point in Jacobian coordinates: X / Z^2 and Y / Z^3 in affine ones. 240 bytes. */
 typedef struct ecc_jac_point {
-    mint X;                       /**< below p; without meaning for infinity */
-    mint Y;                       /**< below p; without meaning for infinity */
+    mint X;                       /**< below p; undefined for infinity */
+    mint Y;                       /**< below p; undefined for infinity */
     mint Z;                       /**< below p; zero, as len 0 or as len 1, for infinity */
 } ecc_jac_point;
 
@@ -113,7 +113,7 @@ typedef struct ecc_point_bytes {
  * @param[in] curve  one record; null is refused
  * @retval 0 success
  * @retval -1 curve is null, with nothing changed; or G is not on the curve, with the new curve and its table
- *         installed all the same
+ *         installed nevertheless
  * @retval 1 the type is none of ECC_CURVE_192, ECC_CURVE_224 and ECC_CURVE_256; nothing is changed
  *
  * @note Kept: a base point off the curve is reported, but not undone.
@@ -137,7 +137,7 @@ ZOKECC_API int32_t  Curve_Exit(void);
 /**
  * Builds the process-wide table of multiples of a point, that of ecc_fix_point_mul.
  *
- * The parameters of the installed curve stay as they are. The table has the form that
+ * The parameters of the installed curve are not changed. The table has the form that
  * ecc_precomputation_point_1 describes.
  *
  * @param[in] G  one record: a finite point on the curve
@@ -303,7 +303,7 @@ ZOKECC_API int32_t ecc_point_double(const ecc_point *P, const mint *a, const min
                                     ecc_point *out);
 
 /**
- * Makes a point infinite: sets Z to 0 (len 0, word 0 cleared) and leaves X and Y as they are.
+ * Makes a point infinite: sets Z to 0 (len 0, word 0 cleared) and leaves X and Y unchanged.
  *
  * @param[in,out] point  one record
  * @return 1, always
@@ -340,7 +340,7 @@ ZOKECC_API int32_t ecc_invert_point(const mint *p, ecc_jac_point *point);
 ZOKECC_API int32_t ecc_copy_point(ecc_jac_point *out, const ecc_jac_point *in);
 
 /**
- * Doubles a point in Jacobian coordinates. Infinity gives infinity, with an X and Y without meaning.
+ * Doubles a point in Jacobian coordinates. Infinity gives infinity, with undefined X and Y.
  *
  * @param[in]  P    one record
  * @param[in]  a    one record: coefficient a
@@ -390,7 +390,7 @@ ZOKECC_API int32_t ecc_jac_point_add(const ecc_jac_point *P, const ecc_point *Q,
  * @return 1, always
  *
  * @note Kept: only the same record is recognised as the same point. Equal points in two records give infinity
- *       (Z = 0, with an X and Y without meaning) and not the double.
+ *       (Z = 0, with undefined X and Y), not the double.
  * @par Caller checks
  *      Where P and Q may be equal points, compare them first, or pass the same record twice.
  * @par Aliasing
@@ -402,7 +402,7 @@ ZOKECC_API int32_t ecc_jac_point_add_1(const ecc_jac_point *P, const ecc_jac_poi
 /**
  * Tests whether a point lies on the curve.
  *
- * @param[in] P  one record; the infinity flag is not looked at
+ * @param[in] P  one record; the infinity flag is ignored
  * @param[in] a  one record: coefficient a
  * @param[in] b  one record: coefficient b
  * @param[in] p  one record: the field's prime; with 0 every point passes
@@ -481,7 +481,7 @@ ZOKECC_API int32_t ecc_fix_point_mul_1(const mint *k, const ecc_point *G, const 
  * @param[out] out  one record
  * @retval 1 success
  * @retval -1 the buffer for the digits cannot be allocated, and *out is then infinity if k is zero or P
- *         infinite, and as it was otherwise
+ *         infinite, and unchanged otherwise
  *
  * @note Kept: the digit buffer, one byte more than the scalar has bits (1 byte for the scalar 0), is never
  *       freed. Where the window meets an equal point in its last addition the result is infinity (see
@@ -492,7 +492,7 @@ ZOKECC_API int32_t ecc_fix_point_mul_1(const mint *k, const ecc_point *G, const 
  *       ecc_fix_point_mul is right there. Scalars above n have such values as well, and points of small
  *       order have more of them.
  * @par Caller checks
- *      The result. That P lies on the curve: other points are multiplied all the same, on another curve.
+ *      The result. That P lies on the curve: other points are multiplied nevertheless, on another curve.
  * @par Aliasing
  *      out may be P.
  * @par Timing
@@ -545,7 +545,7 @@ ZOKECC_API int32_t ecc_point_mul(const mint *k, const ecc_point *P, const ecc_po
  * Finds the y that belongs to an x, from the parity of y.
  *
  * @param[out] out_y   one record: the one of the two roots of x^3 + a*x + b modulo p whose bit 0 is parity;
- *                     as it was if the result is -1
+ *                     unchanged if the result is -1
  * @param[in]  x       one record
  * @param[in]  a       one record: coefficient a
  * @param[in]  b       one record: coefficient b
@@ -556,7 +556,7 @@ ZOKECC_API int32_t ecc_point_mul(const mint *k, const ecc_point *P, const ecc_po
  *
  * @note Kept: the root 0 and parity 1 give y = p, not reduced. The other root is p less the one that was
  *       found, by the word rule of mint_sub, and is given for every parity but 0 and 1. For p = 1 (mod 8) an
- *       x without a point gives 0 and a y without meaning, and for p = 5 (mod 8) an x with y = 0 gives -1, as
+ *       x without a point gives 0 and a meaningless y, and for p = 5 (mod 8) an x with y = 0 gives -1, as
  *       mint_sqrt has it.
  * @par Caller checks
  *      For p = 1 (mod 8) that the point lies on the curve: ecc_test_point.
@@ -595,7 +595,7 @@ ZOKECC_API int32_t  ecc_PointToByte(const ecc_point_bytes *point, uint32_t form,
                                     int32_t out_size);
 
 /**
- * Reads a point from a byte string and tests that it lies on the curve of the process.
+ * Reads a point from a byte string and checks that it is on the process-wide curve.
  *
  * A compressed point must have the curve's length, 1 + L bytes. The other forms may have coordinates of any
  * length up to 65 bytes, which are copied as they stand and become the record's length.
@@ -609,7 +609,7 @@ ZOKECC_API int32_t  ecc_PointToByte(const ecc_point_bytes *point, uint32_t form,
  *         record written, if the point is not on the curve
  *
  * @note Kept: the parity in a hybrid prefix is not compared with y. Coordinates of p and above are tested,
- *       and passed on, as they are.
+ *       and passed on unchanged.
  * @par Caller checks
  *      That out->length is L, where a record of that length is needed, and that x and y are below p.
  * @par Aliasing

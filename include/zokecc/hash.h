@@ -27,7 +27,7 @@
 /** Hash selector: SHA-256. */
 #define HASH_ALG_SHA256 1u
 
-/** A message: where it lies and how long it is. 12 bytes on 32-bit targets. */
+/** A message: its address and length. 12 bytes on 32-bit targets. */
 typedef struct sm3_msg {
     uint8_t *data;                /**< the message; may be null when the length is 0; never written here */
     uint32_t len_high;            /**< byte length, high word */
@@ -52,7 +52,7 @@ typedef struct hash_msg {
 /**
  * Hashes a message with SHA-256.
  *
- * @param[in]  data  len bytes; null counts as the empty message, whatever len says
+ * @param[in]  data  len bytes; null counts as the empty message for any len
  * @param      len   length in bytes
  * @param[out] out   32 bytes: the digest; null is allowed, and nothing is then written
  * @return 0, always
@@ -104,12 +104,12 @@ ZOKECC_API int32_t  mhmac_sha256(const uint8_t *text, int32_t text_len, const ui
  * @param      key_len   length in bytes; 0 or less is the empty key
  * @param[out] out       the derived bytes; the note says how many are written
  * @param      out_len   bytes wanted, called L below; 0 writes nothing
- * @return 0, always; it is no status. A step that mhmac_sha256 refuses leaves its bytes as they were, and the
- *         steps behind it go on with what lies there
+ * @return 0, always; it is not a status. A block that mhmac_sha256 refuses keeps its old bytes, and the
+ *         blocks after it are derived from them
  *
  * @note Kept: for L below 32 or a multiple of 32, L bytes are written. For any other L the last step writes L
- *       bytes instead of L mod 32, behind the (L / 32) * 32 bytes of the whole blocks: the last 32-byte code
- *       and zero bytes behind it. The area out must then hold (L / 32) * 32 + L bytes.
+ *       bytes instead of L mod 32, after the (L / 32) * 32 bytes of the whole blocks: the last 32-byte MAC
+ *       followed by zero bytes. The buffer out must then hold (L / 32) * 32 + L bytes.
  * @par Caller checks
  *      The size of out, as above, and that text and key would be accepted by mhmac_sha256.
  * @par Aliasing
@@ -122,7 +122,7 @@ ZOKECC_API int32_t  KD_hmac_sha256(const uint8_t *text, int32_t text_len, const 
                                    uint8_t *out, uint32_t out_len);
 
 /**
- * Hashes a message with SHA-256: mhash_sha256 behind a session handle.
+ * Hashes a message with SHA-256: mhash_sha256 with a session handle.
  *
  * @param      session   session handle; only tested for null
  * @param[in]  data      data_len bytes; null counts as the empty message
@@ -144,7 +144,7 @@ ZOKECC_API uint32_t ZOK_Sha256(void *session, const uint8_t *data, uint32_t data
                                uint8_t *out, uint32_t *out_len);
 
 /**
- * Computes an HMAC with SHA-256: mhmac_sha256 behind a session handle. The key comes before the message.
+ * Computes an HMAC with SHA-256: mhmac_sha256 with a session handle. The key comes before the message.
  *
  * @param      session   session handle; only tested for null
  * @param[in]  key       key_len bytes
@@ -156,7 +156,7 @@ ZOKECC_API uint32_t ZOK_Sha256(void *session, const uint8_t *data, uint32_t data
  * @retval ZOK_OK success
  * @retval ZOK_ERR_SESSION session is null
  *
- * @note Kept: what mhmac_sha256 refuses is not reported. The answer is ZOK_OK and out stays as it was.
+ * @note Kept: what mhmac_sha256 refuses is not reported. The result is ZOK_OK and out is unchanged.
  * @par Caller checks
  *      data_len is not negative, and neither pointer is null with a length above 0.
  * @par Aliasing
@@ -168,7 +168,7 @@ ZOKECC_API uint32_t ZOK_HmacSha256(void *session, const uint8_t *key, int32_t ke
                                    const uint8_t *data, int32_t data_len, uint8_t *out, uint32_t out_len);
 
 /**
- * Derives key material: KD_hmac_sha256 behind a session handle. The key comes before the message.
+ * Derives key material: KD_hmac_sha256 with a session handle. The key comes before the message.
  *
  * @param         session   session handle; only tested for null
  * @param[in]     key       key_len bytes
@@ -217,7 +217,7 @@ ZOKECC_API uint32_t ZOK_KdHmacSha256(void *session, const uint8_t *key, int32_t 
 ZOKECC_API uint32_t sm3_hash(const sm3_msg *msg, uint8_t *out);
 
 /**
- * Hashes a message with SM3: sm3_hash behind a session handle.
+ * Hashes a message with SM3: sm3_hash with a session handle.
  *
  * @param      session   session handle; only tested for null
  * @param[in]  data      data_len bytes
@@ -267,7 +267,7 @@ ZOKECC_API uint32_t ZOK_HMAC_SM3(void *session, const uint8_t *data, uint32_t da
 /**
  * Derives key material by a chain of HMACs with SM3. The message comes before the key.
  *
- * The chain is that of KD_hmac_sha256, but exactly out_len bytes are written, whatever out_len is.
+ * The chain is that of KD_hmac_sha256, but exactly out_len bytes are written, for any out_len.
  *
  * @param      session   session handle; only tested for null
  * @param[in]  data      data_len bytes, the message
@@ -280,7 +280,7 @@ ZOKECC_API uint32_t ZOK_HMAC_SM3(void *session, const uint8_t *data, uint32_t da
  * @retval ZOK_ERR_SESSION session is null
  *
  * @note Kept: a step that fails, for lack of memory or because data is too long, is not reported. Its bytes
- *       stay as they were, and the steps behind it go on with what lies there.
+ *       are unchanged, and the steps after it continue from them.
  * @par Caller checks
  *      Clear out before the call if a failed allocation must not go unseen.
  * @par Aliasing
@@ -317,7 +317,7 @@ ZOKECC_API int32_t hash_byte(const hash_msg *msg, uint8_t *out);
 /**
  * Hashes a message to an integer, reduced modulo another one if wanted.
  *
- * All 256 bits of the digest are used, whatever the size of the modulus.
+ * All 256 bits of the digest are used, for a modulus of any size.
  *
  * @param[in]  msg      one record
  * @param[in]  modulus  one record; may be null for no reduction, and a modulus of zero reduces nothing
@@ -326,8 +326,8 @@ ZOKECC_API int32_t hash_byte(const hash_msg *msg, uint8_t *out);
  * @retval -1 with nothing written, for an unknown selector
  *
  * @note Kept: with SHA-256 the value has len 8, even if its top words are zero, and words 8 to 18 of *out
- *       stay as they were. A value that compares below the modulus is handed through like that; any other
- *       comes out reduced and trimmed. With SM3 the value is trimmed and the words behind it are cleared.
+ *       are unchanged. A value that compares below the modulus is returned like that; any other
+ *       is reduced and trimmed. With SM3 the value is trimmed and the words above it are cleared.
  *       For orders of fewer than 256 bits SEC 1 cuts the digest down to the size of the order before it is
  *       used in ECDSA; this call does not.
  * @par Aliasing
@@ -375,7 +375,7 @@ ZOKECC_API uint32_t ecc_time(uint32_t *t);
  *
  * @param[out] out  len bytes; may be null when len is 0
  * @param      len  bytes wanted
- * @return 0; in the hardened build -1 if the kernel gives no random bytes, with nothing but zeros written
+ * @return 0; in the hardened build -1 if the kernel delivers no random bytes, with nothing but zeros written
  *
  * @note Kept: every seeding restarts the C library's generator from the clock, also for the application.
  *       Bit 0 of every seed word is 1, and the three values mixed into a word overlap. Not so in the
@@ -389,12 +389,12 @@ ZOKECC_API int32_t gen_random(uint8_t *out, uint32_t len);
  * 4 * bound->len random bytes, the least significant first, are reduced modulo the bound.
  *
  * @param[out] out    one record: a number from 0 to bound - 1
- * @param[in]  bound  one record, not zero; for zero the bytes are drawn and *out stays as it was
- * @return 0; in the hardened build -1 if the kernel gives no random bytes, with nothing written
+ * @param[in]  bound  one record, not zero; for zero the bytes are drawn and *out is unchanged
+ * @return 0; in the hardened build -1 if the kernel delivers no random bytes, with nothing written
  *
  * @note Kept: small results are a little more likely than large ones, and 0 is possible.
  * @par Caller checks
- *      That the result is not 0, where 0 is no use.
+ *      That the result is not 0, if 0 is unusable.
  * @par Aliasing
  *      out must not be bound.
  * @par Timing
@@ -403,7 +403,7 @@ ZOKECC_API int32_t gen_random(uint8_t *out, uint32_t len);
 ZOKECC_API int32_t gen_random_number(mint *out, const mint *bound);
 
 /**
- * Fills a buffer with random bytes: gen_random behind a session handle.
+ * Fills a buffer with random bytes: gen_random with a session handle.
  *
  * @param      session  session handle; only tested for null
  * @param      len      bytes wanted

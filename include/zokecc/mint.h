@@ -7,7 +7,7 @@
  *      A mint is 19 words of 32 bits, least significant word first, and the number of words in use. Words at
  *      and above len may hold anything and are never read. A value is trimmed when its top used word is not
  *      zero, or when len is 0. Zero is len 0; zero as len 1 with words[0] = 0 is accepted wherever a call
- *      asks whether a value is zero, but not by mint_compare. Results are trimmed unless a comment says
+ *      tests whether a value is zero, but not by mint_compare. Results are trimmed unless a comment says
  *      otherwise.
  * @par Capacity
  *      No call writes outside the 80 bytes of an output record. A result of more than 19 words is kept modulo
@@ -44,7 +44,7 @@ typedef struct mint {
 /**
  * Copies a value.
  *
- * The used words and len are copied; words of *dst above the new len stay as they were.
+ * The used words and len are copied; words of *dst above the new len are unchanged.
  *
  * @param[out] dst  one record
  * @param[in]  src  one record
@@ -61,7 +61,7 @@ ZOKECC_API int32_t mint_copy(mint *dst, const mint *src);
  * Compares two values.
  *
  * The longer len decides first, as a signed number, without a look at the words; so both values must be
- * trimmed for the answer to be about numbers. A value with a zero top word counts as greater than the same
+ * trimmed for the comparison to be numerical. A value with a zero top word counts as greater than the same
  * value trimmed, and zero as len 1 as greater than zero as len 0.
  *
  * @param[in] a  one record
@@ -74,13 +74,13 @@ ZOKECC_API int32_t mint_copy(mint *dst, const mint *src);
 ZOKECC_API int32_t mint_compare(const mint *a, const mint *b);
 
 /**
- * Trims a value: finds the highest non-zero word and sets len behind it.
+ * Trims a value: sets len to just above the highest nonzero word.
  *
  * len becomes one more than the index of the highest non-zero word among words 0 to word_count - 1, and 0 if
  * all of them are zero. The incoming len is not read and no word is changed.
  *
  * @param[in,out] value       one record
- * @param         word_count  words to look at; above 19 counts as 19; 0 or less is stored in len as it is
+ * @param         word_count  words to look at; above 19 counts as 19; 0 or less is stored in len unchanged
  * @return 0, always
  *
  * @par Timing
@@ -118,10 +118,10 @@ ZOKECC_API int32_t octetstring_to_mint(const uint8_t *bytes, uint32_t byte_count
  *
  * @param[in]  value     one record
  * @param      capacity  bytes that out can take
- * @param[out] out       the string, at most capacity bytes; nothing is written behind it
+ * @param[out] out       the string, at most capacity bytes; nothing is written after it
  * @param[out] out_len   bytes written
  * @retval 0 success
- * @retval 1 the string is longer than capacity, with *out and *out_len as they were
+ * @retval 1 the string is longer than capacity; *out and *out_len are unchanged
  *
  * @par Aliasing
  *      out must not lie inside *value.
@@ -135,16 +135,16 @@ ZOKECC_API int32_t mint_to_octetstring(const mint *value, uint32_t capacity, uin
 /**
  * Writes a value as a big-endian byte string of a fixed length, padded with zero bytes on the left.
  *
- * The arguments behind the value are in another order than those of mint_to_octetstring.
+ * The arguments after the value are in a different order from those of mint_to_octetstring.
  *
  * @param[in]  value      one record
  * @param      fixed_len  bytes to write
  * @param      capacity   bound for the shortest form of the value, in bytes. It is not compared with
- *                        fixed_len: with a smaller capacity fixed_len bytes are written all the same
+ *                        fixed_len: with a smaller capacity fixed_len bytes are written nevertheless
  * @param[out] out_len    bytes written: fixed_len on success, else 0
  * @param[out] out        room for the greater of fixed_len and the shortest form, in bytes
  * @retval 0 success
- * @retval 1 the shortest form is longer than capacity, with *out as it was
+ * @retval 1 the shortest form is longer than capacity; *out is unchanged
  * @retval 2 it fits capacity but is longer than fixed_len: the shortest form has then been written
  *
  * @par Caller checks
@@ -164,7 +164,7 @@ ZOKECC_API int32_t mint_to_fixedlen_os(const mint *value, uint32_t fixed_len, ui
 /**
  * Shifts a value left, in place.
  *
- * The result is trimmed, except that a shift by 0 leaves the record as it is. Bits that leave the 608 of the
+ * The result is trimmed, except that a shift by 0 leaves the record unchanged. Bits that leave the 608 of the
  * record are lost.
  *
  * @param[in,out] value      one record
@@ -176,7 +176,7 @@ ZOKECC_API int32_t mint_left_move(mint *value, uint32_t bit_count);
 /**
  * Shifts a value right, in place.
  *
- * The result is trimmed, except that a shift by 0 leaves the record as it is. A shift by at least the whole
+ * The result is trimmed, except that a shift by 0 leaves the record unchanged. A shift by at least the whole
  * value gives 0.
  *
  * @param[in,out] value      one record
@@ -198,7 +198,7 @@ ZOKECC_API int32_t mint_right_move(mint *value, uint32_t bit_count);
 ZOKECC_API int32_t get_mint_bit_len(const mint *value);
 
 /**
- * Reads one bit of a value. It sets nothing, whatever its name says.
+ * Reads one bit of a value. Despite its name it sets nothing.
  *
  * @param[in] value      one record
  * @param     bit_index  index of the bit, 0 for the least significant
@@ -225,7 +225,7 @@ ZOKECC_API int32_t mint_bit(uint32_t word);
  * Prints a byte string in hexadecimal to standard output, for diagnosis.
  *
  * With a label, a first line holds the label, the count in brackets and a colon: "label(count) :". Every byte
- * follows as two upper-case digits, with a space after each fourth byte and, behind that space, a line end
+ * follows as two upper-case digits, with a space after each fourth byte and, after that space, a line end
  * after each 32nd. If the count is no multiple of 32 one more line end follows.
  *
  * @param[in] label       text ended by a zero byte; may be null for no first line
@@ -269,7 +269,7 @@ ZOKECC_API int32_t  mint_add(mint *a, mint *b, mint *out);
 /**
  * Subtracts two values and gives the magnitude of the difference and its sign.
  *
- * The smaller value, as mint_compare sees it, is taken from the greater. Equal values give 0.
+ * The smaller value, by mint_compare, is subtracted from the larger. Equal values give 0.
  *
  * @param[in]  a    one record, trimmed
  * @param[in]  b    one record, trimmed
@@ -277,16 +277,16 @@ ZOKECC_API int32_t  mint_add(mint *a, mint *b, mint *out);
  * @return 1 if a < b, else 0
  *
  * @note Kept: the difference is not always the true one. Word by word from the lowest, with a borrow that
- *       starts at 0, x a word of the greater value and y the word of the smaller at the same place:
+ *       starts at 0, x a word of the larger value and y the word of the smaller at the same index:
  *       - x and y differ: x - y - borrow; the borrow becomes 1 if x < y, else 0;
  *       - x equals y, no borrow: 0;
  *       - x equals y, borrow: FFFFFFFE, one below the true word; the borrow stays 1;
- *       - above the used words of the smaller value: x - borrow; the borrow goes on only if x was 0, and it
- *         is lost there if out is the record of the greater value.
+ *       - above the used words of the smaller value: x - borrow; the borrow continues only if x was 0, and it
+ *         is lost there if out is the record of the larger value.
  *       So a result can only differ from the true difference where that has a word FFFFFFFF. Operands that
  *       share words, such as a small number and a modulus with words of ones, meet the rule at once.
  * @par Aliasing
- *      out may be a or b; if it is the greater of the two, the last case above applies.
+ *      out may be a or b; if it is the larger of the two, the last case above applies.
  * @par Timing
  *      Depends on the values.
  * @par Example
@@ -319,7 +319,7 @@ ZOKECC_API int32_t  mint_mul(const mint *a, const mint *b, mint *out);
  * @param[in]     x            count words
  * @param         w            the multiplier
  * @param         count        words; below 1 nothing is written and the carry is 0
- * @return the carry: the word that belongs behind the last one
+ * @return the carry: the word above the last one
  *
  * @par Aliasing
  *      accumulator may be x; areas shifted against each other are not supported.
@@ -333,7 +333,7 @@ ZOKECC_API uint32_t mint_mul_3(uint32_t *accumulator, const uint32_t *x, uint32_
  * @param[in]  x      count words
  * @param      w      the multiplier
  * @param      count  words; below 1 nothing is written and the carry is 0
- * @return the carry: the word that belongs behind the last one
+ * @return the carry: the word above the last one
  *
  * @par Aliasing
  *      out may be x; areas shifted against each other are not supported.
@@ -344,7 +344,7 @@ ZOKECC_API uint32_t mint_mul_4(uint32_t *out, const uint32_t *x, uint32_t w, int
  * Multiplies two arrays.
  *
  * If the shorter count is below 1, exactly as many zero words are written as the longer count says, and the
- * words behind them stay as they were.
+ * words after them are unchanged.
  *
  * @param[in]  a        a_count words
  * @param      a_count  words of a
@@ -416,7 +416,7 @@ ZOKECC_API uint64_t div_2(uint32_t high, uint32_t low, uint32_t divisor);
 /**
  * Divides two values and gives quotient and remainder.
  *
- * A dividend that mint_compare puts below the divisor is copied to the remainder as it is, trimmed or not.
+ * A dividend that is below the divisor by mint_compare is copied to the remainder unchanged, trimmed or not.
  *
  * @param[in]  dividend   one record
  * @param[in]  divisor    one record
@@ -433,7 +433,7 @@ ZOKECC_API int32_t mint_div(const mint *dividend, const mint *divisor, mint *quo
 /**
  * Reduces a value modulo another.
  *
- * A value that mint_compare puts below the modulus is copied as it is, trimmed or not.
+ * A value that is below the modulus by mint_compare is copied unchanged, trimmed or not.
  *
  * @param[in]  dividend   one record
  * @param[in]  modulus    one record
@@ -449,8 +449,8 @@ ZOKECC_API int32_t mint_mod(const mint *dividend, const mint *modulus, mint *rem
 /**
  * Reduces a value modulo another, one word of the value at a time.
  *
- * The answer is that of mint_mod; only a zero modulus is treated differently. A value below the modulus is
- * copied as it is, trimmed or not.
+ * The result is that of mint_mod; only a zero modulus is treated differently. A value below the modulus is
+ * copied unchanged, trimmed or not.
  *
  * @param[in]  value    one record
  * @param[in]  modulus  one record; zero gives the result 0
@@ -481,7 +481,7 @@ ZOKECC_API int32_t mint_mod_reduce(const mint *value, const mint *modulus, mint 
  *
  * @param[in,out] a    one record; its len is trimmed, its words are not touched
  * @param[in,out] b    one record; likewise
- * @param[in]     p    the modulus; if it is zero, *out stays as it was
+ * @param[in]     p    the modulus; if it is zero, *out is unchanged
  * @param[out]    out  one record: (a + b) mod p
  * @return 0, always
  *
@@ -497,7 +497,7 @@ ZOKECC_API int32_t mint_mod_add(mint *a, mint *b, const mint *p, mint *out);
  *
  * @param[in]  a    one record, below p and trimmed
  * @param[in]  b    one record, below p and trimmed
- * @param[in]  p    the modulus; if it is zero, *out stays as it was for a > b and is 0 otherwise
+ * @param[in]  p    the modulus; if it is zero, *out is unchanged for a > b and 0 otherwise
  * @param[out] out  one record
  * @return 0, always
  *
@@ -518,7 +518,7 @@ ZOKECC_API int32_t mint_mod_sub(const mint *a, const mint *b, const mint *p, min
  *
  * @param[in]  a    one record
  * @param[in]  b    one record
- * @param[in]  p    the modulus; if it is zero and no operand is, *out stays as it was
+ * @param[in]  p    the modulus; if it is zero and no operand is, *out is unchanged
  * @param[out] out  one record: (a * b) mod p
  * @return 0, always
  *
@@ -535,7 +535,7 @@ ZOKECC_API int32_t mint_mod_mul(const mint *a, const mint *b, const mint *p, min
  * @param[in]  p    the modulus
  * @return 1, always
  *
- * @note Kept: the subtraction follows the word rule of mint_sub, with the output in the greater operand.
+ * @note Kept: the subtraction follows the word rule of mint_sub, with the output in the larger operand.
  * @par Aliasing
  *      out may be a. It must not be p.
  */
@@ -551,7 +551,7 @@ ZOKECC_API int32_t mint_mod_left_move_1(mint *out, const mint *a, const mint *p)
  * @retval 1 success
  * @retval 0 the value has more bits than p when a shift is due, with what had been reached so far in *out
  *
- * @note Kept: the subtractions follow the word rule of mint_sub, with the output in the greater operand.
+ * @note Kept: the subtractions follow the word rule of mint_sub, with the output in the larger operand.
  * @par Aliasing
  *      out may be a. It must not be p.
  * @par Timing
@@ -564,7 +564,7 @@ ZOKECC_API int32_t mint_mod_left_move_n(mint *out, const mint *a, const mint *p,
  *
  * For an odd modulus the binary Euclidean method runs, for an even one the method with division. There is no
  * test that an inverse exists, and no error: a multiple of the modulus gives the modulus itself, any other
- * value that shares a factor with it a number without meaning, and a modulus of 0 gives 1 unless a is 0 too.
+ * value that shares a factor with it a meaningless number, and a modulus of 0 gives 1 unless a is 0, too.
  *
  * @param[in]  a        one record; reduced first if it is not below the modulus
  * @param[in]  modulus  one record
@@ -582,7 +582,7 @@ ZOKECC_API int32_t mint_mod_left_move_n(mint *out, const mint *a, const mint *p,
  * @par Aliasing
  *      out may be a or modulus.
  * @par Example
- *      1/3 modulo 7 is 5; 1/3 modulo 8 is 3. 1/2 modulo the SM2 order comes out as
+ *      1/3 modulo 7 is 5; 1/3 modulo 8 is 3. 1/2 modulo the SM2 order is computed as
  *      7FFFFFFF7FFFFFFFFFFFFFFEFFFFFFFEB901EFB590E30295A9DDFA049CEAA092.
  */
 ZOKECC_API int32_t mint_EEA_algo(const mint *a, const mint *modulus, mint *out);
@@ -598,7 +598,7 @@ ZOKECC_API int32_t mint_EEA_algo(const mint *a, const mint *modulus, mint *out);
  *
  * @note Kept: the exponent is first reduced modulo p - 1, whether p is prime or not; so a base that is a
  *       multiple of p, raised to a multiple of p - 1 above 0, gives 1. The base is never reduced by itself:
- *       an exponent that reduces to 1 gives back the base as it is, also at or above p.
+ *       an exponent that reduces to 1 returns the base unchanged, even at or above p.
  * @par Aliasing
  *      out may be base or exponent. It must not be p.
  */
@@ -611,15 +611,15 @@ ZOKECC_API int32_t mint_exp(const mint *base, const mint *exponent, const mint *
  *
  * @param[in]  a    one record, below p
  * @param[in]  p    the modulus, an odd prime
- * @param[out] out  one record: the root; as it was if the result is 0 or -1
+ * @param[out] out  one record: the root; unchanged if the result is 0 or -1
  * @return 1 if a root was found;
  *         0 if a has none, if p is even, or if p - 1 is divisible by 2^202 or a higher power of two and the
  *         table for such primes would not suffice;
  *         -1 if 80 candidates (2 to 21 and 60 random ones) held no quadratic non-residue, or a random one was
  *         0; only for p = 1 (mod 8)
  *
- * @note Kept: for p = 1 (mod 8) the result is not verified, and an a that is no square gives 1 and a number
- *       without meaning. Zero has no root for p = 5 (mod 8) and the root 0 for p = 1 (mod 8); for
+ * @note Kept: for p = 1 (mod 8) the result is not verified, and an a that is not a square gives 1 and a
+ *       meaningless number. Zero has no root for p = 5 (mod 8) and the root 0 for p = 1 (mod 8); for
  *       p = 3 (mod 4) it has the root 0 as len 0 and none as len 1.
  * @par Caller checks
  *      For p = 1 (mod 8) square the result and compare it with a.

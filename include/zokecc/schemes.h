@@ -12,7 +12,7 @@
  * | sm2_DigitalSign | 0 | -1, or 1 |
  * | sm2_DigitalVeriy | 0 | -1, or 1 |
  * | sm2_Encry | 0 | -1 |
- * | **sm2_Decry** | **-1**, with plain->len_low set | -1, with plain->len_low as it was |
+ * | **sm2_Decry** | **-1**, with plain->len_low set | -1, with plain->len_low unchanged |
  * | Eces_Encry | 3 * W | -1 |
  * | Eces_Decry | length of the message | -1 |
  * | eces_format, eces_deformat | 0 | 1 |
@@ -24,7 +24,7 @@
  *      Ecdsa_DigitalVeriy and sm2_DigitalVeriy are spelled so on purpose: deployed programs link them by
  *      these names.
  * @par The curve
- *      Every call works on the curve that Curve_Init installed last, also where that answered -1. L is its
+ *      Every call works on the curve that Curve_Init installed last, even if that returned -1. L is its
  *      byte length, p its prime, G its base point, n the order, and h the integer p / n, which is 0 on a
  *      curve with n above p. Sessions and their curves have no part in it.
  * @par Points and signatures
@@ -45,10 +45,10 @@
  *      What is computed with a secret is exact and constant-time. A peer's public key, a temporary point or
  *      C1 that is off the curve, or has a coordinate of p and above, is refused with -1. A private or
  *      temporary number of 0, for SM2 signatures also n - 1, is answered like one of n and above. Drawn
- *      numbers lie between 1 and n - 2, without bias. A signature is checked before it leaves. p and n must
- *      be odd and have five to nine 32-bit words. A call that draws random numbers answers -1 (eces_format
- *      1) if the kernel gives none, and Ecdh_KeyExChg answers -1 without memory. What notes on secrets say
- *      under "Kept" to the contrary is about the default build.
+ *      numbers lie between 1 and n - 2, without bias. A signature is verified before it is returned. p and n
+ *      must be odd and have five to nine 32-bit words. A call that draws random numbers returns -1
+ *      (eces_format 1) if the kernel delivers none, and Ecdh_KeyExChg returns -1 without memory. What notes
+ *      on secrets say under "Kept" to the contrary is about the default build.
  * @par Threads
  *      No call of this header may run while another thread installs a curve.
  */
@@ -60,18 +60,18 @@
 
 /** Mode of Ecc_KeyPair_Gen: draw a private key. */
 #define ECC_KEY_PAIR_NEW   0u
-/** Mode of Ecc_KeyPair_Gen: take the private key that is given. */
+/** Mode of Ecc_KeyPair_Gen: use the given private key. */
 #define ECC_KEY_PAIR_GIVEN 1u
 
 /** Role in sm2_KeyExChg: the side that starts. */
 #define SM2_ROLE_INITIATOR 1u
-/** Role in sm2_KeyExChg: the side that answers. */
+/** Role in sm2_KeyExChg: the side that responds. */
 #define SM2_ROLE_RESPONDER 0u
 
 /** A scalar: a private key or the secret of one exchange. 8 bytes on 32-bit targets. */
 typedef struct ecc_scalar {
     uint8_t *bytes;               /**< the number, big-endian; may be null when length is 0 */
-    uint32_t length;              /**< bytes, at most 76; for a key that is to be made the room there is */
+    uint32_t length;              /**< bytes, at most 76; for a key to be generated, the capacity */
 } ecc_scalar;
 
 /**
@@ -110,9 +110,9 @@ ZOKECC_API int32_t Ecc_GenPubKey(const ecc_scalar *d, ecc_point_bytes *Q_out);
  * @retval -1 an argument is unusable (in mode 0 the key's length may be any), or in mode 1 if d is not below
  *         n
  *
- * @note Kept: in mode 0 with room for fewer than L bytes the answer is 0, the length becomes 0, the public
- *       key is written and the private one is lost. d is drawn once and not tested; it can be 0, 1 or n - 1.
- *       Any other mode answers 0, also without a curve, with the public key of d = 0: L zero bytes in both
+ * @note Kept: in mode 0 with room for fewer than L bytes the result is 0, the length becomes 0, the public
+ *       key is written and the private one is lost. d is drawn once and not checked; it can be 0, 1 or n - 1.
+ *       Any other mode returns 0, even without a curve, with the public key of d = 0: L zero bytes in both
  *       fields.
  * @par Caller checks
  *      In mode 0 that the length is L afterwards, and that d is neither 0 nor n - 1; for SM2 that a signature
@@ -160,7 +160,7 @@ ZOKECC_API int32_t Ecdsa_DigitalSign(const ecc_scalar *d, const sm3_msg *msg, ec
                                      uint32_t hash_sel);
 
 /**
- * Verifies an ECDSA signature. Here 1 is the good answer.
+ * Verifies an ECDSA signature. Here 1 means valid.
  *
  * @param[in] Q         one record: the public key
  * @param[in] msg       one record: the message, as for Ecdsa_DigitalSign
@@ -169,8 +169,8 @@ ZOKECC_API int32_t Ecdsa_DigitalSign(const ecc_scalar *d, const sm3_msg *msg, ec
  * @retval 1 a valid signature
  * @retval 0 it is not, and also if an argument is unusable, s is a multiple of n, or there is no memory
  *
- * @note Kept: r and s are not compared with n, so s + n is as good as s where the field has room for it; the
- *       public key is not tested to lie on the curve; an infinite sum counts as x = 0. With an unknown
+ * @note Kept: r and s are not compared with n, so s + n is as valid as s if it fits the field; the
+ *       public key is not checked to be on the curve; an infinite sum counts as x = 0. With an unknown
  *       selector r = 0 and s = 1 are valid for every key and message. Inverses and point additions are those
  *       of mint_EEA_algo and ecc_jac_point_add_1, so a valid signature with structured numbers can be
  *       refused.
@@ -186,9 +186,9 @@ ZOKECC_API int32_t Ecdsa_DigitalVeriy(const ecc_point_bytes *Q, const sm3_msg *m
                                       const ecc_point_bytes *sig, uint32_t hash_sel);
 
 /**
- * Signs a message with SM2, for a Z that the caller has made.
+ * Signs a message with SM2, for a Z computed by the caller.
  *
- * e is the hash of Z and the message. ZOK_GenerateUserInfo says how Z is made.
+ * e is the hash of Z and the message. ZOK_GenerateUserInfo describes Z.
  *
  * @param[in]  d         one record: the private key
  * @param[in]  msg       one record: the message
@@ -201,7 +201,7 @@ ZOKECC_API int32_t Ecdsa_DigitalVeriy(const ecc_point_bytes *Q, const sm3_msg *m
  * @retval 1 message and 33 bytes cannot be allocated or are more than 2^32 - 1
  *
  * @note Kept: d = 0 is accepted, and so are r = 0, which no verification accepts, and the nonce 0, which
- *       gives the key away. An unknown selector leaves e at 0. Signatures rest on the inverse of d + 1: see
+ *       reveals the key. An unknown selector leaves e at 0. Signatures depend on the inverse of d + 1: see
  *       SDF_ExternalSign_ECC for the small and structured keys with which they do not verify.
  * @par Caller checks
  *      That d is not 0, and the selector.
@@ -216,7 +216,7 @@ ZOKECC_API int32_t sm2_DigitalSign(const ecc_scalar *d, const sm3_msg *msg, cons
                                    ecc_point_bytes *sig_out, uint32_t hash_sel);
 
 /**
- * Verifies an SM2 signature, for a Z that the caller has made. Here 0 is the good answer.
+ * Verifies an SM2 signature, for a Z computed by the caller. Here 0 means valid.
  *
  * @param[in] Q         one record: the public key
  * @param[in] msg       one record: the message
@@ -228,8 +228,8 @@ ZOKECC_API int32_t sm2_DigitalSign(const ecc_scalar *d, const sm3_msg *msg, cons
  *         allocated or are more than 2^32 - 1; later, the multiplication of the public key finds no memory
  * @retval 1 r + s is a multiple of n; later, the signature does not fit
  *
- * @note Kept: r is compared with p and not with n, and s has no upper bound, so s + n is as good as s. The
- *       public key is not tested to lie on the curve. With an unknown selector e is 0.
+ * @note Kept: r is compared with p and not with n, and s has no upper bound, so s + n is as valid as s. The
+ *       public key is not checked to be on the curve. With an unknown selector e is 0.
  * @par Caller checks
  *      As for Ecdsa_DigitalVeriy.
  * @par Timing
@@ -264,12 +264,12 @@ ZOKECC_API int32_t sm2_DigitalVeriy(const ecc_point_bytes *Q, const sm3_msg *msg
  *         coordinate of h * Q is 0, a multiplication finds no memory, or 1,024 key streams in a row were
  *         zero; 04, x1 and y1 are written
  *
- * @note Kept: the public key is only tested for zero coordinates, not to lie on the curve. A nonce 0, as a
- *       generator that is stuck could give it, is not refused, and anyone can then read the message.
+ * @note Kept: the public key is only tested for zero coordinates, not to be on the curve. A nonce of 0,
+ *       which a stuck generator could deliver, is not refused, and anyone can then read the message.
  * @par Caller checks
- *      The room behind cipher->data, and the public key, as for Ecdsa_DigitalVeriy.
+ *      The size of the buffer at cipher->data, and the public key, as for Ecdsa_DigitalVeriy.
  * @par Aliasing
- *      The areas must not overlap, and cipher must not be msg.
+ *      The buffers must not overlap, and cipher must not be msg.
  * @par Threads
  *      Draws random numbers.
  * @par Timing
@@ -282,31 +282,31 @@ ZOKECC_API int32_t sm2_DigitalVeriy(const ecc_point_bytes *Q, const sm3_msg *msg
 ZOKECC_API int32_t sm2_Encry(const ecc_point_bytes *pub, const sm3_msg *msg, sm3_msg *cipher, uint32_t alg);
 
 /**
- * Decrypts what sm2_Encry made, and answers -1 all the same: the result does not tell whether it went well.
+ * Decrypts a ciphertext of sm2_Encry, and yet returns -1: the result does not show whether it succeeded.
  *
  * @param[in]     priv    one record: the private key
  * @param[in]     cipher  one record: the ciphertext, at least 2 * L + 34 bytes
  * @param[in,out] plain   one record: data points to the ciphertext's length less 2 * L + 33 bytes, which are
  *                        written; len_high is set to 0 and len_low to that number
  * @param         alg     hash selector
- * @retval 0 the check value was found where this call looks for it
+ * @retval 0 the check value was found where this call expects it
  * @retval -1 with nothing written, if an argument is unusable, data are null, d is not below n, the
- *         ciphertext is too short or stands for a message of 2^31 bytes and more, its first byte is not 04,
+ *         ciphertext is too short or is for a message of 2^31 bytes or more, its first byte is not 04,
  *         there is no memory, h is 0, h * C1 is infinite or the key stream is zero, as with an unknown
  *         selector; later, with the plaintext written, if the check value was not found
  *
- * @note Kept: the check value is looked for where C2 begins and not after it. A ciphertext of sm2_Encry, or
+ * @note Kept: the check value is expected at the start of C2, not after it. A ciphertext of sm2_Encry, or
  *       of any other sender, therefore gives the right plaintext and -1. d = 0 is not refused, and C1 is not
  *       tested to lie on the curve.
  * @par Caller checks
  *      Set plain->len_low to 0 before the call: when it is not 0 afterwards, there is a plaintext. Nothing
  *      says that it is the sender's. ZOK_ExternalDecrypt_ECC reads the same ciphertexts and does compare.
  * @par Aliasing
- *      The areas must not overlap, and plain must not be cipher.
+ *      The buffers must not overlap, and plain must not be cipher.
  * @par Timing
  *      Depends on the length and on the values, the private key included.
  * @par Standard
- *      GB/T 32918.4, section 7, but for the place of the check value.
+ *      GB/T 32918.4, section 7, except for the position of the check value.
  */
 ZOKECC_API int32_t sm2_Decry(const ecc_scalar *priv, const sm3_msg *cipher, sm3_msg *plain, uint32_t alg);
 
@@ -320,18 +320,18 @@ ZOKECC_API int32_t sm2_Decry(const ecc_scalar *priv, const sm3_msg *cipher, sm3_
  * @param[in]  message       message_len bytes, taken as one number; may be null when message_len is 0
  * @param      message_len   length in bytes
  * @param[out] out           1 + 3 * W bytes
- * @param      out_capacity  room behind the first byte, 3 * W; a negative one counts as 0
+ * @param      out_capacity  room after the first byte, 3 * W; a negative one counts as 0
  * @return 3 * W, one less than the bytes written
  * @retval -1 an argument is unusable, or 1,024 nonces in a row gave x2 = 0, as with a Q of zero bytes or
  *         without memory
  *
  * @note Kept: the leading 04 counts neither for the capacity nor in the result. A number that does not fit
- *       into what is left of the capacity is not written, nor are those behind it, and the result is 2 * W, W
- *       or 0. A message of p and above is reduced modulo p without a word, and Q is not tested to lie on the
+ *       into the remaining capacity is not written, nor are those after it, and the result is 2 * W, W
+ *       or 0. A message of p and above is silently reduced modulo p, and Q is not checked to be on the
  *       curve.
  * @par Caller checks
  *      That the result is 3 * W, that the message is below p, the public key, as for Ecdsa_DigitalVeriy, and
- *      that the scheme will do: it has no integrity, and anyone who knows one message can turn it into any
+ *      that the scheme will do: it has no integrity, and anyone who knows one message can change it into any
  *      other.
  * @par Aliasing
  *      out may overlap message, which is read first.
@@ -344,7 +344,7 @@ ZOKECC_API int32_t Eces_Encry(const ecc_point_bytes *recipient, const uint8_t *m
                               uint8_t *out, int32_t out_capacity);
 
 /**
- * Decrypts what Eces_Encry made.
+ * Decrypts a ciphertext of Eces_Encry.
  *
  * @param[in]  d           one record: the private key
  * @param[in]  cipher      1 + cipher_len bytes
@@ -354,11 +354,11 @@ ZOKECC_API int32_t Eces_Encry(const ecc_point_bytes *recipient, const uint8_t *m
  * @retval -1 an argument is unusable, d is not below n, the first byte is not 04, cipher_len / 3 is above 76
  *         or there is no memory
  *
- * @note Kept: leading zero bytes of the message are lost, and a message of zeros has length 0. Nothing tells
- *       a wrong key or a changed ciphertext from the right one, d = 0 is accepted and k * G is not tested to
+ * @note Kept: leading zero bytes of the message are lost, and a message of zeros has length 0. A wrong key or
+ *       a changed ciphertext is not detected, d = 0 is accepted and k * G is not checked to
  *       lie on the curve.
  * @par Caller checks
- *      The area out: L + 1 bytes always suffice.
+ *      The size of out: L + 1 bytes always suffice.
  * @par Aliasing
  *      out may overlap cipher, which is read first.
  * @par Timing
@@ -367,7 +367,7 @@ ZOKECC_API int32_t Eces_Encry(const ecc_point_bytes *recipient, const uint8_t *m
 ZOKECC_API int32_t Eces_Decry(const ecc_scalar *d, const uint8_t *cipher, uint32_t cipher_len, uint8_t *out);
 
 /**
- * Builds a block for Eces_Encry: a byte that is left to the caller, random bytes, a zero byte, the message.
+ * Builds a block for Eces_Encry: a byte left to the caller, random bytes, a zero byte, the message.
  *
  * @param      block_len    length of the block in bytes, L as a rule
  * @param[in]  message      message_len bytes; may be null when message_len is 0
@@ -394,7 +394,7 @@ ZOKECC_API int32_t eces_format(uint32_t block_len, const uint8_t *message, uint3
 /**
  * Takes the message out of a block that Eces_Decry gave back.
  *
- * A block of L - 1 bytes has lost the zero byte in front: the message is what stands behind the first zero. A
+ * A block of L - 1 bytes has lost its leading zero byte: the message is what follows the first zero. A
  * shorter block was no formatted one, and is put right-aligned into a field of L - 2 bytes.
  *
  * @param[in]  block      block_len bytes
@@ -405,7 +405,7 @@ ZOKECC_API int32_t eces_format(uint32_t block_len, const uint8_t *message, uint3
  * @retval 1 block_len is L or above, if there is no zero in a block of L - 1 bytes, if L is below 2, as
  *         without a curve, or if a needed pointer is null
  *
- * @note Kept: in front of a right-aligned block out stays as it was, and *out_len counts those bytes as well.
+ * @note Kept: before a right-aligned block out is unchanged, and *out_len counts those bytes, too.
  * @par Caller checks
  *      Clear out before the call.
  * @par Aliasing
@@ -426,15 +426,15 @@ ZOKECC_API int32_t eces_deformat(const uint8_t *block, uint32_t block_len, uint8
  * are two confirmation values: hash(02, yU, H), which B sends as SB and A has as S1, and hash(03, yU, H),
  * which A sends as SA and B has as S2.
  *
- * No call compares confirmation values; the application does, before the key is used. ZA stands before ZB and
- * RA before RB on both sides. x-bar and H take the first L bytes of a record's fields, whatever its length
- * says.
+ * No call compares confirmation values; the application does, before the key is used. ZA comes before ZB and
+ * RA before RB on both sides. x-bar and H take the first L bytes of a record's fields, independent of its
+ * length.
  *
  * @par The key and the selector
  *      klen is the key's length in bytes; 0 and below give no key, and K_out may then be null. All klen bytes
  *      are the standard's key, and no others are written.
  * @note Kept: h is p / n, so that no exchange succeeds on a curve with n above p, and h * t is reduced modulo
- *       p and not modulo n. An unknown selector answers 0, leaves both confirmation values as they were, and
+ *       p and not modulo n. An unknown selector returns 0, leaves both confirmation values unchanged, and
  *       gives a key of zero bytes, or none where klen is a multiple of L; the pointers that are then not
  *       written may be null.
  * @par Timing
@@ -452,9 +452,9 @@ ZOKECC_API int32_t eces_deformat(const uint8_t *block, uint32_t block_len, uint8
  * @return L
  * @retval -1 an argument is unusable, out_capacity is below L or d is not below n
  *
- * @note Kept: the peer's point is not tested, d = 0 is accepted, and running out of memory is not reported.
+ * @note Kept: the peer's point is not checked, d = 0 is accepted, and running out of memory is not reported.
  *       An infinite product, as with d = 0, and a failed allocation both give L zero bytes and the result L.
- *       Multiples that ecc_unknown_point_mul loses come out as zero bytes as well.
+ *       Multiples that ecc_unknown_point_mul loses become zero bytes, too.
  * @par Caller checks
  *      That P lies on the curve with x and y below p: ecc_ByteToPoint; that the secret is not all zero bytes;
  *      and that it goes through a key derivation before it is used.
@@ -491,7 +491,7 @@ ZOKECC_API int32_t sm2_KeyExChg_A1_3(const ecc_scalar *rA, ecc_point_bytes *RA_o
 /**
  * Completes an SM2 exchange for the initiator.
  *
- * @param[in]  rA        one record: the initiator's temporary private key; it is not tested
+ * @param[in]  rA        one record: the initiator's temporary private key; it is not checked
  * @param[in]  RA        one record: the initiator's temporary public key
  * @param[in]  dA        one record: the initiator's private key
  * @param[in]  PB        one record: the responder's public key
@@ -507,7 +507,7 @@ ZOKECC_API int32_t sm2_KeyExChg_A1_3(const ecc_scalar *rA, ecc_point_bytes *RA_o
  * @retval -1 an argument is unusable, a coordinate of PB is 0, dA is not below n, a coordinate of RA is 0, RB
  *         is not on the curve, there is no memory, h * tA mod p is 0, or T or U is infinite
  *
- * @note Kept: what the group says, and that PB and RA are not tested to lie on the curve.
+ * @note Kept: as stated for the group; also PB and RA are not checked to be on the curve.
  * @par Caller checks
  *      The selector, PB, as for Ecdsa_DigitalVeriy, and that S1 and SB are the same.
  * @par Aliasing
@@ -542,7 +542,7 @@ ZOKECC_API int32_t sm2_KeyExChg_A4_10(const ecc_scalar *rA, const ecc_point_byte
  *         is not on the curve or there is no memory for the key; later, with RB_out written, if h * tB mod p
  *         is 0, T or U is infinite, or a multiplication finds no memory
  *
- * @note Kept: what the group says, and that PA is not tested to lie on the curve.
+ * @note Kept: as stated for the group; also PA is not checked to be on the curve.
  * @par Caller checks
  *      The selector, PA, as for Ecdsa_DigitalVeriy, and that S2 and SA are the same.
  * @par Aliasing
@@ -561,7 +561,7 @@ ZOKECC_API int32_t sm2_KeyExChg_B1_10(const ecc_scalar *dB, const ecc_point_byte
  * Completes an SM2 exchange for either side, with confirmation values that the other side does not have.
  *
  * @param      role      SM2_ROLE_INITIATOR; anything else is SM2_ROLE_RESPONDER
- * @param[in]  r         one record: the own temporary private key; it is not tested
+ * @param[in]  r         one record: the own temporary private key; it is not checked
  * @param[in]  R         one record: the own temporary public key
  * @param[in]  peerR     one record: the peer's temporary public key
  * @param[in]  d         one record: the own private key
@@ -577,16 +577,16 @@ ZOKECC_API int32_t sm2_KeyExChg_B1_10(const ecc_scalar *dB, const ecc_point_byte
  * @retval -1 an argument is unusable, a coordinate of peerP is 0, d is not below n, a coordinate of R is 0, R
  *         or peerR is not on the curve, there is no memory, h * t mod p is 0, or T or U is infinite
  *
- * @note Kept: what the group says, that peerP is not tested to lie on the curve, and the confirmation values:
- *       behind yU the hash takes 5 * L + 64 bytes instead of H. These are H, zero bytes up to 100, and
- *       peerP as an ecc_point lies in a device's memory, from the flag on: on a curve of 32 bytes 224 bytes,
+ * @note Kept: as stated for the group; also peerP is not checked to be on the curve, and the confirmation
+ *       values: after yU the hash takes 5 * L + 64 bytes instead of H. These are H, zero bytes up to 100, and
+ *       peerP as an ecc_point in a device's memory, starting with the flag: on a curve of 32 bytes 224 bytes,
  *       up to the tenth word of y. So they hold each side's own peer, and the two sides never agree on them.
  * @par Caller checks
  *      The selector, and peerP, as for Ecdsa_DigitalVeriy. For confirmation use the split calls.
  * @par Aliasing
  *      K_out must not overlap ZA, ZB, R or peerR.
  * @par Standard
- *      GB/T 32918.3, section 6, but for the confirmation values.
+ *      GB/T 32918.3, section 6, except for the confirmation values.
  */
 ZOKECC_API int32_t sm2_KeyExChg(uint32_t role, const ecc_scalar *r, const ecc_point_bytes *R,
                                 const ecc_point_bytes *peerR, const ecc_scalar *d,
@@ -599,7 +599,7 @@ ZOKECC_API int32_t sm2_KeyExChg(uint32_t role, const ecc_scalar *r, const ecc_po
  *
  * @param[in]  scalar_bytes  not read, but null is refused
  * @param      count         not read
- * @param[out] R_out         one record: y is set to L zero bytes and length to L; x stays as it was
+ * @param[out] R_out         one record: y is set to L zero bytes and length to L; x is unchanged
  * @retval 0 success, also without a curve, where L is 0
  * @retval 1 a pointer is null
  *

@@ -17,28 +17,28 @@
  * report what is wrong with one.
  *
  * @par Devices and sessions
- *      A device is a small record in memory, a session a block of some 86,000 bytes with a curve of its own.
+ *      A device is a small record in memory, a session a block of some 86,000 bytes with its own curve.
  *      A session comes from a device (SDF_OpenSession, closed by SDF_CloseSession) or stands alone
  *      (ZOK_OpenSession, closed by ZOK_CloseSession); afterwards every call takes either kind.
  * @par Key and signature records
  *      Numbers are big-endian at the start of their 64-byte fields. Writers fill the first L bytes, L being
- *      the byte length of the session's curve, set bits to 8 * L and leave the rest of each field as it was.
+ *      the byte length of the session's curve, set bits to 8 * L and leave the rest of each field unchanged.
  *      Readers take the first bits / 8 bytes of a key's fields, up to 64, and the first L bytes of r and s.
  *      bits may differ from 8 * L: 0 reads as zero numbers.
  * @par A session without a curve
  *      It arises from SDF_OpenSession, and from ZOK_OpenSession with a record of an unknown type or without
  *      memory for its copy. Key generation, ZOK_GenerateUserInfo, hashing and signing or verifying with SM2,
- *      encryption, decryption, Diffie-Hellman and key agreement then answer ZOK_ERR_ARGUMENT, all other
+ *      encryption, decryption, ECDH and key agreement then return ZOK_ERR_ARGUMENT, all other
  *      signing ZOK_ERR_SIGN, and all other verification ZOK_ERR_VERIFY.
  * @par The hardened build
  *      What is computed with a secret is exact and constant-time. A peer's public key, a temporary point or
  *      C1 that is off the curve, or has a coordinate of p and above, is refused: by encryption, decryption
  *      and Diffie-Hellman with ZOK_ERR_ARGUMENT, by key agreement with ZOK_ERR_INTERNAL. A private or
  *      temporary number of 0, for SM2 signatures also n - 1, is answered like one of n and above. Drawn
- *      numbers lie between 1 and n - 2, without bias. A signature is checked before it leaves. p and n must
- *      be odd and have five to nine 32-bit words. A call that draws random numbers fails if the kernel gives
- *      none: signing with ZOK_ERR_SIGN, the others with ZOK_ERR_INTERNAL. What notes on secrets say under
- *      "Kept" to the contrary is about the default build.
+ *      numbers lie between 1 and n - 2, without bias. A signature is verified before it is returned. p and n
+ *      must be odd and have five to nine 32-bit words. A call that draws random numbers fails if the kernel
+ *      gives none: signing with ZOK_ERR_SIGN, the others with ZOK_ERR_INTERNAL. What notes on secrets say
+ *      under "Kept" to the contrary is about the default build.
  */
 #ifndef ZOKECC_SDF_H
 #define ZOKECC_SDF_H
@@ -59,7 +59,7 @@
 /** Algorithm identifier: encryption by multiplication, without integrity. */
 #define ZOK_ALG_MULTIPLICATIVE 0x00040400u
 
-/** What SDF_GetDeviceInfo tells. 100 bytes. The values are constants of the library. */
+/** The result of SDF_GetDeviceInfo. 100 bytes. The values are constants of the library. */
 typedef struct DEVICEINFO {
     uint8_t  issuer_name[40];     /**< "ZOKTECH", filled up with zero bytes */
     uint8_t  device_name[16];     /**< "ZOK-ECC-T200", filled up with zero bytes */
@@ -99,11 +99,11 @@ typedef struct ECCCipher {
     uint8_t M[64];                /**< SM2: check value, in the first 32 bytes; multiplicative: all zero */
 } ECCCipher;
 
-/** What a key agreement gives. 132 bytes on 32-bit targets. */
+/** The result of a key agreement. 132 bytes on 32-bit targets. */
 typedef struct KeyAgreementResult {
     uint8_t  check[64];           /**< what the peer must send, in the first 32 bytes; the caller compares */
     uint8_t  send[64];            /**< what is sent to the peer, in the first 32 bytes */
-    uint8_t *key;                 /**< in: the caller's area for the key, klen_bits / 8 bytes */
+    uint8_t *key;                 /**< in: the caller's buffer for the key, klen_bits / 8 bytes */
 } KeyAgreementResult;
 
 /**
@@ -129,8 +129,8 @@ ZOKECC_API uint32_t SDF_OpenDevice(void **device_out);
 /**
  * Closes a device.
  *
- * Its sessions stay open and usable; the device's memory is then given back with the last of them. Until that
- * happens a further SDF_CloseDevice answers ZOK_OK and does nothing.
+ * Its sessions stay open and usable; the device's memory is then freed with the last of them. Until that
+ * happens a further SDF_CloseDevice returns ZOK_OK and does nothing.
  *
  * @param device  device handle
  * @retval ZOK_OK success
@@ -159,7 +159,7 @@ ZOKECC_API uint32_t SDF_CloseDevice(void *device);
 ZOKECC_API uint32_t SDF_OpenSession(void *device, void **session_out);
 
 /**
- * Closes a session and lowers the count of its device. A session without a device is closed all the same.
+ * Closes a session and lowers the count of its device. A session without a device is closed, too.
  *
  * @param session  session handle
  * @retval ZOK_OK success
@@ -189,7 +189,7 @@ ZOKECC_API uint32_t SDF_GetDeviceInfo(void *session, DEVICEINFO *info_out);
 /**
  * Opens a session without a device and installs a curve in it.
  *
- * The curve is installed as by ZOK_CurveParaCfg with the type that stands in the record.
+ * The curve is installed as by ZOK_CurveParaCfg with the type in the record.
  *
  * @param[out] session_out  set to the session handle
  * @param[in]  record       one record: the curve
@@ -197,11 +197,11 @@ ZOKECC_API uint32_t SDF_GetDeviceInfo(void *session, DEVICEINFO *info_out);
  * @retval ZOK_ERR_ARGUMENT session_out or record is null
  * @retval ZOK_ERR_OPEN_SESSION there is no memory for the session
  *
- * @note Kept: what ZOK_CurveParaCfg reports is not passed on. A record with an unknown type gives ZOK_OK and
+ * @note Kept: the status of ZOK_CurveParaCfg is not passed on. A record with an unknown type gives ZOK_OK and
  *       a session without a curve; one whose base point is off the curve gives ZOK_OK and a session that
  *       works with it.
  * @par Caller checks
- *      Parameters from outside: call ZOK_CurveParaCfg with the same record once more and look at its result.
+ *      Parameters from outside: call ZOK_CurveParaCfg with the same record again and check its result.
  * @par Timing
  *      Depends on the values, as ZOK_CurveParaCfg does.
  * @par Example
@@ -218,7 +218,7 @@ ZOKECC_API uint32_t ZOK_OpenSession(void **session_out, const CurvePara *record)
  *
  * @par Caller checks
  *      Sessions of a device are closed by SDF_CloseSession. This call leaves the count of an open device as
- *      it is, so the memory of that device is never given back.
+ *      it is, so the memory of that device is never freed.
  */
 ZOKECC_API uint32_t ZOK_CloseSession(void *session);
 
@@ -282,10 +282,10 @@ ZOKECC_API uint32_t SDF_GenerateKeyPair_ECC(void *session, uint32_t algorithm, u
  *         1,024 nonces in a row gave no signature, which only happens on a curve that allows none
  * @retval ZOK_ERR_INTERNAL for any other algorithm
  *
- * @note Kept: SM2 accepts r = 0, which no verification accepts. SM2 signatures rest on the inverse of d + 1,
- *       which mint_EEA_algo gets wrong for small and structured numbers: with d = 1 or d = n - 2 on the SM2
- *       curve the call answers ZOK_OK and the signature does not verify. A nonce 0, as a generator that is
- *       stuck could give it, is not refused for SM2.
+ * @note Kept: SM2 accepts r = 0, which no verification accepts. SM2 signatures depend on the inverse of
+ *       d + 1, which mint_EEA_algo gets wrong for small and structured numbers: with d = 1 or d = n - 2 on
+ *       the SM2 curve the call returns ZOK_OK and the signature does not verify. A nonce of 0, which a stuck
+ *       generator could deliver, is not refused for SM2.
  * @par Caller checks
  *      Keys that are not random: verify a signature before the key is put to use.
  * @par Aliasing
@@ -317,7 +317,7 @@ ZOKECC_API uint32_t SDF_ExternalSign_ECC(void *session, uint32_t algorithm, cons
  * @retval ZOK_ERR_INTERNAL for any other algorithm; later, the multiplication of the public key finds no
  *         memory
  *
- * @note Kept: the public key is not tested to lie on the curve. Inverses and point additions are those of
+ * @note Kept: the public key is not checked to be on the curve. Inverses and point additions are those of
  *       mint_EEA_algo and ecc_jac_point_add_1, so a valid signature with structured numbers, such as one made
  *       to test verifiers, can be refused.
  * @par Caller checks
@@ -381,12 +381,12 @@ ZOKECC_API uint32_t ZOK_GenerateUserInfo(void *session, const ECCrefPublicKey *p
  * @param[out] sig_out      one record: r and s in L bytes each
  * @retval ZOK_OK success
  * @retval ZOK_ERR_SESSION session is null
- * @retval ZOK_ERR_INTERNAL for any other algorithm, whose other arguments are not looked at; later, for SM2
+ * @retval ZOK_ERR_INTERNAL for any other algorithm, whose other arguments are ignored; later, for SM2
  *         if 33 + message_len bytes cannot be allocated or are more than 2^32 - 1, for ECDSA if the session's
  *         hash selector is unknown
  * @retval ZOK_ERR_ARGUMENT priv, sig_out, or a needed message or id is null, if priv->bits / 8 is above 64,
- *         or, for SM2, if ZOK_GenerateUserInfo fails for whatever reason
- * @retval ZOK_ERR_SIGN d is zero or not below n, for SM2 n - 1, or no signature came out
+ *         or, for SM2, if ZOK_GenerateUserInfo fails for any reason
+ * @retval ZOK_ERR_SIGN d is zero or not below n, for SM2 n - 1, or no signature was found
  *
  * @note Kept: what SDF_ExternalSign_ECC and ZOK_GenerateUserInfo say. For SM2 the range of d is tested last,
  *       so a bad key costs the whole call up to there.
@@ -412,7 +412,7 @@ ZOKECC_API uint32_t ZOK_ExternalSignHash_ECC(void *session, uint32_t algorithm, 
  *
  * @param     session      session handle
  * @param     algorithm    ZOK_ALG_SM2_SIGN or ZOK_ALG_ECDSA_SIGN
- * @param[in] pub          one record: the public key; for Z its first L bytes are read whatever bits says
+ * @param[in] pub          one record: the public key; for Z its first L bytes are read, independent of bits
  * @param[in] message      message_len bytes; may be null when message_len is 0
  * @param     message_len  length in bytes
  * @param[in] id           id_len bytes: the identity; may be null when id_len is 0; not read for ECDSA
@@ -420,11 +420,11 @@ ZOKECC_API uint32_t ZOK_ExternalSignHash_ECC(void *session, uint32_t algorithm, 
  * @param[in] sig          one record: r and s in L bytes each
  * @retval ZOK_OK a valid signature
  * @retval ZOK_ERR_SESSION session is null
- * @retval ZOK_ERR_INTERNAL for any other algorithm, whose other arguments are not looked at; later, for SM2
+ * @retval ZOK_ERR_INTERNAL for any other algorithm, whose other arguments are ignored; later, for SM2
  *         if 33 + message_len bytes cannot be allocated or are more than 2^32 - 1, for ECDSA if the session's
  *         hash selector is unknown, and for both if the multiplication of the public key finds no memory
  * @retval ZOK_ERR_ARGUMENT pub, sig, or a needed message or id is null, if pub->bits / 8 is above 64, or, for
- *         SM2, if ZOK_GenerateUserInfo fails for whatever reason
+ *         SM2, if ZOK_GenerateUserInfo fails for any reason
  * @retval ZOK_ERR_VERIFY the signature is not valid
  *
  * @note Kept: what SDF_ExternalVerify_ECC and ZOK_GenerateUserInfo say.
@@ -467,12 +467,12 @@ ZOKECC_API uint32_t ZOK_ExternalVerifyHash_ECC(void *session, uint32_t algorithm
  *         message_len is not L, message or cipher_out is null, the session has no usable curve (p or n is
  *         zero) or, for SM2, its hash selector is unknown; later, for SM2, with x and y written, if h is 0 or
  *         a coordinate of h * Q is 0
- * @retval ZOK_ERR_INTERNAL for any other algorithm, whose other arguments are not looked at; later, with x
+ * @retval ZOK_ERR_INTERNAL for any other algorithm, whose other arguments are ignored; later, with x
  *         and y written for SM2, if a multiplication finds no memory or 1,024 nonces in a row were in vain
  *
- * @note Kept: the public key is only tested for zero coordinates, not to lie on the curve. SM2 does not
- *       refuse a nonce 0, as a generator that is stuck could give it, and everybody can read the message
- *       then. The multiplicative scheme reduces a message of p and above modulo p without a word.
+ * @note Kept: the public key is only tested for zero coordinates, not to be on the curve. SM2 does not
+ *       refuse a nonce of 0, which a stuck generator could deliver, and anyone can then read the message. The
+ *       multiplicative scheme silently reduces a message of p and above modulo p.
  * @par Caller checks
  *      The public key, as for SDF_ExternalVerify_ECC; for the multiplicative scheme that the message is below
  *      p.
@@ -503,13 +503,13 @@ ZOKECC_API uint32_t SDF_ExternalEncrytp_ECC(void *session, uint32_t algorithm, c
  * @retval ZOK_ERR_ARGUMENT priv is null, priv->bits / 8 is above 64, or d is not below n; later, cipher,
  *         plain_out or plain_len_out is null, and for SM2 if h is 0, h * C1 is infinite, or the key stream is
  *         zero, as it is for an unknown hash selector
- * @retval ZOK_ERR_INTERNAL for any other algorithm, whose other arguments are not looked at; later, a
+ * @retval ZOK_ERR_INTERNAL for any other algorithm, whose other arguments are ignored; later, a
  *         multiplication finds no memory; later, for SM2, with the plaintext and its length written, if the
  *         check value differs
  *
  * @note Kept: the plaintext stays written when the check value differs. The multiplicative scheme loses
- *       leading zero bytes, and tells no wrong key and no changed record from a right one. d = 0 is accepted,
- *       and C1 is not tested to lie on the curve.
+ *       leading zero bytes, and does not detect a wrong key or a changed record. d = 0 is accepted,
+ *       and C1 is not checked to be on the curve.
  * @par Caller checks
  *      The result, and plain_out is thrown away after any other than ZOK_OK.
  * @par Aliasing
@@ -540,10 +540,10 @@ ZOKECC_API uint32_t SDF_ExternalDecrypt_ECC(void *session, uint32_t algorithm, c
  * @retval ZOK_ERR_INTERNAL there is no memory for the key stream and the input of C3; later, with 04 and C1
  *         written, if a multiplication finds no memory or 1,024 nonces in a row were in vain
  *
- * @note Kept: the public key is only tested for zero coordinates, not to lie on the curve. A nonce 0 is not
+ * @note Kept: the public key is only tested for zero coordinates, not to be on the curve. A nonce 0 is not
  *       refused, as with SDF_ExternalEncrytp_ECC.
  * @par Caller checks
- *      The public key, as for SDF_ExternalVerify_ECC, and the room at cipher_out.
+ *      The public key, as for SDF_ExternalVerify_ECC, and the size of the buffer at cipher_out.
  * @par Aliasing
  *      message must not overlap cipher_out.
  * @par Threads
@@ -569,12 +569,12 @@ ZOKECC_API uint32_t ZOK_ExternalEncrytp_ECC(void *session, const ECCrefPublicKey
  * @retval ZOK_OK success
  * @retval ZOK_ERR_SESSION session is null
  * @retval ZOK_ERR_ARGUMENT another pointer is null, priv->bits / 8 is above 64, cipher_len is too small or
- *         stands for a message of 2^31 bytes and more, d is not below n, or the first byte is not 04; later,
+ *         is for a message of 2^31 bytes or more, d is not below n, or the first byte is not 04; later,
  *         h is 0, h * C1 is infinite, or the key stream is zero, as it is for an unknown hash selector
  * @retval ZOK_ERR_INTERNAL there is no memory for the key stream and the input of C3; later, a multiplication
  *         finds no memory; later, with the plaintext and its length written, if C3 differs
  *
- * @note Kept: the plaintext stays written when C3 differs. d = 0 is accepted, and C1 is not tested to lie on
+ * @note Kept: the plaintext remains written if C3 differs. d = 0 is accepted, and C1 is not checked to lie on
  *       the curve.
  * @par Caller checks
  *      The result, and plain_out is thrown away after any other than ZOK_OK.
@@ -594,7 +594,7 @@ ZOKECC_API uint32_t ZOK_ExternalDecrypt_ECC(void *session, const ECCrefPrivateKe
 /**
  * @defgroup sdf_agreement Key agreement
  * SM2 key agreement is between an initiator A and a responder B with key pairs (d, P), temporary pairs (r, R)
- * and values Z. What is A's stands before what is B's on both sides. With x-bar = 2^w + (x of R mod 2^w),
+ * and values Z. A's data comes before B's on both sides. With x-bar = 2^w + (x of R mod 2^w),
  * both sides compute t = (d + x-bar * r) mod n from what is their own, T = P + x-bar * R from the peer's, and
  * the shared point U = (h * t mod p) * T. The key comes from xU, yU, ZA and ZB. With H = hash(xU, ZA, ZB, RA,
  * RB), B sends SB = hash(02, yU, H) and A sends SA = hash(03, yU, H). The SM2 calls make Z
@@ -617,7 +617,7 @@ ZOKECC_API uint32_t ZOK_ExternalDecrypt_ECC(void *session, const ECCrefPrivateKe
  *      and a key would be written. In all these cases nothing of the result is written.
  * @par What is read of a record
  *      Scalars and points are taken from bits / 8 bytes; x-bar, Z and H take the first L bytes of a field,
- *      whatever bits says. Exactly klen_bits / 8 bytes of key are written, rounded down.
+ *      independent of bits. Exactly klen_bits / 8 bytes of key are written, rounded down.
  * @par Caller checks
  *      That the peer's P is a point of the curve, as for SDF_ExternalVerify_ECC: only the received R is
  *      tested. That result->check is what the peer sends as its send, before the key is used: no call
@@ -625,7 +625,7 @@ ZOKECC_API uint32_t ZOK_ExternalDecrypt_ECC(void *session, const ECCrefPrivateKe
  * @par Aliasing
  *      The result and its key must not overlap another argument.
  * @note Kept: h is p / n, so that no agreement succeeds on a curve with n above p, and h * t is reduced
- *       modulo p and not modulo n. What the key derivation reports is not looked at: see
+ *       modulo p and not modulo n. The status of the key derivation is ignored: see
  *       ZOK_GenerateKeyWithECC.
  * @par Timing
  *      Depends on the lengths and on the values, the private keys included.
@@ -645,7 +645,7 @@ ZOKECC_API uint32_t ZOK_ExternalDecrypt_ECC(void *session, const ECCrefPrivateKe
  *         below n
  * @retval ZOK_ERR_INTERNAL the multiplication finds no memory
  *
- * @note Kept: P is not tested and d = 0 is accepted. An infinite product, as with d = 0, gives L zero bytes,
+ * @note Kept: P is not checked and d = 0 is accepted. An infinite product, as with d = 0, gives L zero bytes,
  *       and so do the multiples that ecc_unknown_point_mul loses.
  * @par Caller checks
  *      The public key, as for SDF_ExternalVerify_ECC; that the secret is not all zero bytes; and that it goes
@@ -670,7 +670,7 @@ ZOKECC_API uint32_t ZOK_ExternalEcdhKeyAgreement(void *session, const ECCrefPriv
  * @retval ZOK_ERR_SESSION session is null
  * @retval ZOK_ERR_ARGUMENT another pointer is null or the session has no usable curve (p or n is zero)
  *
- * @note Kept: r is drawn once and not tested; it can be 0.
+ * @note Kept: r is drawn once and not checked; it can be 0.
  * @par Threads
  *      Draws random numbers.
  * @par Timing
@@ -700,7 +700,7 @@ ZOKECC_API uint32_t ZOK_SM2_GenerateAgreementDataWithECC(void *session, ECCrefPr
 /**
  * Completes an agreement for the initiator, with identities.
  *
- * ZA is made from idA and dA * G, ZB from idB and PB.
+ * ZA is computed from idA and dA * G, ZB from idB and PB.
  *
  * @param         session    session handle
  * @param         klen_bits  key length in bits
@@ -710,7 +710,7 @@ ZOKECC_API uint32_t ZOK_SM2_GenerateAgreementDataWithECC(void *session, ECCrefPr
  * @param         idB_len    length in bytes
  * @param[in]     dA         one record: the initiator's private key
  * @param[in]     rA         one record: the initiator's temporary private key
- * @param[in]     RA         one record: the initiator's temporary public key; it is not tested
+ * @param[in]     RA         one record: the initiator's temporary public key; it is not checked
  * @param[in]     PB         one record: the responder's public key
  * @param[in]     RB         one record: the responder's temporary public key
  * @param[in,out] result     one record
@@ -734,7 +734,7 @@ ZOKECC_API uint32_t ZOK_SM2_GenerateKeyWithECC(void *session, uint32_t klen_bits
 /**
  * Completes an agreement for the responder, with identities and a temporary key made before.
  *
- * ZB is made from idB and dB * G, then ZA from idA and PA.
+ * ZB is computed from idB and dB * G, then ZA from idA and PA.
  *
  * @param         session    session handle
  * @param         klen_bits  key length in bits
@@ -745,7 +745,7 @@ ZOKECC_API uint32_t ZOK_SM2_GenerateKeyWithECC(void *session, uint32_t klen_bits
  * @param[in]     dB         one record: the responder's private key
  * @param[in]     PA         one record: the initiator's public key
  * @param[in]     RA         one record: the initiator's temporary public key
- * @param[in]     rB         one record: the responder's temporary private key; it is not tested
+ * @param[in]     rB         one record: the responder's temporary private key; it is not checked
  * @param[in,out] RB         one record: the responder's temporary public key; bits is not read but set to 8 *
  *                           L
  * @param[in,out] result     one record
@@ -756,7 +756,7 @@ ZOKECC_API uint32_t ZOK_SM2_GenerateKeyWithECC(void *session, uint32_t klen_bits
  * @retval ZOK_ERR_INTERNAL as for all six agreement calls; RB->bits is set before h * t mod p, T and U are
  *         tested
  *
- * @note Kept: what is said above, and what ZOK_GenerateUserInfo says. RB is not tested, nor that it is rB *
+ * @note Kept: what is said above, and what ZOK_GenerateUserInfo says. RB is not checked, nor that it is rB *
  *       G.
  * @par Caller checks
  *      As above, that an identity has at most 8,191 bytes, and that rB is below n.
@@ -769,7 +769,7 @@ ZOKECC_API uint32_t ZOK_SM2_GenerateResponseWithECC(void *session, uint32_t klen
                                                     ECCrefPublicKey *RB, KeyAgreementResult *result);
 
 /**
- * Does the responder's part in one call, with identities. The temporary key is drawn and not given out.
+ * Does the responder's part in one call, with identities. The temporary key is drawn and not returned.
  *
  * @param         session    session handle
  * @param         klen_bits  key length in bits
@@ -826,9 +826,9 @@ ZOKECC_API uint32_t ZOK_SM2_GenerateAgreementDataAndKeyWithECC(void *session, ui
  * @retval ZOK_ERR_INTERNAL as for all six agreement calls
  *
  * @note Kept, here and in the other two calls with given Z: the key derivation refuses 2 * L + ZA_len +
- *       ZB_len above 300 bytes, and the answer is ZOK_OK all the same, with confirmation values that match
- *       and a key area that stays as it was. With an unknown hash selector the answer is ZOK_OK, too: check
- *       and send stay as they were, and the key is zero bytes, or untouched where klen_bits / 8 is a multiple
+ *       ZB_len above 300 bytes, and yet the result is ZOK_OK, with confirmation values that match
+ *       and an unchanged key buffer. With an unknown hash selector the result is ZOK_OK, too: check
+ *       and send are unchanged, and the key is zero bytes, or untouched if klen_bits / 8 is a multiple
  *       of L.
  * @par Caller checks
  *      As above, that 2 * L + ZA_len + ZB_len is at most 300, and the session's hash selector.
@@ -891,7 +891,7 @@ ZOKECC_API uint32_t ZOK_GenerateAgreementDataWithECC(void *session, ECCrefPrivat
  * @param[in]     dB         one record: the responder's private key
  * @param[in]     PA         one record: the initiator's public key
  * @param[in]     RA         one record: the initiator's temporary public key
- * @param[in]     rB         one record: the responder's temporary private key; it is not tested
+ * @param[in]     rB         one record: the responder's temporary private key; it is not checked
  * @param[in,out] RB         one record: the responder's temporary public key; bits is not read but set to 8 *
  *                           L
  * @param[in,out] result     one record
@@ -902,7 +902,7 @@ ZOKECC_API uint32_t ZOK_GenerateAgreementDataWithECC(void *session, ECCrefPrivat
  * @retval ZOK_ERR_INTERNAL as for all six agreement calls; RB->bits is set before h * t mod p, T and U are
  *         tested
  *
- * @note Kept: what ZOK_GenerateKeyWithECC says. RB is not tested, nor that it is rB * G.
+ * @note Kept: what ZOK_GenerateKeyWithECC says. RB is not checked, nor that it is rB * G.
  * @par Caller checks
  *      As for ZOK_GenerateKeyWithECC, and that rB is below n.
  */
@@ -914,7 +914,7 @@ ZOKECC_API uint32_t ZOK_GenerateResponseWithECC(void *session, uint32_t klen_bit
                                                 ECCrefPublicKey *RB, KeyAgreementResult *result);
 
 /**
- * Does the responder's part in one call, with given values Z. The temporary key is drawn and not given out.
+ * Does the responder's part in one call, with given values Z. The temporary key is drawn and not returned.
  *
  * @param         session    session handle
  * @param         klen_bits  key length in bits

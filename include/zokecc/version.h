@@ -3,8 +3,8 @@
  * @file version.h
  * The version of these headers, for the preprocessor and for messages.
  *
- * The major number is that of the shared library's name (libzokecc.so.1): it changes when a program has to be
- * compiled anew. The library has no call that tells its version; what is here is what a program was compiled
+ * The major number is that of the shared library's name (libzokecc.so.1): it changes when a program must be
+ * recompiled. No call of the library returns its version; what is here is what a program was compiled
  * against. `pkg-config --modversion zokecc` and find_package(zokecc 1.0) give the same numbers.
  *
  * @par Example

@@ -25,7 +25,7 @@
  * | Guide | Content |
  * |---|---|
  * | @ref md_docs_integrating "Integrating" | a first program, threads, memory, results, migration |
- * | @ref md_docs_security "Security" | which build to take, what it protects, what is left to the caller |
+ * | @ref md_docs_security "Security" | which build to use, what it protects, what the caller must do |
  * | @ref md_docs_interoperability "Interoperability" | keys, signatures and ciphertexts of other systems |
  * | @ref md_docs_coming_from "Coming from" | calls of mbedTLS, wolfSSL and OpenSSL, and ours |
  * | @ref md_docs_porting "Porting" | build options, processors, C libraries, packages |
