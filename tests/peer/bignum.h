@@ -6,9 +6,9 @@
 #include <openssl/bn.h>
 
 #include <memory>
-#include <stdexcept>
 #include <string>
 
+#include "tests/support/give_up.h"
 #include "tests/support/hex.h"
 #include "tests/support/naive_int.h"
 
@@ -22,14 +22,13 @@ using Bignum = std::unique_ptr<BIGNUM, FreeBignum>;
 
 inline Bignum bn() {
     Bignum out(BN_new());
-    if (!out) throw std::bad_alloc();
+    if (!out) give_up("no memory for a number");
     return out;
 }
 
 inline Bignum bn_from_hex(const std::string &text) {
     BIGNUM *out = nullptr;
-    if (BN_hex2bn(&out, text.c_str()) != static_cast<int>(text.size()))
-        throw std::invalid_argument("bad number");
+    if (BN_hex2bn(&out, text.c_str()) != static_cast<int>(text.size())) give_up("bad number");
     return Bignum(out);
 }
 inline Bignum bn(const mint &value) { return bn_from_hex(mint_to_hex(value)); }

@@ -93,7 +93,11 @@ TEST(ExactTable, HoldsWhereTheWordRuleSpoilsTheContractsTable) {
 TEST(ExactTable, BasePointOffTheCurveIsRefused) {
     Curve c = curve("sm2p256v1");
     c.G.y.words[0] ^= 1;
-    EXPECT_ANY_THROW(Session{c});
+    CurvePara record = c.record(HASH_ALG_SM3);
+    void *session = nullptr;
+    ASSERT_EQ(ZOK_OpenSession(&session, &record), ZOK_OK);
+    EXPECT_EQ(ZOK_CurveParaCfg(session, record.type, &record), ZOK_ERR_INTERNAL);
+    EXPECT_EQ(ZOK_CloseSession(session), ZOK_OK);
 }
 
 }  // namespace zokecc_test::exact_table_test

@@ -17,7 +17,7 @@ namespace zokecc_test {
 
 inline constexpr uint32_t kNoType = 0xFFFFFFFFu;
 
-// The value as `size` big-endian bytes. Throws if it needs more. Does not use the library.
+// The value as `size` big-endian bytes. Gives up if it needs more. Does not use the library.
 ByteString fixed_bytes(const mint &value, size_t size);
 
 struct Curve {
@@ -28,13 +28,13 @@ struct Curve {
     mint p, a, b, n;        // normalised, zero above their used words
     ecc_point G;
 
-    // The session interface's record. Throws if a number does not fit L bytes.
+    // The session interface's record. Gives up if a number does not fit L bytes.
     CurvePara record(uint32_t hash_selector) const;
-    // Curve_Init's record. Throws if there is no legacy type or a number does not fit.
+    // Curve_Init's record. Gives up if there is no legacy type or a number does not fit.
     ecc_curve_bytes legacy_record() const;
 };
 
-// Throws std::out_of_range if the file does not have the curve.
+// Gives up if the file does not have the curve.
 const Curve &curve(const std::string &name);
 
 // Every curve that fits the session's record, in file order. secp160r1 does not:
@@ -44,7 +44,7 @@ std::vector<std::string> session_curve_names();
 // Every curve that Curve_Init supports.
 std::vector<std::string> legacy_curve_names();
 
-// Opens a session without a device on the curve; throws if that fails or if the curve was
+// Opens a session without a device on the curve; gives up if that fails or if the curve was
 // not configured. The destructor closes it.
 class Session {
 public:

@@ -48,7 +48,7 @@ const std::vector<VectorBlock> &exchange_vectors();
 struct TinyScalars {
     uint32_t dA = 101, rA = 37, dB = 214, rB = 98;
 };
-// Throws if the sides do not agree, or for an unusable point.
+// Gives up if the sides do not agree, or for an unusable point.
 ExchangeCase tiny_case(const TinyGroup &group, unsigned byte_len, uint32_t selector,
                        TinyScalars scalars = {});
 

@@ -57,7 +57,7 @@ public:
     FakeEntropy(const FakeEntropy &) = delete;
     FakeEntropy &operator=(const FakeEntropy &) = delete;
 
-    // How often the library seeded. Throws if it made calls that are not part of a seeding.
+    // How often the library seeded. Gives up if it made calls that are not part of a seeding.
     unsigned seedings() const;
     // Calls of any of the fakes except gen_random_number.
     size_t calls() const { return call_order.size(); }

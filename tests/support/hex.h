@@ -7,9 +7,9 @@
 
 #include <cstring>
 #include <initializer_list>
-#include <stdexcept>
 #include <string>
 
+#include "tests/support/give_up.h"
 #include "tests/support/guarded_buffer.h"
 
 namespace zokecc_test {
@@ -18,11 +18,11 @@ inline uint8_t nibble(char c) {
     if (c >= '0' && c <= '9') return static_cast<uint8_t>(c - '0');
     if (c >= 'a' && c <= 'f') return static_cast<uint8_t>(c - 'a' + 10);
     if (c >= 'A' && c <= 'F') return static_cast<uint8_t>(c - 'A' + 10);
-    throw std::invalid_argument("not a hexadecimal digit");
+    give_up("not a hexadecimal digit");
 }
 
 inline ByteString from_hex(const std::string &text) {
-    if (text.size() % 2 != 0) throw std::invalid_argument("odd number of hexadecimal digits");
+    if (text.size() % 2 != 0) give_up("odd number of hexadecimal digits");
     ByteString out;
     for (size_t i = 0; i < text.size(); i += 2)
         out.push_back(static_cast<uint8_t>(nibble(text[i]) << 4 | nibble(text[i + 1])));
@@ -56,7 +56,7 @@ inline mint mint_from_hex(const std::string &text) {
         uint32_t digit = nibble(text[i]);
         uint32_t word = nibbles / 8;
         if (word >= MINT_WORDS) {
-            if (digit != 0) throw std::invalid_argument("does not fit a record");
+            if (digit != 0) give_up("does not fit a record");
         } else {
             out.words[word] |= digit << (4 * (nibbles % 8));
             if (out.words[word] != 0) out.len = word + 1;

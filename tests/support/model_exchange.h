@@ -16,7 +16,7 @@
 
 namespace zokecc_test::exchange {
 
-// The digest for a hash selector: 0 SM3, 1 SHA-256. Throws for any other.
+// The digest for a hash selector: 0 SM3, 1 SHA-256. Gives up on any other.
 ByteString model_digest_of(uint32_t selector, const ByteString &message);
 
 // 2^w + (x mod 2^w), also as x.size() big-endian bytes.
@@ -62,7 +62,7 @@ struct TinyGroup {
     uint32_t cofactor() const { return group.p / n; }
     TinyPoint multiple(uint32_t k, const TinyPoint &P) const;
     TinyPoint multiple(uint32_t k) const { return multiple(k, G); }
-    // The first such point with a nonzero x. Throws if there is none.
+    // The first such point with a nonzero x. Gives up if there is none.
     TinyPoint point_of_order(uint32_t order) const;
     // Records with fields of byte_len bytes, one of the lengths that the library supports.
     Curve curve(unsigned byte_len) const;

@@ -2,7 +2,7 @@
 // A simple and slow unsigned integer with 16-bit digits, the mathematical oracle of the tests.
 //
 // It shares nothing with the library: a different digit size, no carry words, division bit by
-// bit, modular products by doubling and adding. Up to 1536 bits; anything wider throws.
+// bit, modular products by doubling and adding. Up to 1536 bits; it gives up on anything wider.
 #ifndef ZOKECC_TESTS_SUPPORT_NAIVE_INT_H
 #define ZOKECC_TESTS_SUPPORT_NAIVE_INT_H
 
@@ -25,7 +25,7 @@ public:
     static Natural from_hex(const std::string &text);
     static Natural power_of_two(unsigned exponent);
 
-    // Normalised, zero above the used words. Throws std::length_error above 19 words.
+    // Normalised, zero above the used words. Gives up above 19 words.
     mint to_mint() const;
     std::string to_hex() const;  // without leading zeros; "0" for zero
 
@@ -40,7 +40,7 @@ public:
     // In place, for loops that would otherwise spend their time copying.
     void halve();
     void add(const Natural &other);
-    void subtract(const Natural &other);  // throws std::domain_error if other is greater
+    void subtract(const Natural &other);  // gives up if other is greater
 
     static int compare(const Natural &a, const Natural &b);  // -1, 0 or 1
 
@@ -66,11 +66,11 @@ inline bool operator<(const Natural &a, const Natural &b) { return Natural::comp
 inline bool operator>=(const Natural &a, const Natural &b) { return Natural::compare(a, b) >= 0; }
 
 Natural operator+(const Natural &a, const Natural &b);
-Natural operator-(const Natural &a, const Natural &b);  // throws std::domain_error if a < b
+Natural operator-(const Natural &a, const Natural &b);  // gives up if a < b
 Natural operator*(const Natural &a, const Natural &b);
 Natural operator<<(const Natural &a, unsigned count);
 Natural operator>>(const Natural &a, unsigned count);
-// Throw std::domain_error for a divisor of zero.
+// Give up on a divisor of zero.
 void divide(const Natural &a, const Natural &b, Natural &quotient, Natural &remainder);
 Natural operator/(const Natural &a, const Natural &b);
 Natural operator%(const Natural &a, const Natural &b);

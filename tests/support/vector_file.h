@@ -8,10 +8,10 @@
 
 #include <fstream>
 #include <map>
-#include <stdexcept>
 #include <string>
 #include <vector>
 
+#include "tests/support/give_up.h"
 #include "tests/support/hex.h"
 
 namespace zokecc_test {
@@ -22,7 +22,7 @@ public:
     bool has(const std::string &key) const { return values_.count(key) != 0; }
     const std::string &text(const std::string &key) const {
         auto found = values_.find(key);
-        if (found == values_.end()) throw std::out_of_range("vector block without " + key);
+        if (found == values_.end()) give_up("vector block without " + key);
         return found->second;
     }
     ByteString bytes(const std::string &key) const { return from_hex(text(key)); }
@@ -46,10 +46,10 @@ private:
     std::map<std::string, std::string> values_;
 };
 
-// All blocks of tests/vectors/<name>. Throws if the file cannot be read or has none.
+// All blocks of tests/vectors/<name>. Gives up if the file cannot be read or has none.
 inline std::vector<VectorBlock> read_vectors(const std::string &name) {
     std::ifstream in(std::string(ZOKECC_VECTOR_DIR "/") + name);
-    if (!in) throw std::runtime_error("cannot read vector file " + name);
+    if (!in) give_up("cannot read vector file " + name);
     std::vector<VectorBlock> blocks;
     VectorBlock current;
     for (std::string line; std::getline(in, line);) {
@@ -58,12 +58,12 @@ inline std::vector<VectorBlock> read_vectors(const std::string &name) {
             current = VectorBlock();
         } else if (line[0] != '#') {
             size_t equals = line.find(" =");
-            if (equals == std::string::npos) throw std::runtime_error(name + ": bad line " + line);
+            if (equals == std::string::npos) give_up(name + ": bad line " + line);
             current.set(line.substr(0, equals), equals + 3 <= line.size() ? line.substr(equals + 3) : "");
         }
     }
     if (!current.empty()) blocks.push_back(current);
-    if (blocks.empty()) throw std::runtime_error("vector file without blocks: " + name);
+    if (blocks.empty()) give_up("vector file without blocks: " + name);
     return blocks;
 }
 

@@ -11,6 +11,7 @@
 #include <cstring>
 
 #include "tests/support/curves.h"
+#include "tests/support/give_up.h"
 #include "tests/support/model_hash.h"
 #include "tests/support/points.h"
 #include "tests/support/vector_file.h"
@@ -30,7 +31,7 @@ constexpr size_t kL = 32;
 VectorBlock signature_over(const std::string &curve_name) {
     for (const VectorBlock &block : read_vectors("sm2_sign.rsp"))
         if (block.text("Curve") == curve_name && block.text("Result") == "valid") return block;
-    throw std::out_of_range(curve_name);
+    give_up(curve_name);
 }
 
 mint scalar(unsigned index) {
