@@ -8,6 +8,7 @@
 #include "mint/limbs/modulus_32.h"
 #include "mint/limbs/modulus_64.h"
 #include "tests/mint/limb_products.h"
+#include "tests/support/emulated.h"
 
 namespace zokecc_test::ct_field_test {
 

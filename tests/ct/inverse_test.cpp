@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/support/counting_trace.h"
+#include "tests/support/emulated.h"
 #include "tests/support/hard_words.h"
 
 namespace zokecc_test::ct_inverse_test {

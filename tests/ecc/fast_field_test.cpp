@@ -2,6 +2,7 @@
 // Every operation of the fast fields, compared with the reference word for word.
 #include "tests/ecc/fast_field_on.h"
 #include "tests/mint/numbers.h"
+#include "tests/support/emulated.h"
 
 namespace zokecc_test::fast_field_test {
 namespace {

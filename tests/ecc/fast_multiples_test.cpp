@@ -8,6 +8,7 @@
 #include "ecc/wnaf.h"
 #include "tests/ecc/field_pairs.h"
 #include "tests/ecc/multiples.h"
+#include "tests/support/emulated.h"
 #include "tests/support/model_curve.h"
 
 namespace zokecc_test::fast_multiples_test {

@@ -11,6 +11,7 @@
 #include "tests/ecc/field_pairs.h"
 #include "tests/ecc/multiples.h"
 #include "tests/mint/numbers.h"
+#include "tests/support/emulated.h"
 #include "tests/support/model_curve.h"
 
 namespace zokecc_test::fast_path_choice_test {

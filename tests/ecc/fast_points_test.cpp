@@ -2,6 +2,7 @@
 // Points over the fast fields, compared with the same formulas over the reference.
 #include "ecc/jacobian_formulas.h"
 #include "tests/ecc/field_pairs.h"
+#include "tests/support/emulated.h"
 #include "tests/support/points.h"
 
 namespace zokecc_test::fast_points_test {

@@ -8,6 +8,7 @@
 
 #include <climits>
 
+#include "tests/support/emulated.h"
 #include "tests/support/hex.h"
 #include "tests/support/kdf_model.h"
 
@@ -189,7 +190,7 @@ TEST(Sm2Kdf, EveryLengthAndStepAgreesWithTheModel) {
         for (uint32_t counter = 1; alg != kUnknownHash && counter <= kLongest + 1; ++counter)
             digests.push_back(counted_digest(alg, kSecret, counter));
         for (int32_t step_len : {1, 16, 20, 24, 28, 32, 33, 48, 64})
-            for (int32_t klen = 0; klen <= kLongest; ++klen) {
+            for (int32_t klen = 0; klen <= kLongest; klen += kStride) {
                 // One-byte steps leave room for a digest per byte.
                 ByteString want(static_cast<size_t>(klen) * 32 + 32, 0xA5);
                 deployed_derivation(digests, klen, step_len, want);

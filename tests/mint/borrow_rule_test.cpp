@@ -5,6 +5,7 @@
 #include "tests/mint/kept_rules.h"
 #include "tests/mint/limb_rows.h"
 #include "tests/support/counting_trace.h"
+#include "tests/support/emulated.h"
 
 namespace zokecc_test::borrow_rule_test {
 namespace {

@@ -6,6 +6,7 @@
 #include "tests/mint/definition.h"
 #include "tests/mint/limb_rows.h"
 #include "tests/support/counting_trace.h"
+#include "tests/support/emulated.h"
 
 namespace zokecc_test::fast_divide_test {
 namespace {

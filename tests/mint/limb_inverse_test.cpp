@@ -15,6 +15,7 @@
 #include "tests/mint/limb_rows.h"
 #include "tests/mint/moduli.h"
 #include "tests/support/counting_trace.h"
+#include "tests/support/emulated.h"
 
 namespace zokecc_test::fast_inverse_test {
 namespace {

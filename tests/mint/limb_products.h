@@ -8,6 +8,7 @@
 #include "tests/mint/definition.h"
 #include "tests/mint/moduli.h"
 #include "tests/support/counting_trace.h"
+#include "tests/support/emulated.h"
 
 namespace zokecc_test {
 

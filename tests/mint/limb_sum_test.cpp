@@ -3,6 +3,7 @@
 #include "mint/limbs/limb.h"
 #include "tests/mint/limb_rows.h"
 #include "tests/support/counting_trace.h"
+#include "tests/support/emulated.h"
 
 namespace zokecc_test::limb_sum_test {
 namespace {

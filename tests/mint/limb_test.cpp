@@ -4,6 +4,7 @@
 
 #include "tests/mint/limb_rows.h"
 #include "tests/support/counting_trace.h"
+#include "tests/support/emulated.h"
 
 namespace zokecc_test::limb_test {
 namespace {

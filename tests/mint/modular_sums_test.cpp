@@ -5,6 +5,7 @@
 #include "tests/mint/kept_rules.h"
 #include "tests/mint/limb_products.h"
 #include "tests/mint/limb_rows.h"
+#include "tests/support/emulated.h"
 
 namespace zokecc_test::modular_sums_test {
 namespace {

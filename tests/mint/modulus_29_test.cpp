@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "tests/mint/limb_products.h"
+#include "tests/support/emulated.h"
 
 namespace zokecc_test::short_limbs_test {
 namespace {

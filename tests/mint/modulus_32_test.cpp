@@ -3,6 +3,7 @@
 #include "mint/limbs/modulus_32.h"
 
 #include "tests/mint/limb_products.h"
+#include "tests/support/emulated.h"
 
 namespace zokecc_test::word_limbs_test {
 namespace {

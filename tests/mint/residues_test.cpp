@@ -9,6 +9,7 @@
 #include "mint/limbs/modulus_32.h"
 #include "tests/mint/limb_products.h"
 #include "tests/mint/numbers.h"
+#include "tests/support/emulated.h"
 
 namespace zokecc_test::residues_test {
 namespace {

@@ -10,6 +10,7 @@
 #include "mint/value.h"
 #include "tests/mint/numbers.h"
 #include "tests/support/counting_trace.h"
+#include "tests/support/emulated.h"
 #include "tests/support/fake_entropy.h"
 
 namespace zokecc_test::sqrt_walk_test {

@@ -1,6 +1,7 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Ecdh_KeyExChg: capacities, ranges, and the three things it does not check: the peer's
 // point, a key of zero, and whether the multiplication succeeded.
+#include "tests/support/emulated.h"
 #include "tests/support/failing_alloc.h"
 #include "tests/support/legacy_records.h"
 #include "tests/support/small_group.h"
@@ -50,7 +51,7 @@ TEST(EcdhKeyExChg, EveryKeyWithSeveralPeers) {
     install_small(32);
     for (uint32_t peer : {1u, 2u, 123u, 990u}) {
         const TinyPoint P = small_multiple(peer);
-        for (uint32_t d = kLeastKey; d < kSmallN; ++d) {
+        for (uint32_t d = kLeastKey; d < kSmallN; d += kStride) {
             SCOPED_TRACE(d);
             const TinyPoint S = kHardened ? exact_multiple(d, P) : small_group().library_window(small(d), P);
             Exchange(d, P).expect_secret(number_bytes(x_of(S), 32));

@@ -142,11 +142,12 @@ TEST(EcdsaDigitalVeriy, KeptOppositeProductsAddToAFinitePoint) {
     // made for that x is accepted.
     install_small(32);
     unsigned found = 0;
+    const uint32_t inverse = inverse_modulo(kD, kSmallN);
     for (uint32_t number = 0; number < 20; ++number) {
         ByteString text = number_bytes(number, 4);
         uint32_t e = small_e(text, HASH_ALG_SM3);
         for (uint32_t u1 = 1; u1 < kSmallN; ++u1) {
-            uint32_t u2 = negative_modulo(product_modulo(u1, inverse_modulo(kD, kSmallN), kSmallN), kSmallN);
+            uint32_t u2 = negative_modulo(product_modulo(u1, inverse, kSmallN), kSmallN);
             uint32_t r = negative_modulo(2 * small_multiple(u1).x, kSmallP) % kSmallN;
             if (r == 0) continue;
             uint32_t s = s_for(r, u2);

@@ -171,11 +171,12 @@ TEST(Sm2DigitalVeriy, KeptOppositeProductsAddToAFinitePoint) {
     // s G = -(t Q) should be infinity; the addition returns x = -2 x1.
     install_small(32);
     unsigned found = 0;
+    const uint32_t inverse = inverse_modulo(kD, kSmallN);
     for (uint32_t number = 0; number < 20; ++number) {
         ByteString text = number_bytes(number, 4);
         uint32_t e = small_sm2_e(kZ, text, HASH_ALG_SM3);
         for (uint32_t s = 1; s < kSmallN; ++s) {
-            uint32_t t = negative_modulo(product_modulo(s, inverse_modulo(kD, kSmallN), kSmallN), kSmallN);
+            uint32_t t = negative_modulo(product_modulo(s, inverse, kSmallN), kSmallN);
             uint32_t r = (t + kSmallN - s) % kSmallN;
             if (r == 0 || (e + x_of_sum(s, t, small_multiple(kD))) % kSmallN != r) continue;
             EXPECT_EQ(verify(SmallSignature{r, s}, HASH_ALG_SM3, text), 0);

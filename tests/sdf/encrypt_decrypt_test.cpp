@@ -1,6 +1,7 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // SDF_ExternalDecrypt_ECC with SM2: the plaintext, the results for changed records, and what is written
 // nevertheless.
+#include "tests/support/emulated.h"
 #include "tests/support/encryption_case.h"
 
 namespace zokecc_test::encrypt_decrypt_test {
@@ -33,7 +34,7 @@ void expect_mismatch(const Encrypted &parts, uint32_t d, uint32_t selector = HAS
 }  // namespace
 
 TEST(SdfExternalDecryptEcc, GivesTheMessageForEveryNonce) {
-    for (uint32_t k = 1; k < kSmallN; ++k) {
+    for (uint32_t k = 1; k < kSmallN; k += kStride) {
         SCOPED_TRACE(k);
         expect_decrypted(small_encryption(HASH_ALG_SM3, k, kMessage), ZOK_OK, kMessage);
     }
@@ -41,7 +42,7 @@ TEST(SdfExternalDecryptEcc, GivesTheMessageForEveryNonce) {
 
 TEST(SdfExternalDecryptEcc, GivesTheMessageForEveryKey) {
     // C1 is 77 G, so d C1 follows the wNAF of that point.
-    for (uint32_t d = 1; d < kSmallN; ++d) {
+    for (uint32_t d = 1; d < kSmallN; d += kStride) {
         SCOPED_TRACE(d);
         const TinyPoint C1 = small_multiple(77), shared = small_product(d, C1);
         const Encrypted parts =

@@ -1,6 +1,7 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The multiplicative scheme of SDF_ExternalEncrytp_ECC and SDF_ExternalDecrypt_ECC:
 // C = M x2 mod p.
+#include "tests/support/emulated.h"
 #include "tests/support/encryption_case.h"
 #include "tests/support/naive_int.h"
 
@@ -46,7 +47,7 @@ TEST(SdfExternalEncrytpEccProduct, WritesC1TheProductAndSixtyFourZeroBytes) {
 }
 
 TEST(SdfExternalEncrytpEccProduct, EveryNonceOnTheSmallCurve) {
-    for (uint32_t k = 1; k < kSmallN; ++k) {
+    for (uint32_t k = 1; k < kSmallN; k += kStride) {
         SCOPED_TRACE(k);
         if (small_product(k, small_key_point()).x != 0) expect_encryption({k}, k, kMessage);
     }

@@ -3,6 +3,7 @@
 // internally; when a null one is refused; the effect of an unknown hash.
 #include <gtest/gtest.h>
 
+#include "tests/support/emulated.h"
 #include "tests/support/exchange_generations.h"
 
 namespace zokecc_test::exchange_key_test {
@@ -67,7 +68,7 @@ TYPED_TEST(ExchangeKey, EveryLengthUpTo200IsWrittenExactlyAndIsTheStandardsStrea
     for (unsigned byte_len : TypeParam::kLengths) {
         const ExchangeCase exchange = small_exchange<TypeParam>(byte_len);
         const std::string stream = to_hex(exchange.hashes().key(200));
-        for (int klen = 1; klen <= 200; ++klen) {
+        for (int klen = 1; klen <= 200; klen += kStride) {
             typename TypeParam::Side side(exchange, Role::kInitiator, klen);
             ASSERT_EQ(run(side, TypeParam::kInitiator), ZOK_OK);
             ASSERT_EQ(text_of(side.key), stream.substr(0, 2 * side.key.size())) << byte_len << " " << klen;

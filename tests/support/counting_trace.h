@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Counts how often a fast path fell back to each of its slow paths, and sets the rounds of tests.
+// Counts how often a fast path fell back to each of its slow paths.
 #ifndef ZOKECC_TESTS_SUPPORT_COUNTING_TRACE_H
 #define ZOKECC_TESTS_SUPPORT_COUNTING_TRACE_H
 
@@ -24,14 +24,6 @@ struct CountingTrace {
     static void last_difference() { ++counts.last_difference; }
     static void inverse_by_definition() { ++counts.inverse_by_definition; }
 };
-
-// Emulation is ten to twenty times slower: a quarter of the rounds, and of the required hits.
-#ifdef __arm__
-constexpr bool kEmulated = true;
-#else
-constexpr bool kEmulated = false;
-#endif
-constexpr int rounds(int full) { return kEmulated ? (full + 3) / 4 : full; }
 
 }  // namespace zokecc_test
 
