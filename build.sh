@@ -2,14 +2,14 @@
 # Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 # Builds, tests and shows zokecc; `./build.sh help` lists the commands.
 #
-# On Debian 12 every command first installs the packages that it misses, as root or through sudo.
-# Where nothing is missing, nothing is installed and no network is needed.
+# On Debian 12 every command first installs missing packages, as root or through sudo.
+# If nothing is missing, nothing is installed and no network is needed.
 set -eu
 caller_folder=$(pwd)
 cd "$(dirname "$(readlink -f "$0")")"
 trap 'exit 130' INT
 trap 'exit 143' TERM
-# As many compilers and tests at a time as the machine has processors, unless told otherwise.
+# By default as many compilers and tests at a time as the machine has processors.
 CTEST_PARALLEL_LEVEL=${CTEST_PARALLEL_LEVEL:-$(nproc)}
 export CTEST_PARALLEL_LEVEL
 started=$(date +%s)
@@ -61,7 +61,7 @@ END
 
 # ---- Building and testing ---------------------------------------------------------------------
 
-# build_folder FOLDER: makes it. One that was configured elsewhere, before the sources moved, goes.
+# build_folder FOLDER: creates it. One that was configured elsewhere, before the sources moved, is removed.
 build_folder() {
     if ! mkdir -p "$1" 2>/dev/null || ! [ -w "$1" ] || ! [ -w build ]; then
         echo "build.sh: cannot write in $(pwd)/$1, which may belong to another user: $(stat -c %U build)" >&2
@@ -95,7 +95,7 @@ build_bench_arm() {
     for preset in "$@"; do build_preset "$preset"; done
 }
 
-# suite PRESET: builds, tests, and leaves a line for the summary, with the tests inside the programs.
+# suite PRESET: builds, tests, and writes a line for the summary, with the number of tests.
 suite() {
     suite_started=$(date +%s)
     log="build/$1/Testing/Temporary/LastTest.log"
@@ -116,7 +116,7 @@ suite() {
     [ "$status" = passed ]
 }
 
-# suites PRESET...: all of them, whatever fails, and the summary.
+# suites PRESET...: all of them, even if one fails, and the summary.
 suites() {
     mkdir -p build
     : > build/summary
@@ -138,8 +138,8 @@ suites() {
     echo 'all tests passed'
 }
 
-# cross PRESET...: builds the library and its programs for other processors, sees what the library
-# needs from outside, and runs the examples under emulation.
+# cross PRESET...: builds the library and its programs for other processors, checks what the library
+# imports, and runs the examples under emulation.
 cross() {
     for preset in "$@"; do
         build_preset "$preset" zokecc zokecc_static zokecc_selftest zokecc_speed zokecc_cli
@@ -154,7 +154,7 @@ cross() {
     done
 }
 
-# demo_file [FILE]: sets file; refuses what is no file before anything is installed or built.
+# demo_file [FILE]: sets file; refuses what is not a file before anything is installed or built.
 demo_file() {
     case ${1:-} in
     '') file=README.md ;;

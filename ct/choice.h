@@ -7,7 +7,7 @@
 
 namespace zokecc {
 
-// The scheme tests compile this folder a second time, with fields for tiny curves as well.
+// The scheme tests compile this folder a second time, with fields for tiny curves, too.
 #if defined(ZOKECC_TINY_SECRET_FIELDS) && defined(__SIZEOF_INT128__)
 constexpr unsigned kMinSecretWords = 1;
 using OneLimb = FullLimbs<1, PortableSum>;

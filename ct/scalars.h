@@ -55,7 +55,7 @@ bool divide_by_secret(const mint &p, const mint &a, const mint &b, mint &out);
 }  // namespace zokecc
 
 // out = a random number from 1 to n - 2, or, with a key, a nonce from 1 to n - 1. 64 bits more than n has are
-// drawn and reduced, so no number is likelier than another by more than 2^-64. The kernel's bytes are hashed,
+// drawn and reduced, so the bias is below 2^-64. The kernel's bytes are hashed,
 // for a nonce together with key and digest, so that a nonce can only repeat for the same key and digest. -1
 // if the kernel delivers nothing.
 ZOKECC_INTERNAL int32_t draw_secret_number(mint *out, const mint *n, const mint *key, const mint *digest);

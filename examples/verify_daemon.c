@@ -78,7 +78,7 @@ int main(int argc, char **argv)
     printf("a worker may grow by %ld kilobytes before it is replaced\n", count * KEPT / 1024);
     fflush(stdout); /* else both processes have the line */
 
-    /* The session was opened before the fork and is shared, page by page, until somebody writes to it. A
+    /* The session was opened before the fork and is shared, page by page, until it is written to. A
      * worker that signs must not inherit the state of rand: see docs/integrating.md. */
     for (long i = 0; i < workers; ++i) {
         int status = 0;

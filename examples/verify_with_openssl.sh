@@ -53,7 +53,7 @@ for name in key signature; do
     openssl asn1parse -genconf "$work/$name.cnf" -noout -out "$work/$name.der"
 done
 
-# judge FILE IDENTITY: openssl's answer in one line, and its exit status.
+# judge FILE IDENTITY: openssl's verdict in one line, and its exit status.
 judge() {
     openssl pkeyutl -verify -pubin -inkey "$work/key.der" -keyform DER -sigfile "$work/signature.der" \
         -rawin -in "$1" -digest sm3 -pkeyopt "distid:$2" 2>&1

@@ -82,7 +82,7 @@ void check_unpress(FuzzInput &input, const Curve &c) {
         check(Natural(y) == Natural(5), "without a root nothing is written");
         return;
     }
-    // KEPT: for p = 1 modulo 8 nobody has squared the root again.
+    // KEPT: for p = 1 modulo 8 the root is not verified by squaring.
     const ecc_point P{0, x, y};
     check((c.p.words[0] & 7) == 1 || ecc_test_point(&P, &c.a, &c.b, &c.p) == 0, "the point is on the curve");
     check(Natural(y) == Natural(c.p) || (Natural(y).is_odd() ? 1u : 0u) == parity, "and has its parity");

@@ -1,13 +1,13 @@
 #!/bin/sh
 # Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-# Makes what is published of a release, from the commit that is checked out:
+# Makes the files of a release from the checked-out commit:
 #
 #     packaging/release.sh [--sources] [--key KEY] FOLDER
 #
 # FOLDER gets the archive of the sources, the bill of materials, the Debian packages (not with --sources) and
 # SHA256SUMS. With --key, gpg signs SHA256SUMS with that key; otherwise the command to do so is printed. The
-# tag vVERSION must stand at the commit, every file must be as committed, and CHANGELOG.md must have a date.
-# The same commit gives the same bytes.
+# tag vVERSION must be at the commit, every file must be as committed, and CHANGELOG.md must have a date.
+# The same commit always gives the same bytes.
 set -eu
 caller_folder=$(pwd)
 cd "$(dirname "$0")/.."

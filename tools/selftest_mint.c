@@ -31,7 +31,7 @@ static int carry_and_borrow(void)
     return 0;
 }
 
-/* d * k of the standard's signature, worked out with Python's integers. */
+/* d * k of the standard's signature, computed with Python's integers. */
 static int product_and_quotient(void)
 {
     const mint d = number(STANDARD_D);

@@ -98,7 +98,7 @@ static int read_e(const options *o, const scheme *s, uint8_t e[DIGEST_SIZE], uin
     return status;
 }
 
-/* A few signatures in a million come out wrong, as the library's documents say, so each is verified. */
+/* A few signatures in a million are wrong (see docs/security.md), so each is verified. */
 static int sign_e(const scheme *s, const ECCrefPrivateKey *priv, const uint8_t *e, uint32_t e_size,
                   ECCSignature *sig)
 {

@@ -5,7 +5,7 @@
 set -eu
 cd "$(dirname "$0")/../.."
 
-# preset PRESET ARCHITECTURE: builds it anew, with the flags that Debian gives all its packages.
+# preset PRESET ARCHITECTURE: rebuilds it with the flags that Debian uses for all its packages.
 preset() (
     echo "==> building: $1"
     rm -rf "build/$1"

@@ -5,7 +5,7 @@
 #     packaging/debian/package.sh BUILD_FOLDER ARCHITECTURE TOOL_PREFIX PACKAGE...
 #
 # leaves PACKAGE_VERSION_ARCHITECTURE.deb in BUILD_FOLDER. TOOL_PREFIX is that of a cross compiler's tools,
-# such as arm-linux-gnueabi-, or empty. The fields are in the file control beside this one; which glibc a
+# such as arm-linux-gnueabi-, or empty. The fields are in the file control next to this one; which glibc a
 # package depends on is read from its programs. With the same input the packages are the same, byte for byte:
 # all times in them are SOURCE_DATE_EPOCH, which is that of the last entry of changelog if it is not set.
 set -eu
@@ -36,14 +36,14 @@ component() {
     esac
 }
 
-# strip_all FOLDER: what the linker and the debugger alone need goes, the same for every build.
+# strip_all FOLDER: removes what only the linker and the debugger need, in the same way for every build.
 strip_all() {
     find "$1" -type f -name '*.so.*' -exec "${tools}strip" --strip-unneeded -R .comment -R .note {} +
     find "$1" -type f -name '*.a' -exec "${tools}strip" --strip-debug -R .comment -R .note -D {} +
     find "$1" -type f -path '*/bin/*' -exec "${tools}strip" -R .comment -R .note {} +
 }
 
-# libc FOLDER: the dependency on the oldest glibc that has every version of a symbol that is asked for.
+# libc FOLDER: the dependency on the oldest glibc that has every required symbol version.
 libc() {
     newest=$(find "$1" -type f \( -name '*.so.*' -o -path '*/bin/*' \) -exec \
         "${tools}readelf" --wide --version-info {} + | sed -n 's/.*Name: GLIBC_\([0-9.]*\).*/\1/p' |
@@ -51,13 +51,13 @@ libc() {
     echo "libc6 (>= $newest)"
 }
 
-# documents PACKAGE FOLDER: the place, the names and the compression that Debian wants.
+# documents PACKAGE FOLDER: in the place, with the names and the compression that Debian requires.
 documents() {
     place=$2/usr/share/doc
     if [ -d "$place/zokecc" ]; then mv "$place/zokecc" "$place/$1"; fi
     place=$place/$1
     mkdir -p "$place"
-    rm -f "$place/LICENSE" # which is in common-licenses
+    rm -f "$place/LICENSE" # it is in common-licenses
     cp $debian/copyright "$place/copyright"
     cp CHANGELOG.md "$place/changelog"
     [ "$(component "$1")" != library ] || python3 -B cmake/sbom.py > "$place/zokecc.spdx.json"

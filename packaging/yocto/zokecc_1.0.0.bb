@@ -6,13 +6,13 @@ SECTION = "libs"
 LICENSE = "Apache-2.0"
 LIC_FILES_CHKSUM = "file://LICENSE;md5=3b83ef96387f14655fc854ddc3c6bd57"
 
-# An archive of the sources in the folder files/ beside this recipe.
+# An archive of the sources in the folder files/ next to this recipe.
 SRC_URI = "file://zokecc-${PV}.tar.gz"
 S = "${WORKDIR}/zokecc-${PV}"
 
 inherit cmake
 
-# Without "hardened" the program has to bring its own rand(), or random numbers can be guessed.
+# Without "hardened" the program must provide its own rand(), or random numbers can be guessed.
 PACKAGECONFIG ??= "hardened tools"
 PACKAGECONFIG[hardened] = "-DZOKECC_HARDENED=ON,-DZOKECC_HARDENED=OFF"
 PACKAGECONFIG[small] = "-DZOKECC_SMALL=ON,-DZOKECC_SMALL=OFF"

@@ -1,6 +1,6 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Glitches: one product of the arithmetic for secrets after the other has a bit turned over, and a call
-// answers with what is right, or with a failure. The program is linked with --wrap for that product.
+// Glitches: one product after the other of the arithmetic for secrets gets a flipped bit, and the call must
+// return the right result or a failure. The program is linked with --wrap for that product.
 #include <gtest/gtest.h>
 
 #include "tests/sdf/fixtures.h"

@@ -1,6 +1,6 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Products with secret scalars on curves whose p and n do not fill their words, or have different numbers of
-// words, against multiples that plain integers gave: for each a scalar with the order's highest bit and
+// words, compared with multiples from plain integers: for each a scalar with the order's highest bit and
 // another one.
 #include <gtest/gtest.h>
 
@@ -94,7 +94,7 @@ TEST(UnusualCurves, MultiplesAreThoseOfPlainIntegers) {
         }
 }
 
-// An order with more words than the next one above p has is that of no curve.
+// No curve has an order with more words than p + 1.
 TEST(UnusualCurves, OrderFarAbovePIsRefused) {
     Curve c = secp160r1_of_24_bytes();
     c.n.words[5] = 3;

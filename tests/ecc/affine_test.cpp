@@ -171,7 +171,7 @@ TEST(EccPointAdd, DoublingWithZeroYGivesInfinity) {
 }
 
 // p - 0 reduces to a zero without words, which does not compare equal to a zero of one word;
-// so the tangent runs with 1/0 = p, and 0 - y comes out as p.
+// so the tangent runs with 1/0 = p, and 0 - y gives p.
 TEST(EccPointAdd, KeptDoublingWithZeroYOfOneWordGivesFinitePoint) {
     ecc_point P = affine(small(96), zero_in_one_word());
     EXPECT_TRUE(same_point(affine(small(2), kP97), sum97(P, P)));

@@ -22,7 +22,7 @@ public:
     uint32_t now;      // the clock
     uint32_t counter;  // rand calls so far
     unsigned seedings = 0;
-    bool stuck = false;  // rand answers stuck_value
+    bool stuck = false;  // rand returns stuck_value
     uint32_t stuck_value = 0;
 
     std::array<uint32_t, 8> seed() {
@@ -53,7 +53,7 @@ public:
         return out;
     }
 
-    // As many words as asked for, least significant first.
+    // The requested number of words, least significant first.
     std::vector<uint32_t> words(uint32_t count) {
         const ByteString drawn = bytes(4 * count);
         std::vector<uint32_t> out(count, 0);

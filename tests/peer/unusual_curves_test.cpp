@@ -1,7 +1,7 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The hardened build's calls with secrets on curves whose p and n do not fill their words, or have different
-// numbers of words, secp160r1 among them: keys, signatures and secrets against OpenSSL's points, encryption
-// and agreement from one side to the other.
+// numbers of words, for example secp160r1: keys, signatures and secrets, compared with OpenSSL's points,
+// encryption and agreement from one side to the other.
 #ifdef ZOKECC_HARDENED
 
 #include <openssl/ec.h>

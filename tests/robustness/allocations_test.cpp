@@ -207,7 +207,7 @@ void with_d_out_of_range(SessionArguments &a) { a.private_record = small_private
 void with_r_of_zero(SessionArguments &a) { a.numbers = small_signature(0, 216); }
 
 // The row of a call whose digit buffers are those of products with a secret: in the hardened build these
-// allocate nothing, and what is left of its answers to failures is that of the areas.
+// allocate nothing, and only the failures of its other buffers remain.
 Allocating secret(Allocating row) {
     if (!kHardened) return row;
     row.allocations -= static_cast<unsigned>(row.digit_buffers);

@@ -353,7 +353,7 @@ TEST(SchemeCalls, WorkWithAllArguments) {
     EXPECT_EQ(SchemeArguments().format(), 0);
     EXPECT_EQ(SchemeArguments().deformat(), 0);
     EXPECT_EQ(SchemeArguments().sm2_sign(), 0);
-    EXPECT_EQ(SchemeArguments().sm2_verify(), 1);  // here as well
+    EXPECT_EQ(SchemeArguments().sm2_verify(), 1);  // here, too
     EXPECT_EQ(SchemeArguments().encrypt(), 0);
     SchemeArguments decryption;
     EXPECT_EQ(decryption.decrypt(), -1);

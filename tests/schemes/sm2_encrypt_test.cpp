@@ -38,8 +38,8 @@ void expect_refused_before_the_loop(Sm2Encryption &call, uint32_t hash) {
     EXPECT_EQ(counter.outstanding, 0);
 }
 
-// Refused in the loop: by then k is drawn and C1 is written. The hardened build tests the key first and has
-// written the 04 only.
+// Refused in the loop: by then k is drawn and C1 is written. The hardened build checks the key first and has
+// written only the 04.
 void expect_refused_after_c1(Sm2Encryption &call, const TinyPoint &C1) {
     FakeEntropy entropy;
     queue_number(entropy, kK);

@@ -48,7 +48,7 @@ ByteString confirmation_by_hand(const ExchangeCase &exchange, uint8_t prefix, co
     return exchange.selector == 0 ? model_sm3(message) : model_sha256(message);
 }
 
-// x as it was, L zero bytes at the start of y, and the length L.
+// x unchanged, L zero bytes at the start of y, and the length L.
 ByteString expected_record(uint32_t byte_len) {
     ecc_point_bytes out = point_record({}, ByteString{});
     std::memset(out.y, 0, byte_len);

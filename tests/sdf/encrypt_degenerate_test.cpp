@@ -44,7 +44,7 @@ constexpr TinyPoint kOrder88 = {false, 7, 19};
 constexpr TinyPoint kOrderFour = {false, 73, 10};
 
 // SM2 encryption draws k, writes C1 = k G and is then refused; after C1 nothing is written. The hardened
-// build tests the key first and writes no more than the 04 of a flat ciphertext.
+// build checks the key first and writes only the 04 of a flat ciphertext.
 void expect_refused_after_c1(void *session, const ECCrefPublicKey &key, uint32_t k, const TinyPoint &C1) {
     const Encrypted written =
         kHardened ? Encrypted{} : Encrypted{small_bytes(C1.x), small_bytes(C1.y), {}, {}};

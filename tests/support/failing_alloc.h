@@ -21,10 +21,10 @@ inline constexpr bool kHardened = false;
 // frees them.
 constexpr int kept_digit_buffers(int count) { return kHardened ? 0 : count; }
 
-// How many digit buffers `count` products with a secret ask for: in the hardened build none.
+// How many digit buffers `count` multiplications by a secret allocate: in the hardened build none.
 constexpr unsigned digit_allocations(unsigned count) { return kHardened ? 0 : count; }
 
-// The least private number that is not refused.
+// The smallest private number that is accepted.
 inline constexpr uint32_t kLeastKey = kHardened ? 1 : 0;
 
 class FailingAlloc {
@@ -38,7 +38,7 @@ public:
     unsigned fail_at;
     unsigned allocations = 0;  // attempts, including the failed one
     int outstanding = 0;       // successful allocations minus frees since construction
-    size_t last_size = 0;      // bytes asked for by the last attempt
+    size_t last_size = 0;      // bytes requested by the last attempt
     size_t largest_size = 0;
 };
 

@@ -39,7 +39,7 @@ inline const TinyPoint &small_multiple(uint32_t k) {
     return multiples.at(k);
 }
 
-// k P for a point of that group: what a product with a secret gives in the hardened build.
+// k P for a point of that group: the hardened build's product by a secret.
 inline TinyPoint exact_multiple(uint32_t k, const TinyPoint &P) {
     TinyPoint out{};
     for (uint32_t bit = 1u << 31; bit != 0; bit >>= 1) {
