@@ -17,11 +17,6 @@ namespace {
 
 using Change = std::function<void(SessionExchange &)>;
 
-const ExchangeCase &small_exchange() {
-    static const ExchangeCase exchange = tiny_case(prime_group(), 32, 0);
-    return exchange;
-}
-
 std::string export_name(const SessionKeyCall &call) {
     const std::string sm2 = call.makes_Z ? "ZOK_SM2_Generate" : "ZOK_Generate";
     if (call.role == Role::kInitiator) return sm2 + "KeyWithECC";
@@ -32,7 +27,7 @@ std::string export_name(const SessionKeyCall &call) {
 void refuses(const SessionKeyCall &call, uint32_t status, const std::string &input, const Change &change,
              unsigned fail_at = 0) {
     bad(export_name(call), input, [=] {
-        SessionExchange side(small_exchange(), call.role);
+        SessionExchange side(tiny_exchange(), call.role);
         change(side);
         const std::string before = to_hex(image(side.R_record));
         FakeEntropy entropy;
@@ -52,7 +47,7 @@ Change both(const Change &first, const Change &second) {
     };
 }
 Change in_session_with(uint32_t selector) {
-    return [=](SessionExchange &s) { s.session = shared_session(small_exchange().curve, selector); };
+    return [=](SessionExchange &s) { s.session = shared_session(tiny_exchange().curve, selector); };
 }
 
 void spoil_values(SessionExchange &s) {
@@ -215,7 +210,7 @@ void add_hashes(const SessionKeyCall &call) {
 // From a device, with unknown types, and with an order of zero.
 void *unusable_session(unsigned which) {
     auto with = [](auto Curve::*field, auto value) {
-        Curve changed = small_exchange().curve;
+        Curve changed = tiny_exchange().curve;
         changed.*field = value;
         return changed.record(0);
     };
@@ -303,7 +298,7 @@ const robustness::Rows agreement(add_agreement), devices(add_devices);
 
 TEST(AgreementCalls, WorkWithAllArguments) {
     for (const SessionKeyCall &call : kSessionKeyCalls) {
-        SessionExchange side(small_exchange(), call.role);
+        SessionExchange side(tiny_exchange(), call.role);
         EXPECT_EQ(run(side, call), ZOK_OK) << call.name;
     }
 }

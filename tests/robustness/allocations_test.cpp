@@ -82,15 +82,10 @@ Allocating scheme_row(const char *name, SchemeCall call, int digits, const std::
     return {name, digits, static_cast<unsigned>(failed.size()), hides, run, kShortDigits, answers, untouched};
 }
 
-const exchange::ExchangeCase &small_exchange() {
-    static const exchange::ExchangeCase out = exchange::tiny_case(exchange::prime_group(), 32, 0);
-    return out;
-}
-
 Allocating exchange_row(const exchange::LegacyKeyCall &call) {
     return {call.name, 2, 2, false, [=](unsigned fail_at) {
-                install(small_exchange().curve);
-                exchange::LegacyExchange side(small_exchange(), call.role);
+                install(exchange::tiny_exchange().curve);
+                exchange::LegacyExchange side(exchange::tiny_exchange(), call.role);
                 const auto function =
                     call.call == exchange::kResponderCall.call ? &exchange::LegacyExchange::b1_10 : call.call;
                 FakeEntropy entropy;
@@ -104,7 +99,7 @@ Allocating exchange_row(const exchange::LegacyKeyCall &call) {
 // Two buffers for Z if a call computes it.
 Allocating agreement_row(const exchange::SessionKeyCall &call) {
     return {call.name, 2, call.makes_Z ? 4u : 2u, false, [=](unsigned fail_at) {
-                exchange::SessionExchange side(small_exchange(), call.role);
+                exchange::SessionExchange side(exchange::tiny_exchange(), call.role);
                 FakeEntropy entropy;
                 entropy.queued_numbers.push_back(
                     mint_from_hex(to_hex(side.r_record.K, side.r_record.bits / 8)));

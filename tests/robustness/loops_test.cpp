@@ -152,7 +152,7 @@ TEST(Loops, SquareRootGivesUpAfterSixtyDraws) {
 }
 
 TEST(Loops, ResponderDrawsOnce) {
-    const exchange::ExchangeCase kase = exchange::tiny_case(exchange::prime_group(), 32, 0);
+    const exchange::ExchangeCase &kase = exchange::tiny_exchange();
     for (const Stuck &stuck : kStuck) {
         install(kase.curve);
         exchange::LegacyExchange side(kase, exchange::Role::kResponder);

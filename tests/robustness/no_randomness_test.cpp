@@ -83,7 +83,7 @@ TEST(NoRandomness, SchemeCallsFailAndWriteNothing) {
 }
 
 TEST(NoRandomness, RespondersFailAndWriteNothing) {
-    const exchange::ExchangeCase kase = exchange::tiny_case(exchange::prime_group(), 32, 0);
+    const exchange::ExchangeCase &kase = exchange::tiny_exchange();
     install(kase.curve);
     exchange::LegacyExchange legacy(kase, exchange::Role::kResponder);
     {

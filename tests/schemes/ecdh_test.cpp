@@ -59,14 +59,6 @@ TEST(EcdhKeyExChg, EveryKeyWithSeveralPeers) {
     }
 }
 
-TEST(EcdhKeyExChg, BothSidesAgree) {
-    install_small(28);
-    for (uint32_t d : {3u, 400u, 989u})
-        for (uint32_t e : {7u, 500u})
-            Exchange(d, small_multiple(e), 28)
-                .expect_secret(number_bytes(x_of(small_multiple(product_modulo(d, e, kSmallN))), 28));
-}
-
 TEST(EcdhKeyExChg, CapacityOfTheCurveLengthIsEnough) {
     for (unsigned byte_len : kLegacyLengths) {
         install_small(byte_len);

@@ -65,16 +65,6 @@ TEST(EcesDecry, EveryMessageBelowThePrime) {
     }
 }
 
-TEST(EcesDecry, RoundTripOnEveryCurveLength) {
-    for (unsigned byte_len : kLegacyLengths) {
-        install_small(byte_len);
-        FakeEntropy entropy;
-        EcesEncryption encryption(small_multiple(kD), ByteString{3, 0x21});
-        ASSERT_EQ(encryption.run(12), 12);
-        Decryption(kD, encryption.out.first(13)).expect_decrypts_to({3, 0x21});
-    }
-}
-
 TEST(EcesDecry, RoundTripOn192To256BitCurves) {
     for (const std::string &name : legacy_curve_names()) {
         SCOPED_TRACE(name);

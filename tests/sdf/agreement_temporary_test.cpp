@@ -1,7 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The temporary key pair, under its four names.
-#include <gtest/gtest.h>
-
 #include "tests/support/exchange_generations.h"
 
 namespace zokecc_test::agreement_temporary_test {
@@ -73,34 +71,6 @@ TEST(ZokSm2GenerateResponseTmpKeyWithEcc, DrawnNumberOfTheWorkedExampleGivesItsR
 TEST(ZokSm2GenerateResponseTmpKeyWithEcc, DrawnNumberOfZeroGivesZeroBytes) {
     const ByteString zero(24, 0);
     for (TemporaryCall call : kNames) expect_pair(call, prime_group().curve(24), zero, zero, zero);
-}
-
-TEST(ZokSm2GenerateResponseTmpKeyWithEcc, BothSidesAgreeWithTemporaryKeys) {
-    const ExchangeCase exchange = vector_case(worked_example("GM/T 0003.5-2012 B.2"));
-    Outputs own;
-    Outputs peer;
-    {
-        FakeEntropy entropy;
-        ASSERT_EQ(ZOK_SM2_GenerateAgreementDataWithECC(shared_session(exchange.curve, 0), own.priv.get(),
-                                                       own.pub.get()),
-                  ZOK_OK);
-        ASSERT_EQ(ZOK_SM2_GenerateResponseTmpKeyWithECC(shared_session(exchange.curve, 0), peer.priv.get(),
-                                                        peer.pub.get()),
-                  ZOK_OK);
-    }
-    SessionExchange initiator(exchange, Role::kInitiator, 45);
-    initiator.r = own.priv.get();
-    initiator.R = own.pub.get();
-    initiator.peerR = peer.pub.get();
-    SessionExchange responder(exchange, Role::kResponder, 45);
-    responder.r = peer.priv.get();
-    responder.R = peer.pub.get();
-    responder.peerR = own.pub.get();
-    ASSERT_EQ(initiator.sm2_initiate(), ZOK_OK);
-    ASSERT_EQ(responder.sm2_respond(), ZOK_OK);
-    EXPECT_NE(to_hex(own.priv->K, 32), to_hex(peer.priv->K, 32));
-    EXPECT_EQ(text_of(initiator.key), text_of(responder.key));
-    EXPECT_EQ(Sessions::values(initiator, kSm2Initiate), Sessions::values(responder, kSm2Respond));
 }
 
 }  // namespace zokecc_test::agreement_temporary_test

@@ -99,13 +99,4 @@ TEST(SdfExternalEncrytpEcc, KeyIsReadAtItsOwnSize) {
         }
 }
 
-TEST(SdfExternalEncrytpEcc, DecryptsToTheMessageAndTheLengthOfACoordinate) {
-    for (uint32_t selector : kKnownHashes) {
-        void *session = small_session(selector);
-        GuardedRecord<ECCCipher> out;
-        ASSERT_EQ(encrypt(session, kSm2, small_public_key(), kMessage, out.get()), ZOK_OK);
-        expect_plain(decrypt(session, kSm2, small_private_key(), *out.get()), ZOK_OK, kMessage);
-    }
-}
-
 }  // namespace zokecc_test::encrypt_test

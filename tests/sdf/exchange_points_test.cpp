@@ -12,6 +12,10 @@ using namespace exchange;
 
 namespace {
 
+template <class G>
+class ExchangePoints : public testing::Test {};
+TYPED_TEST_SUITE(ExchangePoints, Generations, GenerationName);
+
 // One side of an exchange, in the call's arguments and in the model.
 template <class G, class Call>
 struct Trial {
@@ -113,22 +117,6 @@ void expect_cofactor_product_modulo_p() {
             byte_len);
 }
 
-// d with d + x-bar r = 0 modulo n, and its neighbour.
-template <class G>
-void expect_k_of_zero_refused() {
-    for (const TinyGroup *group : {&prime_group(), &cofactor_group()})
-        for (uint32_t less : {0u, 1u})
-            for_each_call<G>(*group, [&](auto &trial) {
-                trial.model.d = 0;
-                trial.set_d(group->n - trial.steps().t - less);
-                ASSERT_EQ(trial.steps().k == 0, less == 0);
-                if (less == 0)
-                    trial.expect_refused_late();
-                else
-                    EXPECT_EQ(run(trial.side, trial.call), ZOK_OK);
-            });
-}
-
 // An order above p makes p / n zero, and k with it.
 template <class G>
 void expect_cofactor_of_zero_refused() {
@@ -141,35 +129,6 @@ void expect_cofactor_of_zero_refused() {
     });
 }
 
-// (0, 0) as a sum is treated as infinity.
-template <class G>
-void expect_infinite_sum_refused() {
-    for_each_call<G>(
-        origin_group(),
-        [](auto &trial) {
-            trial.set_sum({false, 0, 0});
-            ASSERT_TRUE(trial.steps().T.infinite);
-            ASSERT_NE(trial.steps().k, 0u);
-            trial.expect_refused_late();
-        },
-        28);
-}
-
-template <class G>
-void expect_infinite_shared_point_refused() {
-    for (uint32_t order : {2u, 4u})
-        for_each_call<G>(
-            cofactor_group(),
-            [&](auto &trial) {
-                trial.set_sum(trial.group.point_of_order(order));
-                ASSERT_FALSE(trial.steps().T.infinite);
-                ASSERT_NE(trial.steps().k, 0u);
-                ASSERT_TRUE(trial.steps().U.infinite);
-                trial.expect_refused_late();
-            },
-            24);
-}
-
 // The peer's key is the negative of its weighted random point: the sum is (-2x, -y).
 template <class G>
 void expect_opposite_points_have_a_finite_sum() {
@@ -177,16 +136,6 @@ void expect_opposite_points_have_a_finite_sum() {
         const TinyPoint weighted = tiny_weighted(trial.group, trial.model);
         trial.set_peer_key(trial.group.group.negate(weighted));
         ASSERT_EQ(trial.steps().T, (TinyPoint{false, (2 * 1009 - 2 * weighted.x) % 1009, weighted.y}));
-        trial.expect_modelled();
-    });
-}
-
-template <class G>
-void expect_equal_points_are_doubled() {
-    for_each_call<G>(prime_group(), [](auto &trial) {
-        const TinyPoint weighted = tiny_weighted(trial.group, trial.model);
-        trial.set_peer_key(weighted);
-        ASSERT_EQ(trial.steps().T, trial.group.group.add(weighted, weighted));
         trial.expect_modelled();
     });
 }
@@ -206,27 +155,62 @@ TEST(ZokGenerateKeyWithEcc, KeptCofactorProductIsReducedModuloP) {
     expect_cofactor_product_modulo_p<Sessions>();
 }
 
-TEST(Sm2KeyExChgRefusals, KOfZeroReturnsMinusOne) { expect_k_of_zero_refused<Legacy>(); }
-TEST(ZokAgreementRefusals, KOfZeroReturnsMinusOne) { expect_k_of_zero_refused<Sessions>(); }
+// d with d + x-bar r = 0 modulo n, and its neighbour.
+TYPED_TEST(ExchangePoints, KOfZeroReturnsMinusOne) {
+    for (const TinyGroup *group : {&prime_group(), &cofactor_group()})
+        for (uint32_t less : {0u, 1u})
+            for_each_call<TypeParam>(*group, [&](auto &trial) {
+                trial.model.d = 0;
+                trial.set_d(group->n - trial.steps().t - less);
+                ASSERT_EQ(trial.steps().k == 0, less == 0);
+                if (less == 0)
+                    trial.expect_refused_late();
+                else
+                    EXPECT_EQ(run(trial.side, trial.call), ZOK_OK);
+            });
+}
 
 TEST(Sm2KeyExChgRefusals, CofactorOfZeroReturnsMinusOne) { expect_cofactor_of_zero_refused<Legacy>(); }
 TEST(ZokAgreementRefusals, CofactorOfZeroReturnsMinusOne) { expect_cofactor_of_zero_refused<Sessions>(); }
 
-TEST(Sm2KeyExChgRefusals, InfiniteSumReturnsMinusOne) { expect_infinite_sum_refused<Legacy>(); }
-TEST(ZokAgreementRefusals, InfiniteSumReturnsMinusOne) { expect_infinite_sum_refused<Sessions>(); }
-
-TEST(Sm2KeyExChgRefusals, InfiniteSharedPointReturnsMinusOne) {
-    expect_infinite_shared_point_refused<Legacy>();
+// (0, 0) as a sum is treated as infinity.
+TYPED_TEST(ExchangePoints, InfiniteSumReturnsMinusOne) {
+    for_each_call<TypeParam>(
+        origin_group(),
+        [](auto &trial) {
+            trial.set_sum({false, 0, 0});
+            ASSERT_TRUE(trial.steps().T.infinite);
+            ASSERT_NE(trial.steps().k, 0u);
+            trial.expect_refused_late();
+        },
+        28);
 }
-TEST(ZokAgreementRefusals, InfiniteSharedPointReturnsMinusOne) {
-    expect_infinite_shared_point_refused<Sessions>();
+
+TYPED_TEST(ExchangePoints, InfiniteSharedPointReturnsMinusOne) {
+    for (uint32_t order : {2u, 4u})
+        for_each_call<TypeParam>(
+            cofactor_group(),
+            [&](auto &trial) {
+                trial.set_sum(trial.group.point_of_order(order));
+                ASSERT_FALSE(trial.steps().T.infinite);
+                ASSERT_NE(trial.steps().k, 0u);
+                ASSERT_TRUE(trial.steps().U.infinite);
+                trial.expect_refused_late();
+            },
+            24);
 }
 
 TEST(Sm2KeyExChg, KeptOppositePointsHaveAFiniteSum) { expect_opposite_points_have_a_finite_sum<Legacy>(); }
 TEST(ZokAgreement, KeptOppositePointsHaveAFiniteSum) { expect_opposite_points_have_a_finite_sum<Sessions>(); }
 
-TEST(Sm2KeyExChg, EqualPointsAreDoubledInTheSum) { expect_equal_points_are_doubled<Legacy>(); }
-TEST(ZokAgreement, EqualPointsAreDoubledInTheSum) { expect_equal_points_are_doubled<Sessions>(); }
+TYPED_TEST(ExchangePoints, EqualPointsAreDoubledInTheSum) {
+    for_each_call<TypeParam>(prime_group(), [](auto &trial) {
+        const TinyPoint weighted = tiny_weighted(trial.group, trial.model);
+        trial.set_peer_key(weighted);
+        ASSERT_EQ(trial.steps().T, trial.group.group.add(weighted, weighted));
+        trial.expect_modelled();
+    });
+}
 
 TEST(Sm2KeyExChgAccepted, PeerKeyOffTheCurveIsNotRefused) { expect_peer_key_served<Legacy>({false, 2, 366}); }
 TEST(ZokAgreement, PeerKeyIsNotTestedForTheCurveOrForZeroCoordinates) {

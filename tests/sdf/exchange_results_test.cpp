@@ -160,30 +160,11 @@ TEST(ZokAgreement, BothSidesDeriveTheSameKeyAndConfirmEachOther) {
                                                      responding);
 }
 
-TEST(ZokAgreement, GivesTheBytesOfTheLegacyCallsOnNamedCurves) {
-    for (const char *name : {"sm2p256v1", "secp224r1", "brainpoolP192r1"})
-        for (const VectorBlock &block : exchange_vectors())
-            if (block.text("Curve") == name && block.decimal("KLen") == 16)
-                expect_generations_agree(vector_case(block), 45);
-}
-
 TEST(ZokAgreement, GivesTheBytesOfTheLegacyCallsOnSmallCurves) {
     for (const TinyGroup *group : {&prime_group(), &cofactor_group()})
         for (unsigned byte_len : Legacy::kLengths)
             for (uint32_t selector : {0u, 1u})
                 expect_generations_agree(tiny_case(*group, byte_len, selector), 100);
-}
-
-TEST(ZokAgreement, KeyIsThatOfTheLegacyCallForBothRolesToo) {
-    const ExchangeCase exchange = vector_case(worked_example("GM/T 0003.5-2012 B.2"));
-    install(exchange.curve);
-    SessionExchange session(exchange, Role::kInitiator, 48);
-    ASSERT_EQ(run(session, kInitiate), ZOK_OK);
-    for (const LegacyKeyCall &call : {kWholeInitiator, kWholeResponder}) {
-        LegacyExchange legacy(exchange, call.role, 48);
-        ASSERT_EQ(run(legacy, call), ZOK_OK);
-        EXPECT_EQ(text_of(legacy.key), text_of(session.key));
-    }
 }
 
 TEST(ZokAgreement, FamiliesAgreeOnZValuesFromTheUserInformationCall) {

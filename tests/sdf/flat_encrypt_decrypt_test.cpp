@@ -31,16 +31,6 @@ TEST(ZokExternalDecryptEcc, EveryLengthUpToTwoHundredAndSixtyFourKibibytes) {
         }
 }
 
-TEST(ZokExternalDecryptEcc, WhatWasEncryptedComesBack) {
-    for (size_t size : {size_t{1}, size_t{20}, size_t{100}}) {
-        const ByteString message = test_bytes(size, 72);
-        GuardedBuffer out(kOverhead + size);
-        uint32_t length = 0;
-        ASSERT_EQ(flat_encrypt(small_session(), small_public_key(), message, out.data(), &length), ZOK_OK);
-        expect_plain(decrypt_small(out.first(length)), ZOK_OK, message);
-    }
-}
-
 TEST(ZokExternalDecryptEcc, CiphertextsOfTheProcessWideCallAreTheSameAndDecrypt) {
     for (const char *name : {"secp192r1", "secp224r1", "sm2p256v1"}) {
         SCOPED_TRACE(name);
@@ -124,14 +114,6 @@ TEST(ZokExternalDecryptEcc, KeyStreamThatOnlyStartsWithZeroIsUsed) {
     const ByteString message = test_bytes(2, 74);
     const Encrypted parts = small_encryption(HASH_ALG_SM3, nonce_of_zero_stream(HASH_ALG_SM3), message);
     expect_plain(decrypt_small(parts.flat()), ZOK_OK, message);
-}
-
-TEST(ZokExternalDecryptEcc, LargestKeyIsTaken) {
-    EXPECT_EQ(decrypt_small(good_cipher(45), kSmallN - 1).status, ZOK_ERR_INTERNAL);  // a mismatch
-    EXPECT_EQ(decrypt(small_session(), kProduct, small_private_key(kSmallN - 1),
-                      cipher_record(small_encryption(HASH_ALG_SM3, 77, test_bytes(kSmallL))))
-                  .status,
-              ZOK_OK);
 }
 
 TEST(ZokExternalDecryptEcc, KeptC1OfZerosDecryptsUnderEveryKey) {

@@ -116,18 +116,6 @@ TEST(SdfGenerateKeyPairEcc, KeptPrivateKeyOfZeroIsPossible) {
     expect_pair(sm2_session(), ZOK_ALG_SM2_KEY, {small_number(0)}, zeros, zeros, zeros);
 }
 
-TEST(SdfGenerateKeyPairEcc, GeneratedPairSignsAndVerifies) {
-    FakeEntropy entropy;
-    Written written;
-    ASSERT_EQ(written.generate(sm2_session(), ZOK_ALG_SM2_KEY, 256), ZOK_OK);
-    ByteString e(32, 0x5C);
-    for (uint32_t algorithm : {ZOK_ALG_SM2_SIGN, ZOK_ALG_ECDSA_SIGN}) {
-        ECCSignature sig{};
-        ASSERT_EQ(sign_e(sm2_session(), algorithm, *written.priv.get(), e, &sig), ZOK_OK);
-        EXPECT_EQ(verify_e(sm2_session(), algorithm, *written.pub.get(), e, sig), ZOK_OK);
-    }
-}
-
 TEST(SdfGenerateKeyPairEcc, RefusedConfigurationStillDecidesTheSize) {
     Session session(small_curve());
     CurvePara refused = curve("sm2p256v1").record(HASH_ALG_SM3);

@@ -47,22 +47,17 @@ struct OfSession {
     }
 };
 
+template <class G>
+class XBar : public testing::Test {};
+using BothXBars = testing::Types<Process, OfSession>;
+TYPED_TEST_SUITE(XBar, BothXBars);
+
 // Only the last w / 8 + 1 of the L bytes are written.
 ByteString only_written_at_the_end(const ByteString &x, unsigned w) {
     ByteString out(kArea, kFill);
     const ByteString value = model_x_bar_bytes(x, w);
     for (size_t i = x.size() - 1 - w / 8; i < x.size(); ++i) out[i] = value[i];
     return out;
-}
-
-// 0xF0 AND 0x7F, plus 0x80: bit 127 of x is not one of the low 127 bits.
-template <class G>
-void expect_top_bit_of_byte_16() {
-    const ByteString low = from_hex("f1f2f3f4f5f6f7f8f9fafbfcfdfeff");
-    EXPECT_EQ(to_hex(G::x_bar(32, kX, 127)), to_hex(joined({kUntouched16, {0xF0}, low, kUntouched8})));
-    ByteString clear = kX;
-    clear[16] = 0x12;
-    EXPECT_EQ(to_hex(G::x_bar(32, clear, 127)), to_hex(joined({kUntouched16, {0x92}, low, kUntouched8})));
 }
 
 template <class G>
@@ -74,47 +69,44 @@ void expect_top_byte_of_one() {
     }
 }
 
-// The widths of the curves' lengths, and others.
-template <class G>
-void expect_widths_as_modelled() {
-    for (unsigned byte_len : G::kLengths)
-        for (unsigned w :
-             {4 * byte_len - 1, 0u, 1u, 7u, 8u, 9u, 79u, 80u, 112u, 120u, 128u, 8 * byte_len - 1}) {
-            SCOPED_TRACE("L " + std::to_string(byte_len) + " w " + std::to_string(w));
-            for (uint32_t seed = 1; seed <= 20; ++seed) {
-                const ByteString x = test_bytes(byte_len, seed);
-                EXPECT_EQ(to_hex(G::x_bar(byte_len, x, w)), to_hex(only_written_at_the_end(x, w)));
-            }
-            for (uint8_t fill : ByteString{0x00, 0x7F, 0x80, 0xFF}) {
-                const ByteString x(byte_len, fill);
-                EXPECT_EQ(to_hex(G::x_bar(byte_len, x, w)), to_hex(only_written_at_the_end(x, w)));
-            }
-        }
-}
-
-template <class G>
-void expect_nothing_beyond_the_coordinate() {
-    for (unsigned byte_len : G::kLengths)
-        for (unsigned w : {8 * byte_len, 8 * byte_len + 1, 8 * byte_len + 8, 1000u, 0xFFFFFFFFu})
-            EXPECT_EQ(G::x_bar(byte_len, kX, w), ByteString(kArea, kFill)) << "L " << byte_len << " w " << w;
-}
-
 }  // namespace
 
-TEST(Sm2XBar, Width127KeepsSevenBitsOfByte16AndSetsItsTopBit) { expect_top_bit_of_byte_16<Process>(); }
-TEST(Sm2XBarSession, Width127KeepsSevenBitsOfByte16AndSetsItsTopBit) {
-    expect_top_bit_of_byte_16<OfSession>();
+// 0xF0 AND 0x7F, plus 0x80: bit 127 of x is not one of the low 127 bits.
+TYPED_TEST(XBar, Width127KeepsSevenBitsOfByte16AndSetsItsTopBit) {
+    const ByteString low = from_hex("f1f2f3f4f5f6f7f8f9fafbfcfdfeff");
+    EXPECT_EQ(to_hex(TypeParam::x_bar(32, kX, 127)),
+              to_hex(joined({kUntouched16, {0xF0}, low, kUntouched8})));
+    ByteString clear = kX;
+    clear[16] = 0x12;
+    EXPECT_EQ(to_hex(TypeParam::x_bar(32, clear, 127)),
+              to_hex(joined({kUntouched16, {0x92}, low, kUntouched8})));
 }
 
 TEST(Sm2XBar, KeptTopByteIsExactlyOneForAWidthOfWholeBytes) { expect_top_byte_of_one<Process>(); }
 TEST(Sm2XBarSession, KeptTopByteIsExactlyOneForAWidthOfWholeBytes) { expect_top_byte_of_one<OfSession>(); }
 
-TEST(Sm2XBar, WidthsAgreeWithTheModel) { expect_widths_as_modelled<Process>(); }
-TEST(Sm2XBarSession, WidthsAgreeWithTheModel) { expect_widths_as_modelled<OfSession>(); }
+// The widths of the curves' lengths, and others.
+TYPED_TEST(XBar, WidthsAgreeWithTheModel) {
+    for (unsigned byte_len : TypeParam::kLengths)
+        for (unsigned w :
+             {4 * byte_len - 1, 0u, 1u, 7u, 8u, 9u, 79u, 80u, 112u, 120u, 128u, 8 * byte_len - 1}) {
+            SCOPED_TRACE("L " + std::to_string(byte_len) + " w " + std::to_string(w));
+            for (uint32_t seed = 1; seed <= 20; ++seed) {
+                const ByteString x = test_bytes(byte_len, seed);
+                EXPECT_EQ(to_hex(TypeParam::x_bar(byte_len, x, w)), to_hex(only_written_at_the_end(x, w)));
+            }
+            for (uint8_t fill : ByteString{0x00, 0x7F, 0x80, 0xFF}) {
+                const ByteString x(byte_len, fill);
+                EXPECT_EQ(to_hex(TypeParam::x_bar(byte_len, x, w)), to_hex(only_written_at_the_end(x, w)));
+            }
+        }
+}
 
-TEST(Sm2XBar, WidthBeyondTheCoordinateWritesNothing) { expect_nothing_beyond_the_coordinate<Process>(); }
-TEST(Sm2XBarSession, WidthBeyondTheCoordinateWritesNothing) {
-    expect_nothing_beyond_the_coordinate<OfSession>();
+TYPED_TEST(XBar, WidthBeyondTheCoordinateWritesNothing) {
+    for (unsigned byte_len : TypeParam::kLengths)
+        for (unsigned w : {8 * byte_len, 8 * byte_len + 1, 8 * byte_len + 8, 1000u, 0xFFFFFFFFu})
+            EXPECT_EQ(TypeParam::x_bar(byte_len, kX, w), ByteString(kArea, kFill))
+                << "L " << byte_len << " w " << w;
 }
 
 TEST(Sm2XBar, LengthComesFromTheCurveAndNotFromTheRecord) {

@@ -68,6 +68,11 @@ ExchangeCase tiny_case(const TinyGroup &group, unsigned byte_len, uint32_t selec
     return out;
 }
 
+const ExchangeCase &tiny_exchange() {
+    static const ExchangeCase exchange = tiny_case(prime_group(), 32, 0);
+    return exchange;
+}
+
 TinySide tiny_side(const ExchangeCase &exchange, Role role) {
     const ExchangeParty &own = exchange.own(role);
     const ExchangeParty &peer = exchange.peer(role);

@@ -52,6 +52,9 @@ struct TinyScalars {
 ExchangeCase tiny_case(const TinyGroup &group, unsigned byte_len, uint32_t selector,
                        TinyScalars scalars = {});
 
+// On the curve of 991 points in 32 bytes.
+const ExchangeCase &tiny_exchange();
+
 // One side's inputs to the steps, for tests that change some of them.
 TinySide tiny_side(const ExchangeCase &exchange, Role role);
 // The case's hashes with the shared point of these steps.
