@@ -3,7 +3,7 @@
 #include <array>
 
 #include "tests/robustness/bad_inputs.h"
-#include "tests/sdf/device.h"
+#include "tests/sdf/fixtures.h"
 #include "tests/support/encryption_case.h"
 #include "tests/support/failing_alloc.h"
 #include "tests/support/session_exchange.h"

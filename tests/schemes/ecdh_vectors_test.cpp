@@ -1,7 +1,7 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Published ECDH secrets and public keys, on every curve that Curve_Init supports.
+#include "tests/support/legacy_curve.h"
 #include "tests/support/legacy_records.h"
-#include "tests/support/legacy_vectors.h"
 
 namespace zokecc_test::ecdh_vectors_test {
 

@@ -7,7 +7,6 @@
 #include <cstdint>
 
 #include "tests/support/legacy_records.h"
-#include "tests/support/legacy_vectors.h"
 #include "tests/support/model_hash.h"
 #include "tests/support/naive_int.h"
 #include "tests/support/small_group.h"

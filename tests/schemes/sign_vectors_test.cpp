@@ -5,7 +5,7 @@
 // not: there the signatures are checked with the equation s k = e + d r with the whole digest as e.
 #include "tests/schemes/ecdsa_calls.h"
 #include "tests/schemes/sm2_sign_calls.h"
-#include "tests/support/legacy_vectors.h"
+#include "tests/support/legacy_records.h"
 #include "tests/support/naive_int.h"
 
 namespace zokecc_test::sign_vectors_test {

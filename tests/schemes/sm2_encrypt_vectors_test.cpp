@@ -4,7 +4,7 @@
 // longer than a coordinate. Decryption returns -1 for all of them: the check value is after
 // C2, not where it is expected. The plaintext is written nevertheless.
 #include "tests/schemes/sm2_encrypt_calls.h"
-#include "tests/support/legacy_vectors.h"
+#include "tests/support/legacy_records.h"
 
 namespace zokecc_test::sm2_encrypt_vectors_test {
 

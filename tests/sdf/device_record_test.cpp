@@ -1,7 +1,7 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Sessions of a device that holds a curve record. The record belongs to its supplier, not to the
 // device: sessions read it, never free it, never write it.
-#include "tests/sdf/device.h"
+#include "tests/sdf/fixtures.h"
 #include "tests/support/failing_alloc.h"
 
 namespace zokecc_test::device_record_test {

@@ -29,13 +29,6 @@ TEST(SdfExternalEncrytpEcc, EveryNonceOnTheSmallCurve) {
     }
 }
 
-TEST(SdfExternalEncrytpEcc, MessagesOfZerosAndOnesAreMaskedLikeAnyOther) {
-    for (uint8_t value : {uint8_t{0x00}, uint8_t{0xFF}}) {
-        const ByteString message(kSmallL, value);
-        expect_encryption(HASH_ALG_SHA256, 5, message, small_encryption(HASH_ALG_SHA256, 5, message));
-    }
-}
-
 TEST(SdfExternalEncrytpEcc, OneNonceBelowTheOrderIsDrawnAndNothingElse) {
     // Without a queue the generator is used; it gives the same for the same clock.
     mint k{};

@@ -70,24 +70,49 @@ inline void *sm2_session(uint32_t hash_selector = HASH_ALG_SM3) {
     return shared_session(curve("sm2p256v1"), hash_selector);
 }
 
+// A device that is closed when the test ends, unless the test did it.
+class Device {
+public:
+    Device() { EXPECT_EQ(SDF_OpenDevice(&handle_), ZOK_OK); }
+    ~Device() {
+        if (handle_ != nullptr) close();
+    }
+    Device(const Device &) = delete;
+    Device &operator=(const Device &) = delete;
+
+    void close() {
+        EXPECT_EQ(SDF_CloseDevice(handle_), ZOK_OK);
+        handle_ = nullptr;
+    }
+    void *handle() { return handle_; }
+    DeviceContext *context() { return static_cast<DeviceContext *>(handle_); }
+
+private:
+    void *handle_ = nullptr;
+};
+
+inline void *open_on(Device &device) {
+    void *session = nullptr;
+    EXPECT_EQ(SDF_OpenSession(device.handle(), &session), ZOK_OK);
+    return session;
+}
+
+inline uint32_t configure(void *session, const CurvePara &record) {
+    return ZOK_CurveParaCfg(session, record.type, &record);
+}
+
 // A session from a device without a record: it has no curve.
 class CurvelessSession {
 public:
-    CurvelessSession() {
-        EXPECT_EQ(SDF_OpenDevice(&device_), ZOK_OK);
-        EXPECT_EQ(SDF_OpenSession(device_, &session_), ZOK_OK);
-    }
-    ~CurvelessSession() {
-        EXPECT_EQ(SDF_CloseSession(session_), ZOK_OK);
-        EXPECT_EQ(SDF_CloseDevice(device_), ZOK_OK);
-    }
+    CurvelessSession() : session_(open_on(device_)) {}
+    ~CurvelessSession() { EXPECT_EQ(SDF_CloseSession(session_), ZOK_OK); }
     CurvelessSession(const CurvelessSession &) = delete;
     CurvelessSession &operator=(const CurvelessSession &) = delete;
     void *handle() const { return session_; }
 
 private:
-    void *device_ = nullptr;
-    void *session_ = nullptr;
+    Device device_;
+    void *session_;
 };
 
 inline void put_field(uint8_t *field, const ByteString &value) {

@@ -2,7 +2,7 @@
 // Sessions: closing, with and without a device, and what remains allocated.
 #include <cstdlib>
 
-#include "tests/sdf/device.h"
+#include "tests/sdf/fixtures.h"
 #include "tests/support/failing_alloc.h"
 
 namespace zokecc_test::session_close_test {

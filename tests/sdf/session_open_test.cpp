@@ -1,6 +1,6 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // Sessions: opening, with and without a device.
-#include "tests/sdf/device.h"
+#include "tests/sdf/fixtures.h"
 #include "tests/support/failing_alloc.h"
 
 namespace zokecc_test::session_open_test {

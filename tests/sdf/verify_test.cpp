@@ -79,14 +79,6 @@ TEST(SdfExternalVerifyEcc, EveryLengthOfEUpTo76IsTakenAsItStands) {
                 << count;
 }
 
-TEST(SdfExternalVerifyEcc, EIsReducedFromNineteenFullWords) {
-    ByteString e(76, 0xFF);
-    EXPECT_EQ(verify_e(small_session(), ZOK_ALG_SM2_SIGN, small_public_key(), e, small_signature(320, 874)),
-              ZOK_OK);
-    EXPECT_EQ(verify_e(small_session(), ZOK_ALG_ECDSA_SIGN, small_public_key(), e, small_signature(761, 605)),
-              ZOK_OK);
-}
-
 TEST(SdfExternalVerifyEcc, EmptyEIsZero) {
     const ECCrefPublicKey key = small_public_key();
     const ECCSignature sig = small_signature(761, 988);

@@ -5,8 +5,8 @@
 #include <set>
 
 #include "tests/sdf/fixtures.h"
+#include "tests/support/legacy_curve.h"
 #include "tests/support/legacy_records.h"
-#include "tests/support/legacy_vectors.h"
 #include "tests/support/model_curve.h"
 
 namespace zokecc_test::wycheproof_test {

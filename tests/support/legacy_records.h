@@ -17,6 +17,7 @@
 #include "tests/support/guarded_buffer.h"
 #include "tests/support/hex.h"
 #include "tests/support/points.h"
+#include "tests/support/vector_file.h"
 
 namespace zokecc_test {
 
@@ -114,6 +115,15 @@ inline void queue_number(FakeEntropy &entropy, const mint &value, unsigned count
 }
 inline void queue_number(FakeEntropy &entropy, uint32_t value, unsigned count = 1) {
     queue_number(entropy, small(value), count);
+}
+
+// Published vectors over the curves that Curve_Init takes.
+inline bool is_legacy(const VectorBlock &block) { return curve(block.text("Curve")).legacy_type != kNoType; }
+inline bool is_legacy_of_256_bits(const VectorBlock &block) {
+    return curve(block.text("Curve")).legacy_type == 1;
+}
+inline bool is_shorter_legacy(const VectorBlock &block) {
+    return is_legacy(block) && !is_legacy_of_256_bits(block);
 }
 
 }  // namespace zokecc_test
