@@ -1,20 +1,20 @@
 #!/usr/bin/env python3
 # Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-"""Changes the library's sources, one change at a time, and sees whether a test notices.
+"""Changes the library's sources, one change at a time, and checks whether a test notices.
 
     tests/mutants/mutants.py [--sample N | --all] [--seed S] [--file F]... [FOLDER]...
 
-    --sample N   N changes that count, spread over the files by their number of changes; 300
-    --all        every change; hours
-    --seed S     which sample; 1
-    --file F     changes of this file only, as in mint/divide.cpp
-    --list       print the changes and try none
-    --survivors  try those that survived the last time once more; build/mutants/list.json has them
-    --resume     take over what the last run has in that list, as after an interruption
+    --sample N   N changes that count, spread over the files by their number of changes; default 300
+    --all        every change; takes hours
+    --seed S     seed of the sample; default 1
+    --file F     changes of this file only, for example mint/divide.cpp
+    --list       print the changes without trying them
+    --survivors  retry the survivors of the last run, from build/mutants/list.json
+    --resume     keep the results in that list, for example after an interruption
 
-FOLDER is mint, hash, ecc, schemes or sdf, all five unless told otherwise; or ct alone, which is changed and
+FOLDER is mint, hash, ecc, schemes or sdf, by default all five; or ct alone, which is changed and
 tested in the hardened build. A change does not count when it does not compile or leaves the objects as they
-were. The exit status is 1 when less than 95 % of a folder's changes are caught. docs/testing.md has the rest.
+were. The exit status is 1 if less than 95 % of a folder's changes are caught. See docs/testing.md.
 """
 import argparse
 import json
@@ -29,10 +29,10 @@ import workshop
 
 FOLDERS = ("ct",) if workshop.HARDENED else ("mint", "hash", "ecc", "schemes", "sdf")
 FLOOR = 95.0
-# What is for ARM is not for this machine. tests/secrets holds the other two.
+# The first two are only compiled for ARM; the other two are tested by tests/secrets.
 LEFT_OUT = {"mint/limbs/limb_arm.h", "ct/sums_arm.cpp", "base/burn.h", "base/wipe.h"}
 RECORD = workshop.FOLDER / "list.json"
-# Changes without an effect that a test could see, each with the reason; they do not count.
+# Changes whose effect no test can observe, each with the reason; they do not count.
 WITHOUT_EFFECT = pathlib.Path(__file__).parent / "without_effect.txt"
 
 
@@ -49,7 +49,7 @@ def key(record):
 
 
 def candidates(folders, files):
-    """File names with their changes, in the order in which a sample takes them."""
+    """File names with their changes, in sampling order."""
     out = {}
     for folder in folders:
         for path in sorted((workshop.ROOT / folder).rglob("*")):
@@ -62,7 +62,7 @@ def candidates(folders, files):
 
 
 def quotas(found, sample):
-    """Shares of the sample: in proportion, rounded so that they add up, largest remainders first."""
+    """Proportional shares of the sample, rounded by the largest-remainder method."""
     total = sum(map(len, found.values()))
     exact = {name: sample * len(list_) / total for name, list_ in found.items()}
     out = {name: int(share) for name, share in exact.items()}
@@ -78,7 +78,7 @@ def shuffled(name, found, seed):
 
 
 def chosen(found, arguments):
-    """For each file how many changes have to count, and the changes to take them from."""
+    """For each file, how many changes must count, and the candidates."""
     if arguments.survivors:
         left = {key(record) for record in recorded() if record["result"] == "survived"}
         picked = {name: [c for c in list_ if (c.file, c.line, c.column, c.what) in left]
@@ -91,7 +91,7 @@ def chosen(found, arguments):
 
 
 def without_effect():
-    """Triples of file, line of the source and change, from the list of them."""
+    """The triples of file, source line and change listed in without_effect.txt."""
     lines = WITHOUT_EFFECT.read_text(encoding="ascii").splitlines()
     entries = [line.strip() for line in lines if not line.startswith("#")]
     changes_of = (entry.rpartition(" -- ")[0] for entry in entries[2::3])
@@ -117,8 +117,8 @@ def attempt(shop, change, no_effect):
 
 
 def try_all(shop, plan, known, again, no_effect):
-    """Results of the plan's changes, the known ones among them. One of each file in turn, so that what there
-    is after an interruption is a sample as well."""
+    """Results of the plan's changes, including the known ones. Takes one of each file in turn, so that the
+    results up to an interruption are a sample as well."""
     results = dict(known)
     left = {name: (quota, iter(list_)) for name, (quota, list_) in plan.items() if quota > 0}
     while left:
@@ -139,7 +139,7 @@ def try_all(shop, plan, known, again, no_effect):
 
 
 def summary(records):
-    """Prints the table; returns whether every folder is above the floor."""
+    """Prints the table; returns True if every folder reaches the floor."""
     counted = [record for record in records if record["counts"]]
     others = len(records) - len(counted)
     say(f"\n==> {len(counted)} changes; {others} more did not compile or changed nothing")
@@ -182,7 +182,7 @@ def main():
         return 0
     known = {key(record): record for record in recorded()} if arguments.survivors or arguments.resume else {}
     no_effect = without_effect()
-    signal.signal(signal.SIGTERM, lambda *_: sys.exit(1))  # and put the source back
+    signal.signal(signal.SIGTERM, lambda *_: sys.exit(1))  # restores the source
     records = try_all(workshop.Workshop(say), plan, known, arguments.survivors, no_effect)
     return 0 if summary(records) else 1
 

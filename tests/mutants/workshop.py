@@ -1,5 +1,5 @@
 # Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-"""The copy of the sources in build/mutants: its objects, the test program, and what a change does to it."""
+"""The copy of the sources in build/mutants, its objects and test programs, and trying a change in it."""
 import json
 import os
 import pathlib
@@ -13,20 +13,20 @@ import sys
 import time
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent.parent
-# ct/ is part of the hardened build alone, which has a folder and programs of its own.
+# ct/ is part of the hardened build only, which has its own folder and programs.
 HARDENED = "ct" in sys.argv[1:]
 FOLDER = ROOT / "build" / ("mutants-hardened" if HARDENED else "mutants")
 TREE = FOLDER / "tree"
 OBJECTS = FOLDER / "objects"
 TRIAL = FOLDER / "trial"
-# Folders of tests in one program; cheap and close ones first. What a change breaks is mostly seen in the
-# first of them, and the others are not even linked then.
+# The test folders of each program, cheap and closely related ones first. Most changes are caught by the
+# first program, so the others are not even linked.
 PROGRAMS = ((("ct",), ("schemes",), ("robustness",), ("sdf",)) if HARDENED else
             (("mint", "ecc", "exhaustive"), ("schemes",), ("robustness",), ("sdf",), ("hash",)))
 TEST_FOLDERS = tuple(folder for program in PROGRAMS for folder in program)
 OPTIMISED = PROGRAMS[0]
-# The source with the bodies of a header, where it is not the one of the same name. A change of a header is
-# tried in this one object first, which wins over the others when linking; most are caught there.
+# The source that contains the code of a header, if it is not the one of the same name. A changed header is
+# tried in this one object first, which is linked before the others; most changes are caught there.
 NEAREST = {
     "mint/limbs/borrow_rule.h": "mint/limbs/inverse.cpp", "mint/limbs/limb.h": "mint/limbs/division.cpp",
     "mint/limbs/limb_x86_64.h": "ecc/wnaf.cpp", "mint/limbs/modulus_64.h": "ecc/wnaf.cpp",
@@ -54,7 +54,7 @@ MEMORY = 4 << 30
 
 
 def run(command, seconds=3600, cwd=None):
-    """With an end after so many seconds of the processor, however busy the machine is."""
+    """Runs the command with a limit on processor time, independent of the machine's load."""
     def limits():
         resource.setrlimit(resource.RLIMIT_AS, (MEMORY, MEMORY))
         resource.setrlimit(resource.RLIMIT_CORE, (0, 0))
@@ -72,7 +72,7 @@ def must(command, cwd=None):
 
 
 def copy_tree():
-    """Writes what differs only, so that objects stay good."""
+    """Writes only files that differ, so that objects stay up to date."""
     names = must(["find", ".", "-name", "build", "-prune", "-o", "-name", ".git", "-prune",
                   "-o", "-type", "f", "-print"], cwd=ROOT).split("\n")
     wanted = {name[2:] for name in names if name and not name.startswith("./tests/mutants/")}
@@ -102,7 +102,7 @@ class Unit:
         self.depends = OBJECTS / (self.name + ".d")
 
     def compile(self, target=None):
-        """Of the tree as it is now; None if the compiler takes it, else what it says."""
+        """Compiles the current tree; returns None on success, otherwise the compiler's messages."""
         target = target or self.object
         target.parent.mkdir(parents=True, exist_ok=True)
         extra = ["-MMD", "-MF", self.depends] if target == self.object else []
@@ -110,7 +110,7 @@ class Unit:
         return None if done.returncode == 0 else done.stdout
 
     def headers(self):
-        """The names of the files of the tree that it is made from."""
+        """The names of the tree's files that the object depends on."""
         words = self.depends.read_text(encoding="utf-8").replace("\\\n", " ").split()[1:]
         prefix = f"{TREE}/"
         return {word[len(prefix):] for word in words if word.startswith(prefix)}
@@ -137,7 +137,7 @@ def configure():
             library.append(Unit(entry))
         elif re.search(rf"/(test_support|({tests})_tests)[.]dir/", entry["command"]):
             programs.append(Unit(entry))
-    # The tests of the hardened build have their own ct/, which serves tiny curves as well.
+    # The tests of the hardened build have their own ct/, which supports tiny curves as well.
     own = [unit for unit in programs if unit.folder is None]
     names = {unit.name for unit in own}
     library = [unit for unit in library if unit.name not in names] + own
@@ -158,7 +158,7 @@ def precompile(command, level):
 
 
 def departures():
-    """The tests that the hardened build fails, which its own ones make up for."""
+    """The tests that the hardened build fails by design; its own tests replace them."""
     lists = (ROOT / "tests" / "hardened").glob("*.txt") if HARDENED else ()
     lines = [line for path in lists for line in path.read_text(encoding="ascii").splitlines()]
     return ":".join(line for line in lines if line and not line.startswith("#"))
@@ -190,18 +190,18 @@ class Workshop:
         log(f"==> without a change the tests take {time.monotonic() - started:.0f} s")
 
     def link(self, program, replaced):
-        """The library's objects come first, those replaced before all, so that their bodies win."""
+        """Links the replaced objects first, then the library's, so that the replaced code is used."""
         units = self.library + [unit for unit in self.programs if unit.folder in ("support", *program)]
         units.sort(key=lambda unit: (unit not in replaced, unit.folder is not None))
         objects = [replaced.get(unit, unit.object) for unit in units]
-        # Of the library's own functions the tests of ct/ alone replace some.
+        # Only the tests of ct/ replace functions of the library itself.
         wraps = [wrap for wrap in self.wraps if "ct" in program or "=_Z" not in wrap]
         done = run(["g++", "-fuse-ld=gold", "-o", path_of(program), *objects, *wraps, "-lgtest_main",
                     "-lgtest", "-lpthread"])
         return None if done.returncode == 0 else done.stdout
 
     def measure(self, program):
-        """Suites with their file and time: what a change is tried on, and for how long."""
+        """Records the suites with their file and time, for the order of tests and their time limits."""
         report = FOLDER / "suites.json"
         fault = self.link(program, {})
         if fault is not None:
@@ -215,7 +215,7 @@ class Workshop:
         self.plan[program] = {name: (files[name].relative_to(TREE / "tests"), times[name]) for name in times}
 
     def rounds(self, program, name):
-        """Filters for the file called name: its own tests, other fast ones, the rest."""
+        """Lists of suites for the file called name: its own tests, other fast ones, all others."""
         folder, stem = pathlib.Path(name).parts[0], re.sub(r"_unrolled$", "", pathlib.Path(name).stem)
         parts = [[], [], []]
         for suite, (file, seconds) in self.plan[program].items():
@@ -227,7 +227,7 @@ class Workshop:
         return [part for part in parts if part]
 
     def verdict(self, program, rounds):
-        """What caught the change, or None."""
+        """Returns what caught the change, or None."""
         for suites in rounds:
             usual = sum(self.plan[program][suite][1] for suite in suites)
             names = ":".join(f"{suite}.*" for suite in suites) + f"-{departures()}"
@@ -244,7 +244,7 @@ class Workshop:
         return [unit for unit in units if name in unit.headers()]
 
     def compiled(self, units):
-        """Objects that differ from the usual ones; None if one does not compile."""
+        """Returns the objects that differ from the unchanged ones; None if one does not compile."""
         out = {}
         for unit in units:
             target = TRIAL / (unit.name + ".o")
@@ -255,7 +255,7 @@ class Workshop:
         return out
 
     def attempt(self, change):
-        """What became of the change: invalid, same (the binary), survived, or what caught it."""
+        """Returns the outcome: invalid, same (the same binary), survived, or what caught the change."""
         file = TREE / change.file
         usual = file.read_text(encoding="ascii")
         times = file.stat()
@@ -264,7 +264,7 @@ class Workshop:
             return self.attempt_in_tree(change)
         finally:
             file.write_text(usual, encoding="ascii")
-            # The objects stay good.
+            # The objects stay up to date.
             os.utime(file, ns=(times.st_atime_ns, times.st_mtime_ns))
             shutil.rmtree(TRIAL, ignore_errors=True)
 
@@ -297,7 +297,7 @@ class Workshop:
         return None
 
     def attempt_in_tests(self, change, objects, result):
-        """The tests of the header, and of the source nearest to it, have bodies that the library has not."""
+        """Runs the tests of the header and its nearest source, with code that the library does not have."""
         program = programs_for(change.file)[0]
         names = [pathlib.Path(name) for name in (change.file, nearest(change.file))]
         own = tuple(f"tests/{name.parts[0]}/{limb}{name.stem}" for name in names for limb in ("", "limb_"))
@@ -315,7 +315,7 @@ class Workshop:
 
 
 def programs_for(name):
-    """The program with the tests of the file's own folder comes first."""
+    """The programs, the one with the tests of the file's own folder first."""
     folder = pathlib.Path(name).parts[0]
     return sorted(PROGRAMS, key=lambda program: folder not in program)
 

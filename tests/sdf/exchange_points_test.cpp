@@ -155,7 +155,7 @@ TEST(ZokGenerateKeyWithEcc, KeptCofactorProductIsReducedModuloP) {
     expect_cofactor_product_modulo_p<Sessions>();
 }
 
-// d with d + x-bar r = 0 modulo n, and its neighbour.
+// d with d + x-bar r = 0 modulo n, and d - 1.
 TYPED_TEST(ExchangePoints, KOfZeroReturnsMinusOne) {
     for (const TinyGroup *group : {&prime_group(), &cofactor_group()})
         for (uint32_t less : {0u, 1u})

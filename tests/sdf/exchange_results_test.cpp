@@ -44,7 +44,7 @@ ByteString generated_Z(const ExchangeCase &exchange, const ExchangeParty &party)
     return Z;
 }
 
-// Two calls of the same role give the same, whatever arguments they take.
+// Two calls of the same role return the same, whatever arguments they take.
 void expect_same_bytes(const ExchangeCase &exchange, const SessionKeyCall &one, const SessionKeyCall &other) {
     SCOPED_TRACE(std::string(one.name) + ", " + other.name);
     SessionExchange first(exchange, one.role, 45), second(exchange, other.role, 45);

@@ -1,17 +1,17 @@
 #!/bin/sh
 # Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-# Whether a jump or an address depends on a secret in the hardened build, for every way in which a
-# compiler may write it:
+# Checks whether a branch or an address depends on a secret in the hardened build, for each code
+# generation variant:
 #
-#     tests/secrets/time.sh [PATTERN]            only the variants whose names match, as `clang-*`
-#     tests/secrets/time.sh trace [SECRETS]      on ARM instead, by what is executed (trace.py)
+#     tests/secrets/time.sh [PATTERN]            only the variants whose names match, e.g. `clang-*`
+#     tests/secrets/time.sh trace [SECRETS]      on ARM instead, from instruction traces (trace.py)
 #
 # The program is built once, in build/time/gcc-O2 with the library of that variant. For each variant it runs
-# under valgrind, with its secrets marked as undefined, on the shared library in build/time/NAME. There only
-# the folders that secrets reach are compiled again: in this build mint/ and ecc/ compute with public numbers,
-# which the first variant proves. The last one has clang's memory sanitizer instead, and everything compiled
-# with it. As many variants as there are processors are built at a time. Prints a line for each, then the
-# places where something stops being secret; the exit code is 1 if one failed.
+# under valgrind, with its secrets marked as undefined, with the shared library in build/time/NAME. For that
+# library only the folders that secrets reach are recompiled: in this build mint/ and ecc/ compute with public
+# numbers, which the first variant proves. The last variant uses clang's memory sanitizer instead, with
+# everything compiled for it. As many variants as there are processors run at a time. Prints a line for each,
+# then the places where a value stops being secret; the exit code is 1 if a variant failed.
 set -eu
 cd "$(dirname "$0")/../.."
 folder=build/time
@@ -29,7 +29,7 @@ configure() {
         "-DCMAKE_CXX_COMPILER=$compiler" -DZOKECC_EXAMPLES=OFF -DZOKECC_TOOLS=OFF "-DZOKECC_TESTS=$tests" "$@"
 }
 
-# objects NAME FOLDERS: those of the library, FOLDERS being a regular expression.
+# objects NAME FOLDERS: the library's objects from FOLDERS, a regular expression.
 objects() {
     ninja -C "$folder/$1" -t targets all |
         sed -nE "s,^(CMakeFiles/zokecc_objects.dir/($2)/[^:]*\.o):.*,\1,p"
@@ -55,7 +55,7 @@ check() {
     case $1 in
     gcc-O2) valgrind --quiet --num-callers=8 "$program" ;;
     clang-msan)
-        # It does not see through assembly and most of the processor's own operations.
+        # The sanitizer does not support assembly or most of the processor's intrinsics.
         configure "$1" -O2 clang++ ON -DZOKECC_SHA_INSTRUCTIONS=OFF \
             '-DCMAKE_CXX_FLAGS=-fsanitize=memory -fsanitize-recover=memory -DZOKECC_NO_ASSEMBLY' &&
             cmake --build "$folder/$1" --target secrets_undefined -j1 &&
@@ -70,7 +70,7 @@ check() {
     esac
 }
 
-# variant NAME: its line of the summary.
+# variant NAME: runs it and writes its line of the summary.
 variant() {
     log=$folder/$1.log
     status=clean
@@ -93,7 +93,7 @@ mkdir -p "$folder"
 rm -f "$folder"/*.line
 names=
 for name in clang-msan gcc-O2 clang-O2 gcc-O3 clang-O3 gcc-Os clang-Os; do
-    # shellcheck disable=SC2254 # a pattern it is
+    # shellcheck disable=SC2254 # meant as a pattern
     case $name in ${1:-*}) names="$names $name" ;; esac
 done
 failed=0

@@ -1,6 +1,6 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// The end of a test program whose own material is wrong: a vector file without a key, a search that found
-// nothing. The tests are compiled without exceptions, which makes them compile faster.
+// Ends a test program whose own data are wrong, such as a vector file without a key or a search that found
+// nothing. The tests are compiled without exceptions because that is faster.
 #ifndef ZOKECC_TESTS_SUPPORT_GIVE_UP_H
 #define ZOKECC_TESTS_SUPPORT_GIVE_UP_H
 
