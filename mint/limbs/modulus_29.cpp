@@ -81,7 +81,8 @@ void ShortModulus::prepare(const uint32_t *p, uint32_t count)
     const unsigned scale = column_scale(count);
     const unsigned zeros = static_cast<unsigned>(std::countl_zero(p[count - 1]));
     const unsigned bits = 32 * count - zeros;
-    const unsigned n = scale != 0 ? short_limbs(count) : bits / kShortBits + 1;
+    unsigned n = short_limbs(count);
+    while (scale == 0 && kShortBits * (n - 1) > bits) --n;
     words = count;
     limbs = n;
     shift = scale != 0 ? zeros : kShortBits * n - bits;  // from 1 on
