@@ -86,5 +86,5 @@ for script in "examples/verify_with_openssl.sh README.md id $work/bin/signer" \
     PATH=$work/bin:$PATH TMPDIR=$work/tmp setsid --wait $script > "$work/quiet.log" 2>&1 ||
         echo "ended with $?" >> "$work/quiet.log"
     found=$(ls "$work/tmp")
-    [ -z "$found" ] || fail "left behind is $found"
+    [ -z "$found" ] || fail "left behind: $found"
 done

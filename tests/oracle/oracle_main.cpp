@@ -140,7 +140,7 @@ int main(int argc, char **argv) {
                      "usage: oracle [KEY [NONCE [BLOCKS]]], with a key whose leading digit can change\n");
         return 2;
     }
-    std::printf("# The leading digit %d, and %u doublings behind it\n", guess.digit, guess.doublings);
+    std::printf("# The leading digit %d, and %u doublings after it\n", guess.digit, guess.doublings);
     oracle::Search search(curve, guess);
     mint step{};
     step.words[0] = oracle::Search::kBlock;

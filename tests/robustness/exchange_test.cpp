@@ -70,7 +70,7 @@ void add_pointers(const Target &target) {
     refuses(target, "no R of the peer", [](LegacyExchange &s) { s.peerR = nullptr; });
     refuses(target, "no ZA", [](LegacyExchange &s) { s.ZA = nullptr; });
     refuses(target, "no ZB", [](LegacyExchange &s) { s.ZB = nullptr; });
-    refuses(target, "no key area", [](LegacyExchange &s) { s.K = nullptr; });
+    refuses(target, "no key buffer", [](LegacyExchange &s) { s.K = nullptr; });
     refuses(target, "no value with 02", [](LegacyExchange &s) { s.out02 = nullptr; });
     refuses(target, "no value with 03", [](LegacyExchange &s) { s.out03 = nullptr; });
     if (target.has_own_r) {

@@ -232,7 +232,7 @@ void add_encryption() {
     seal.null("message", &SchemeArguments::message);
     seal.null("output", &SchemeArguments::descriptor);
     seal.refuses("no data", [](SchemeArguments &a) { a.msg.data = nullptr; });
-    seal.refuses("no area", [](SchemeArguments &a) { a.out_msg.data = nullptr; });
+    seal.refuses("no output buffer", [](SchemeArguments &a) { a.out_msg.data = nullptr; });
     record_lengths(seal, &SchemeArguments::key);
     for (unsigned byte_len : {24u, 28u, 32u})
         for (uint32_t size : {0u, 0x80000000u, 0xFFFFFFFEu, 0xFFFFFFFFu})
@@ -250,7 +250,7 @@ void add_encryption() {
     open.null("ciphertext", &SchemeArguments::ciphertext);
     open.null("output", &SchemeArguments::descriptor);
     open.refuses("no data", [](SchemeArguments &a) { a.cipher.data = nullptr; });
-    open.refuses("no area", [](SchemeArguments &a) { a.out_msg.data = nullptr; });
+    open.refuses("no output buffer", [](SchemeArguments &a) { a.out_msg.data = nullptr; });
     for (uint32_t size : {0u, 1u, 65u, 96u, 97u, 0x80000061u, 0xC0000000u, 0xFFFFFFFFu})
         open.refuses("a ciphertext of " + std::to_string(size) + " bytes",
                      [=](SchemeArguments &a) { a.cipher.len_low = size; });
@@ -312,7 +312,7 @@ void add_eces() {
                              a.text[3] = 0;
                              return eces_deformat(a.text.data(), 31, nullptr, a.length);
                          }};
-    no_area.refuses("no area for what stands behind a separator", [](SchemeArguments &) {});
+    no_area.refuses("no output buffer for the bytes after a separator", [](SchemeArguments &) {});
     for (uint32_t k : {0u, 1u, 31u, 0xFFFFFFFEu, 0xFFFFFFFFu})
         for (uint32_t m : {0xFFFFFFFEu, 0xFFFFFFFFu}) {
             const Target block{"eces_format", 1, [=](SchemeArguments &a) {
