@@ -10,8 +10,8 @@ namespace zokecc {
 // The scheme tests compile this folder a second time, with fields for tiny curves, too.
 #if defined(ZOKECC_TINY_SECRET_FIELDS) && defined(__SIZEOF_INT128__)
 constexpr unsigned kMinSecretWords = 1;
-using OneLimb = FullLimbs<1, PortableSum>;
-using TwoLimbs = FullLimbs<2, PortableSum>;
+using OneLimb = FullLimbs<1, PortableSteps<uint64_t>>;
+using TwoLimbs = FullLimbs<2, PortableSteps<uint64_t>>;
 #define ZOKECC_SECRET_MODULI(each) each(OneLimb) each(TwoLimbs) ZOKECC_MODULI(each)
 #else
 constexpr unsigned kMinSecretWords = 5;

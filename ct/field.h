@@ -137,7 +137,7 @@ public:
     {
         Limb ones;
         Element difference;
-        return mask_of_bit(sub_limbs(a.limb, p_.limb, limbs(), difference.limb, ones));
+        return mask_of_bit(StepsOn<Limb>::sub_limbs(a.limb, p_.limb, limbs(), difference.limb, ones));
     }
     // out = a where the mask is all ones.
     void move(Mask mask, const Element &a, Element &out) const

@@ -53,7 +53,7 @@ Mask shorten(const mint &n, unsigned words, uint32_t *k)
 {
     Wiping<uint32_t[kMaxSecretWords]> opposite;
     uint32_t ones;
-    sub_limbs(n.words, k, n.len, *opposite, ones);
+    StepsOn<uint32_t>::sub_limbs(n.words, k, n.len, *opposite, ones);
     const Mask is_long = ~mask_of_zero(k[words]);
     for (unsigned i = 0; i < n.len; ++i) k[i] = select(is_long, (*opposite)[i], k[i]);
     return is_long;

@@ -17,7 +17,7 @@ struct PortableSecretSums {
     // out[n] = a + b mod p
     static void add(const L *a, const L *b, const L *p, unsigned n, L *out)
     {
-        const L carry = add_limbs(a, b, n, out);
+        const L carry = StepsOn<L>::add_limbs(a, b, n, out);
         subtract_once(carry, p, n, out);
     }
 
@@ -25,7 +25,7 @@ struct PortableSecretSums {
     static void sub(const L *a, const L *b, const L *p, unsigned n, L *out)
     {
         L ones;
-        const L borrow = sub_limbs(a, b, n, out, ones);
+        const L borrow = StepsOn<L>::sub_limbs(a, b, n, out, ones);
         add_masked(mask_of_bit(borrow), p, n, out);
     }
 
@@ -33,7 +33,7 @@ struct PortableSecretSums {
     ZOKECC_SHORT_BODY static void subtract_once(L carry, const L *p, unsigned n, L *out)
     {
         L ones;
-        const L borrow = sub_limbs(out, p, n, out, ones);
+        const L borrow = StepsOn<L>::sub_limbs(out, p, n, out, ones);
         add_masked(mask_of_bit(borrow & (carry ^ 1)), p, n, out);
     }
 
@@ -42,7 +42,7 @@ struct PortableSecretSums {
     {
         L correction[kMaxFastLimbs<L>];
         for (unsigned i = 0; i < n; ++i) correction[i] = p[i] & static_cast<L>(mask);
-        return add_limbs(out, correction, n, out);
+        return StepsOn<L>::add_limbs(out, correction, n, out);
     }
 };
 

@@ -28,6 +28,7 @@ public:
     static constexpr size_t kStackOfSums = kStackOfFastSums;
     static constexpr size_t kStackOfProduct = kStackOfFastProduct;
 
+    using Steps = typename Modulus::Steps;
     using Limb = typename Modulus::Limb;
     using Element = ModulusElement<Modulus>;
     struct Affine {
@@ -146,7 +147,7 @@ public:
     {
         Limb top = 0;
         Element sum = a;
-        if ((a.limb[0] & 1) != 0) top = add_limbs(a.limb, p_.limb, limbs(), sum.limb);
+        if ((a.limb[0] & 1) != 0) top = Steps::add_limbs(a.limb, p_.limb, limbs(), sum.limb);
         const unsigned last = limbs() - 1;
         for (unsigned i = 0; i < last; ++i)
             out.limb[i] = sum.limb[i] >> 1 | sum.limb[i + 1] << (kLimbBits<Limb> - 1);
@@ -159,7 +160,7 @@ public:
             out = p_;  // what the reference leaves for zero
             return;
         }
-        FastInverse<Limb, Trace> inverse(a.limb, p_.limb, limbs());
+        FastInverse<Steps, Trace> inverse(a.limb, p_.limb, limbs());
         if (!inverse.run(out.limb)) invert_by_definition(a, out);
     }
 
@@ -178,7 +179,7 @@ public:
     static void set_one(Element &a) { set_small(a, 1); }
 
 private:
-    using Sums = ModularSums<Limb>;
+    using Sums = ModularSums<Steps>;
 
     unsigned limbs() const { return modulus_.limbs(); }
 
@@ -204,7 +205,7 @@ private:
 
     ZOKECC_SHORT_BODY Limb subtract(const Element &a, const Element &b, Element &out, Limb &ones) const
     {
-        return sub_limbs(a.limb, b.limb, limbs(), out.limb, ones);
+        return Steps::sub_limbs(a.limb, b.limb, limbs(), out.limb, ones);
     }
 
     ZOKECC_OWN_FRAME void sub_by_rule(const Element &a, const Element &b, Element &out) const
@@ -233,7 +234,7 @@ private:
     {
         Limb ones;
         Element doubled;
-        const Limb carry = add_limbs(a.limb, a.limb, limbs(), doubled.limb);
+        const Limb carry = Steps::add_limbs(a.limb, a.limb, limbs(), doubled.limb);
         if (carry == 0 && is_below(doubled.limb, p_.limb, limbs())) {
             copy(doubled, out);
             return;

@@ -19,7 +19,7 @@ void add_values(const mint &a, const mint &b, mint &out)
     uint32_t long_count = a_count >= b_count ? a_count : b_count;
     const uint32_t short_count = a_count >= b_count ? b_count : a_count;
 
-    uint32_t carry = add_limbs(a.words, b.words, short_count, out.words);
+    uint32_t carry = StepsOn<uint32_t>::add_limbs(a.words, b.words, short_count, out.words);
     for (uint32_t i = short_count; i < long_count; ++i) {
         const uint64_t sum = uint64_t{longer[i]} + carry;
         out.words[i] = low_half(sum);
@@ -84,7 +84,7 @@ void subtract_smaller(const mint &X, const mint &Y, mint &out)
     const int32_t X_len = signed_len(X);
     uint32_t difference[kMintWords];
     uint32_t ones = 0;
-    uint32_t borrow = sub_limbs(X.words, Y.words, Y_used, difference, ones);
+    uint32_t borrow = StepsOn<uint32_t>::sub_limbs(X.words, Y.words, Y_used, difference, ones);
     for (uint32_t i = Y_used; i < X_used; ++i) {
         difference[i] = sub_limb(X.words[i], uint32_t{0}, borrow);
         ones |= all_ones_mark(difference[i]);

@@ -50,7 +50,7 @@ uint32_t estimate_digit(uint32_t u0, uint32_t u1, uint32_t u2, uint32_t d1, uint
 // Subtracts digit * v[count] from span[count + 1] and returns the true digit.
 uint32_t subtract_multiple(uint32_t *span, const uint32_t *v, uint32_t count, uint32_t digit)
 {
-    const uint32_t taken = portable::mul_sub_limbs(v, digit, count, span);
+    const uint32_t taken = PortableSteps<uint32_t>::mul_sub_limbs(v, digit, count, span);
     const bool too_large = span[count] < taken;
     span[count] -= taken;
     if (too_large) {
@@ -90,7 +90,7 @@ void divide_quickly(const uint32_t *u, uint32_t u_count, const uint32_t *v, uint
                     uint32_t *quotient, uint32_t *remainder)
 {
     if (v_count > kWordsPerLimb<NativeLimb>)
-        divide_limbs<NativeLimb>(u, u_count, v, v_count, quotient, remainder);
+        divide_limbs<NativeSteps>(u, u_count, v, v_count, quotient, remainder);
     else
         divide_words(u, u_count, v, v_count, quotient, remainder);
 }

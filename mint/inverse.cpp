@@ -86,7 +86,7 @@ ZOKECC_OWN_FRAME void invert_modulo_odd(mint &u, const mint &m, mint &out)
     std::memcpy(a_limbs, a.words, 4 * a.len);
     std::memcpy(m_limbs, m.words, 4 * m.len);
     const unsigned n = limbs_for<L>(m.len);
-    FastInverse<L, NoTrace> inverse(a_limbs, m_limbs, n);
+    FastInverse<NativeSteps, NoTrace> inverse(a_limbs, m_limbs, n);
     const bool done = inverse.run(a_limbs);
     if (done) {
         uint32_t words[kMaxFastWords + 1];

@@ -18,7 +18,7 @@ void reduce_sum(const mint &sum, const mint &p, mint &out)
     if (n - 1 < kMintWords && p.words[n - 1] != 0 && (sum.len == n || sum.len == n + 1)) {
         uint32_t remainder[kMintWords];
         uint32_t ones;
-        const uint32_t borrow = sub_limbs(sum.words, p.words, n, remainder, ones);
+        const uint32_t borrow = StepsOn<uint32_t>::sub_limbs(sum.words, p.words, n, remainder, ones);
         const uint32_t above = sum.len > n ? sum.words[n] : 0;
         if (above == borrow && is_below(remainder, p.words, n)) {
             set_words(out, remainder, n);
@@ -96,7 +96,7 @@ int32_t mint_mod_mul(const mint *a, const mint *b, const mint *p, mint *out)
     const uint32_t p_used = used_words(*p);
     if (p_used > kWordsPerLimb<NativeLimb> && p->words[p_used - 1] != 0) {
         // Written last, so out may be any of the operands.
-        multiply_and_divide<NativeLimb>(a->words, a_used, b->words, b_used, p->words, p_used, out->words);
+        multiply_and_divide<NativeSteps>(a->words, a_used, b->words, b_used, p->words, p_used, out->words);
         out->len = trimmed_count(out->words, p_used);
         return 0;
     }

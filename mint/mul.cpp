@@ -14,7 +14,7 @@ int32_t mint_mul(const mint *a, const mint *b, mint *out)
     const uint32_t a_used = used_words(*a);
     const uint32_t b_used = used_words(*b);
     uint32_t product[kProductWords];
-    multiply_words<NativeLimb>(a->words, a_used, b->words, b_used, product);
+    multiply_words<NativeSteps>(a->words, a_used, b->words, b_used, product);
     set_words(*out, product, a_used + b_used);
     return 1;
 }

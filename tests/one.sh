@@ -26,9 +26,6 @@ esac
 # The folders whose sources contain the last part of the name, and the preset's names of their programs.
 last=${name##*.}
 programs=$(grep -lr --include='*_test.cpp' -e "${last%%[*/]*}" tests | cut -d/ -f2 | sort -u)
-case $programs in
-*mint* | *ecc*) programs="$programs portable" ;;
-esac
 listed=$(ctest --preset "$preset" -N -R .)
 targets=
 patterns=

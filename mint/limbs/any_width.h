@@ -12,6 +12,7 @@ namespace zokecc {
 template <class Modulus>
 class AnyWidth {
 public:
+    using Steps = typename Modulus::Steps;
     using Limb = uint32_t;
     static constexpr unsigned kElementLimbs = kMaxFastWords;
 

@@ -52,11 +52,12 @@ ZOKECC_ONE_COPY void keep_equal_words(const L *x, const L *y, unsigned n, L *d)
 }
 
 // Turns d[n] = x[n] - y[n], x > y, into what mint_sub writes when the output is x.
-template <class L>
-ZOKECC_ONE_COPY void keep_in_place(const L *y, unsigned n, L *d)
+template <class Steps>
+ZOKECC_ONE_COPY void keep_in_place(const typename Steps::Limb *y, unsigned n, typename Steps::Limb *d)
 {
+    using L = typename Steps::Limb;
     L x[kMaxFastLimbs<L>];
-    add_limbs(d, y, n, x);
+    Steps::add_limbs(d, y, n, x);
     const unsigned words = n * kWordsPerLimb<L>;
     unsigned i = used_words_of(y, n);
     while (i < words && word_of(d, i) != 0xFFFFFFFFu) ++i;
@@ -65,7 +66,7 @@ ZOKECC_ONE_COPY void keep_in_place(const L *y, unsigned n, L *d)
 }
 
 extern template void keep_equal_words(const NativeLimb *, const NativeLimb *, unsigned, NativeLimb *);
-extern template void keep_in_place(const NativeLimb *, unsigned, NativeLimb *);
+extern template void keep_in_place<NativeSteps>(const NativeLimb *, unsigned, NativeLimb *);
 
 }  // namespace zokecc
 

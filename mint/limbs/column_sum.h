@@ -8,6 +8,7 @@
 
 #include "base/config.h"
 #include "base/linkage.h"
+#include "mint/limbs/limb.h"
 
 namespace zokecc {
 
@@ -63,7 +64,8 @@ struct ArmColumnSum {
     }
 };
 
-using ColumnSum = std::conditional_t<kArmSteps, ArmColumnSum, PortableColumnSum>;
+template <class Steps>
+using ColumnSumOf = std::conditional_t<kArmSteps && kIsNative<Steps>, ArmColumnSum, PortableColumnSum>;
 
 }  // namespace zokecc
 

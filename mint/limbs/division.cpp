@@ -4,10 +4,10 @@
 
 namespace zokecc {
 
-template void multiply_words<NativeLimb>(const uint32_t *, uint32_t, const uint32_t *, uint32_t, uint32_t *);
-template void divide_limbs<NativeLimb>(const uint32_t *, uint32_t, const uint32_t *, uint32_t, uint32_t *,
-                                       uint32_t *);
-template void multiply_and_divide<NativeLimb>(const uint32_t *, uint32_t, const uint32_t *, uint32_t,
-                                              const uint32_t *, uint32_t, uint32_t *);
+template void multiply_words<NativeSteps>(const uint32_t *, uint32_t, const uint32_t *, uint32_t, uint32_t *);
+template void divide_limbs<NativeSteps>(const uint32_t *, uint32_t, const uint32_t *, uint32_t, uint32_t *,
+                                        uint32_t *);
+template void multiply_and_divide<NativeSteps>(const uint32_t *, uint32_t, const uint32_t *, uint32_t,
+                                               const uint32_t *, uint32_t, uint32_t *);
 
 }  // namespace zokecc

@@ -118,45 +118,53 @@ private:
     L d1_, d0_, v_;
 };
 
+// True if the division holds its dividend as a complement and adds multiples of the divisor instead of
+// subtracting them: fewer instructions with umaal, which multiplies and adds twice.
+template <class Steps>
+constexpr bool kComplementedDividend = (kArmUmaal && kIsNative<Steps>);
+
 // Divides u[u_count + 1] by v[v_count], whose top bit is set; v_count is 2 or more. u's top limb holds the
 // bits moved up when u was shifted by as many bits as v. Leaves the remainder, or its complement, in the
 // lowest v_count limbs of u and the quotient in the u_count - v_count + 1 limbs above.
-template <class L, bool complemented = kComplementedDividend<L>>
-ZOKECC_ONE_COPY void divide_normalised(L *u, unsigned u_count, const L *v, unsigned v_count)
+template <class Steps, bool complemented = kComplementedDividend<Steps>>
+ZOKECC_ONE_COPY void divide_normalised(typename Steps::Limb *u, unsigned u_count,
+                                       const typename Steps::Limb *v, unsigned v_count)
 {
+    using L = typename Steps::Limb;
     constexpr L kFlip = complemented ? static_cast<L>(~L{0}) : L{0};  // limb of u ^ kFlip = its value
     const DigitFinder<L> finder(v[v_count - 1], v[v_count - 2]);
-    if constexpr (complemented) complement_limbs(u, u_count + 1, u);
+    if constexpr (complemented) Steps::complement_limbs(u, u_count + 1, u);
     for (unsigned position = u_count - v_count + 1; position-- > 0;) {
         L *const span = u + position;
         const L top = span[v_count] ^ kFlip;
         L digit = finder.digit(top, span[v_count - 1] ^ kFlip, span[v_count - 2] ^ kFlip);
-        const L taken =
-            complemented ? mul_add_limbs(v, digit, v_count, span) : mul_sub_limbs(v, digit, v_count, span);
+        const L taken = complemented ? Steps::mul_add_limbs(v, digit, v_count, span)
+                                     : Steps::mul_sub_limbs(v, digit, v_count, span);
         if (top < taken) [[unlikely]] {  // one too large: it was found from the top limbs alone
             --digit;
             [[maybe_unused]] L ones;
             if constexpr (complemented)
-                sub_limbs(span, v, v_count, span, ones);
+                Steps::sub_limbs(span, v, v_count, span, ones);
             else
-                add_limbs(span, v, v_count, span);
+                Steps::add_limbs(span, v, v_count, span);
         }
         span[v_count] = digit;
     }
 }
 
 // remainder[count] = x 2^-bits, where x is what divide_normalised leaves, or not complemented.
-template <class L, bool complemented = kComplementedDividend<L>>
-inline void write_remainder(L *x, unsigned count, unsigned bits, uint32_t *remainder)
+template <class Steps, bool complemented = kComplementedDividend<Steps>>
+inline void write_remainder(typename Steps::Limb *x, unsigned count, unsigned bits, uint32_t *remainder)
 {
+    using L = typename Steps::Limb;
     const unsigned n = limbs_for<L>(count);
     if constexpr (complemented && kWordsPerLimb<L> == 1) {
-        complement_limbs(x, n, remainder);
-        if (bits != 0) shift_limbs_down(remainder, n, bits);
+        Steps::complement_limbs(x, n, remainder);
+        if (bits != 0) Steps::shift_limbs_down(remainder, n, bits);
         return;
     }
-    if constexpr (complemented) complement_limbs(x, n, x);
-    if (bits != 0) shift_limbs_down(x, n, bits);
+    if constexpr (complemented) Steps::complement_limbs(x, n, x);
+    if (bits != 0) Steps::shift_limbs_down(x, n, bits);
     std::memcpy(remainder, x, 4 * count);
 }
 
@@ -170,10 +178,11 @@ inline const L *shifted_up(const L *x, unsigned n, unsigned bits, L *room)
 }
 
 // As divide_words, for a divisor longer than one limb.
-template <class L>
+template <class Steps>
 ZOKECC_ONE_COPY void divide_limbs(const uint32_t *u, uint32_t u_count, const uint32_t *v, uint32_t v_count,
                                   uint32_t *quotient, uint32_t *remainder)
 {
+    using L = typename Steps::Limb;
     L dividend[limbs_for<L>(kProductWords) + 1];
     L divisor_room[limbs_for<L>(kMintWords) + 1];
     const unsigned u_limbs = limbs_for<L>(u_count);
@@ -182,30 +191,31 @@ ZOKECC_ONE_COPY void divide_limbs(const uint32_t *u, uint32_t u_count, const uin
     const unsigned bits = leading_zeros(divisor[v_limbs - 1]);
     divisor = shifted_up(divisor, v_limbs, bits, divisor_room);
     shift_limbs_up(as_limbs(u, u_count, dividend), u_limbs, bits, dividend);
-    divide_normalised(dividend, u_limbs, divisor, v_limbs);
+    divide_normalised<Steps>(dividend, u_limbs, divisor, v_limbs);
     if (quotient != nullptr) std::memcpy(quotient, dividend + v_limbs, 4 * (u_count - v_count + 1));
-    write_remainder(dividend, v_count, bits, remainder);
+    write_remainder<Steps>(dividend, v_count, bits, remainder);
 }
 
 // out[x_limbs + y_limbs] = x[x_limbs] * y[y_limbs]
-template <class L>
+template <class Steps, class L>
 ZOKECC_ONE_COPY void multiply_limbs(const L *x, unsigned x_limbs, const L *y, unsigned y_limbs, L *out)
 {
-    if (multiply_unrolled(x, x_limbs, y, y_limbs, out)) return;
+    if (Steps::multiply_unrolled(x, x_limbs, y, y_limbs, out)) return;
     for (unsigned i = 0; i < x_limbs; ++i) out[i] = 0;
     for (; y_limbs > 0; --y_limbs) {
-        out[x_limbs] = mul_add_limbs(x, *y++, x_limbs, out);
+        out[x_limbs] = Steps::mul_add_limbs(x, *y++, x_limbs, out);
         ++out;
     }
 }
 
 // out[a_count + b_count] = a[a_count] * b[b_count], counts up to 19.
-template <class L>
+template <class Steps>
 ZOKECC_ONE_COPY void multiply_words(const uint32_t *a, uint32_t a_count, const uint32_t *b, uint32_t b_count,
                                     uint32_t *out)
 {
+    using L = typename Steps::Limb;
     if constexpr (kWordsPerLimb<L> == 1) {
-        multiply_limbs(a, a_count, b, b_count, out);
+        multiply_limbs<Steps>(a, a_count, b, b_count, out);
     } else {
         constexpr unsigned kLimbs = limbs_for<L>(kMintWords);
         L x_room[kLimbs];
@@ -213,18 +223,19 @@ ZOKECC_ONE_COPY void multiply_words(const uint32_t *a, uint32_t a_count, const u
         L product[2 * kLimbs];
         const L *x = as_limbs(a, a_count, x_room);
         const L *y = as_limbs(b, b_count, y_room);
-        multiply_limbs(x, limbs_for<L>(a_count), y, limbs_for<L>(b_count), product);
+        multiply_limbs<Steps>(x, limbs_for<L>(a_count), y, limbs_for<L>(b_count), product);
         std::memcpy(out, product, 4 * (a_count + b_count));
     }
 }
 
 // remainder[p_count] = a[a_count] * b[b_count] mod p[p_count]. The counts are 1 to 19, p's top word is
 // not zero and p is longer than one limb.
-template <class L>
+template <class Steps>
 ZOKECC_OWN_FRAME void multiply_and_divide(const uint32_t *a, uint32_t a_count, const uint32_t *b,
                                           uint32_t b_count, const uint32_t *p, uint32_t p_count,
                                           uint32_t *remainder)
 {
+    using L = typename Steps::Limb;
     constexpr unsigned kLimbs = limbs_for<L>(kMintWords);
     L divisor_room[kLimbs + 1];
     L x_room[kLimbs + 1];
@@ -242,27 +253,27 @@ ZOKECC_OWN_FRAME void multiply_and_divide(const uint32_t *a, uint32_t a_count, c
     x = shifted_up(x, x_limbs, bits, x_room);
     if (bits != 0 && x[x_limbs] != 0) ++x_limbs;
 
-    multiply_limbs(x, x_limbs, y, y_limbs, product);
+    multiply_limbs<Steps>(x, x_limbs, y, y_limbs, product);
     unsigned count = x_limbs + y_limbs;
     while (count > p_limbs && product[count - 1] == 0) --count;
     product[count] = 0;
     // The product of reduced factors is below p B^p_limbs, so its first digit is zero.
     if (count > p_limbs && is_below(product + count - p_limbs, divisor, p_limbs)) --count;
     if (count >= p_limbs) {
-        divide_normalised(product, count, divisor, p_limbs);
-        write_remainder(product, p_count, bits, remainder);
+        divide_normalised<Steps>(product, count, divisor, p_limbs);
+        write_remainder<Steps>(product, p_count, bits, remainder);
     } else {
         for (unsigned i = count; i < p_limbs; ++i) product[i] = 0;
-        write_remainder<L, false>(product, p_count, bits, remainder);
+        write_remainder<Steps, false>(product, p_count, bits, remainder);
     }
 }
 
-extern template void multiply_words<NativeLimb>(const uint32_t *, uint32_t, const uint32_t *, uint32_t,
-                                                uint32_t *);
-extern template void divide_limbs<NativeLimb>(const uint32_t *, uint32_t, const uint32_t *, uint32_t,
-                                              uint32_t *, uint32_t *);
-extern template void multiply_and_divide<NativeLimb>(const uint32_t *, uint32_t, const uint32_t *, uint32_t,
-                                                     const uint32_t *, uint32_t, uint32_t *);
+extern template void multiply_words<NativeSteps>(const uint32_t *, uint32_t, const uint32_t *, uint32_t,
+                                                 uint32_t *);
+extern template void divide_limbs<NativeSteps>(const uint32_t *, uint32_t, const uint32_t *, uint32_t,
+                                               uint32_t *, uint32_t *);
+extern template void multiply_and_divide<NativeSteps>(const uint32_t *, uint32_t, const uint32_t *, uint32_t,
+                                                      const uint32_t *, uint32_t, uint32_t *);
 
 }  // namespace zokecc
 

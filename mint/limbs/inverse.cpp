@@ -5,7 +5,7 @@
 namespace zokecc {
 
 template void keep_equal_words(const NativeLimb *, const NativeLimb *, unsigned, NativeLimb *);
-template void keep_in_place(const NativeLimb *, unsigned, NativeLimb *);
-template class FastInverse<NativeLimb, NoTrace>;
+template void keep_in_place<NativeSteps>(const NativeLimb *, unsigned, NativeLimb *);
+template class FastInverse<NativeSteps, NoTrace>;
 
 }  // namespace zokecc

@@ -22,9 +22,11 @@
 
 namespace zokecc {
 
-template <class L, class Trace>
+template <class Steps, class Trace>
 class FastInverse {
 public:
+    using L = typename Steps::Limb;
+
     // m is odd and above 1, 0 < a < m; both have n limbs.
     FastInverse(const L *a, const L *m, unsigned n) : m_(m), n_(n), active_(n)
     {
@@ -44,7 +46,7 @@ public:
     ZOKECC_ONE_COPY bool run(L *out)
     {
         make_odd(u_, v_);
-        if constexpr (kStepsInRegisters<L>) {
+        if constexpr (kStepsInRegisters<Steps>) {
             while (step()) is_short();
         } else {
             while (!is_short())
@@ -56,7 +58,7 @@ public:
         L result[kMaxFastLimbs<L>];
         const L *const x2 = x2_[now_];
         if (used_words_of(x2, n_) == 0) return false;
-        sub_limbs(m_, x2, n_, result, ones);
+        Steps::sub_limbs(m_, x2, n_, result, ones);
         if (ones != 0) {
             Trace::last_difference();
             keep_equal_words(m_, x2, n_, result);
@@ -88,7 +90,7 @@ private:
     // One subtraction of the reference's loop and the halvings after it. False once u is zero.
     bool step()
     {
-        if constexpr (kStepsInRegisters<L>) {
+        if constexpr (kStepsInRegisters<Steps>) {
             if (active_ <= 8) return many_steps(u_.value, v_.value);
         }
         const bool below = is_below(u_.value, v_.value, active_);
@@ -97,7 +99,7 @@ private:
         larger.f1 += smaller.f1;
         larger.f2 += smaller.f2;
         L ones;
-        sub_limbs(larger.value, smaller.value, grouped(), larger.value, ones);
+        Steps::sub_limbs(larger.value, smaller.value, grouped(), larger.value, ones);
         return finish_step(larger, smaller, ones);
     }
 
@@ -127,7 +129,7 @@ private:
     {
         if (ones != 0) [[unlikely]] {
             Trace::difference_in_place();
-            keep_in_place(smaller.value, active_, larger.value);
+            keep_in_place<Steps>(smaller.value, active_, larger.value);
         }
         if (larger.value[0] == 0 && used_words_of(larger.value, active_) == 0) return false;
         make_odd(larger, smaller);
@@ -166,7 +168,7 @@ private:
         Trace::difference_in_place();
         L y[kMaxFastLimbs<L>] = {static_cast<L>(smaller), static_cast<L>(smaller >> kLimbBits<L>)};
         L x[2] = {static_cast<L>(difference), static_cast<L>(difference >> kLimbBits<L>)};
-        keep_in_place(y, 2, x);
+        keep_in_place<Steps>(y, 2, x);
         return join(x);
     }
 
@@ -177,7 +179,7 @@ private:
     {
         while ((side.value[0] & 1) == 0) {
             const unsigned zeros = count_halvings(side.value[0], other);
-            if (zeros != 0) shift_limbs_down(side.value, grouped(), zeros);
+            if (zeros != 0) Steps::shift_limbs_down(side.value, grouped(), zeros);
         }
     }
 
@@ -236,12 +238,12 @@ private:
         out -= n - 1;
         above >>= down;
         L ones;
-        while (above != 0 || !is_below(out, m_, n)) above -= sub_limbs(out, m_, n, out, ones);
+        while (above != 0 || !is_below(out, m_, n)) above -= Steps::sub_limbs(out, m_, n, out, ones);
     }
 
     static D column(L f1, L x1, L f2, L x2, L q, L m, L carry)
     {
-        return multiply_add(multiply_add(multiply_add(D{carry}, f1, x1), f2, x2), q, m);
+        return Steps::multiply_add(Steps::multiply_add(Steps::multiply_add(D{carry}, f1, x1), f2, x2), q, m);
     }
 
     const L *m_;
@@ -256,7 +258,7 @@ private:
     L x2_[2][kMaxFastLimbs<L>] = {};
 };
 
-extern template class FastInverse<NativeLimb, NoTrace>;
+extern template class FastInverse<NativeSteps, NoTrace>;
 
 }  // namespace zokecc
 

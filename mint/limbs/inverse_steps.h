@@ -6,11 +6,12 @@
 #include <cstdint>
 
 #include "base/config.h"
+#include "mint/limbs/limb.h"
 
 namespace zokecc {
 
-template <class L>
-constexpr bool kStepsInRegisters = kArmInverseSteps && sizeof(L) == 4;
+template <class Steps>
+constexpr bool kStepsInRegisters = (kArmInverseSteps && kIsNative<Steps>);
 
 // For odd u and v of 8 or 4 words, each with the two words of its row stored just below it. A step subtracts
 // the smaller number from the larger and adds its row to the larger one's, then halves the difference until

@@ -6,7 +6,7 @@
 // replace it and pass the same tests.
 //
 // The table shows which file holds each body: "here" is this file, in C++, and "sums" stands for
-// modular_sums. The bodies here are in the namespace portable, those for a machine in x86_64 or arm; the end
+// modular_sums. The bodies here are PortableSteps, those for a machine x86_64::Steps or arm::Steps; the end
 // of this file chooses.
 //
 //   Call                          x86-64            ARMv5TE              ARMv6 and later   elsewhere
@@ -27,6 +27,7 @@
 #include <bit>
 #include <cstdint>
 #include <cstring>
+#include <type_traits>
 
 #include "base/config.h"
 
@@ -114,121 +115,6 @@ inline void shift_limbs_up(const L *x, unsigned n, unsigned bits, L *out)
 template <class L>
 constexpr unsigned kLimbGroup = sizeof(L) == 4 ? 4 : 1;
 
-// True if the division holds its dividend as a complement and adds multiples of the divisor instead of
-// subtracting them: fewer instructions with umaal, which multiplies and adds twice.
-template <class L>
-inline constexpr bool kComplementedDividend = kArmUmaal && sizeof(L) == 4;
-
-// The steps that some machines replace.
-namespace portable {
-
-// out[n] = a[n] + b[n]; returns the carry. out may be a or b.
-template <class L>
-inline L add_limbs(const L *a, const L *b, unsigned n, L *out)
-{
-    L carry = 0;
-#pragma GCC unroll 5
-    for (unsigned i = 0; i < n; ++i) out[i] = add_limb(a[i], b[i], carry);
-    return carry;
-}
-
-// out[n] = a[n] - b[n]; returns the borrow. out may be a or b. ones becomes nonzero if and only if a 32-bit
-// word of out has all bits set.
-template <class L>
-inline L sub_limbs(const L *a, const L *b, unsigned n, L *out, L &ones)
-{
-    L borrow = 0;
-    L marks = 0;
-#pragma GCC unroll 5
-    for (unsigned i = 0; i < n; ++i) {
-        out[i] = sub_limb(a[i], b[i], borrow);
-        marks |= all_ones_mark(out[i]);
-    }
-    ones = marks;
-    return borrow;
-}
-
-// x[n] /= 2^bits, 0 < bits < kLimbBits<L>.
-template <class L>
-inline void shift_limbs_down(L *x, unsigned n, unsigned bits)
-{
-    for (unsigned i = 0; i + 1 < n; ++i) x[i] = x[i] >> bits | x[i + 1] << (kLimbBits<L> - bits);
-    x[n - 1] >>= bits;
-}
-
-// Returns sum + a * b, which must fit.
-template <class L>
-inline Double<L> multiply_add(Double<L> sum, L a, L b)
-{
-    return sum + Double<L>{a} * b;
-}
-
-// high B + low = a b + low + high, which always fits.
-template <class L>
-inline void multiply_add_both(L &low, L &high, L a, L b)
-{
-    const Double<L> sum = Double<L>{a} * b + low + high;
-    low = static_cast<L>(sum);
-    high = static_cast<L>(sum >> kLimbBits<L>);
-}
-
-// Returns sum + a[0] b[count - 1] + a[1] b[count - 2] + ... + a[count - 1] b[0], which must fit. The analyser
-// does not see that modulus_29.cpp splits numbers into at least six limbs.
-template <unsigned count, class L>
-inline Double<L> add_column(Double<L> sum, const L *a, const L *b)
-{
-#pragma GCC unroll 11
-    for (unsigned i = 0; i < count; ++i)
-        sum = multiply_add(sum, a[i], b[count - 1 - i]);  // NOLINT(clang-analyzer-core.CallAndMessage)
-    return sum;
-}
-
-// out[n] += x[n] * w; returns the limb above.
-template <class L>
-inline L mul_add_limbs(const L *x, L w, unsigned n, L *out)
-{
-    L carry = 0;
-    for (unsigned i = 0; i < n; ++i) {
-        const Double<L> sum = Double<L>{x[i]} * w + out[i] + carry;
-        out[i] = static_cast<L>(sum);
-        carry = static_cast<L>(sum >> kLimbBits<L>);
-    }
-    return carry;
-}
-
-// out[n] -= x[n] * w; returns the limb to subtract from the next one up.
-template <class L>
-inline L mul_sub_limbs(const L *x, L w, unsigned n, L *out)
-{
-    L carry = 0;
-    for (unsigned i = 0; i < n; ++i) {
-        const Double<L> product = Double<L>{x[i]} * w + carry;
-        const L low = static_cast<L>(product);
-        carry = static_cast<L>(product >> kLimbBits<L>) + static_cast<L>(out[i] < low);
-        out[i] -= low;
-    }
-    return carry;
-}
-
-// out[n] = B^n - 1 - x[n]; out may be x.
-template <class L>
-inline void complement_limbs(const L *x, unsigned n, L *out)
-{
-    for (unsigned i = 0; i < n; ++i) out[i] = static_cast<L>(~x[i]);
-}
-
-// out[x_count + y_count] = x[x_count] y[y_count] if there is an unrolled body for these counts; otherwise
-// returns false. out must not be x or y.
-template <class L>
-inline bool multiply_unrolled(const L *, unsigned, const L *, unsigned, L *)
-{
-    return false;
-}
-
-}  // namespace portable
-
-using namespace portable;
-
 // A sum of products, three limbs wide: 2^(bits of a limb) products cannot overflow it.
 struct PortableSum {
     static constexpr unsigned kMaxRow = 0;  // see limb_x86_64.h
@@ -262,25 +148,134 @@ struct PortableSum {
     }
 };
 
+// The steps that some machines replace, and the sum of products. Algorithms take such a type as template
+// argument.
+template <class L>
+struct PortableSteps {
+    using Limb = L;
+    using Sum = PortableSum;
+
+    // out[n] = a[n] + b[n]; returns the carry. out may be a or b.
+    static L add_limbs(const L *a, const L *b, unsigned n, L *out)
+    {
+        L carry = 0;
+#pragma GCC unroll 5
+        for (unsigned i = 0; i < n; ++i) out[i] = add_limb(a[i], b[i], carry);
+        return carry;
+    }
+
+    // out[n] = a[n] - b[n]; returns the borrow. out may be a or b. ones becomes nonzero if and only if a
+    // 32-bit word of out has all bits set.
+    static L sub_limbs(const L *a, const L *b, unsigned n, L *out, L &ones)
+    {
+        L borrow = 0;
+        L marks = 0;
+#pragma GCC unroll 5
+        for (unsigned i = 0; i < n; ++i) {
+            out[i] = sub_limb(a[i], b[i], borrow);
+            marks |= all_ones_mark(out[i]);
+        }
+        ones = marks;
+        return borrow;
+    }
+
+    // x[n] /= 2^bits, 0 < bits < kLimbBits<L>.
+    static void shift_limbs_down(L *x, unsigned n, unsigned bits)
+    {
+        for (unsigned i = 0; i + 1 < n; ++i) x[i] = x[i] >> bits | x[i + 1] << (kLimbBits<L> - bits);
+        x[n - 1] >>= bits;
+    }
+
+    // Returns sum + a * b, which must fit.
+    static Double<L> multiply_add(Double<L> sum, L a, L b) { return sum + Double<L>{a} * b; }
+
+    // high B + low = a b + low + high, which always fits.
+    static void multiply_add_both(L &low, L &high, L a, L b)
+    {
+        const Double<L> sum = Double<L>{a} * b + low + high;
+        low = static_cast<L>(sum);
+        high = static_cast<L>(sum >> kLimbBits<L>);
+    }
+
+    // Returns sum + a[0] b[count - 1] + a[1] b[count - 2] + ... + a[count - 1] b[0], which must fit. The
+    // analyser does not see that modulus_29_loops.h splits numbers into at least six limbs.
+    template <unsigned count>
+    static Double<L> add_column(Double<L> sum, const L *a, const L *b)
+    {
+#pragma GCC unroll 11
+        for (unsigned i = 0; i < count; ++i)
+            sum = multiply_add(sum, a[i], b[count - 1 - i]);  // NOLINT(clang-analyzer-core.CallAndMessage)
+        return sum;
+    }
+
+    // out[n] += x[n] * w; returns the limb above.
+    static L mul_add_limbs(const L *x, L w, unsigned n, L *out)
+    {
+        L carry = 0;
+        for (unsigned i = 0; i < n; ++i) {
+            const Double<L> sum = Double<L>{x[i]} * w + out[i] + carry;
+            out[i] = static_cast<L>(sum);
+            carry = static_cast<L>(sum >> kLimbBits<L>);
+        }
+        return carry;
+    }
+
+    // out[n] -= x[n] * w; returns the limb to subtract from the next one up.
+    static L mul_sub_limbs(const L *x, L w, unsigned n, L *out)
+    {
+        L carry = 0;
+        for (unsigned i = 0; i < n; ++i) {
+            const Double<L> product = Double<L>{x[i]} * w + carry;
+            const L low = static_cast<L>(product);
+            carry = static_cast<L>(product >> kLimbBits<L>) + static_cast<L>(out[i] < low);
+            out[i] -= low;
+        }
+        return carry;
+    }
+
+    // out[n] = B^n - 1 - x[n]; out may be x.
+    static void complement_limbs(const L *x, unsigned n, L *out)
+    {
+        for (unsigned i = 0; i < n; ++i) out[i] = static_cast<L>(~x[i]);
+    }
+
+    // out[x_count + y_count] = x[x_count] y[y_count] if there is an unrolled body for these counts; otherwise
+    // returns false. out must not be x or y.
+    static bool multiply_unrolled(const L *, unsigned, const L *, unsigned, L *) { return false; }
+};
+
 }  // namespace zokecc
 
-// The only place where the steps are chosen: for native limbs the machine's own bodies win over the
-// templates.
+// The only place where the steps are chosen: NativeSteps, for native limbs.
 #if defined(__x86_64__) && !defined(ZOKECC_NO_ASSEMBLY)
 #include "mint/limbs/limb_x86_64.h"
 namespace zokecc {
-using namespace x86_64;
+using MachineSteps = x86_64::Steps;
+}
+#elif defined(__arm__) && !defined(ZOKECC_NO_ASSEMBLY)
+#include "mint/limbs/limb_arm.h"
+namespace zokecc {
+using MachineSteps = arm::Steps;
 }
 #else
 namespace zokecc {
-using NativeSum = PortableSum;
+using MachineSteps = PortableSteps<NativeLimb>;
 }
-#if defined(__arm__) && !defined(__thumb__) && !defined(ZOKECC_NO_ASSEMBLY)
-#include "mint/limbs/limb_arm.h"
+#endif
+
 namespace zokecc {
-using namespace arm;
-}
-#endif
-#endif
+
+// One name in all objects, whatever instructions they are compiled to.
+struct NativeSteps : MachineSteps {};
+
+// Those, and what a test or a file derives from them.
+template <class Steps>
+constexpr bool kIsNative = std::is_base_of_v<NativeSteps, Steps>;
+
+// The steps for limbs of either width.
+template <class L>
+using StepsOn = std::conditional_t<std::is_same_v<L, NativeLimb>, NativeSteps, PortableSteps<L>>;
+
+}  // namespace zokecc
 
 #endif

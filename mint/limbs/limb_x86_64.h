@@ -1,7 +1,7 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // The carry chains of limb.h in x86-64 instructions, with the carry in the flags, and the 128-bit product.
 //
-// Each replaces its namesake in portable for 64-bit limbs. Included by limb.h only.
+// Each replaces its namesake in PortableSteps. Included by limb.h only.
 #ifndef ZOKECC_MINT_LIMBS_LIMB_X86_64_H
 #define ZOKECC_MINT_LIMBS_LIMB_X86_64_H
 
@@ -11,40 +11,6 @@
 #include "base/linkage.h"
 
 namespace zokecc::x86_64 {
-
-inline uint64_t add_limbs(const uint64_t *a, const uint64_t *b, unsigned n, uint64_t *out)
-{
-    unsigned char carry = 0;
-#pragma GCC unroll 5
-    for (unsigned i = 0; i < n; ++i) {
-        unsigned long long sum;
-        carry = _addcarry_u64(carry, a[i], b[i], &sum);
-        out[i] = sum;
-    }
-    return carry;
-}
-
-inline uint64_t sub_limbs(const uint64_t *a, const uint64_t *b, unsigned n, uint64_t *out)
-{
-    unsigned char borrow = 0;
-#pragma GCC unroll 5
-    for (unsigned i = 0; i < n; ++i) {
-        unsigned long long difference;
-        borrow = _subborrow_u64(borrow, a[i], b[i], &difference);
-        out[i] = difference;
-    }
-    return borrow;
-}
-
-inline uint64_t sub_limbs(const uint64_t *a, const uint64_t *b, unsigned n, uint64_t *out, uint64_t &ones)
-{
-    const uint64_t borrow = sub_limbs(a, b, n, out);
-    uint64_t marks = 0;
-#pragma GCC unroll 5
-    for (unsigned i = 0; i < n; ++i) marks |= all_ones_mark(out[i]);
-    ones = marks;
-    return borrow;
-}
 
 struct AssembledSum : PortableSum {
     void add_product(uint64_t a, uint64_t b)
@@ -154,6 +120,46 @@ struct NativeSum : AssembledSum {
 #undef ZOKECC_FIRST_STEP
 #undef ZOKECC_ROW
 #undef ZOKECC_ROW_STEP
+
+struct Steps : PortableSteps<uint64_t> {
+    using Sum = NativeSum;
+
+    static uint64_t add_limbs(const uint64_t *a, const uint64_t *b, unsigned n, uint64_t *out)
+    {
+        unsigned char carry = 0;
+#pragma GCC unroll 5
+        for (unsigned i = 0; i < n; ++i) {
+            unsigned long long sum;
+            carry = _addcarry_u64(carry, a[i], b[i], &sum);
+            out[i] = sum;
+        }
+        return carry;
+    }
+
+    static uint64_t sub_limbs(const uint64_t *a, const uint64_t *b, unsigned n, uint64_t *out, uint64_t &ones)
+    {
+        const uint64_t borrow = subtract(a, b, n, out);
+        uint64_t marks = 0;
+#pragma GCC unroll 5
+        for (unsigned i = 0; i < n; ++i) marks |= all_ones_mark(out[i]);
+        ones = marks;
+        return borrow;
+    }
+
+private:
+    // sub_limbs without its mark
+    static uint64_t subtract(const uint64_t *a, const uint64_t *b, unsigned n, uint64_t *out)
+    {
+        unsigned char borrow = 0;
+#pragma GCC unroll 5
+        for (unsigned i = 0; i < n; ++i) {
+            unsigned long long difference;
+            borrow = _subborrow_u64(borrow, a[i], b[i], &difference);
+            out[i] = difference;
+        }
+        return borrow;
+    }
+};
 
 }  // namespace zokecc::x86_64
 

@@ -14,16 +14,18 @@
 
 namespace zokecc {
 
-template <class L>
+template <class Steps>
 struct PortableSums {
+    using L = typename Steps::Limb;
+
     static bool serves(unsigned) { return true; }
 
     // out[n] = a + b mod p
     static void add(const L *a, const L *b, const L *p, unsigned n, L *out)
     {
         L ones;
-        const L carry = add_limbs(a, b, n, out);
-        if (carry != 0 || !is_below(out, p, n)) sub_limbs(out, p, n, out, ones);
+        const L carry = Steps::add_limbs(a, b, n, out);
+        if (carry != 0 || !is_below(out, p, n)) Steps::sub_limbs(out, p, n, out, ones);
     }
 
     // out[n] = a - b mod p. For a < b, a word of b - a can be all ones only if that word of a - b is 0, or
@@ -34,13 +36,13 @@ struct PortableSums {
         L d[kMaxFastLimbs<L>];
         L correction[kMaxFastLimbs<L>];
         L ones;
-        const L mask = 0 - sub_limbs(a, b, n, d, ones);
+        const L mask = 0 - Steps::sub_limbs(a, b, n, d, ones);
         L small = 0;  // the top bit is set for each word that is 0 or 1, and perhaps for others
         for (unsigned i = 0; i < n; ++i) {
             small |= (d[i] - static_cast<L>(0x0000000200000002u)) & ~d[i];
             correction[i] = p[i] & mask;
         }
-        add_limbs(d, correction, n, d);
+        Steps::add_limbs(d, correction, n, d);
         ones = small & mask & static_cast<L>(0x8000000080000000u);
         for (unsigned i = 0; i < n; ++i) ones |= all_ones_mark(d[i]);
         if (ones != 0) [[unlikely]]
@@ -54,11 +56,11 @@ struct PortableSums {
     {
         L doubled[kMaxFastLimbs<L>];
         do {
-            const L carry = add_limbs(a, a, n, doubled);
+            const L carry = Steps::add_limbs(a, a, n, doubled);
             a = doubled;
             if (carry == 0 && is_below(doubled, p, n)) continue;
             L ones;
-            sub_limbs(doubled, p, n, doubled, ones);
+            Steps::sub_limbs(doubled, p, n, doubled, ones);
             if (ones != 0) [[unlikely]]
                 return false;
         } while (--times > 0);
@@ -121,8 +123,8 @@ struct ArmSums {
 };
 
 // The bodies for this machine.
-template <class L>
-using ModularSums = std::conditional_t<kArmFunctions && sizeof(L) == 4, ArmSums, PortableSums<L>>;
+template <class Steps>
+using ModularSums = std::conditional_t<kArmFunctions && kIsNative<Steps>, ArmSums, PortableSums<Steps>>;
 
 }  // namespace zokecc
 

@@ -92,7 +92,7 @@ MODULAR_SUMS(8, "r11", "28")
 
 void zokecc_add_mod_any(const uint32_t *a, const uint32_t *b, const uint32_t *p, unsigned n, uint32_t *out)
 {
-    PortableSums<uint32_t>::add(a, b, p, n, out);
+    PortableSums<NativeSteps>::add(a, b, p, n, out);
 }
 
 }  // namespace zokecc

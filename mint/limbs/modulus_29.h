@@ -29,6 +29,8 @@ constexpr unsigned column_scale(unsigned words)
 // p in the terms of barrett.h, with B = 2^29 and N = limbs: P = p 2^s is the modulus there, s the shift and
 // the scale together.
 struct ShortModulus {
+    using Steps = StepsOn<uint32_t>;
+
     uint32_t words;
     uint32_t limbs;                           // with a scale short_limbs(words), else as few as p needs
     uint32_t kernel;                          // words if there is a scale and no shift, otherwise 0

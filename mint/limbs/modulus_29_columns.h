@@ -17,7 +17,7 @@ namespace zokecc {
 // P = pn 2^(2 H) is the modulus in the terms of barrett.h, for pn of 32 Words bits with its top bit set:
 // both factors are scaled by 2^H, so that a product and a square use the same limbs. P fills the N limbs, or
 // has one bit more; then the remainder's top bit is recovered from the guard.
-template <unsigned Words>
+template <unsigned Words, class Steps>
 class ColumnLimbs {
 public:
     using Limb = uint32_t;
@@ -44,6 +44,7 @@ public:
     }
 
 private:
+    using ColumnSum = ColumnSumOf<Steps>;
     static constexpr unsigned kBitsAbove = 32 * Words + 2 * H - kShortBits * N;
     static_assert(kBitsAbove <= 1);
     static constexpr unsigned kSplitRow = 5;  // where the quotient's two lowest columns are carried early
@@ -261,6 +262,47 @@ private:
                fits(top, reciprocal, N + 1, 2 * N, 0, N);
     }
     static_assert(all_fit());
+};
+
+// The kernels behind multiply_chosen, with these steps. Modulus is ShortModulus, or a test's.
+template <class Steps, class Modulus = ShortModulus>
+class ColumnProducts {
+public:
+    static bool multiply_chosen(const Modulus &p, const uint32_t *a, const uint32_t *b, uint32_t *out)
+    {
+        if (p.kernel == 6) return multiply_six(p, a, b, out);
+        if (p.kernel == 7) return multiply_seven(p, a, b, out);
+        if (column_scale(p.words) == 0) return multiply_looped(p, a, b, out);
+        return multiply_shifted(p, a, b, out);
+    }
+
+private:
+    ZOKECC_ONE_COPY static bool multiply_six(const Modulus &p, const uint32_t *a, const uint32_t *b,
+                                             uint32_t *out)
+    {
+        return ColumnLimbs<6, Steps>::multiply(p, a, b, out);
+    }
+
+    ZOKECC_ONE_COPY static bool multiply_seven(const Modulus &p, const uint32_t *a, const uint32_t *b,
+                                               uint32_t *out)
+    {
+        return ColumnLimbs<7, Steps>::multiply(p, a, b, out);
+    }
+
+    // For p with zero bits at the top of its top word: (a 2^s) b mod p 2^s is (a b mod p) 2^s.
+    ZOKECC_OWN_FRAME static bool multiply_shifted(const Modulus &p, const uint32_t *a, const uint32_t *b,
+                                                  uint32_t *out)
+    {
+        uint32_t shifted[kMaxFastWords + 1];
+        shift_limbs_up(a, p.words, p.shift, shifted);
+        const bool is_exact = p.words == 6   ? multiply_six(p, shifted, b, out)
+                              : p.words == 7 ? multiply_seven(p, shifted, b, out)
+                                             : multiply_eight(p, shifted, b, out);
+        // NOLINTNEXTLINE(readability-static-accessed-through-instance): static in the default build alone
+        if (p.open_quotients.give_up(1 ^ static_cast<uint32_t>(is_exact))) return false;
+        Steps::shift_limbs_down(out, p.words, p.shift);
+        return is_exact;
+    }
 };
 
 }  // namespace zokecc

@@ -16,6 +16,8 @@ namespace zokecc {
 // p in the terms of barrett.h, with B = 2^32 and N = words. M = floor(B^(2N+1) / pn) has one bit more than
 // N + 1 words, so half of it is stored; the quotient comes out halved and is doubled.
 struct WordModulus {
+    using Steps = StepsOn<uint32_t>;
+
     uint32_t words;
     uint32_t kernel;                              // words if there is no shift, otherwise 0
     uint32_t shift;                               // s
@@ -41,7 +43,7 @@ struct WordModulus {
 };
 
 // The kernel for one number of words.
-template <unsigned N>
+template <unsigned N, class Steps>
 class WordLimbs {
 public:
     using Limb = uint32_t;
@@ -87,9 +89,9 @@ public:
                 if (i == 0 && j == 0)
                     multiply_words(x[0], c, a0, w);
                 else
-                    multiply_add_both(x[i + j], c, a0, w);
+                    Steps::multiply_add_both(x[i + j], c, a0, w);
                 if (i == 0 && j + 1 < N) x[j + 1] = 0;
-                multiply_add_both(j + 1 < N ? x[i + j + 1] : c, d, a1, w);
+                Steps::multiply_add_both(j + 1 < N ? x[i + j + 1] : c, d, a1, w);
             }
             x[i + N] = c;
             x[i + N + 1] = d;
@@ -97,7 +99,7 @@ public:
         if constexpr (N % 2 != 0) {
             Limb c = 0;
 #pragma GCC unroll 9
-            for (unsigned j = 0; j < N; ++j) multiply_add_both(x[N - 1 + j], c, a[N - 1], b[j]);
+            for (unsigned j = 0; j < N; ++j) Steps::multiply_add_both(x[N - 1 + j], c, a[N - 1], b[j]);
             x[2 * N - 1] = c;
         }
     }
@@ -122,12 +124,12 @@ private:
             const Limb t1 = top[j + 1];
             Limb c = 0;
             Limb d = 0;
-            multiply_add_both(columns[0], d, t1, r[N - j - 1]);
+            Steps::multiply_add_both(columns[0], d, t1, r[N - j - 1]);
 #pragma GCC unroll 10
             for (unsigned i = N - j; i <= N; ++i) {
                 const Limb w = r[i];
-                multiply_add_both(columns[i + j - N], c, t0, w);
-                multiply_add_both(i < N ? columns[i + j + 1 - N] : c, d, t1, w);
+                Steps::multiply_add_both(columns[i + j - N], c, t0, w);
+                Steps::multiply_add_both(i < N ? columns[i + j + 1 - N] : c, d, t1, w);
             }
             columns[j + 1] = c;
             columns[j + 2] = d;
@@ -135,7 +137,7 @@ private:
         if constexpr (N % 2 != 0) {
             Limb c = 0;
 #pragma GCC unroll 10
-            for (unsigned i = 0; i <= N; ++i) multiply_add_both(columns[i], c, top[N], r[i]);
+            for (unsigned i = 0; i <= N; ++i) Steps::multiply_add_both(columns[i], c, top[N], r[i]);
             columns[N + 1] = c;
         }
     }
@@ -152,8 +154,8 @@ private:
 #pragma GCC unroll 9
             for (unsigned j = 0; i + j < N; ++j) {
                 const Limb w = m.complement[j];
-                multiply_add_both(x[i + j], c, q0, w);
-                if (i + j + 1 < N) multiply_add_both(x[i + j + 1], d, q1, w);
+                Steps::multiply_add_both(x[i + j], c, q0, w);
+                if (i + j + 1 < N) Steps::multiply_add_both(x[i + j + 1], d, q1, w);
             }
         }
     }
@@ -163,6 +165,42 @@ private:
 // OpenQuotients for what out holds then. For p of exactly 256 bits, the most common case, and for any p.
 bool multiply_eight(const WordModulus &p, const uint32_t *a, const uint32_t *b, uint32_t *out);
 bool multiply_chosen(const WordModulus &p, const uint32_t *a, const uint32_t *b, uint32_t *out);
+
+// The kernels behind multiply_chosen, with these steps. Modulus is WordModulus, or a test's.
+template <class Steps, class Modulus = WordModulus>
+class WordProducts {
+public:
+    static bool multiply_chosen(const Modulus &p, const uint32_t *a, const uint32_t *b, uint32_t *out)
+    {
+        return p.kernel == 0 ? multiply_shifted(p, a, b, out) : multiply_words(p, a, b, out);
+    }
+
+private:
+    ZOKECC_ONE_COPY static bool multiply_words(const Modulus &p, const uint32_t *a, const uint32_t *b,
+                                               uint32_t *out)
+    {
+        switch (p.words) {
+        case 5: return WordLimbs<5, Steps>::multiply(p, a, b, out);
+        case 6: return WordLimbs<6, Steps>::multiply(p, a, b, out);
+        case 7: return WordLimbs<7, Steps>::multiply(p, a, b, out);
+        case 9: return WordLimbs<9, Steps>::multiply(p, a, b, out);
+        default: return multiply_eight(p, a, b, out);
+        }
+    }
+
+    // For p with zero bits at the top of its top word: (a 2^s) b mod p 2^s is (a b mod p) 2^s.
+    ZOKECC_OWN_FRAME static bool multiply_shifted(const Modulus &p, const uint32_t *a, const uint32_t *b,
+                                                  uint32_t *out)
+    {
+        uint32_t shifted[kMaxFastWords + 1];
+        shift_limbs_up(a, p.words, p.shift, shifted);
+        const bool is_exact = multiply_words(p, shifted, b, out);
+        // NOLINTNEXTLINE(readability-static-accessed-through-instance): static in the default build alone
+        if (p.open_quotients.give_up(1 ^ static_cast<uint32_t>(is_exact))) return false;
+        Steps::shift_limbs_down(out, p.words, p.shift);
+        return is_exact;
+    }
+};
 
 using AnyWordLimbs = AnyWidth<WordModulus>;
 

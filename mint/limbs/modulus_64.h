@@ -10,9 +10,10 @@ namespace zokecc {
 
 // p of N limbs, its top limb not zero; see barrett.h. The top limb of M, above N + 1 others, is always 1 (p
 // is odd, so pn is above B^N / 2) and not stored.
-template <unsigned Limbs, class Sum = NativeSum>
+template <unsigned Limbs, class StepsOfLimbs = NativeSteps>
 class FullLimbs {
 public:
+    using Steps = StepsOfLimbs;
     using Limb = uint64_t;
     static constexpr unsigned N = Limbs;
     static constexpr unsigned kElementLimbs = Limbs;
@@ -31,7 +32,7 @@ public:
         if constexpr (kHasRows) rows_ = Sum::has_rows();
         const Limb zero[N] = {};
         Limb ones;
-        sub_limbs(zero, modulus_, N, complement_, ones);
+        Steps::sub_limbs(zero, modulus_, N, complement_, ones);
         reciprocal_words(p, words, 64 * (2 * N + 1) - shift_, padded, 2 * N + 2);
         std::memcpy(reciprocal_, padded, sizeof reciprocal_);
     }
@@ -60,6 +61,7 @@ public:
     OpenQuotients &open_quotients() { return open_quotients_; }
 
 private:
+    using Sum = typename Steps::Sum;
     static constexpr bool kHasRows = Sum::kMaxRow > N;
 
     ZOKECC_ONE_COPY bool multiply_by_columns(const Limb *a, const Limb *b, Limb *out) const
@@ -131,7 +133,7 @@ private:
     void take_off(const Limb *x, Limb *r, Limb *out) const
     {
         Limb ones;
-        sub_limbs(x, r, N, r, ones);
+        Steps::sub_limbs(x, r, N, r, ones);
         scale_down(r, out);
     }
 
@@ -221,7 +223,7 @@ private:
     {
         columns[i + 1] = 0;
         // Times M's top limb, 1: before the last row, which has to wait for a limb.
-        if constexpr (i == N) add_limbs(columns + 1, top, N + 1, columns + 1);
+        if constexpr (i == N) Steps::add_limbs(columns + 1, top, N + 1, columns + 1);
         Sum::template add_row<i + 1>(top[i], reciprocal_ + N - i, columns);
         if constexpr (i < N) quotient_rows<i + 1>(top, columns);
     }

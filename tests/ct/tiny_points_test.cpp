@@ -14,7 +14,7 @@ namespace zokecc_test::ct_tiny_points_test {
 namespace {
 
 using zokecc::Mask;
-using Field = zokecc::SecretField<zokecc::FullLimbs<1, zokecc::PortableSum>>;
+using Field = zokecc::SecretField<zokecc::FullLimbs<1, zokecc::PortableSteps<uint64_t>>>;
 using Curve = zokecc::SecretCurve<Field>;
 using Affine = Curve::Affine;
 using Point = Curve::Point;

@@ -32,7 +32,7 @@ class FastMultiples : public testing::Test {
 protected:
     HardWords draw{8151};
 };
-TYPED_TEST_SUITE(FastMultiples, ChosenFields);
+TYPED_TEST_SUITE(FastMultiples, AllFields);
 
 // There is no named curve of nine words.
 template <class Field>

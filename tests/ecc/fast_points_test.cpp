@@ -55,7 +55,7 @@ protected:
 
     HardWords draw{8101};
 };
-TYPED_TEST_SUITE(FastPoints, ChosenFields);
+TYPED_TEST_SUITE(FastPoints, AllFields);
 
 template <class Field>
 void FastPoints<Field>::check_affine(const mint &p, const mint &a, const ecc_point &P, const ecc_point &Q) {

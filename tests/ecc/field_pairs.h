@@ -7,9 +7,8 @@
 
 #include "ecc/fast_field.h"
 #include "ecc/reference_field.h"
-#include "mint/limbs/modulus_29.h"
-#include "mint/limbs/modulus_32.h"
 #include "tests/mint/moduli.h"
+#include "tests/mint/portable_moduli.h"
 #include "tests/support/counting_trace.h"
 #include "tests/support/hard_words.h"
 
@@ -18,18 +17,18 @@ namespace zokecc_test {
 template <class Modulus>
 using Counted = zokecc::FastField<Modulus, CountingTrace>;
 
-// The fields that the library chooses from, for both kinds of machine.
-using ChosenFields = ::testing::Types<
 #ifdef __SIZEOF_INT128__
-    Counted<zokecc::FullLimbs<3>>, Counted<zokecc::FullLimbs<4>>, Counted<zokecc::FullLimbs<5>>,
+template <unsigned limbs>
+using PortableFullLimbs = zokecc::FullLimbs<limbs, zokecc::PortableSteps<uint64_t>>;
 #endif
-    Counted<zokecc::AnyWordLimbs>, Counted<zokecc::AnyShortLimbs>>;
 
-// These and their components.
+// The fields that the library chooses from, for both kinds of machine, and the same with the portable steps.
 using AllFields = ::testing::Types<
 #ifdef __SIZEOF_INT128__
     Counted<zokecc::FullLimbs<3>>, Counted<zokecc::FullLimbs<4>>, Counted<zokecc::FullLimbs<5>>,
-    Counted<zokecc::FullLimbs<4, zokecc::PortableSum>>,
+    Counted<PortableFullLimbs<3>>, Counted<PortableFullLimbs<4>>, Counted<PortableFullLimbs<5>>,
+#else
+    Counted<PortableWordLimbs>, Counted<PortableShortLimbs>,
 #endif
     Counted<zokecc::AnyWordLimbs>, Counted<zokecc::AnyShortLimbs>>;
 

@@ -12,13 +12,14 @@ namespace {
 
 constexpr uint32_t kWords = zokecc::kMaxFastWords;
 
-template <class L>
+template <class Steps>
 class BorrowRule : public testing::Test {
 protected:
-    static constexpr unsigned kLimbs = zokecc::kMaxFastLimbs<L>;
+    using Limb = typename Steps::Limb;
+    static constexpr unsigned kLimbs = zokecc::kMaxFastLimbs<Limb>;
 
-    static Row<L> limbs_of(const mint &value) {
-        Row<L> out(kLimbs);
+    static Row<Limb> limbs_of(const mint &value) {
+        Row<Limb> out(kLimbs);
         std::memcpy(out.data(), value.words, 4 * value.len);
         return out;
     }
@@ -32,7 +33,7 @@ protected:
                 if (draw.below(3) == 0) x.words[i] = 0;
             if (mint_compare(&x, &y) < 0) std::swap(x, y);
         } while (mint_compare(&x, &y) == 0);
-        n = static_cast<unsigned>(zokecc::kWordsPerLimb<L> == 1 ? x.len : (x.len + 1) / 2);
+        n = static_cast<unsigned>(zokecc::kWordsPerLimb<Limb> == 1 ? x.len : (x.len + 1) / 2);
         if (draw.below(2) == 0) n = kLimbs;
     }
 
@@ -42,11 +43,11 @@ protected:
         int departed = 0;
         for (int round = 0; round < rounds(6000); ++round) {
             draw_pair();
-            const Row<L> larger = limbs_of(x);
-            const Row<L> smaller = limbs_of(y);
-            Row<L> d(kLimbs);
-            L ones = 0;
-            EXPECT_EQ(0u, zokecc::sub_limbs(larger.data(), smaller.data(), n, d.data(), ones));
+            const Row<Limb> larger = limbs_of(x);
+            const Row<Limb> smaller = limbs_of(y);
+            Row<Limb> d(kLimbs);
+            Limb ones = 0;
+            EXPECT_EQ(0u, Steps::sub_limbs(larger.data(), smaller.data(), n, d.data(), ones));
             const Natural exact = natural(d);
             const Natural kept = kept_sub(Natural(x), Natural(y), over);
             keep(larger.data(), smaller.data(), n, d.data());
@@ -58,14 +59,14 @@ protected:
         return departed;
     }
 
-    HardWords draw{7101 + sizeof(L)};
+    HardWords draw{7101 + sizeof(Limb)};
     mint x, y;
     unsigned n = 0;
 };
-TYPED_TEST_SUITE(BorrowRule, LimbTypes);
+TYPED_TEST_SUITE(BorrowRule, StepTypes);
 
 TYPED_TEST(BorrowRule, KeptEqualWordsApartFromTheLargerOperand) {
-    using L = TypeParam;
+    using L = typename TypeParam::Limb;
     EXPECT_GE(
         this->departures(Over::kOther, [](const L *larger, const L *smaller, unsigned limbs,
                                           L *d) { zokecc::keep_equal_words<L>(larger, smaller, limbs, d); }),
@@ -73,14 +74,15 @@ TYPED_TEST(BorrowRule, KeptEqualWordsApartFromTheLargerOperand) {
 }
 
 TYPED_TEST(BorrowRule, KeptEqualWordsAndLostBorrowsInPlace) {
-    using L = TypeParam;
-    EXPECT_GE(this->departures(Over::kLarger, [](const L *, const L *smaller, unsigned limbs,
-                                                 L *d) { zokecc::keep_in_place<L>(smaller, limbs, d); }),
-              rounds(500));
+    using L = typename TypeParam::Limb;
+    EXPECT_GE(
+        this->departures(Over::kLarger, [](const L *, const L *smaller, unsigned limbs,
+                                           L *d) { zokecc::keep_in_place<TypeParam>(smaller, limbs, d); }),
+        rounds(500));
 }
 
 TYPED_TEST(BorrowRule, WordsAreReadAndWrittenSingly) {
-    using L = TypeParam;
+    using L = typename TypeParam::Limb;
     Row<L> limbs(3);
     for (unsigned word = 0; word < 3 * zokecc::kWordsPerLimb<L>; ++word) {
         EXPECT_EQ(word, zokecc::used_words_of(limbs.data(), 3));

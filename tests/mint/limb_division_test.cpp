@@ -14,23 +14,25 @@ namespace {
 using zokecc::kMintWords;
 using zokecc::kProductWords;
 
-template <class L>
+template <class Steps>
 class FastDivide : public testing::Test {
 protected:
-    static constexpr uint32_t kLeastWords = zokecc::kWordsPerLimb<L> + 1;
+    using Limb = typename Steps::Limb;
+
+    static constexpr uint32_t kLeastWords = zokecc::kWordsPerLimb<Limb> + 1;
 
     // floor((B^2 - 1) / d) - B
-    static Natural true_reciprocal(L d) {
-        const Natural base = Natural::power_of_two(zokecc::kLimbBits<L>);
+    static Natural true_reciprocal(Limb d) {
+        const Natural base = Natural::power_of_two(zokecc::kLimbBits<Limb>);
         return (base * base - Natural(1)) / natural(d) - base;
     }
 
     // A multiple of the divisor, or one less or more.
-    void set_near_multiple(const Row<L> &divisor, Row<L> &span) {
+    void set_near_multiple(const Row<Limb> &divisor, Row<Limb> &span) {
         const Natural two(2);
-        const Natural product = natural(divisor) * (natural(drawn_limb<L>(draw)) + Natural(1));
+        const Natural product = natural(divisor) * (natural(drawn_limb<Limb>(draw)) + Natural(1));
         const Natural near = product + Natural(1 + draw.below(3)) - two;
-        for (unsigned i = 0; i < 3 * zokecc::kWordsPerLimb<L>; ++i)
+        for (unsigned i = 0; i < 3 * zokecc::kWordsPerLimb<Limb>; ++i)
             zokecc::set_word(span.data(), i, near.word(i));
     }
 
@@ -58,31 +60,31 @@ protected:
 
     void expect_same_division();
 
-    HardWords draw{7201 + sizeof(L)};
+    HardWords draw{7201 + sizeof(Limb)};
     uint32_t u[kProductWords] = {};
     uint32_t v[kMintWords] = {};
     uint32_t u_count = 0, v_count = 0;
 };
-TYPED_TEST_SUITE(FastDivide, LimbTypes);
+TYPED_TEST_SUITE(FastDivide, StepTypes);
 
-template <class L>
-void FastDivide<L>::expect_same_division() {
+template <class Steps>
+void FastDivide<Steps>::expect_same_division() {
     uint32_t quotient[kProductWords + 1], remainder[kMintWords + 1];
     uint32_t fast_quotient[kProductWords + 1], fast_remainder[kMintWords + 1];
     for (uint32_t *array : {quotient, fast_quotient}) std::fill_n(array, kProductWords + 1, 0xFEFEFEFEu);
     for (uint32_t *array : {remainder, fast_remainder}) std::fill_n(array, kMintWords + 1, 0xFEFEFEFEu);
     zokecc::divide_words(u, u_count, v, v_count, quotient, remainder);
-    zokecc::divide_limbs<L>(u, u_count, v, v_count, fast_quotient, fast_remainder);
+    zokecc::divide_limbs<Steps>(u, u_count, v, v_count, fast_quotient, fast_remainder);
     EXPECT_EQ(0, std::memcmp(quotient, fast_quotient, sizeof quotient));
     EXPECT_EQ(0, std::memcmp(remainder, fast_remainder, sizeof remainder));
 
-    zokecc::divide_limbs<L>(u, u_count, v, v_count, nullptr, fast_remainder);
+    zokecc::divide_limbs<Steps>(u, u_count, v, v_count, nullptr, fast_remainder);
     EXPECT_EQ(0, std::memcmp(remainder, fast_remainder, sizeof remainder)) << "no quotient asked for";
     uint32_t over_v[kMintWords];
     std::memcpy(over_v, v, sizeof v);
-    zokecc::divide_limbs<L>(u, u_count, over_v, v_count, nullptr, over_v);
+    zokecc::divide_limbs<Steps>(u, u_count, over_v, v_count, nullptr, over_v);
     EXPECT_EQ(0, std::memcmp(remainder, over_v, 4 * v_count)) << "remainder over the divisor";
-    zokecc::divide_limbs<L>(u, u_count, v, v_count, fast_quotient, u);
+    zokecc::divide_limbs<Steps>(u, u_count, v, v_count, fast_quotient, u);
     EXPECT_EQ(0, std::memcmp(remainder, u, 4 * v_count)) << "remainder over the dividend";
     EXPECT_EQ(0, std::memcmp(quotient, fast_quotient, sizeof quotient));
 }
@@ -114,7 +116,7 @@ TYPED_TEST(FastDivide, EveryPairOfLengths) {
 
 // Quotient and remainder are the same for both forms of the dividend.
 TYPED_TEST(FastDivide, DividendAsItsComplement) {
-    using L = TypeParam;
+    using L = typename TypeParam::Limb;
     constexpr unsigned kLimbs = zokecc::limbs_for<L>(kProductWords) + 1;
     for (int round = 0; round < rounds(6000); ++round) {
         this->draw_divisor();
@@ -130,15 +132,15 @@ TYPED_TEST(FastDivide, DividendAsItsComplement) {
         zokecc::shift_limbs_up(zokecc::as_limbs<L>(this->u, this->u_count, room), u_limbs, bits, plain);
         L flipped[kLimbs];
         std::memcpy(flipped, plain, sizeof flipped);
-        zokecc::divide_normalised<L, false>(plain, u_limbs, divisor, v_limbs);
-        zokecc::divide_normalised<L, true>(flipped, u_limbs, divisor, v_limbs);
-        zokecc::complement_limbs(flipped, v_limbs, flipped);
+        zokecc::divide_normalised<TypeParam, false>(plain, u_limbs, divisor, v_limbs);
+        zokecc::divide_normalised<TypeParam, true>(flipped, u_limbs, divisor, v_limbs);
+        TypeParam::complement_limbs(flipped, v_limbs, flipped);
         ASSERT_EQ(0, std::memcmp(plain, flipped, sizeof flipped)) << this->draw.where();
     }
 }
 
 TYPED_TEST(FastDivide, ReciprocalsOfLimbs) {
-    using L = TypeParam;
+    using L = typename TypeParam::Limb;
     const L lowest = L{1} << (zokecc::kLimbBits<L> - 1);
     for (L step = 0; step < static_cast<L>(rounds(300)); ++step)
         for (L d : {static_cast<L>(lowest + step), static_cast<L>(kAllOnesLimb<L> - step),
@@ -149,7 +151,7 @@ TYPED_TEST(FastDivide, ReciprocalsOfLimbs) {
 
 // The digit for the divisor d1 d0, for all relations of the three limbs to it.
 TYPED_TEST(FastDivide, DigitsByTwoLimbs) {
-    using L = TypeParam;
+    using L = typename TypeParam::Limb;
     const Natural largest = natural(kAllOnesLimb<L>);
     for (int round = 0; round < rounds(4000); ++round) {
         Row<L> divisor = drawn_limbs<L>(this->draw, 2);
@@ -173,7 +175,6 @@ TYPED_TEST(FastDivide, DigitsByTwoLimbs) {
 
 // All counts, with zero words on top, and products below p, as long as p and far above.
 TYPED_TEST(FastDivide, ProductModuloIsThatOfTheDefinition) {
-    using L = TypeParam;
     for (int round = 0; round < rounds(6000); ++round) {
         this->draw_divisor();
         mint p{};
@@ -187,7 +188,8 @@ TYPED_TEST(FastDivide, ProductModuloIsThatOfTheDefinition) {
         if (a.len == 0 || b.len == 0) continue;
         uint32_t remainder[kMintWords + 1];
         std::fill_n(remainder, kMintWords + 1, 0xFEFEFEFEu);
-        zokecc::multiply_and_divide<L>(a.words, a.len, b.words, b.len, this->v, this->v_count, remainder);
+        zokecc::multiply_and_divide<TypeParam>(a.words, a.len, b.words, b.len, this->v, this->v_count,
+                                               remainder);
         mint got{};
         zokecc::set_words(got, remainder, this->v_count);
         ASSERT_TRUE(is_value(got, defined_product(a, b, p)))

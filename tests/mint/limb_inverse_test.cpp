@@ -22,9 +22,11 @@ namespace {
 
 constexpr uint32_t kMaxWords = zokecc::kMaxFastWords;
 
-template <class L>
+template <class Steps>
 class FastInverseOn : public testing::Test {
 protected:
+    using L = typename Steps::Limb;
+
     void SetUp() override { CountingTrace::reset(); }
 
     // Runs the inverse of a modulo m with fences around its output.
@@ -37,10 +39,10 @@ protected:
             zokecc::set_word(modulus.data(), i, m.word(i));
         }
         Row<L> out = fenced_limbs(Row<L>(n));
-        ASSERT_TRUE((zokecc::FastInverse<L, CountingTrace>(x.data(), modulus.data(), n).run(out.data())));
+        ASSERT_TRUE((zokecc::FastInverse<Steps, CountingTrace>(x.data(), modulus.data(), n).run(out.data())));
         EXPECT_EQ(kept_inverse(a, m), natural(out, n)) << a.to_hex() << " modulo " << m.to_hex();
         EXPECT_TRUE(fence_stands(out, n));
-        EXPECT_TRUE((zokecc::FastInverse<L, CountingTrace>(x.data(), modulus.data(), n).run(x.data())));
+        EXPECT_TRUE((zokecc::FastInverse<Steps, CountingTrace>(x.data(), modulus.data(), n).run(x.data())));
         EXPECT_EQ(natural(out, n), natural(x)) << "over the operand";
     }
 
@@ -71,7 +73,7 @@ protected:
 
     HardWords draw{7501 + sizeof(L)};
 };
-TYPED_TEST_SUITE(FastInverseOn, LimbTypes);
+TYPED_TEST_SUITE(FastInverseOn, StepTypes);
 
 TYPED_TEST(FastInverseOn, KeptIterationForTheModuliOfCurves) {
     const std::vector<Modulus> moduli = odd_moduli();

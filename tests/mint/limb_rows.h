@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Rows of limbs for the tests of the fast arithmetic, and the limb types.
+// Rows of limbs for the tests of the fast arithmetic, and the types of steps.
 #ifndef ZOKECC_TESTS_MINT_LIMB_ROWS_H
 #define ZOKECC_TESTS_MINT_LIMB_ROWS_H
 
@@ -13,11 +13,12 @@
 
 namespace zokecc_test {
 
+// The portable steps, whether the machine uses them or not, and its own.
+using StepTypes = ::testing::Types<
 #ifdef __SIZEOF_INT128__
-using LimbTypes = ::testing::Types<uint32_t, uint64_t>;
-#else
-using LimbTypes = ::testing::Types<uint32_t>;
+    zokecc::PortableSteps<uint64_t>,
 #endif
+    zokecc::PortableSteps<uint32_t>, zokecc::NativeSteps>;
 
 template <class L>
 using Row = std::vector<L>;

@@ -9,8 +9,9 @@ namespace zokecc_test::limb_sum_test {
 namespace {
 
 // The sum of products that add_column<count> computes, if it fits two limbs.
-template <unsigned count, class L>
+template <unsigned count, class Steps>
 void check_column(HardWords &draw) {
+    using L = typename Steps::Limb;
     for (int round = 0; round < rounds(60); ++round) {
         Row<L> a = drawn_limbs<L>(draw, count);
         Row<L> b = drawn_limbs<L>(draw, count);
@@ -18,16 +19,17 @@ void check_column(HardWords &draw) {
         const L start = drawn_limb<L>(draw);
         Natural expected = natural(start);
         for (unsigned i = 0; i < count; ++i) expected = expected + natural(a[i]) * natural(b[count - 1 - i]);
-        const zokecc::Double<L> sum = zokecc::add_column<count>(zokecc::Double<L>{start}, a.data(), b.data());
+        const zokecc::Double<L> sum =
+            Steps::template add_column<count>(zokecc::Double<L>{start}, a.data(), b.data());
         const Row<L> got = {static_cast<L>(sum), static_cast<L>(sum >> zokecc::kLimbBits<L>)};
         EXPECT_EQ(expected, natural(got)) << count << " products, " << draw.where();
     }
-    if constexpr (count > 1) check_column<count - 1, L>(draw);
+    if constexpr (count > 1) check_column<count - 1, Steps>(draw);
 }
 
-template <class L>
+template <class Steps>
 class LimbColumns : public testing::Test {};
-TYPED_TEST_SUITE(LimbColumns, LimbTypes);
+TYPED_TEST_SUITE(LimbColumns, StepTypes);
 
 TYPED_TEST(LimbColumns, OneToElevenProductsAddUp) {
     HardWords draw(7012);
@@ -35,22 +37,18 @@ TYPED_TEST(LimbColumns, OneToElevenProductsAddUp) {
 }
 
 TYPED_TEST(LimbColumns, OneProductIsAddedUpToTheLastBit) {
-    using L = TypeParam;
+    using L = typename TypeParam::Limb;
     using D = zokecc::Double<L>;
     // (B - 1)^2 + 2 (B - 1) = B^2 - 1
     const D sum =
-        zokecc::multiply_add(D{kAllOnesLimb<L>} + kAllOnesLimb<L>, kAllOnesLimb<L>, kAllOnesLimb<L>);
+        TypeParam::multiply_add(D{kAllOnesLimb<L>} + kAllOnesLimb<L>, kAllOnesLimb<L>, kAllOnesLimb<L>);
     EXPECT_EQ(kAllOnesLimb<L>, static_cast<L>(sum));
     EXPECT_EQ(kAllOnesLimb<L>, static_cast<L>(sum >> zokecc::kLimbBits<L>));
 }
 
 #ifdef __SIZEOF_INT128__
 
-#if defined(__x86_64__) && !defined(ZOKECC_NO_ASSEMBLY)
-using SumTypes = testing::Types<zokecc::PortableSum, zokecc::AssembledSum>;
-#else
-using SumTypes = testing::Types<zokecc::PortableSum>;
-#endif
+using SumTypes = testing::Types<zokecc::PortableSum, zokecc::NativeSteps::Sum>;
 
 template <class Sum>
 class LimbSum : public testing::Test {};

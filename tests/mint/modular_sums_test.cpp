@@ -10,22 +10,23 @@
 namespace zokecc_test::modular_sums_test {
 namespace {
 
-using zokecc::PortableSums;
-
-template <class L>
-struct Portable : PortableSums<L> {
-    using Limb = L;
+// The sums that the steps get, with their limbs.
+template <class Steps>
+struct SumsOn : zokecc::ModularSums<Steps> {
+    using Limb = typename Steps::Limb;
 };
-template <class L>
-struct Chosen : zokecc::ModularSums<L> {
-    using Limb = L;
+// ARM's sums leave some widths to these, with the machine's steps.
+struct PortableSumsOnNative : zokecc::PortableSums<zokecc::NativeSteps> {
+    using Limb = zokecc::NativeLimb;
 };
 
 using Kinds = ::testing::Types<
 #ifdef __SIZEOF_INT128__
-    Portable<uint64_t>, Chosen<uint64_t>,
+    SumsOn<zokecc::PortableSteps<uint64_t>>,
+#else
+    PortableSumsOnNative,
 #endif
-    Portable<uint32_t>, Chosen<uint32_t>>;
+    SumsOn<zokecc::PortableSteps<uint32_t>>, SumsOn<zokecc::NativeSteps>>;
 
 template <class Sums>
 class ModularSums : public testing::Test {

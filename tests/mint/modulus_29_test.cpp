@@ -5,25 +5,38 @@
 #include <algorithm>
 
 #include "tests/mint/limb_products.h"
+#include "tests/mint/portable_moduli.h"
 #include "tests/support/emulated.h"
 
 namespace zokecc_test::short_limbs_test {
 namespace {
 
 // multiply_looped with the interface of the others.
+template <class Modulus>
 struct LoopedLimbs {
     using Limb = uint32_t;
     static constexpr unsigned kElementLimbs = zokecc::kMaxFastWords;
     unsigned limbs() const { return modulus.words; }
     static bool fits(const uint32_t *p, uint32_t words) {
-        return zokecc::column_scale(words) == 0 && zokecc::ShortModulus::fits(p, words);
+        return zokecc::column_scale(words) == 0 && Modulus::fits(p, words);
     }
     void prepare(const uint32_t *p, uint32_t words) { modulus.prepare(p, words); }
     bool multiply(const Limb *a, const Limb *b, Limb *out) const {
-        return zokecc::multiply_looped(modulus, a, b, out);
+        return multiply_looped(modulus, a, b, out);
     }
-    zokecc::ShortModulus modulus;
+    Modulus modulus;
 };
+
+// With 64-bit limbs the machine has no steps of its own for these.
+#ifdef __SIZEOF_INT128__
+using ShortModuli = testing::Types<zokecc::ShortModulus>;
+#else
+using ShortModuli = testing::Types<zokecc::ShortModulus, PortableShortModulus>;
+#endif
+
+template <class Modulus>
+class ShortProducts : public testing::Test {};
+TYPED_TEST_SUITE(ShortProducts, ShortModuli);
 
 // The words above the quotient, too: nothing reads them, but they are specified.
 TEST(ShortLimbs, ReciprocalIsThatOfTheDefinitionInEveryWord) {
@@ -46,13 +59,14 @@ TEST(ShortLimbs, ReciprocalIsThatOfTheDefinitionInEveryWord) {
 
 constexpr unsigned kGuardBits = zokecc::kShortBits;
 
-TEST(ShortLimbs, LoopedProductsAreThoseOfTheDefinition) {
-    check_width<LoopedLimbs>(5, kGuardBits, 7410);
-    check_width<LoopedLimbs>(9, kGuardBits, 7410);
+TYPED_TEST(ShortProducts, LoopedProductsAreThoseOfTheDefinition) {
+    check_width<LoopedLimbs<TypeParam>>(5, kGuardBits, 7410);
+    check_width<LoopedLimbs<TypeParam>>(9, kGuardBits, 7410);
 }
 
-TEST(ShortLimbs, ChosenProductsAreThoseOfTheDefinition) {
-    for (uint32_t words = 5; words <= 9; ++words) check_width<zokecc::AnyShortLimbs>(words, kGuardBits, 7420);
+TYPED_TEST(ShortProducts, ChosenProductsAreThoseOfTheDefinition) {
+    for (uint32_t words = 5; words <= 9; ++words)
+        check_width<zokecc::AnyWidth<TypeParam>>(words, kGuardBits, 7420);
 }
 
 TEST(ShortLimbs, EveryTopWordButZeroFits) {
@@ -73,21 +87,21 @@ TEST(ShortLimbs, EveryTopWordButZeroFits) {
 
 // For each number of words: how p is shifted and, if the kernel is unrolled, scaled; elsewhere it has as few
 // limbs as it needs.
-TEST(ShortLimbs, EveryShiftOfTheModulus) {
+TYPED_TEST(ShortProducts, EveryShiftOfTheModulus) {
     HardWords draw(7440);
     for (uint32_t words = 5; words <= 9; ++words)
         for (unsigned shift = 0; shift < 32; ++shift) {
             mint p = draw.untrimmed(words);
             p.words[0] |= 1;
             p.words[words - 1] = (p.words[words - 1] | 0x80000000u) >> shift;
-            check_hard_products<zokecc::AnyShortLimbs>(p, kGuardBits, draw, rounds(24));
-            ASSERT_FALSE(HasFailure()) << mint_to_hex(p) << ", " << draw.where();
+            check_hard_products<zokecc::AnyWidth<TypeParam>>(p, kGuardBits, draw, rounds(24));
+            ASSERT_FALSE(this->HasFailure()) << mint_to_hex(p) << ", " << draw.where();
         }
 }
 
 // The top bit of a remainder of 256 or 192 bits is not computed but recovered from the guard: remainders
 // on both sides of it, as close as words allow, and those of the smallest and of the largest moduli.
-TEST(ShortLimbs, TopBitOfTheRemainderFollowsFromTheGuard) {
+TYPED_TEST(ShortProducts, TopBitOfTheRemainderFollowsFromTheGuard) {
     HardWords draw(7450);
     const Natural one(1);
     for (uint32_t words = 6; words <= 8; ++words) {
@@ -95,7 +109,7 @@ TEST(ShortLimbs, TopBitOfTheRemainderFollowsFromTheGuard) {
         for (const Natural &modulus :
              {half + one, half + (half >> 3) - one, half + (half >> 1) + one, (half << 1) - one}) {
             const mint p = modulus.to_mint();
-            LimbProducts<zokecc::AnyShortLimbs> products(p, kGuardBits);
+            LimbProducts<zokecc::AnyWidth<TypeParam>> products(p, kGuardBits);
             for (int i = 0; i < rounds(16); ++i) {
                 const mint a = drawn_operand(draw, p);
                 mint inverse{};
@@ -107,7 +121,7 @@ TEST(ShortLimbs, TopBitOfTheRemainderFollowsFromTheGuard) {
                     products.check(a, defined_product(rest.to_mint(), inverse, p));
                 }
             }
-            ASSERT_FALSE(HasFailure()) << mint_to_hex(p) << ", " << draw.where();
+            ASSERT_FALSE(this->HasFailure()) << mint_to_hex(p) << ", " << draw.where();
         }
     }
 }
@@ -127,8 +141,8 @@ void check_largest(uint32_t words) {
     }
 }
 
-TEST(ShortLimbs, LargestColumnsDoNotOverflow) {
-    for (uint32_t words = 5; words <= 9; ++words) check_largest<zokecc::AnyShortLimbs>(words);
+TYPED_TEST(ShortProducts, LargestColumnsDoNotOverflow) {
+    for (uint32_t words = 5; words <= 9; ++words) check_largest<zokecc::AnyWidth<TypeParam>>(words);
 }
 
 }  // namespace

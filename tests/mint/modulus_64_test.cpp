@@ -13,14 +13,21 @@ namespace {
 template <class Product>
 class FullLimbs : public testing::Test {};
 
-using Products = testing::Types<
-#if defined(__x86_64__) && !defined(ZOKECC_NO_ASSEMBLY)
-    zokecc::FullLimbs<3, zokecc::AssembledSum>, zokecc::FullLimbs<4, zokecc::AssembledSum>,
-    zokecc::FullLimbs<5, zokecc::AssembledSum>, zokecc::FullLimbs<3, zokecc::NativeSum>,
-    zokecc::FullLimbs<4, zokecc::NativeSum>,
+using Portable = zokecc::PortableSteps<uint64_t>;
+
+#ifdef __x86_64__
+// Columns only, as on a processor without the instructions for rows.
+struct Columns : zokecc::NativeSteps {
+    using Sum = zokecc::x86_64::AssembledSum;
+};
 #endif
-    zokecc::FullLimbs<3, zokecc::PortableSum>, zokecc::FullLimbs<4, zokecc::PortableSum>,
-    zokecc::FullLimbs<5, zokecc::PortableSum>>;
+
+using Products = testing::Types<
+#ifdef __x86_64__
+    zokecc::FullLimbs<3, Columns>, zokecc::FullLimbs<4, Columns>, zokecc::FullLimbs<5, Columns>,
+#endif
+    zokecc::FullLimbs<3>, zokecc::FullLimbs<4>, zokecc::FullLimbs<3, Portable>,
+    zokecc::FullLimbs<4, Portable>, zokecc::FullLimbs<5, Portable>>;
 TYPED_TEST_SUITE(FullLimbs, Products);
 
 // The widths for N limbs: 2 N words and one less, from five to nine words in all.
