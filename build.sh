@@ -112,15 +112,15 @@ suite() {
         /^\[==========\] .* ran\./ { --programs; cases += $2 }
         END { print programs + cases }' "$log")
     seconds=$(($(date +%s) - suite_started))
-    printf '%-14s %-8s %5d tests %5d s\n' "$1" "$status" "$tests" "$seconds" >> build/summary
+    printf '%-14s %-8s %5d tests %5d s\n' "$1" "$status" "$tests" "$seconds" >> "$summary"
     [ "$status" = passed ]
 }
 
 # suites PRESET...: all of them, even if one fails, and the summary.
 suites() {
     mkdir -p build
-    : > build/summary
-    failed=0
+    summary=build/$1.summary failed=0
+    : > "$summary"
     for preset in "$@"; do suite "$preset" || failed=1; done
     for preset in "$@"; do
         if [ -f "build/$preset.closing" ]; then
@@ -129,7 +129,7 @@ suites() {
         fi
     done
     printf '\n==> summary\n'
-    cat build/summary
+    cat "$summary"
     printf 'total %d s\n' "$(($(date +%s) - started))"
     if [ "$failed" -ne 0 ]; then
         echo 'SOME TESTS FAILED'
