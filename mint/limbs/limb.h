@@ -6,8 +6,8 @@
 // replace it and pass the same tests.
 //
 // The table shows which file holds each body: "here" is this file, in C++, and "sums" stands for
-// modular_sums. The bodies here are PortableSteps, those for a machine x86_64::Steps or arm::Steps; the end
-// of this file chooses.
+// modular_sums. The bodies here form PortableSteps, those of a machine x86_64::Steps or arm::Steps; the end
+// of this file chooses between them.
 //
 //   Call                          x86-64            ARMv5TE              ARMv6 and later   elsewhere
 //   add_limbs, sub_limbs          limb_x86_64.h     limb_arm.h           limb_arm.h        here
@@ -16,7 +16,7 @@
 //   shift_limbs_down              here              limb_arm.h           limb_arm.h        here
 //   products added up             limb_x86_64.h     column_sum.h         limb_arm.h        here, column_sum.h
 //   a b mod p, 6 to 8 words       modulus_64.h      modulus_29_columns.h modulus_32.h      modulus_64.h or
-//   a b mod p, 5 or 9 words       modulus_64.h      modulus_29.cpp       modulus_32.h        as on ARMv5TE
+//   a b mod p, 5 or 9 words       modulus_64.h      modulus_29_loops.h   modulus_32.h        as on ARMv5TE
 //   a + b, a - b, 2 a mod p       sums.h            sums_arm.cpp         sums_arm.cpp      sums.h
 //
 // Thumb code uses the bodies under "elsewhere"; cmake/Kernels.cmake compiles the hot files as ARM code.
@@ -148,8 +148,8 @@ struct PortableSum {
     }
 };
 
-// The steps that some machines replace, and the sum of products. Algorithms take such a type as template
-// argument.
+// The steps that some machines replace, and the type for sums of products. Algorithms take such a type as a
+// template argument.
 template <class L>
 struct PortableSteps {
     using Limb = L;
@@ -198,7 +198,7 @@ struct PortableSteps {
     }
 
     // Returns sum + a[0] b[count - 1] + a[1] b[count - 2] + ... + a[count - 1] b[0], which must fit. The
-    // analyser does not see that modulus_29_loops.h splits numbers into at least six limbs.
+    // analyser cannot tell that modulus_29_loops.h splits numbers into at least six limbs.
     template <unsigned count>
     static Double<L> add_column(Double<L> sum, const L *a, const L *b)
     {
@@ -265,10 +265,10 @@ using MachineSteps = PortableSteps<NativeLimb>;
 
 namespace zokecc {
 
-// One name in all objects, whatever instructions they are compiled to.
+// A type of the same name in all objects, whether compiled to ARM or Thumb code.
 struct NativeSteps : MachineSteps {};
 
-// Those, and what a test or a file derives from them.
+// True for NativeSteps and for types that a source or a test derives from it.
 template <class Steps>
 constexpr bool kIsNative = std::is_base_of_v<NativeSteps, Steps>;
 

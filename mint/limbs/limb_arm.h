@@ -43,7 +43,7 @@ namespace zokecc::arm {
     "mov ip, #0\n\tumlal lr, ip, r7, r1\n\tsbcs r11, r11, lr\n\t" \
     "stmia r3!, {r8-r11}\n\taddcc ip, ip, #1\n\t"
 
-// Thumb code has the portable steps under this name, too.
+// In Thumb code this has only the portable steps.
 struct Steps : PortableSteps<uint32_t> {
 #ifndef __thumb__
     static uint32_t add_limbs(const uint32_t *a, const uint32_t *b, unsigned n, uint32_t *out)

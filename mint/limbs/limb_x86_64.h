@@ -147,7 +147,7 @@ struct Steps : PortableSteps<uint64_t> {
     }
 
 private:
-    // sub_limbs without its mark
+    // sub_limbs without the check for words of all ones.
     static uint64_t subtract(const uint64_t *a, const uint64_t *b, unsigned n, uint64_t *out)
     {
         unsigned char borrow = 0;

@@ -1,12 +1,12 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// Multiplication on 29-bit limbs in loops, and what every product on these limbs needs of p.
+// Multiplication on 29-bit limbs in loops, and the constants of p for all multiplications on these limbs.
 #include "mint/limbs/modulus_29_loops.h"
 
 namespace zokecc {
 
 namespace {
 
-struct Here : ShortModulus::Steps {};  // local, and what is instantiated with it is, too
+struct Here : ShortModulus::Steps {};  // gives the instantiations internal linkage
 
 }  // namespace
 

@@ -6,7 +6,7 @@ namespace zokecc {
 
 namespace {
 
-struct Here : ShortModulus::Steps {};  // local, and what is instantiated with it is, too
+struct Here : ShortModulus::Steps {};  // gives the instantiations internal linkage
 
 }  // namespace
 

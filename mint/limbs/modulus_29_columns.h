@@ -264,7 +264,7 @@ private:
     static_assert(all_fit());
 };
 
-// The kernels behind multiply_chosen, with these steps. Modulus is ShortModulus, or a test's.
+// multiply_chosen and its kernels, with the given steps. Modulus is ShortModulus or a test's type.
 template <class Steps, class Modulus = ShortModulus>
 class ColumnProducts {
 public:
@@ -298,7 +298,7 @@ private:
         const bool is_exact = p.words == 6   ? multiply_six(p, shifted, b, out)
                               : p.words == 7 ? multiply_seven(p, shifted, b, out)
                                              : multiply_eight(p, shifted, b, out);
-        // NOLINTNEXTLINE(readability-static-accessed-through-instance): static in the default build alone
+        // NOLINTNEXTLINE(readability-static-accessed-through-instance): static in the default build only
         if (p.open_quotients.give_up(1 ^ static_cast<uint32_t>(is_exact))) return false;
         Steps::shift_limbs_down(out, p.words, p.shift);
         return is_exact;

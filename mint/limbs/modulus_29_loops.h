@@ -10,7 +10,7 @@ namespace zokecc {
 template <class Steps>
 class LoopedLimbs {
 public:
-    // multiply_looped, with these steps.
+    // multiply_looped, with the given steps.
     static bool multiply(const ShortModulus &p, const uint32_t *a, const uint32_t *b, uint32_t *out)
     {
         const unsigned n = p.limbs;
@@ -26,7 +26,7 @@ public:
         uint64_t sum = add_columns(0, x + n - 1, p.reciprocal, n + 1) >> kShortBits;
         sum = add_columns(sum, x + n, p.reciprocal + 1, n);
         const uint32_t open = OpenQuotients::is_open(take_limb(sum), greatest_guard(n));
-        // NOLINTNEXTLINE(readability-static-accessed-through-instance): static in the default build alone
+        // NOLINTNEXTLINE(readability-static-accessed-through-instance): static in the default build only
         if (p.open_quotients.give_up(open)) return false;
         for (unsigned k = 0; k + 1 < n; ++k) {
             sum = add_columns(sum, x + n + 1 + k, p.reciprocal + 2 + k, n - 1 - k);

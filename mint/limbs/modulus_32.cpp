@@ -6,7 +6,7 @@ namespace zokecc {
 
 namespace {
 
-struct Here : WordModulus::Steps {};  // local, and what is instantiated with it is, too
+struct Here : WordModulus::Steps {};  // gives the instantiations internal linkage
 
 }  // namespace
 

@@ -76,7 +76,7 @@ public:
     {
 #pragma GCC unroll 5
         for (unsigned i = 0; i + 1 < N; i += 2) {
-            // The analyser does not see that the words above the shifted number are set.
+            // The analyser cannot tell that the words above the shifted number are set.
             // NOLINTBEGIN(clang-analyzer-core.uninitialized.Assign)
             const Limb a0 = a[i];
             const Limb a1 = a[i + 1];
@@ -166,7 +166,7 @@ private:
 bool multiply_eight(const WordModulus &p, const uint32_t *a, const uint32_t *b, uint32_t *out);
 bool multiply_chosen(const WordModulus &p, const uint32_t *a, const uint32_t *b, uint32_t *out);
 
-// The kernels behind multiply_chosen, with these steps. Modulus is WordModulus, or a test's.
+// multiply_chosen and its kernels, with the given steps. Modulus is WordModulus or a test's type.
 template <class Steps, class Modulus = WordModulus>
 class WordProducts {
 public:
@@ -195,7 +195,7 @@ private:
         uint32_t shifted[kMaxFastWords + 1];
         shift_limbs_up(a, p.words, p.shift, shifted);
         const bool is_exact = multiply_words(p, shifted, b, out);
-        // NOLINTNEXTLINE(readability-static-accessed-through-instance): static in the default build alone
+        // NOLINTNEXTLINE(readability-static-accessed-through-instance): static in the default build only
         if (p.open_quotients.give_up(1 ^ static_cast<uint32_t>(is_exact))) return false;
         Steps::shift_limbs_down(out, p.words, p.shift);
         return is_exact;

@@ -22,7 +22,7 @@ template <unsigned limbs>
 using PortableFullLimbs = zokecc::FullLimbs<limbs, zokecc::PortableSteps<uint64_t>>;
 #endif
 
-// The fields that the library chooses from, for both kinds of machine, and the same with the portable steps.
+// The fields that the library chooses from, for 32-bit and 64-bit machines, and the same with portable steps.
 using AllFields = ::testing::Types<
 #ifdef __SIZEOF_INT128__
     Counted<zokecc::FullLimbs<3>>, Counted<zokecc::FullLimbs<4>>, Counted<zokecc::FullLimbs<5>>,

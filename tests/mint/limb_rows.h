@@ -13,7 +13,7 @@
 
 namespace zokecc_test {
 
-// The portable steps, whether the machine uses them or not, and its own.
+// The portable steps, even if the machine does not use them, and its own.
 using StepTypes = ::testing::Types<
 #ifdef __SIZEOF_INT128__
     zokecc::PortableSteps<uint64_t>,

@@ -10,12 +10,12 @@
 namespace zokecc_test::modular_sums_test {
 namespace {
 
-// The sums that the steps get, with their limbs.
+// The sums chosen for the steps, with their limbs.
 template <class Steps>
 struct SumsOn : zokecc::ModularSums<Steps> {
     using Limb = typename Steps::Limb;
 };
-// ARM's sums leave some widths to these, with the machine's steps.
+// ARM's sums fall back to these for some widths, with the machine's steps.
 struct PortableSumsOnNative : zokecc::PortableSums<zokecc::NativeSteps> {
     using Limb = zokecc::NativeLimb;
 };

@@ -27,7 +27,7 @@ struct LoopedLimbs {
     Modulus modulus;
 };
 
-// With 64-bit limbs the machine has no steps of its own for these.
+// A machine with 64-bit limbs has only the portable steps for these.
 #ifdef __SIZEOF_INT128__
 using ShortModuli = testing::Types<zokecc::ShortModulus>;
 #else

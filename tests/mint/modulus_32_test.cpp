@@ -12,7 +12,7 @@ namespace {
 // The guard is that of half the quotient, doubled.
 constexpr unsigned kGuardBits = 31;
 
-// With 64-bit limbs the machine has no steps of its own for these.
+// A machine with 64-bit limbs has only the portable steps for these.
 #ifdef __SIZEOF_INT128__
 using WordModuli = testing::Types<zokecc::WordModulus>;
 #else

@@ -1,5 +1,5 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
-// The multiplications of 32-bit machines with the portable steps, for machines that have steps of their own.
+// The multiplications of 32-bit machines with the portable steps, for machines that have their own.
 #ifndef ZOKECC_TESTS_MINT_PORTABLE_MODULI_H
 #define ZOKECC_TESTS_MINT_PORTABLE_MODULI_H
 
