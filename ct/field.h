@@ -158,6 +158,7 @@ private:
         constexpr unsigned kSecond = Modulus::kElementLimbs > 1 ? 2 : 1;
         Limb &top = out.limb[limbs() - 1];
         Limb lost = 0;
+        // NOLINTNEXTLINE(clang-analyzer-core.UndefinedBinaryOperatorResult): the product wrote every limb
         sub_limb(top | out.limb[limbs() - kSecond] >> (kLimbBits<Limb> - 1), half_top_, lost);
         Sums::subtract_once(lost & (opaque(Limb{is_exact}) ^ 1), p_.limb, limbs(), out.limb);
         top &= top_mask_;

@@ -16,14 +16,14 @@ namespace zokecc {
 bool has_secret_points(const CurveView &curve);
 
 // True if an outside point may be combined with a secret: its coordinates are below p and on the curve.
-bool is_valid_point(const CurveView &curve, const ecc_point &P);
+bool is_valid_point(const CurveView &view, const ecc_point &P);
 
 // out = k G, wide, using the curve's table. False if that is infinity or not on the curve.
-bool multiply_base_in_secret(const CurveView &curve, const mint &k, ecc_point &out);
+bool multiply_base_in_secret(const CurveView &view, const mint &k, ecc_point &out);
 
 // out = k P, wide, or k P + *addend unless addend is null, for valid points and a wide k below 2^bits. False
 // if that is infinity, or undefined because a point has even order.
-bool multiply_in_secret(const CurveView &curve, const mint &k, uint32_t bits, const ecc_point &P,
+bool multiply_in_secret(const CurveView &view, const mint &k, uint32_t bits, const ecc_point &P,
                         const ecc_point *addend, ecc_point &out);
 
 // out = the wide point, trimmed; its coordinates are public from here on.
