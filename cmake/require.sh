@@ -54,7 +54,7 @@ require_build() { require cmake cmake ninja ninja-build g++ g++; }
 require_suite() {
     require_build
     require python3 python3 openssl openssl /usr/include/openssl/evp.h libssl-dev \
-        /usr/include/gtest/gtest.h libgtest-dev pkg-config pkgconf
+        /usr/include/gtest/gtest.h libgtest-dev pkg-config pkgconf make make
 }
 require_clang() { require clang++ clang; }
 # The sanitizers' run-time libraries, which clang only recommends, and the symbolizer, with whose names
