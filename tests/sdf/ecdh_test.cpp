@@ -1,6 +1,7 @@
 // Copyright 2026 the zokecc developers. SPDX-License-Identifier: Apache-2.0
 // ZOK_ExternalEcdhKeyAgreement: the x coordinate of d P in exactly L bytes, and refusals.
 // Vectors are in ecdh_vectors_test.cpp.
+#include "tests/support/emulated.h"
 #include "tests/support/encryption_case.h"
 
 namespace zokecc_test::ecdh_test {
@@ -31,7 +32,7 @@ ECCrefPublicKey key_of(const TinyPoint &P) { return small_public_key(P.x, P.y); 
 
 TEST(ZokExternalEcdhKeyAgreement, EveryPrivateKeyOnTheSmallCurve) {
     for (const TinyPoint &P : {small_key_point(), TinyPoint{false, 2, 365}, TinyPoint{false, 0, 5}})
-        for (uint32_t d = kLeastKey; d < kSmallN; ++d) {
+        for (uint32_t d = kLeastKey; d < kSmallN; d += kStride) {
             SCOPED_TRACE(d);
             expect_secret(small_session(), small_private_key(d), key_of(P),
                           coordinate(small_product(d, P), &TinyPoint::x));
