@@ -268,7 +268,7 @@ cross | musl)
 builds)
     require_suite
     require_cross
-    require dpkg-buildflags dpkg-dev git git gpg gnupg
+    require dpkg-buildflags dpkg-dev git git gpg gnupg gpg-agent gpg-agent
     install_missing
     tests/builds/run.sh "$@"
     ;;

@@ -37,14 +37,16 @@ install_missing() {
     fi
     apt_log=$(mktemp)
     echo "==> installing$missing"
-    exec 9< cmake/require.sh
-    flock 9  # while another command of build.sh installs
+    if command -v flock >/dev/null 2>&1; then  # another command of build.sh may be installing
+        exec 9< cmake/require.sh
+        flock 9
+    fi
     status=0
     # shellcheck disable=SC2086 # a list of words
     as_root apt-get update -q &&
         as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -q --no-install-recommends $missing ||
         status=1
-    exec 9<&-
+    exec 9<&-  # open or not
     rm -f "$apt_log"
     missing=
     return $status

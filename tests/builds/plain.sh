@@ -5,7 +5,7 @@
 
 # Without a build type the build is optimised, tests included.
 quiet cmake -S . -B "$work/plain"
-told 'no build type given, taking Release'
+told 'no build type given, using Release'
 grep -q '^CMAKE_BUILD_TYPE:STRING=Release$' "$work/plain/CMakeCache.txt" ||
     fail 'the build type is not Release'
 quiet ctest --test-dir "$work/plain" --show-only
@@ -13,7 +13,7 @@ told 'boundary.imports'
 
 # Without GoogleTest the tests are left out with a message, and everything else is built and can be installed.
 quiet cmake -S . -B "$work/bare" -DCMAKE_DISABLE_FIND_PACKAGE_GTest=ON
-told 'the tests are left out, for want of GoogleTest'
+told 'the tests are left out; missing: GoogleTest'
 quiet cmake --build "$work/bare" --parallel "$(nproc)"
 quiet ctest --test-dir "$work/bare" --show-only
 told 'Total Tests: 0'
