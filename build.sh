@@ -34,14 +34,14 @@ usage() {
   builds [NAME]   the library as users and packagers build it: plainly, in a folder, for a board
   abi [--update]  the binary interface against the recorded one, on amd64 and armel
   packages        the Debian packages for this machine and for armel, and a program built from each
-  soak [ROUNDS SESSIONS]  a million signatures and 100,000 sessions in both builds: what memory they leave
-  scan-secrets [PATTERN]  what calls leave of their secrets in memory, in every way of building the library
+  soak [ROUNDS SESSIONS]  a million signatures and 100,000 sessions in both builds: memory that is never freed
+  scan-secrets [PATTERN]  secrets that calls leave in memory, in every variant of the build
   test-secrets-time [PATTERN | trace [SECRETS]]  no jump or address of the hardened build depends on a secret
-  test-threads    what may run on several threads does, on eight, under ThreadSanitizer
+  test-threads    calls that may run in parallel, on eight threads, under ThreadSanitizer
   fuzz [SECONDS]  every fuzz target for that long, 60 unless told otherwise; fails on a finding
   bench [FILTER | --update | --leak [RUNS]]  times beside OpenSSL's; --leak: whether they tell a private key
   bench-arm [FILTER | --update]  instructions on ARMv5TE and ARMv7-A, likewise; --update writes into docs/
-  bench-check     every benchmark for a moment, to see that it works
+  bench-check     every benchmark, briefly, to see that it works
   footprint [--check | --update | --chains]  code, data, stack and heap on ARM; --check holds the limits
   variants [--update]   size and speed of the builds that a device can choose from, on ARM
   coverage        lines and branches that the tests execute, per folder; fails below the floor
@@ -69,7 +69,7 @@ build_folder() {
     fi
     cache=$1/CMakeCache.txt
     if [ -e "$cache" ] && ! grep -qxF "CMAKE_HOME_DIRECTORY:INTERNAL=$(pwd)" "$cache"; then
-        echo "==> $1 is from another place, and made anew"
+        echo "==> $1 was configured elsewhere; starting over"
         rm -rf "$1"
         mkdir "$1"
     fi
@@ -163,7 +163,7 @@ demo_file() {
     esac
     if [ -f "$file" ] && [ -r "$file" ]; then return 0; fi
     if [ -d "$file" ]; then
-        reason='is a folder, and a file is needed'
+        reason='is a folder; a file is needed'
     elif [ -e "$file" ]; then
         reason='cannot be read'
     else

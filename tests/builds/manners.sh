@@ -25,7 +25,7 @@ stand_in cmake 'echo built >&2; exit 1'
 answer 2 ./build.sh demo "$work/none"
 told "build.sh: $work/none does not exist"
 answer 2 ./build.sh demo docs
-told "docs is a folder, and a file is needed"
+told "docs is a folder; a file is needed"
 
 # It reports what it does, and finds its folder through a symbolic link from elsewhere.
 ln -s "$work/sources/build.sh" "$work/elsewhere/sign"
@@ -40,7 +40,7 @@ echo 'CMAKE_HOME_DIRECTORY:INTERNAL=/somewhere/else' > build/demo/CMakeCache.txt
 echo 'the old log' > build/demo/build.log
 stand_in cmake 'echo the new log; exit 1'
 answer 1 ./build.sh demo
-told '==> build/demo is from another place, and made anew'
+told '==> build/demo was configured elsewhere; starting over'
 told 'the new log'
 if grep -q 'the old log' "$work/quiet.log"; then fail 'the old log is shown'; fi
 
