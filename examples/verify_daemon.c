@@ -32,16 +32,16 @@ static void require(int condition, const char *what)
     exit(EXIT_FAILURE);
 }
 
-/* What the process has in memory, in bytes: the second number of statm, in pages. */
-static long resident(void)
+/* The size of the process's memory in bytes: the first number of statm, in pages. It is exact; of the second
+   one, the pages in use, the kernel holds back some changes on each processor. */
+static long memory_size(void)
 {
     char line[128] = "";
-    char *rest = line;
     FILE *file = fopen("/proc/self/statm", "r");
     if (file == NULL) return 0;
-    if (fgets(line, sizeof line, file) != NULL) (void)strtol(line, &rest, 10);
+    if (fgets(line, sizeof line, file) == NULL) line[0] = 0;
     fclose(file);
-    return strtol(rest, NULL, 10) * sysconf(_SC_PAGESIZE);
+    return strtol(line, NULL, 10) * sysconf(_SC_PAGESIZE);
 }
 
 /* A product reads requests from a socket here, and ends after count of them. */
@@ -49,12 +49,12 @@ static int serve(void *session, const ECCrefPublicKey *pub, const ECCSignature *
 {
     long at_first = 0;
     for (long i = 0; i < count; ++i) {
-        if (i == count / 2) at_first = resident(); /* tables and buffers are there by now */
+        if (i == count / 2) at_first = memory_size(); /* tables and buffers are there by now */
         if (ZOK_ExternalVerifyHash_ECC(session, ZOK_ALG_SM2_SIGN, pub, message, sizeof message - 1, id, 16,
                                        sig) != ZOK_OK)
             return EXIT_FAILURE;
     }
-    const long grown = resident() - at_first;
+    const long grown = memory_size() - at_first;
     printf("worker %ld: %ld signatures, %ld kilobytes more for the second half\n", (long)getpid(), count,
            grown / 1024);
     fflush(stdout);
