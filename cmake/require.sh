@@ -53,12 +53,14 @@ install_missing() {
 }
 
 require_build() { require cmake cmake ninja ninja-build g++ g++; }
+require_clang() { require clang++ clang; }
+# The tests are compiled by clang++.
 require_suite() {
     require_build
+    require_clang
     require python3 python3 openssl openssl /usr/include/openssl/evp.h libssl-dev \
         /usr/include/gtest/gtest.h libgtest-dev pkg-config pkgconf make make
 }
-require_clang() { require clang++ clang; }
 # The sanitizers' run-time libraries, which clang only recommends, and the symbolizer, with whose names
 # tests/lsan.supp identifies memory that is never freed on purpose.
 require_clang_runtime() {
