@@ -5,8 +5,7 @@
 #ifndef ZOKECC_MINT_LIMBS_LIMB_X86_64_H
 #define ZOKECC_MINT_LIMBS_LIMB_X86_64_H
 
-#include <x86intrin.h>
-
+#include "base/carry_x86_64.h"
 #include "base/cpu_x86_64.h"
 #include "base/linkage.h"
 
@@ -100,16 +99,16 @@ struct NativeSum : AssembledSum {
         unsigned long long doubled[2 * n];
         unsigned char carry = 0;
 #pragma GCC unroll 8
-        for (unsigned i = 0; i < 2 * n; ++i) carry = _addcarry_u64(carry, x[i], x[i], &doubled[i]);
+        for (unsigned i = 0; i < 2 * n; ++i) carry = add_carry(carry, x[i], x[i], doubled[i]);
         carry = 0;
 #pragma GCC unroll 4
         for (unsigned i = 0; i < n; ++i) {
             uint64_t square[2];
             set_row<1>(a[i], a + i, square);
             unsigned long long sum;
-            carry = _addcarry_u64(carry, doubled[2 * i], square[0], &sum);
+            carry = add_carry(carry, doubled[2 * i], square[0], sum);
             x[2 * i] = sum;
-            carry = _addcarry_u64(carry, doubled[2 * i + 1], square[1], &sum);
+            carry = add_carry(carry, doubled[2 * i + 1], square[1], sum);
             x[2 * i + 1] = sum;
         }
     }
@@ -130,7 +129,7 @@ struct Steps : PortableSteps<uint64_t> {
 #pragma GCC unroll 5
         for (unsigned i = 0; i < n; ++i) {
             unsigned long long sum;
-            carry = _addcarry_u64(carry, a[i], b[i], &sum);
+            carry = add_carry(carry, a[i], b[i], sum);
             out[i] = sum;
         }
         return carry;
@@ -154,7 +153,7 @@ private:
 #pragma GCC unroll 5
         for (unsigned i = 0; i < n; ++i) {
             unsigned long long difference;
-            borrow = _subborrow_u64(borrow, a[i], b[i], &difference);
+            borrow = sub_borrow(borrow, a[i], b[i], difference);
             out[i] = difference;
         }
         return borrow;
