@@ -321,7 +321,7 @@ ZOKECC_API int32_t ecc_infinite_point(ecc_jac_point *point);
  * @retval 0 Y is now p - Y
  * @retval 1 Z or Y is zero, and nothing was done; or Y was above p and is now Y - p
  *
- * @note Kept: the subtraction follows the word rule of mint_sub.
+ * @note Kept: the subtraction follows the borrow rule of mint_sub.
  */
 ZOKECC_API int32_t ecc_invert_point(const mint *p, ecc_jac_point *point);
 
@@ -555,8 +555,8 @@ ZOKECC_API int32_t ecc_point_mul(const mint *k, const ecc_point *P, const ecc_po
  * @retval -1 mint_sqrt finds no root
  *
  * @note Kept: the root 0 and parity 1 give y = p, not reduced. The other root is p less the one that was
- *       found, by the word rule of mint_sub, and is given for every parity but 0 and 1. For p = 1 (mod 8) an
- *       x without a point gives 0 and a meaningless y, and for p = 5 (mod 8) an x with y = 0 gives -1, as
+ *       found, by the borrow rule of mint_sub, and is given for every parity but 0 and 1. For p = 1 (mod 8)
+ *       an x without a point gives 0 and a meaningless y, and for p = 5 (mod 8) an x with y = 0 gives -1, as
  *       mint_sqrt has it.
  * @par Caller checks
  *      For p = 1 (mod 8) that the point lies on the curve: ecc_test_point.

@@ -273,7 +273,7 @@ ZOKECC_API int32_t  mint_add(mint *a, mint *b, mint *out);
  *
  * @param[in]  a    one record, trimmed
  * @param[in]  b    one record, trimmed
- * @param[out] out  one record: the magnitude of a - b by the word rule below, trimmed
+ * @param[out] out  one record: the magnitude of a - b by the borrow rule below, trimmed
  * @return 1 if a < b, else 0
  *
  * @note Kept: the difference is not always the true one. Word by word from the lowest, with a borrow that
@@ -501,8 +501,8 @@ ZOKECC_API int32_t mint_mod_add(mint *a, mint *b, const mint *p, mint *out);
  * @param[out] out  one record
  * @return 0, always
  *
- * @note Kept: every subtraction follows the word rule of mint_sub. For a < b where b - a is a multiple of p,
- *       which takes an operand that is not reduced, the result is p and not 0.
+ * @note Kept: every subtraction follows the borrow rule of mint_sub. For a < b where b - a is a multiple of
+ *       p, which takes an operand that is not reduced, the result is p and not 0.
  * @par Aliasing
  *      out may be a or b. It must not be p.
  * @par Example
@@ -535,7 +535,7 @@ ZOKECC_API int32_t mint_mod_mul(const mint *a, const mint *b, const mint *p, min
  * @param[in]  p    the modulus
  * @return 1, always
  *
- * @note Kept: the subtraction follows the word rule of mint_sub, with the output in the larger operand.
+ * @note Kept: the subtraction follows the borrow rule of mint_sub, with the output in the larger operand.
  * @par Aliasing
  *      out may be a. It must not be p.
  */
@@ -551,7 +551,7 @@ ZOKECC_API int32_t mint_mod_left_move_1(mint *out, const mint *a, const mint *p)
  * @retval 1 success
  * @retval 0 the value has more bits than p when a shift is due, with what had been reached so far in *out
  *
- * @note Kept: the subtractions follow the word rule of mint_sub, with the output in the larger operand.
+ * @note Kept: the subtractions follow the borrow rule of mint_sub, with the output in the larger operand.
  * @par Aliasing
  *      out may be a. It must not be p.
  * @par Timing
@@ -571,12 +571,13 @@ ZOKECC_API int32_t mint_mod_left_move_n(mint *out, const mint *a, const mint *p,
  * @param[out] out      one record: the number x with a * x = 1 (mod modulus), where the note does not apply
  * @return 0, always
  *
- * @note Kept: both methods subtract by the word rule of mint_sub, the odd one with the output in the greater
- *       operand. Inverses of small or structured numbers, and of numbers just below the modulus, therefore
- *       differ from the true ones where the modulus has words of ones. Modulo the order of the SM2 curve
- *       those of 2, 3, 4, 5, 6, 8, 10, 12, 15, 16, 17 and others do; modulo the orders of secp192r1,
- *       secp224r1, secp256r1 and secp256k1 those of 2, 4, 8 and further powers of two; modulo all five those
- *       of n - 1 to n - 5 and most others near n. Inverses of random numbers are right.
+ * @note Kept: both methods subtract by the borrow rule of mint_sub, the odd one with the output in the
+ *       greater operand. Inverses of small or structured numbers, and of numbers just below the
+ *       modulus, therefore differ from the true ones where the modulus has words of ones. Modulo the
+ *       order of the SM2 curve those of 2, 3, 4, 5, 6, 8, 10, 12, 15, 16, 17 and others do; modulo the
+ *       orders of secp192r1, secp224r1, secp256r1 and secp256k1 those of 2, 4, 8 and further powers of
+ *       two; modulo all five those of n - 1 to n - 5 and most others near n. Inverses of random numbers
+ *       are right.
  * @par Caller checks
  *      Where a structured operand can occur, multiply the result by a and compare with 1.
  * @par Aliasing

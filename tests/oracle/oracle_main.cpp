@@ -5,7 +5,7 @@
 //     oracle [KEY [NONCE [BLOCKS]]]     both numbers in hexadecimal; nonces are tried from NONCE on,
 //                                       1,024 in a block
 //
-// Prints the case in the form of tests/vectors/sm2_word_rule.rsp, once for each of the two keys. The exit
+// Prints the case in the form of tests/vectors/sm2_borrow_rule.rsp, once for each of the two keys. The exit
 // status is 0 if there is one, 1 if not, 2 for wrong arguments. Some 2^25 nonces must be tried, for which
 // a processor takes a minute or two. An attacker sends a device the ciphertext for its public key, learns
 // the digit from the status, and continues with the next one: the simulation is just as short there, after

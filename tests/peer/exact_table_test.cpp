@@ -65,7 +65,7 @@ private:
 
 }  // namespace
 
-TEST(ExactTable, HoldsWhereTheWordRuleSpoilsTheContractsTable) {
+TEST(ExactTable, HoldsWhereTheBorrowRuleSpoilsTheContractsTable) {
     constexpr unsigned kWords = 8;
     constexpr uint32_t kHalf = 1u << kWords;
     unsigned spoilt = 0;

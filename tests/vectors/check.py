@@ -153,7 +153,7 @@ FILES = [
     ("wycheproof_ecdsa_secp256r1_sha256_p1363.rsp", 131, check_wycheproof),
     ("ecdh.rsp", 99, exchange.check_ecdh),
     ("sm2_encrypt.rsp", 85, exchange.check_sm2_encrypt),
-    ("sm2_word_rule.rsp", 2, exchange.check_sm2_encrypt),
+    ("sm2_borrow_rule.rsp", 2, exchange.check_sm2_encrypt),
     ("sm2_kex.rsp", 35, exchange.check_sm2_exchange),
     ("wycheproof_ecdh_secp224r1_ecpoint.rsp", 229, exchange.check_wycheproof),
     ("wycheproof_ecdh_secp256r1_ecpoint.rsp", 178, exchange.check_wycheproof),

@@ -8,7 +8,7 @@
 #include "tests/support/model_curve.h"
 #include "tests/support/vector_file.h"
 
-namespace zokecc_test::word_rule_oracle_test {
+namespace zokecc_test::borrow_rule_oracle_test {
 
 namespace {
 
@@ -43,14 +43,14 @@ struct Recorded {
 
 std::vector<Recorded> recorded() {
     std::vector<Recorded> out;
-    for (const VectorBlock &block : read_vectors("sm2_word_rule.rsp")) out.emplace_back(block);
+    for (const VectorBlock &block : read_vectors("sm2_borrow_rule.rsp")) out.emplace_back(block);
     EXPECT_EQ(out.size(), 2u);
     return out;
 }
 
 }  // namespace
 
-TEST(WordRuleOracle, KeysDifferInTheLeadingDigitAlone) {
+TEST(BorrowRuleOracle, KeysDifferInTheLeadingDigitAlone) {
     const std::vector<Recorded> both = recorded();
     std::vector<int> first = model_digits(mint_from_hex(to_hex(both[0].d))).digit;
     std::vector<int> second = model_digits(mint_from_hex(to_hex(both[1].d))).digit;
@@ -63,14 +63,14 @@ TEST(WordRuleOracle, KeysDifferInTheLeadingDigitAlone) {
     EXPECT_FALSE(both[1].is_refused);
 }
 
-TEST(WordRuleOracle, RuleActsInTheProductOfTheFirstKeyAlone) {
+TEST(BorrowRuleOracle, RuleActsInTheProductOfTheFirstKeyAlone) {
     for (const Recorded &one : recorded()) {
         EXPECT_EQ(one.product() == one.shared, !one.is_refused);
         EXPECT_EQ(one.unmasked() == one.message, !one.is_refused);
     }
 }
 
-TEST(WordRuleOracle, KeptSessionsRefuseTheValidCiphertextOfOneKey) {
+TEST(BorrowRuleOracle, KeptSessionsRefuseTheValidCiphertextOfOneKey) {
     for (const Recorded &one : recorded()) {
         const bool refuses = one.is_refused && !kHardened;
         const uint32_t status = refuses ? ZOK_ERR_INTERNAL : ZOK_OK;
@@ -82,7 +82,7 @@ TEST(WordRuleOracle, KeptSessionsRefuseTheValidCiphertextOfOneKey) {
 }
 
 // The result is -1 for every regular ciphertext, so the plaintext decides.
-TEST(WordRuleOracle, KeptProcessWideCallDecryptsTheValidCiphertextOfOneKeyWrongly) {
+TEST(BorrowRuleOracle, KeptProcessWideCallDecryptsTheValidCiphertextOfOneKeyWrongly) {
     install(curve("sm2p256v1"));
     for (const Recorded &one : recorded()) {
         ByteString d = one.d, flat = one.parts.flat(), plain(one.message.size());
@@ -95,4 +95,4 @@ TEST(WordRuleOracle, KeptProcessWideCallDecryptsTheValidCiphertextOfOneKeyWrongl
     uninstall();
 }
 
-}  // namespace zokecc_test::word_rule_oracle_test
+}  // namespace zokecc_test::borrow_rule_oracle_test
