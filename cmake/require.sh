@@ -28,6 +28,12 @@ as_root() {
     return 1
 }
 
+# shellcheck disable=SC2086 # a list of words
+install_packages() {
+    : > "$apt_log"
+    as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -q --no-install-recommends $missing
+}
+
 install_missing() {
     [ -n "$missing" ] || return 0
     if [ "$(id -u)" -ne 0 ] && ! command -v sudo >/dev/null 2>&1; then
@@ -42,10 +48,8 @@ install_missing() {
         flock 9
     fi
     status=0
-    # shellcheck disable=SC2086 # a list of words
-    as_root apt-get update -q &&
-        as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -q --no-install-recommends $missing ||
-        status=1
+    # The lists of packages are only fetched if there are none or they are too old.
+    install_packages 2>/dev/null || { as_root apt-get update -q && install_packages; } || status=1
     exec 9<&-  # open or not
     rm -f "$apt_log"
     missing=

@@ -36,11 +36,8 @@ check() {
     [ ! -e "$folder/zokecc/examples/sign_with_identity" ] || fail "$folder: the examples are built"
 }
 
-for generator in Ninja 'Unix Makefiles'; do
-    quiet cmake -G "$generator" -S "$work" -B "$work/host"
-    check "$work/host"
-    rm -rf "$work/host"
-done
+quiet cmake -G 'Unix Makefiles' -S "$work" -B "$work/host"
+check "$work/host"
 quiet cmake -G Ninja -S "$work" -B "$work/arm" -DZOKECC_INSTALL=OFF \
     "-DCMAKE_TOOLCHAIN_FILE=$sources/cmake/armv5te.toolchain.cmake"
 check "$work/arm" qemu-arm -cpu arm926 -L /usr/arm-linux-gnueabi

@@ -7,6 +7,7 @@
 
 #include <vector>
 
+#include "base/config.h"
 #include "mint/value.h"
 #include "tests/mint/numbers.h"
 #include "tests/support/counting_trace.h"
@@ -36,12 +37,12 @@ const char *const kModuli[] = {
 // Modulo this prime 2, 3, ..., 21 are all squares.
 constexpr const char *kStubborn = "edf51bf6122094ec3d865fea62cbccd8e3c382df0fcae641";
 
-// Under emulation the table is too slow for those with many rounds.
+// Under emulation and in the size build the table is too slow for those with many rounds.
 std::vector<mint> moduli() {
     std::vector<mint> out;
     for (const char *name : kModuli) {
         const mint p = of_hex(name);
-        if (!kEmulated || (p.words[0] >> 9) != 0) out.push_back(p);
+        if (!(kEmulated || zokecc::kSmall) || (p.words[0] >> 9) != 0) out.push_back(p);
     }
     return out;
 }
