@@ -32,8 +32,8 @@ static void require(int condition, const char *what)
     exit(EXIT_FAILURE);
 }
 
-/* The size of the process's memory in bytes: the first number of statm, in pages. It is exact; of the second
-   one, the pages in use, the kernel holds back some changes on each processor. */
+/* The size of the process in bytes: the first number of statm, in pages. The second one, the pages in use,
+ * lags behind on a machine with many processors. */
 static long memory_size(void)
 {
     char line[128] = "";
